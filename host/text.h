@@ -1,0 +1,169 @@
+#pragma once
+// The host's text values and the small operations on them.
+
+#include "host/os.h"
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <new>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+/// A counted text, `T` being `char` (UTF-8 or plain bytes) or `wchar_t`. A null handle and a text of length
+/// 0 count alike; both read as an empty literal. Copies share one block; the characters of a shared block
+/// never change.
+template <class T> class LightweightString {
+public:
+    LightweightString() = default;
+    LightweightString(const T* text) : LightweightString(view_of(text)) {}
+    LightweightString(const T* text, std::size_t length) : LightweightString(std::basic_string_view<T>(text, length)) {}
+    explicit LightweightString(std::basic_string_view<T> text) { assign(text); }
+
+    LightweightString(const LightweightString& other) : count_(other.count_), block_(other.block_) {
+        if (block_) OS()->counts().add_ref(*count_);
+    }
+    LightweightString(LightweightString&& other) noexcept
+        : count_(std::exchange(other.count_, nullptr)), block_(std::exchange(other.block_, nullptr)) {}
+    ~LightweightString() { drop(); }
+
+    LightweightString& operator=(LightweightString other) noexcept {
+        std::swap(count_, other.count_);
+        std::swap(block_, other.block_);
+        return *this;
+    }
+
+    /// Zero-terminated characters, good while this value lives unchanged. Never null.
+    const T* c_str() const {
+        static constexpr T empty[1] = {};
+        return block_ ? block_->characters : empty;
+    }
+    std::size_t size() const { return block_ ? block_->length : 0; }
+    bool empty() const { return size() == 0; }
+    std::basic_string_view<T> view() const { return {c_str(), size()}; }
+
+    /// Reuses the block if nobody else holds it and the text fits; otherwise leaves it to its other users.
+    void assign(std::basic_string_view<T> text) {
+        if (text.empty()) {
+            *this = LightweightString();
+            return;
+        }
+        if (!block_ || count_->users > 1 || text.size() >= block_->capacity) {
+            LightweightString fresh;
+            fresh.make_block(text.size());
+            fresh.fill(text);
+            *this = std::move(fresh);
+        } else {
+            fill(text);
+        }
+    }
+
+    LightweightString& operator+=(std::basic_string_view<T> more) {
+        if (more.empty()) return *this;
+        LightweightString joined;
+        joined.make_block(size() + more.size());
+        std::char_traits<T>::copy(joined.block_->characters, c_str(), size());
+        std::char_traits<T>::copy(joined.block_->characters + size(), more.data(), more.size());
+        joined.close(size() + more.size());
+        return *this = std::move(joined);
+    }
+    LightweightString& operator+=(const LightweightString& more) { return *this += more.view(); }
+
+    friend bool operator==(const LightweightString& a, const LightweightString& b) { return a.view() == b.view(); }
+    friend LightweightString operator+(const LightweightString& a, const LightweightString& b) {
+        LightweightString joined(a);
+        joined += b.view();
+        return joined;
+    }
+    friend LightweightString operator+(const T* a, const LightweightString& b) { return LightweightString(a) + b; }
+    friend LightweightString operator+(const LightweightString& a, const T* b) { return a + LightweightString(b); }
+
+private:
+    struct Block {
+        T* characters;
+        std::uint32_t length;
+        std::uint32_t capacity;
+        use_count users;
+    };
+
+    static std::basic_string_view<T> view_of(const T* text) {
+        return text ? std::basic_string_view<T>(text) : std::basic_string_view<T>();
+    }
+
+    // The characters lie behind the block in the same allocation; the capacity is the first power of two
+    // above the length.
+    void make_block(std::size_t length) {
+        const std::size_t capacity = std::bit_ceil(length + 1);
+        void* memory = OS()->memory().allocate(sizeof(Block) + capacity * sizeof(T));
+        block_ = new (memory) Block{nullptr, 0, static_cast<std::uint32_t>(capacity), {}};
+        block_->characters = reinterpret_cast<T*>(block_ + 1);
+        count_ = &block_->users;
+        OS()->counts().add_ref(*count_);
+    }
+    void fill(std::basic_string_view<T> text) {
+        std::char_traits<T>::move(block_->characters, text.data(), text.size());
+        close(text.size());
+    }
+    void close(std::size_t length) {
+        block_->characters[length] = T();
+        block_->length = static_cast<std::uint32_t>(length);
+    }
+    void drop() {
+        if (block_ && OS()->counts().release_ref(*count_) == 0) OS()->memory().free(block_);
+    }
+
+    use_count* count_ = nullptr;
+    Block* block_ = nullptr;
+};
+
+/// The host's growing list.
+template <class T> using Vector = std::vector<T, host_allocator<T>>;
+
+/// A set of characters.
+class isset {
+public:
+    explicit isset(const char* members);
+    /// Non-zero if `c` is a member.
+    int operator()(unsigned char c) const;
+
+private:
+    bool member_[256] = {};
+};
+
+/// A holder for a text that `configb::in` fills. Reads as empty until it is filled.
+class strp_field {
+public:
+    strp_field() = default;
+    operator const char*() const { return text_.c_str(); }
+    void fill(const LightweightString<char>& text) { text_ = text; }
+
+private:
+    LightweightString<char> text_;
+};
+
+/// A text that grows by appending.
+class GrowString {
+public:
+    GrowString& append(const char* text);
+    const char* c_str() const { return text_.c_str(); }
+    std::size_t size() const { return text_.size(); }
+
+private:
+    std::basic_string<char, std::char_traits<char>, host_allocator<char>> text_;
+};
+
+// Bytes that aren't UTF-8 pass through both conversions unchanged.
+LightweightString<char> toUTF8(const LightweightString<wchar_t>& text);
+/// `length` -1 means zero-terminated; null counts as empty.
+LightweightString<wchar_t> fromUTF8(const char* text, int length);
+LightweightString<wchar_t> fromUTF8(const LightweightString<char>& text);
+LightweightString<char> StringFromInteger(int value);
+
+namespace Qb {
+LightweightString<wchar_t> WStringFromAscii(const char* text);
+LightweightString<wchar_t> WStringFromInteger(std::int64_t value);
+void Memset(void* target, unsigned char value, unsigned int count);
+} // namespace Qb
