@@ -26,7 +26,7 @@ namespace embedded {
 /// A label that a source or an edit carries.
 struct LabelDescription {
     label_t type = label_none;
-    std::string text;        ///< start, in the kind's plain form; ignored where `sample` is set
+    std::string text; ///< start, in the kind's plain form; ignored where `sample` is set
     std::optional<int> sample;
     /// For timecode, frames a second that it steps with; where unset the kind's own.
     std::optional<Fraction> rate;
@@ -36,7 +36,7 @@ struct LabelDescription {
 struct SourceDescription {
     /// What its cookie's text is the hash of; equal for all clips of one medium.
     std::string identity;
-    std::string name; ///< UTF-8
+    std::string name;      ///< UTF-8
     bool opens = true;     ///< false: media that is lost
     bool rendered = false; ///< rendered material
     /// The rate that decides its film rate, where `film_rate` doesn't.

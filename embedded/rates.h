@@ -13,10 +13,10 @@ struct RateInfo {
     Qb::FrameRate code;
     std::int64_t num; ///< true frames a second: num / den
     std::int64_t den;
-    int nominal;                ///< frames that timecode counts in a second
-    label_t timecode;           ///< kind without drop-frame
-    label_t drop_timecode;      ///< kind with drop-frame; the same where the rate can't drop
-    const char* name;           ///< text of the standard without its "fps" or "df"
+    int nominal;           ///< frames that timecode counts in a second
+    label_t timecode;      ///< kind without drop-frame
+    label_t drop_timecode; ///< kind with drop-frame; the same where the rate can't drop
+    const char* name;      ///< text of the standard without its "fps" or "df"
     bool can_drop() const { return timecode != drop_timecode; }
     Fraction rate() const { return {num, den}; }
 };
@@ -25,6 +25,8 @@ struct RateInfo {
 const RateInfo* rate_info(Qb::FrameRate code);
 /// The listed rate within 0.01 of `frames_per_second`, the nearest of several; null if there is none.
 const RateInfo* nearest_rate(double frames_per_second);
+/// Film frames of one frame at a counting of 24, 25, 30, 48, 50 or 60; 1 at others.
+Fraction film_share(int counting);
 /// Film frames a second of material at that rate: frame for frame at 24 and 25 counting, 4/5 at 30 (2:3
 /// pulldown), 1/2 at 48 and 50, 2/5 at 60.
 Fraction film_rate_of(const RateInfo& rate);

@@ -49,8 +49,7 @@ public:
         : count_(std::exchange(other.count_, nullptr)), object_(std::exchange(other.object_, nullptr)) {}
 
     template <class U>
-        requires std::is_convertible_v<U*, T*>
-    Ptr(const Ptr<U>& other) : count_(other.count_), object_(other.object_) {
+    requires std::is_convertible_v<U*, T*> Ptr(const Ptr<U>& other) : count_(other.count_), object_(other.object_) {
         static_assert(std::has_virtual_destructor_v<T>, "the last holder deletes through T");
         retain();
     }

@@ -14,9 +14,7 @@ inline bool put_text(char* target, std::size_t size, std::string_view text) {
     return length == text.size();
 }
 
-template <std::size_t N> bool put_text(char (&target)[N], std::string_view text) {
-    return put_text(target, N, text);
-}
+template <std::size_t N> bool put_text(char (&target)[N], std::string_view text) { return put_text(target, N, text); }
 
 /// A null text counts as empty.
 template <std::size_t N> bool put_text(char (&target)[N], const char* text) {

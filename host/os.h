@@ -40,8 +40,7 @@ public:
     /// Opens a file for writing from its start, making it or replacing what stands there; null if that
     /// fails. The four numbers are the host's: the library passes 2, 1, 0, 0 for the report of a cutlist
     /// and 2, 3, 0, 0 for a change report.
-    virtual Qb::Ptr<stream> open(LightweightString<wchar_t> path, int access, int creation, int sharing,
-                                 int flags) = 0;
+    virtual Qb::Ptr<stream> open(LightweightString<wchar_t> path, int access, int creation, int sharing, int flags) = 0;
 };
 
 class count_service {

@@ -10,7 +10,12 @@
 class dbrecord;
 
 /// Values of `cut_s::special`.
-enum cut_special : std::int32_t { special_none = 0, special_black = 98, special_starred = 102, special_no_material = 110 };
+enum cut_special : std::int32_t {
+    special_none = 0,
+    special_black = 98,
+    special_starred = 102,
+    special_no_material = 110
+};
 
 /// One record of a cutlist: an event of a track, a component of an optical, or an optical's master. Frames
 /// are whole film frames of the master edit; every out is exclusive.

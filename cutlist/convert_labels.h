@@ -1,0 +1,10 @@
+#pragma once
+// Events to records by the labels of their source edits.
+
+#include "cutlist/event_details.h"
+
+/// Makes a record of the event at the handle, with the transition behind it folded in. On success the record
+/// is the caller's and the handle rests on the next in-point; otherwise `out` is null. `track` is the picture
+/// track from 1, and 1 for sound.
+convert_result convert_event_from_labels(EditPtr& edit, int chan, CueList* cues, ce_handle& handle, cut_s*& out,
+                                         int track);

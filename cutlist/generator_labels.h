@@ -1,0 +1,29 @@
+#pragma once
+// The labels that one run of the generator counts with.
+
+#include "host/edit.h"
+#include "host/labels.h"
+
+/// Module state of one run.
+struct generator_labels {
+    EditLabel* edit_tc_label = nullptr; ///< the master edit's own timecode
+    EditLabel* key_label = nullptr;     ///< key numbers: the film standard of the whole list
+    EditLabel* foot_label = nullptr;    ///< the same in feet and frames: edit positions to frames
+    EditLabel* ink_label = nullptr;
+    int film_standard_set = 0;      ///< 1 once a source's standard has been adopted
+    bool mixed_kc_standard = false; ///< a source counts key numbers in another standard
+};
+
+generator_labels& generator();
+
+/// Makes the four labels of a run. `long_keycode` is the option.
+void make_generator_labels(Edit& edit, int long_keycode);
+void delete_generator_labels();
+
+/// Adopts the film standard of a source edit, once a run; later calls do nothing.
+void set_film_standard(label_t type, int long_keycode);
+
+/// The film frame of a position on the master edit, in seconds.
+int frame_of_position(double time, const EditPtr& edit);
+/// The film frames of a stretch of the master edit, in seconds.
+int frames_of_duration(double duration, const EditPtr& edit);

@@ -1,0 +1,110 @@
+#include "cutlist/track_analysis.h"
+
+#include "cutlist/cdbgen.h"
+#include "cutlist/convert_labels.h"
+#include "cutlist/fx_opticals.h"
+#include "cutlist/messages.h"
+#include "host/fixed_text.h"
+
+#include <cstdio>
+
+namespace {
+
+constexpr unsigned picture_kind = 1;
+constexpr unsigned every_subtype = 15;
+constexpr int sound_track = 1;
+
+template <class Visit> void for_each_picture_channel(const Edit& edit, Visit visit) {
+    for (int chan = edit.getFirstChan(picture_kind, every_subtype); chan != no_more_channels;
+         edit.getNextChan(chan, picture_kind, every_subtype))
+        visit(chan);
+}
+
+// FX channels, and the first of the others.
+void list_opticals(EditPtr& edit, LoggerHandle& logger, CueList* cues, event_array& events) {
+    bool first_plain = true;
+    for_each_picture_channel(*edit, [&](int chan) {
+        const bool fx = edit->getChanSubtype(chan) == chan_fx;
+        if (!fx && !first_plain) return;
+        if (!fx) first_plain = false;
+        say(logger, fx ? "Analysing opticals on FX track" : "Analysing opticals on V1", level_progress);
+        analyse_fx_opticals(edit, chan, cues, events);
+    });
+}
+
+// A transition belongs to both cuts that it joins:
+//
+//     | prev          |DO  ->  DI| rec          |
+//
+// and one against black is a fade on the side of the picture.
+void join_records(cut_s& prev, cut_s& rec) {
+    put_text(rec.fx_op_in, prev.fx_op_out);
+    if (rec.fx_op_in[0] != '\0') rec.fx_op_in[1] = 'I';
+    put_text(rec.fx_mod_in, prev.fx_mod_out);
+    rec.fx_len_in = prev.fx_len_out;
+    if (rec.fx_op_in[0] == 'D' && prev.special == special_black)
+        rec.fx_op_in[0] = 'F';
+    else if (prev.fx_op_out[0] == 'D' && rec.special == special_black)
+        prev.fx_op_out[0] = 'F';
+}
+
+void list_picture_track(EditPtr& edit, int chan, int track, CueList* cues, event_array& events) {
+    const Qb::Ptr<Cel> flat = flatten(edit->get_edit_cel_p(chan)->simplify(0, false, true), 3, 1);
+    ce_handle handle = flat->get_start_ceh();
+    cut_s* prev = nullptr;
+    cut_s* rec = nullptr;
+    while (!events.overfull() && convert_event_from_labels(edit, chan, cues, handle, rec, track) == convert_done) {
+        rec->track = track;
+        if (prev) join_records(*prev, *rec);
+        events.add(rec);
+        prev = rec;
+    }
+}
+
+void list_picture_tracks(EditPtr& edit, LoggerHandle& logger, CueList* cues, event_array& events) {
+    int track = 0;
+    for_each_picture_channel(*edit, [&](int chan) {
+        const EditChanSubType subtype = edit->getChanSubtype(chan);
+        if (subtype == chan_unlisted || subtype == chan_fx) return;
+        ++track;
+        char text[40];
+        std::snprintf(text, sizeof text, "Analysing track V%d", track);
+        say(logger, text, level_progress);
+        list_picture_track(edit, chan, track, cues, events);
+    });
+}
+
+Qb::Ptr<Cel> without_crossfades(const Edit& edit, const Qb::Ptr<Cel>& cel) {
+    const Qb::Ptr<Cel> result(new Cel(0, edit.getCelResolution()));
+    const int trouble = cel->crossfade_removal_whole(result.get());
+    if (trouble != 0) trace("\ncdbgen: got %d from crossfade_removal_whole()\n", trouble);
+    return result;
+}
+
+// Sound records keep track 0 and aren't joined; track 1 only keeps the converter from looking for effects.
+void list_sound_track(EditPtr& edit, int chan, int keep_crossfades, LoggerHandle& logger, CueList* cues,
+                      event_array& events) {
+    say(logger, "Analysing sound track", level_progress);
+    Qb::Ptr<Cel> cel = edit->get_edit_cel_p(chan)->simplify(0, false, true);
+    if (keep_crossfades == 0) cel = without_crossfades(*edit, cel);
+    const Qb::Ptr<Cel> flat = flatten(cel, 3, 1);
+    ce_handle handle = flat->get_start_ceh();
+    cut_s* rec = nullptr;
+    while (!events.overfull() && convert_event_from_labels(edit, chan, cues, handle, rec, sound_track) == convert_done)
+        events.add(rec);
+}
+
+} // namespace
+
+bool analyse_tracks(int chan_type, int chan_num, EditPtr& edit, int keep_crossfades, LoggerHandle& logger,
+                    CueList* cues, event_array& events) {
+    if (chan_type == 1) {
+        list_opticals(edit, logger, cues, events);
+        list_picture_tracks(edit, logger, cues, events);
+    } else if (chan_type == 2) {
+        list_sound_track(edit, chan_num, keep_crossfades, logger, cues, events);
+    }
+    if (!events.overfull()) return true;
+    say(logger, "The edit has more than 9999 events: no list can hold it", level_fatal);
+    return false;
+}
