@@ -1,0 +1,288 @@
+// The converters between samples and texts, one for each kind of label.
+
+#include "embedded/clamped.h"
+#include "embedded/label_kinds.h"
+#include "host/fixed_text.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace embedded {
+namespace {
+
+using wide = std::int64_t;
+
+constexpr std::size_t longest_text = 40;
+/// Above every count that a sample can reach, and far below where a count times its samples would overflow.
+constexpr wide count_limit = 10'000'000'000;
+
+bool is_digit(char c) { return c >= '0' && c <= '9'; }
+
+bool all_digits(std::string_view text) {
+    for (const char c : text) {
+        if (!is_digit(c)) return false;
+    }
+    return !text.empty();
+}
+
+/// `text` holds digits only.
+std::optional<wide> number_of(std::string_view text) {
+    wide number = 0;
+    for (const char c : text) {
+        number = number * 10 + (c - '0');
+        if (number > count_limit) return std::nullopt;
+    }
+    return number;
+}
+
+bool fits_int(wide value) { return value == clamp_to_int(value); }
+
+/// One or two digits and nothing else; -1 for anything else.
+int short_number(std::string_view text) {
+    if (text.size() > 2 || !all_digits(text)) return -1;
+    return static_cast<int>(*number_of(text));
+}
+
+wide remainder(wide value, wide divisor) { return ((value % divisor) + divisor) % divisor; }
+
+wide magnitude(int sample) { return std::llabs(wide(sample)); }
+
+/// What all converters share: the figures of their kind.
+class kind_cvt : public label_cvt {
+public:
+    explicit kind_cvt(const LabelKind& kind) : kind_(kind) {}
+
+    label_t label_type() const override { return kind_.type; }
+    int prefix_length() const override { return kind_.prefix_length; }
+    int count_digits() const override { return kind_.digits; }
+    int samples_per_count() const override { return kind_.samples_per_count; }
+    int samples_per_frame() const override { return kind_.samples_per_frame; }
+
+    // Of a point without a kind: no text.
+    void format(int, const char*, char* out, unsigned size) const override { write(out, size, ""); }
+    bool parse(const char*, int&, char*) const override { return false; }
+
+protected:
+    static void write(char* out, unsigned size, std::string_view text) {
+        if (size > 0) put_text(out, size, text);
+    }
+    const LabelKind& kind() const { return kind_; }
+
+private:
+    const LabelKind& kind_;
+};
+
+// Key, ink and foot numbers. A frame's text names the last count whose dot lies in the frame or before it:
+//
+//      perforations   . . o . | . . . . | . . . . | . . o .      o dot of a count, | frame line
+//      frame            +00       +01       +02       +00        dot on perforation 3 of its frame
+//
+class film_cvt : public kind_cvt {
+public:
+    using kind_cvt::kind_cvt;
+
+    void format(int sample, const char* prefix, char* out, unsigned size) const override {
+        const wide in_count = kind().samples_per_count;
+        const wide in_frame = kind().samples_per_frame;
+        const wide s = magnitude(sample);
+        const wide count = (s + in_frame - 1) / in_count;
+        const wide dot = remainder(in_count * count - s, in_frame) + 1;
+        const wide frames = (s - in_count * count + dot - 1) / in_frame;
+
+        char text[longest_text];
+        int length =
+            std::snprintf(text, sizeof text, "%.8s%0*lld%c%02lld", prefix, kind().digits, static_cast<long long>(count),
+                          sample < 0 ? '-' : '+', static_cast<long long>(frames));
+        if (shows_dot(count, dot)) {
+            std::snprintf(text + length, sizeof text - static_cast<std::size_t>(length), ".%d", static_cast<int>(dot));
+        }
+        write(out, size, text);
+    }
+
+    bool parse(const char* text, int& sample, char* prefix) const override {
+        const Tail tail = read_tail(text);
+        const Head head = read_head(std::string_view(text).substr(0, tail.begins));
+        if (!all_digits(head.count)) return false;
+        const std::optional<wide> count = number_of(head.count);
+        if (!count) return false;
+        const wide dot = tail.dot == no_dot ? usual_dot(*count) : tail.dot;
+        if (dot < 1 || dot > kind().samples_per_frame) return false;
+        wide value = kind().samples_per_count * *count + wide(kind().samples_per_frame) * tail.frames - (dot - 1);
+        if (tail.negative) value = -value;
+        if (!fits_int(value)) return false;
+        sample = static_cast<int>(value);
+        put_text(prefix, static_cast<std::size_t>(kind().prefix_length) + 1, head.prefix);
+        return true;
+    }
+
+private:
+    static constexpr int no_dot = -1;
+
+    /// What stands behind the count: frames, and the perforation of the dot.
+    struct Tail {
+        std::size_t begins;
+        int frames = 0;
+        int dot = no_dot;
+        bool negative = false;
+    };
+    struct Head {
+        std::string_view prefix;
+        std::string_view count;
+    };
+
+    /// Where a text doesn't name the dot's perforation. Feet begin on a frame line at 0, so there the dot of
+    /// each count has its place; a key number can begin anywhere, and is taken to begin on its dot.
+    wide usual_dot(wide count) const {
+        if (kind().use != LabelUse::foot) return 1;
+        return remainder(kind().samples_per_count * count, kind().samples_per_frame) + 1;
+    }
+    bool shows_dot(wide count, wide dot) const {
+        const bool wanders = kind().samples_per_count % kind().samples_per_frame != 0;
+        return (kind().use != LabelUse::foot && wanders) || dot != usual_dot(count);
+    }
+
+    static Tail read_tail(std::string_view text) {
+        const Tail none{text.size()};
+        const std::size_t sign = text.find_last_of("+&-");
+        if (sign == std::string_view::npos) return none;
+        const std::string_view figures = text.substr(sign + 1);
+        const std::size_t point = figures.find('.');
+        const bool dotted = point != std::string_view::npos;
+        const int frames = short_number(figures.substr(0, point));
+        const int dot = dotted ? short_number(figures.substr(point + 1)) : no_dot;
+        if (frames < 0 || (dotted && dot < 0)) return none;
+        return {sign, frames, dot, text[sign] == '-'};
+    }
+
+    Head read_head(std::string_view head) const {
+        const auto prefix_size = static_cast<std::size_t>(kind().prefix_length);
+        if (head.size() > prefix_size) return {head.substr(0, prefix_size), head.substr(prefix_size)};
+        std::size_t begins = head.size();
+        const std::size_t most = static_cast<std::size_t>(kind().digits);
+        while (begins > 0 && head.size() - begins < most && is_digit(head[begins - 1]))
+            --begins;
+        return {head.substr(0, begins), head.substr(begins)};
+    }
+};
+
+/// A plain count of frames.
+class frames_cvt : public kind_cvt {
+public:
+    using kind_cvt::kind_cvt;
+
+    void format(int sample, const char*, char* out, unsigned size) const override {
+        char text[longest_text];
+        std::snprintf(text, sizeof text, "%d", sample);
+        write(out, size, text);
+    }
+
+    bool parse(const char* text, int& sample, char* prefix) const override {
+        std::string_view digits(text);
+        const bool negative = !digits.empty() && digits.front() == '-';
+        if (negative) digits.remove_prefix(1);
+        if (!all_digits(digits)) return false;
+        const std::optional<wide> number = number_of(digits);
+        if (!number) return false;
+        const wide value = negative ? -*number : *number;
+        if (!fits_int(value)) return false;
+        sample = static_cast<int>(value);
+        *prefix = '\0';
+        return true;
+    }
+};
+
+class timecode_cvt : public kind_cvt {
+public:
+    timecode_cvt(const LabelKind& kind, const TimecodeBase& base) : kind_cvt(kind), base_(base) {}
+
+    void format(int sample, const char*, char* out, unsigned size) const override {
+        const int frame = static_cast<int>(magnitude(sample) % base_.day());
+        const int number = frame + skipped_before(frame);
+        const int seconds = number / base_.count;
+        char text[longest_text];
+        std::snprintf(text, sizeof text, "%s%02d:%02d:%02d%c%02d", sample < 0 ? "-" : "", seconds / 3600,
+                      seconds / 60 % 60, seconds % 60, base_.skipped ? ';' : ':', number % base_.count);
+        write(out, size, text);
+    }
+
+    bool parse(const char* text, int& sample, char* prefix) const override {
+        std::string_view figures(text);
+        const bool negative = !figures.empty() && figures.front() == '-';
+        if (negative) figures.remove_prefix(1);
+        int parts[4];
+        if (!read_parts(figures, parts)) return false;
+        const int frame = frame_of(parts);
+        sample = negative ? -frame : frame;
+        *prefix = '\0';
+        return true;
+    }
+
+private:
+    /// Numbers that the count leaves out up to a frame of the day.
+    int skipped_before(int frame) const {
+        const int rest = frame % base_.ten_minutes();
+        const int minutes = rest < base_.plain_minute() ? 0 : 1 + (rest - base_.plain_minute()) / base_.minute();
+        return base_.skipped * (9 * (frame / base_.ten_minutes()) + minutes);
+    }
+
+    /// Four parts of two digits, with separators or as eight digits.
+    bool read_parts(std::string_view text, int (&parts)[4]) const {
+        if (text.size() != 8 && text.size() != 11) return false;
+        const std::size_t pitch = text.size() == 11 ? 3 : 2;
+        for (std::size_t i = 0; i < 4; ++i) {
+            parts[i] = short_number(text.substr(i * pitch, 2));
+            if (parts[i] < 0) return false;
+            if (pitch == 3 && i > 0 && std::string_view(":.;,").find(text[i * 3 - 1]) == std::string_view::npos) {
+                return false;
+            }
+        }
+        return parts[1] < 60 && parts[2] < 60 && parts[3] < base_.count;
+    }
+
+    int frame_of(const int (&parts)[4]) const {
+        const int minutes = parts[0] * 60 + parts[1];
+        const bool skips = minutes % 10 != 0 && parts[2] == 0;
+        const int frames = skips ? std::max(parts[3], base_.skipped) : parts[3];
+        return (minutes * 60 + parts[2]) * base_.count + frames - base_.skipped * (minutes - minutes / 10);
+    }
+
+    const TimecodeBase& base_;
+};
+
+std::unique_ptr<label_cvt> make_converter(const LabelKind& kind) {
+    switch (kind.use) {
+    case LabelUse::none:
+        break;
+    case LabelUse::key:
+    case LabelUse::foot:
+    case LabelUse::ink:
+        return std::make_unique<film_cvt>(kind);
+    case LabelUse::frames:
+        return std::make_unique<frames_cvt>(kind);
+    case LabelUse::timecode:
+        return std::make_unique<timecode_cvt>(kind, *timecode_base(kind.type));
+    }
+    return std::make_unique<kind_cvt>(kind);
+}
+
+std::vector<std::unique_ptr<label_cvt>> make_converters() {
+    std::vector<std::unique_ptr<label_cvt>> converters;
+    for (int number = 0; number < kind_numbers; ++number) {
+        converters.push_back(make_converter(label_kind(static_cast<label_t>(number))));
+    }
+    return converters;
+}
+
+} // namespace
+} // namespace embedded
+
+label_cvt* get_static_label_cvt(label_t type) {
+    // Never given back: labels of static life still ask for their converter at the end of the process.
+    static const auto& converters = *new auto(embedded::make_converters());
+    return converters[static_cast<std::size_t>(embedded::label_kind(type).type)].get();
+}

@@ -1,0 +1,66 @@
+// Points on labelled media.
+
+#include "embedded/clamped.h"
+#include "embedded/label_kinds.h"
+#include "host/fixed_text.h"
+#include "host/labels.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
+using embedded::clamp_to_int;
+using embedded::label_kind;
+
+LabelPoint::LabelPoint(int first_sample, label_t type) : sample(first_sample), given_(true) { set_type(type); }
+
+LabelPoint::LabelPoint(int first_sample, label_cvt* cvt)
+    : LabelPoint(first_sample, cvt ? cvt->label_type() : label_none) {}
+
+bool LabelPoint::operator==(const LabelPoint& other) const {
+    return type_ == other.type_ && sample == other.sample && std::strcmp(prefix_, other.prefix_) == 0;
+}
+
+void LabelPoint::operator+=(int samples) { set_sample(clamp_to_int(std::int64_t(sample) + samples)); }
+
+void LabelPoint::operator-=(int samples) { set_sample(clamp_to_int(std::int64_t(sample) - samples)); }
+
+void LabelPoint::set_sample(int new_sample) {
+    sample = new_sample;
+    given_ = true;
+}
+
+void LabelPoint::set_sample(const char* text) {
+    int read = 0;
+    char prefix[sizeof prefix_] = {};
+    given_ = text && cvt()->parse(text, read, prefix);
+    sample = read;
+    if (given_) fit_prefix(prefix);
+}
+
+// A blank prefix says nothing of the roll, so it stays blank at any length.
+void LabelPoint::set_type(label_t type) {
+    type_ = label_kind(type).type;
+    const bool blank = std::string_view(prefix_).find_first_not_of(' ') == std::string_view::npos;
+    fit_prefix(blank ? "" : prefix_);
+}
+
+const char* LabelPoint::get_string() {
+    cvt()->format(sample, prefix_, text_, sizeof text_);
+    return text_;
+}
+
+void LabelPoint::set_prefix(const char* prefix) { fit_prefix(prefix ? prefix : ""); }
+
+void LabelPoint::modify_count_length(int digits) { set_type(embedded::with_count_digits(type_, digits)); }
+
+label_cvt* LabelPoint::cvt() const { return get_static_label_cvt(type_); }
+
+void LabelPoint::fit_prefix(const char* prefix) {
+    const auto wanted = static_cast<std::size_t>(label_kind(type_).prefix_length);
+    char fitted[sizeof prefix_] = {};
+    const std::size_t given = std::min(std::strlen(prefix), wanted);
+    std::memset(fitted, given == 0 ? ' ' : '_', wanted);
+    std::memcpy(fitted, prefix, given);
+    std::memcpy(prefix_, fitted, sizeof fitted);
+}
