@@ -1,0 +1,153 @@
+#include "tool/command_line.h"
+
+#include "tool/key_values.h"
+#include "tool/tool_error.h"
+
+#include <CLI/CLI.hpp>
+
+namespace tool {
+namespace {
+
+constexpr const char* about = "Film lists from edits: cutlist tables and paged reports.";
+
+constexpr const char* main_examples = R"(
+Examples:
+  quillbrook cutlist reel.otio -o lists/reel.txt
+  quillbrook print lists/reel.cdb -o lists/again.txt --set some_lists=1 --set roll_list=0
+  quillbrook edit show reel.otio
+
+Exit status: 0 done, 1 the job failed, 2 wrong usage.
+"quillbrook COMMAND --help" tells of one command.)";
+
+constexpr const char* cutlist_examples = R"(
+Examples:
+  quillbrook cutlist reel.otio -o lists/reel.txt
+      lists the first picture channel: lists/reel.txt and the table lists/reel.cdb
+  quillbrook cutlist reel.otio -o lists/neg.txt --neg-cut --frames --set pull_handle=8
+      a neg-cut list in frames, with 8 frames more at both ends of each pull
+  quillbrook cutlist reel.otio -o lists/sound.txt --channel A2
+      the second sound channel
+  quillbrook cutlist reel.otio -o lists/reel.txt --overwrite --config allow_auto_unrender=0
+      lists rendered material as it stands)";
+
+constexpr const char* print_examples = R"(
+Examples:
+  quillbrook print lists/reel.cdb -o lists/again.txt
+      all lists, by the library's default options
+  quillbrook print lists/reel.cdb -o lists/pull.txt --set some_lists=1 --set roll_list=0
+                   --set assembly_list=0 --set optical_list=0
+      the pull list alone
+  quillbrook print lists/sound.cdb -o lists/sound.txt --set chan_type=2 --set chan_num=3
+      a table of a sound channel)";
+
+constexpr const char* show_examples = R"(
+Examples:
+  quillbrook edit show reel.otio
+  quillbrook edit show reel.otio --rate 23.976 --all-effects)";
+
+/// The raw values of the line; each command uses some of them.
+struct Values {
+    std::string input, report, channel = "V1", rate;
+    std::vector<std::string> options, settings;
+    bool neg_cut = false, frames = false, all_effects = false, overwrite = false, quiet = false;
+};
+
+void add_input_options(CLI::App& command, Values& values) {
+    command.add_option("EDIT", values.input, "The edit file (.otio)")->required();
+    command.add_option("--rate", values.rate, "Frames a second of the edit, in place of what the file says")
+        ->type_name("RATE");
+    command.add_flag("--all-effects", values.all_effects, "Every effect of the file is the lab's to make");
+}
+
+void add_report_options(CLI::App& command, Values& values) {
+    command.add_option("-o", values.report, "The report to write")->type_name("FILE")->required();
+    command.add_option("--set", values.options, "An option of the library; wins over all else")
+        ->type_name("KEY=VALUE")
+        ->allow_extra_args(false);
+    command.add_option("--config", values.settings, "A host-wide setting")
+        ->type_name("KEY=VALUE")
+        ->allow_extra_args(false);
+    command.add_flag("--overwrite", values.overwrite, "Replace a report that is there");
+    command.add_flag("--quiet", values.quiet, "Tell neither progress nor warnings");
+}
+
+CLI::App* add_cutlist(CLI::App& app, Values& values) {
+    CLI::App* command = app.add_subcommand("cutlist", "Turn an edit into a report and a table (.cdb) beside it");
+    add_input_options(*command, values);
+    add_report_options(*command, values);
+    command->add_option("--channel", values.channel, "The channel to list: V1, V2, ... or A1, A2, ...")
+        ->type_name("CHANNEL")
+        ->capture_default_str();
+    command->add_flag("--neg-cut", values.neg_cut, "A neg-cut list in place of a cutting-copy list");
+    command->add_flag("--frames", values.frames, "Positions in frames in place of feet and frames");
+    command->footer(cutlist_examples);
+    return command;
+}
+
+CLI::App* add_print(CLI::App& app, Values& values) {
+    CLI::App* command = app.add_subcommand("print", "Print the lists of a saved table");
+    command->add_option("CDB", values.input, "The table (.cdb)")->required();
+    add_report_options(*command, values);
+    command->footer(print_examples);
+    return command;
+}
+
+CLI::App* add_show(CLI::App& edit, Values& values) {
+    CLI::App* command = edit.add_subcommand("show", "Show what the library will see of an edit");
+    add_input_options(*command, values);
+    command->footer(show_examples);
+    return command;
+}
+
+EditInput edit_input(const Values& values) {
+    return {values.input, values.rate.empty() ? nullptr : parse_rate(values.rate), values.all_effects};
+}
+
+Output output(const Values& values) { return {values.report, values.overwrite, values.quiet}; }
+
+CutlistJob cutlist_job(const Values& values) {
+    CutlistJob job;
+    job.edit = edit_input(values);
+    job.output = output(values);
+    job.channel = parse_channel(values.channel);
+    job.neg_cut = values.neg_cut;
+    job.frames = values.frames;
+    job.options = parse_options(values.options);
+    job.settings = parse_settings(values.settings);
+    return job;
+}
+
+PrintJob print_job(const Values& values) {
+    return {values.input, output(values), parse_options(values.options), parse_settings(values.settings)};
+}
+
+std::string first_line(const std::string& text) { return text.substr(0, text.find('\n')); }
+
+} // namespace
+
+Request parse_command_line(int argc, const char* const* argv) {
+    Values values;
+    CLI::App app(about, "quillbrook");
+    app.footer(main_examples);
+    app.set_version_flag("--version", "quillbrook " QUILLBROOK_VERSION);
+    app.require_subcommand(1);
+    const CLI::App* cutlist = add_cutlist(app, values);
+    const CLI::App* print = add_print(app, values);
+    CLI::App* edit = app.add_subcommand("edit", "Look at edit files")->require_subcommand(1);
+    const CLI::App* show = add_show(*edit, values);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::CallForVersion& version) {
+        return std::string(version.what()) + '\n';
+    } catch (const CLI::CallForHelp&) {
+        return app.help();
+    } catch (const CLI::ParseError& error) {
+        throw UsageError(first_line(error.what()) + "; see quillbrook --help");
+    }
+    if (cutlist->parsed()) return cutlist_job(values);
+    if (print->parsed()) return print_job(values);
+    if (show->parsed()) return ShowJob{edit_input(values)};
+    return app.help();
+}
+
+} // namespace tool

@@ -1,0 +1,16 @@
+#pragma once
+// The command line: from arguments to a job.
+
+#include "tool/jobs.h"
+
+#include <variant>
+
+namespace tool {
+
+/// What the arguments ask for: a job, or a text such as the help.
+using Request = std::variant<std::string, CutlistJob, PrintJob, ShowJob>;
+
+/// Throws `UsageError`.
+Request parse_command_line(int argc, const char* const* argv);
+
+} // namespace tool

@@ -1,0 +1,95 @@
+#include "tool/key_values.h"
+
+#include "quillbrook/cutlist.h"
+#include "tool/tool_error.h"
+
+#include <charconv>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+namespace tool {
+namespace {
+
+constexpr std::string_view setting_keys[] = {"allow_auto_unrender", "audio_cutlist_24P",
+                                             "audio_cutlist_by_timecode_test"};
+
+template <class Number> std::optional<Number> parse_number(std::string_view text) {
+    Number value = 0;
+    const char* end = text.data() + text.size();
+    const auto [stop, trouble] = std::from_chars(text.data(), end, value);
+    if (text.empty() || trouble != std::errc() || stop != end) return std::nullopt;
+    return value;
+}
+
+std::pair<std::string, std::string> split_pair(const char* option, const std::string& text) {
+    const std::size_t equals = text.find('=');
+    if (equals == std::string::npos || equals == 0)
+        throw UsageError(std::string(option) + ": \"" + text + "\" is not KEY=VALUE");
+    return {text.substr(0, equals), text.substr(equals + 1)};
+}
+
+int parse_integer(const char* option, const std::string& key, const std::string& value) {
+    const std::optional<int> number = parse_number<int>(value);
+    if (!number) throw UsageError(std::string(option) + ' ' + key + ": \"" + value + "\" is not a whole number");
+    return *number;
+}
+
+const cutlist_option_key* find_option_key(const std::string& name) {
+    for (const cutlist_option_key* key = cutlist_option_keys(); key->name; ++key)
+        if (name == key->name) return key;
+    return nullptr;
+}
+
+bool is_setting_key(const std::string& name) {
+    for (std::string_view key : setting_keys)
+        if (name == key) return true;
+    return false;
+}
+
+} // namespace
+
+ChannelName parse_channel(const std::string& text) {
+    const char letter = text.empty() ? '\0' : text[0];
+    const bool picture = letter == 'V' || letter == 'v';
+    const bool sound = letter == 'A' || letter == 'a';
+    const std::optional<int> number =
+        picture || sound ? parse_number<int>(std::string_view(text).substr(1)) : std::nullopt;
+    if (!number || *number < 1)
+        throw UsageError("--channel: \"" + text + "\" is not a channel; name one as V1 (picture) or A1 (sound)");
+    return {picture ? 1 : 2, *number};
+}
+
+const embedded::RateInfo* parse_rate(const std::string& text) {
+    const std::optional<double> number = parse_number<double>(text);
+    const embedded::RateInfo* rate = number ? embedded::nearest_rate(*number) : nullptr;
+    if (!rate)
+        throw UsageError("--rate: \"" + text +
+                         "\" is not one of 23.976, 23.98, 24, 25, 29.97, 30, 47.952, 48, 50, 59.94, 60");
+    return rate;
+}
+
+Options parse_options(const std::vector<std::string>& pairs) {
+    Options options;
+    for (const std::string& pair : pairs) {
+        auto [key, value] = split_pair("--set", pair);
+        if (key == "output_file") throw UsageError("--set output_file: the report is named by -o");
+        const cutlist_option_key* known = find_option_key(key);
+        if (!known) throw UsageError("--set: there is no option \"" + key + "\"");
+        if (!known->is_text) value = std::to_string(parse_integer("--set", key, value));
+        options[key] = std::move(value);
+    }
+    return options;
+}
+
+Settings parse_settings(const std::vector<std::string>& pairs) {
+    Settings settings;
+    for (const std::string& pair : pairs) {
+        const auto [key, value] = split_pair("--config", pair);
+        if (!is_setting_key(key)) throw UsageError("--config: there is no setting \"" + key + "\"");
+        settings[key] = parse_integer("--config", key, value);
+    }
+    return settings;
+}
+
+} // namespace tool

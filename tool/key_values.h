@@ -1,0 +1,17 @@
+#pragma once
+// Reads and checks the values of the command line. All throw `UsageError`.
+
+#include "tool/jobs.h"
+
+namespace tool {
+
+/// "V1", "A2": a kind and a number from 1.
+ChannelName parse_channel(const std::string& text);
+/// One of the listed frame rates.
+const embedded::RateInfo* parse_rate(const std::string& text);
+/// KEY=VALUE pairs for keys of the library's options, the last of a key winning.
+Options parse_options(const std::vector<std::string>& pairs);
+/// KEY=VALUE pairs for host-wide settings.
+Settings parse_settings(const std::vector<std::string>& pairs);
+
+} // namespace tool

@@ -1,0 +1,21 @@
+#pragma once
+// What is checked of the files of a job before anything is written, and told of them afterwards.
+
+#include "tool/jobs.h"
+
+namespace tool {
+
+/// The path of a file that goes beside the report: its extension replaced.
+std::string beside_report(const std::string& report, const char* extension);
+
+/// Throws `JobError` unless the file is there and can be read.
+void check_readable(const std::string& path);
+
+/// Throws `JobError` unless the report and the files beside it can be made: the report's folder is there and
+/// writable, no file takes the place of another one or of `input`, and a report that is there may be replaced.
+void check_outputs(const std::string& input, const Output& output, const std::vector<std::string>& beside);
+
+/// Throws `JobError` when a file of the run couldn't be written whole.
+void check_written();
+
+} // namespace tool

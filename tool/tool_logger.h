@@ -1,0 +1,31 @@
+#pragma once
+// Where the messages of a run go: errors and warnings to standard error, progress to standard output.
+
+#include "host/settings.h"
+
+#include <string>
+#include <vector>
+
+namespace tool {
+
+class ToolLogger : public LoggerHandle {
+public:
+    /// `subject` is named behind each error.
+    ToolLogger(std::string subject, bool quiet) : subject_(std::move(subject)), quiet_(quiet) {}
+
+    void message(const LightweightString<wchar_t>& text, int level) override;
+    /// A message of the level that ends a run was told.
+    bool failed() const { return failed_; }
+
+private:
+    std::string subject_;
+    bool quiet_;
+    bool failed_ = false;
+};
+
+/// Tells each warning in a line of its own, unless `quiet`.
+void tell_warnings(const std::vector<std::string>& warnings, bool quiet);
+/// The text without line ends and other control characters, so that a name from a file can't spoil a terminal.
+std::string one_line(const std::string& text);
+
+} // namespace tool
