@@ -1,0 +1,33 @@
+#pragma once
+// The small texts that lists share: names of film formats, codes, positions and lengths.
+
+#include "host/labels.h"
+
+/// The name of a film format by its kind of label, static.
+const char* edgecode_name(int type);
+
+/// Text of a key or ink number, empty for an invalid point. Without its prefix the count stands where it
+/// stands in a line that shows the prefix. `out` holds at least 20 bytes.
+char* code_text(char* out, LabelPoint& point, int with_prefix);
+
+/// A length in feet as a field of nine characters, in a static buffer that the next call overwrites.
+const char* footage_text(const char* text);
+
+/// A short text by value.
+struct ListText {
+    char text[48] = "";
+};
+
+/// Feet and frames of a film frame of the reel, in the film format of the run.
+ListText footage(int frame);
+/// A position in the unit of the lists: feet and frames, or frames in six digits.
+ListText position_text(int frame);
+/// A number of frames in the unit of the lists.
+ListText length_text(int frames);
+/// The text of a point, empty for an invalid one.
+ListText point_text(LabelPoint point);
+/// The count, without its prefix, of the last frame of film ahead of the exclusive end `point`. `slack` is
+/// added to the samples of that frame before they are cut to a whole number.
+ListText last_frame_text(LabelPoint point, double speed, double slack = 0.0);
+/// A speed in two significant digits.
+ListText speed_text(double speed);

@@ -1,0 +1,180 @@
+// A cutlist record to and from its row.
+
+#include "host/recdb.h"
+#include "reports/cut_s.h"
+#include "reports/cutdb.h"
+#include "reports/number_text.h"
+
+#include <cstddef>
+
+namespace {
+
+void read_member(std::int32_t& member, const dbrecord& row, cutdb_field field) {
+    if (const char* text = row.get_field(static_cast<unsigned short>(field))) member = decimal_number(text);
+}
+
+void read_member(double& member, const dbrecord& row, cutdb_field field) {
+    if (const char* text = row.get_field(static_cast<unsigned short>(field))) member = floating_number(text);
+}
+
+template <std::size_t N> void read_member(char (&member)[N], const dbrecord& row, cutdb_field field) {
+    row.in_field(field, member, static_cast<int>(N - 1));
+}
+
+int write_member(std::int32_t member, dbrecord& row, cutdb_field field) { return row.set_field(field, member); }
+
+int write_member(double member, dbrecord& row, cutdb_field field) { return row.set_field(field, member); }
+
+int write_member(const char* member, dbrecord& row, cutdb_field field) { return row.set_field(field, member, true); }
+
+/// A column whose text is a member's, unaltered.
+struct PlainColumn {
+    cutdb_field field;
+    void (*read)(cut_s&, const dbrecord&, cutdb_field);
+    int (*write)(const cut_s&, dbrecord&, cutdb_field);
+};
+
+template <auto Member> constexpr PlainColumn column(cutdb_field field) {
+    return {field, [](cut_s& cut, const dbrecord& row, cutdb_field number) { read_member(cut.*Member, row, number); },
+            [](const cut_s& cut, dbrecord& row, cutdb_field number) { return write_member(cut.*Member, row, number); }};
+}
+
+constexpr PlainColumn plain_columns[] = {
+    column<&cut_s::event>(cf_event),
+    column<&cut_s::optical_record>(cf_optical_record),
+    column<&cut_s::optical_ref>(cf_optical_ref),
+    column<&cut_s::track>(cf_track),
+    column<&cut_s::optical_tracks>(cf_optical_tracks),
+    column<&cut_s::optical_layer_count>(cf_optical_layer_count),
+    column<&cut_s::optical_error>(cf_optical_error),
+    column<&cut_s::edit_in>(cf_edit_in),
+    column<&cut_s::edit_out>(cf_edit_out),
+    column<&cut_s::optical_in>(cf_optical_in),
+    column<&cut_s::optical_out>(cf_optical_out),
+    column<&cut_s::optical_name>(cf_optical_name),
+    column<&cut_s::src_reelid>(cf_src_reelid),
+    column<&cut_s::aud_reelid>(cf_aud_reelid),
+    column<&cut_s::src24P_reelid>(cf_src24P_reelid),
+    column<&cut_s::cam_reel>(cf_cam_reel),
+    column<&cut_s::keycode_missing>(cf_keycode_missing),
+    column<&cut_s::fx_op_in>(cf_fx_op_in),
+    column<&cut_s::fx_mod_in>(cf_fx_mod_in),
+    column<&cut_s::fx_len_in>(cf_fx_len_in),
+    column<&cut_s::fx_op_out>(cf_fx_op_out),
+    column<&cut_s::fx_mod_out>(cf_fx_mod_out),
+    column<&cut_s::fx_len_out>(cf_fx_len_out),
+    column<&cut_s::fx_name_out>(cf_fx_name_out),
+    column<&cut_s::speed>(cf_speed),
+    column<&cut_s::cookie>(cf_cookie),
+    column<&cut_s::special>(cf_special),
+    column<&cut_s::scene>(cf_scene),
+    column<&cut_s::take>(cf_take),
+    column<&cut_s::description>(cf_description),
+    column<&cut_s::clip_cue>(cf_clip_cue),
+    column<&cut_s::cue_description>(cf_cue_description),
+    column<&cut_s::utr_fx_present>(cf_utr_fx_present),
+    column<&cut_s::utr_fx_name>(cf_utr_fx_name),
+};
+
+/// A field copied out of a row; empty when the field is.
+template <std::size_t N> struct FieldText {
+    char text[N + 1];
+
+    FieldText(const dbrecord& row, cutdb_field field) {
+        text[0] = '\0';
+        row.in_field(field, text, static_cast<int>(N));
+    }
+};
+
+using LabelText = FieldText<19>;
+
+label_t read_kind(const dbrecord& row, cutdb_field field) {
+    return edlstr_to_label_type(FieldText<11>(row, field).text);
+}
+
+void read_point(LabelPoint& point, const dbrecord& row, cutdb_field field, label_t kind) {
+    const LabelText text(row, field);
+    point.set_type(kind);
+    if (text.text[0]) {
+        point.set_sample(text.text);
+    } else {
+        point = get_invalid_label()->get_label_point(0);
+    }
+}
+
+int key_direction(const cut_s& cut) {
+    const bool known = cut.keycode_in.is_valid() && cut.keycode_out.is_valid();
+    return known && cut.keycode_out.sample < cut.keycode_in.sample ? -1 : 1;
+}
+
+// The kind is written with the in point alone.
+void write_points(dbrecord& row, LabelPoint in, LabelPoint out, cutdb_field in_field, cutdb_field out_field,
+                  cutdb_field kind_field) {
+    if (in.is_valid()) {
+        row.set_field(in_field, in.get_string(), true);
+        row.set_field(kind_field, label_type_to_edlstr(in.type()), true);
+    }
+    if (out.is_valid()) row.set_field(out_field, out.get_string(), true);
+}
+
+struct TimecodeColumns {
+    cutdb_field in, out, kind, medium;
+};
+
+constexpr TimecodeColumns prim_columns = {cf_prim_tc_in, cf_prim_tc_out, cf_prim_tc_std, cf_prim_tc_medium};
+constexpr TimecodeColumns aud_columns = {cf_aud_tc_in, cf_aud_tc_out, cf_aud_tc_std, cf_aud_tc_medium};
+constexpr TimecodeColumns src24P_columns = {cf_src24P_tc_in, cf_src24P_tc_out, cf_src24P_tc_std, cf_src24P_tc_medium};
+
+void write_timecode(dbrecord& row, const EditLabel& label, const TimecodeColumns& columns) {
+    row.set_field(columns.in, label.get_string(0), true);
+    row.set_field(columns.out, label.get_string(label.end), true);
+    row.set_field(columns.kind, label_type_to_edlstr(label.type()), true);
+    row.set_field(columns.medium, static_cast<int>(label.get_MediumRoll().medium));
+}
+
+void read_timecode(EditLabel& label, const dbrecord& row, const TimecodeColumns& columns,
+                   const MediumRollIdent& ident) {
+    const label_t kind = read_kind(row, columns.kind);
+    label.set_type(kind);
+    label.set_MediumRoll(ident);
+    label.set_start(LabelText(row, columns.in).text);
+    LabelPoint end(0, kind);
+    end.set_sample(LabelText(row, columns.out).text);
+    label.set_end(end.sample);
+}
+
+} // namespace
+
+int cut_s::to_record(dbrecord& row) const {
+    row.set_field(cf_shot_name, toUTF8(shot_name).c_str(), true);
+    write_points(row, keycode_in, keycode_out, cf_keycode_in, cf_keycode_out, cf_keylabeltype);
+    write_points(row, inkcode_in, inkcode_out, cf_inkcode_in, cf_inkcode_out, cf_inklabeltype);
+    write_timecode(row, prim_tc, prim_columns);
+    write_timecode(row, aud_tc, aud_columns);
+    write_timecode(row, src24P_tc, src24P_columns);
+    int result = 0;
+    for (const PlainColumn& plain : plain_columns)
+        result = plain.write(*this, row, plain.field);
+    return result;
+}
+
+void cut_s::from_record(dbrecord& row) {
+    for (const PlainColumn& plain : plain_columns)
+        plain.read(*this, row, plain.field);
+    shot_name = fromUTF8(FieldText<1023>(row, cf_shot_name).text, -1);
+
+    const label_t key_kind = read_kind(row, cf_keylabeltype);
+    read_point(keycode_in, row, cf_keycode_in, key_kind);
+    read_point(keycode_out, row, cf_keycode_out, key_kind);
+    const label_t ink_kind = read_kind(row, cf_inklabeltype);
+    read_point(inkcode_in, row, cf_inkcode_in, ink_kind);
+    read_point(inkcode_out, row, cf_inkcode_out, ink_kind);
+    direction = key_direction(*this);
+
+    // Only the primary timecode has its medium in the table; those of the others are fixed.
+    std::int32_t medium = prim_tc.get_MediumRoll().medium;
+    read_member(medium, row, cf_prim_tc_medium);
+    read_timecode(prim_tc, row, prim_columns, MediumRollIdent(medium, 2));
+    read_timecode(aud_tc, row, aud_columns, MediumRollIdent(medium_sound, 3));
+    read_timecode(src24P_tc, row, src24P_columns, MediumRollIdent(medium_24p, 1));
+}
