@@ -1,0 +1,44 @@
+#include "embedded/number_text.h"
+#include "embedded/table_data.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+// A negative number of a field is no field.
+std::size_t field_index(int field) { return field < 0 ? SIZE_MAX : static_cast<std::size_t>(field); }
+
+int store(dbrecord::Impl& row, int field, std::string_view text) {
+    return row.fields.set(field_index(field), text) ? 0 : -1;
+}
+
+} // namespace
+
+const char* dbrecord::get_field(unsigned short field) const { return impl_->fields.get(field); }
+
+int dbrecord::in_field(int field, char* buffer, int max_chars) const {
+    const char* text = impl_->fields.get(field_index(field));
+    if (!text || max_chars < 0) return 0;
+    const std::size_t length = ::strnlen(text, static_cast<std::size_t>(max_chars));
+    std::memmove(buffer, text, length);
+    buffer[length] = '\0';
+    return static_cast<int>(length);
+}
+
+int dbrecord::set_field(int field, int value) { return store(*impl_, field, std::to_string(value)); }
+
+int dbrecord::set_field(int field, double value) { return store(*impl_, field, embedded::text_of_double(value)); }
+
+int dbrecord::set_field(int field, const char* value, bool) {
+    return store(*impl_, field, std::string_view(value ? value : ""));
+}
+
+dbrecord& dbrecord::operator=(const dbrecord& other) {
+    if (this == &other) return *this;
+    for (std::size_t field = 0; field < impl_->fields.count(); ++field) {
+        const char* text = other.impl_->fields.get(field);
+        impl_->fields.set(field, std::string_view(text ? text : ""));
+    }
+    return *this;
+}

@@ -1,0 +1,90 @@
+#include "embedded/replacement_file.h"
+#include "embedded/services.h"
+#include "host/counted.h"
+#include "host/text.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <unistd.h>
+
+namespace embedded {
+namespace {
+
+class StandardMemory : public memory_service {
+public:
+    void* allocate(std::size_t size) override {
+        void* block = std::malloc(std::max<std::size_t>(size, 1));
+        if (block) return block;
+        std::fputs("out of memory\n", stderr);
+        std::abort();
+    }
+    void free(void* block) override { std::free(block); }
+};
+
+/// A report on its way to its place: it gets there when the last holder lets it go.
+class ReplacementStream : public stream {
+public:
+    explicit ReplacementStream(const std::string& path) : path_(path), file_(path) {}
+    ~ReplacementStream() override {
+        if (!file_.commit()) note_write_failure(path_);
+    }
+    void write(const void* data, unsigned int count) override { file_.write(data, count); }
+    bool good() const { return file_.good(); }
+
+private:
+    std::string path_;
+    ReplacementFile file_;
+};
+
+class StandardFiles : public file_service {
+public:
+    void remove(LightweightString<wchar_t> path) override { ::unlink(toUTF8(path).c_str()); }
+
+    // A stream that couldn't be opened notes its failure when it goes.
+    Qb::Ptr<stream> open(LightweightString<wchar_t> path, int, int, int, int) override {
+        auto file = std::make_unique<ReplacementStream>(toUTF8(path).c_str());
+        return file->good() ? Qb::Ptr<stream>(file.release()) : Qb::Ptr<stream>();
+    }
+};
+
+class StandardCounts : public count_service {
+public:
+    void add_ref(use_count& count) override { ++count.users; }
+    int release_ref(use_count& count) override { return --count.users; }
+};
+
+class StandardSystem : public operating_system {
+public:
+    constexpr StandardSystem() = default;
+    memory_service& memory() override { return memory_; }
+    file_service& files() override { return files_; }
+    count_service& counts() override { return counts_; }
+
+private:
+    StandardMemory memory_;
+    StandardFiles files_;
+    StandardCounts counts_;
+};
+
+// Ready before any other object is made, and there until the last one is gone.
+union Undying {
+    StandardSystem system;
+    constexpr Undying() : system() {}
+    ~Undying() {}
+};
+
+constinit Undying standard;
+constinit operating_system* replaced_by = nullptr;
+
+} // namespace
+
+void use_operating_system(operating_system* services) { replaced_by = services; }
+
+operating_system& standard_operating_system() { return standard.system; }
+
+} // namespace embedded
+
+operating_system* OS() { return embedded::replaced_by ? embedded::replaced_by : &embedded::standard.system; }

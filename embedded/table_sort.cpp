@@ -1,0 +1,106 @@
+#include "embedded/table_data.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace embedded {
+namespace {
+
+enum class KeyKind : unsigned char { empty, number, text };
+
+/// One field of one row, made ready for comparing. For a number the text is its digits.
+struct SortKey {
+    KeyKind kind = KeyKind::empty;
+    bool negative = false;
+    std::string_view text;
+};
+
+bool is_digit(char c) { return c >= '0' && c <= '9'; }
+
+// Digits without a leading zero, with or without a minus sign, or "0" alone.
+bool is_number(std::string_view text) {
+    if (text == "0") return true;
+    if (!text.empty() && text.front() == '-') text.remove_prefix(1);
+    return !text.empty() && text.front() != '0' && std::all_of(text.begin(), text.end(), is_digit);
+}
+
+SortKey make_key(const char* field, std::size_t offset) {
+    const std::string_view text(field ? field : "");
+    if (text.empty()) return {};
+    if (is_number(text)) {
+        const bool negative = text.front() == '-';
+        return {KeyKind::number, negative, text.substr(negative ? 1 : 0)};
+    }
+    return {KeyKind::text, false, text.substr(std::min(offset, text.size()))};
+}
+
+template <class T> int order(const T& a, const T& b) { return a < b ? -1 : (b < a ? 1 : 0); }
+
+// Numbers may have any length: of two without leading zeros the longer one is the greater.
+int compare_numbers(const SortKey& a, const SortKey& b) {
+    if (a.negative != b.negative) return a.negative ? -1 : 1;
+    int result = order(a.text.size(), b.text.size());
+    if (result == 0) result = a.text.compare(b.text);
+    return a.negative ? -result : result;
+}
+
+unsigned char lower(char c) { return static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c); }
+
+int compare_folded(std::string_view a, std::string_view b) {
+    const std::size_t common = std::min(a.size(), b.size());
+    for (std::size_t i = 0; i < common; ++i) {
+        if (lower(a[i]) != lower(b[i])) return order(lower(a[i]), lower(b[i]));
+    }
+    return order(a.size(), b.size());
+}
+
+int compare_keys(const SortKey& a, const SortKey& b, bool fold_case) {
+    if (a.kind != b.kind) return order(a.kind, b.kind);
+    if (a.kind == KeyKind::number) return compare_numbers(a, b);
+    return fold_case ? compare_folded(a.text, b.text) : a.text.compare(b.text);
+}
+
+/// The keys of all rows, row by row, each row's most significant first.
+class SortKeys {
+public:
+    SortKeys(const TableData& table, bool fold_case) : width_(table.sort_fields.size()), fold_case_(fold_case) {
+        keys_.reserve(table.rows.size() * width_);
+        for (const auto& row : table.rows) {
+            for (const std::size_t field : table.sort_fields) {
+                keys_.push_back(make_key(row->fields.get(field), table.sort_offset));
+            }
+        }
+    }
+
+    int compare(std::size_t a, std::size_t b) const {
+        for (std::size_t i = 0; i < width_; ++i) {
+            const int result = compare_keys(keys_[a * width_ + i], keys_[b * width_ + i], fold_case_);
+            if (result != 0) return result;
+        }
+        return 0;
+    }
+
+private:
+    std::size_t width_;
+    bool fold_case_;
+    std::vector<SortKey> keys_;
+};
+
+} // namespace
+
+void TableData::sort(bool ascending, bool fold_case) {
+    const SortKeys keys(*this, fold_case);
+    std::vector<std::size_t> places(rows.size());
+    std::iota(places.begin(), places.end(), std::size_t{0});
+    std::stable_sort(places.begin(), places.end(), [&](std::size_t a, std::size_t b) {
+        return ascending ? keys.compare(a, b) < 0 : keys.compare(a, b) > 0;
+    });
+    std::vector<std::unique_ptr<Row>> sorted;
+    sorted.reserve(rows.size());
+    for (const std::size_t place : places)
+        sorted.push_back(std::move(rows[place]));
+    rows = std::move(sorted);
+    forget_shown();
+}
+
+} // namespace embedded
