@@ -1,0 +1,37 @@
+# What `cmake --install` puts where, and how other projects find it.
+include(CMakePackageConfigHelpers)
+
+install(TARGETS quillbrook quillbrook-embedded EXPORT quillbrook_targets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+if(TARGET quillbrook_tool)
+    install(TARGETS quillbrook_tool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()
+
+# Headers name each other as "host/edit.h"; they lie below include/quillbrook, which is on the include path of
+# whoever links us, so that nothing of ours stands in the prefix's own include directory.
+set(installed_headers ${CMAKE_INSTALL_INCLUDEDIR}/quillbrook)
+file(GLOB library_headers ${PROJECT_SOURCE_DIR}/include/quillbrook/*.h)
+file(GLOB host_headers ${PROJECT_SOURCE_DIR}/host/*.h)
+install(FILES ${library_headers} DESTINATION ${installed_headers})
+install(FILES ${host_headers} DESTINATION ${installed_headers}/host)
+foreach(header edit_builder fraction rates services)
+    install(FILES ${PROJECT_SOURCE_DIR}/embedded/${header}.h DESTINATION ${installed_headers}/embedded)
+endforeach()
+install(FILES ${PROJECT_SOURCE_DIR}/formats/otio_reader.h DESTINATION ${installed_headers}/formats)
+
+# find_package(quillbrook): quillbrook::quillbrook and quillbrook::embedded.
+set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/quillbrook)
+install(EXPORT quillbrook_targets NAMESPACE quillbrook:: FILE quillbrook-targets.cmake DESTINATION ${package_folder})
+file(WRITE ${PROJECT_BINARY_DIR}/quillbrook-config.cmake
+    "include(\${CMAKE_CURRENT_LIST_DIR}/quillbrook-targets.cmake)\n")
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/quillbrook-config-version.cmake
+    COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/quillbrook-config.cmake ${PROJECT_BINARY_DIR}/quillbrook-config-version.cmake
+    DESTINATION ${package_folder})
+
+# pkg-config: quillbrook is the library alone, for hosts of their own; quillbrook-embedded brings ours along.
+file(RELATIVE_PATH prefix_from_pc /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+foreach(name quillbrook quillbrook-embedded)
+    configure_file(cmake/${name}.pc.in ${PROJECT_BINARY_DIR}/${name}.pc @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endforeach()

@@ -1,0 +1,41 @@
+#!/bin/bash
+# How the cost of a whole run grows: instructions (callgrind) and peak memory of the command on edits of 2,500,
+# 5,000 and 9,999 events. Fails where twice the events cost more than 2.2 times the instructions.
+# Usage: scripts/bench_growth.sh [BUILD], by default build/release.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+build=${1:-build/release}
+limit=2.2
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+export SOURCE_DATE_EPOCH=0
+
+run() { # events, then what runs the command
+    local events=$1
+    shift
+    "$@" "$build/quillbrook" cutlist "$work/$events.otio" -o "$work/$events.txt" --overwrite --quiet
+}
+
+instructions() {
+    run "$1" valgrind --tool=callgrind --callgrind-out-file=/dev/null 2>&1 | sed -n 's/.*Collected : //p'
+}
+
+peak_memory() {
+    [ -x /usr/bin/time ] || return 0
+    run "$1" /usr/bin/time -f '%M' 2>&1 | tail -1
+}
+
+before=
+printf '%8s %18s %10s %12s\n' events instructions ratio 'peak KiB'
+for events in 2500 5000 9999; do
+    "$build/bench/make_edit" "$events" >"$work/$events.otio"
+    count=$(instructions "$events")
+    ratio=-
+    [ -z "$before" ] || ratio=$(awk -v a="$before" -v b="$count" 'BEGIN { printf "%.3f", b / a }')
+    printf '%8s %18s %10s %12s\n' "$events" "$count" "$ratio" "$(peak_memory "$events")"
+    if [ "$ratio" != - ] && awk -v r="$ratio" -v l="$limit" 'BEGIN { exit !(r > l) }'; then
+        echo "twice the events cost $ratio times the instructions, above $limit" >&2
+        exit 1
+    fi
+    before=$count
+done

@@ -1,0 +1,80 @@
+// Builds an edit in code, makes a cutlist of it in the folder of the first argument and looks at the files.
+
+#include <embedded/edit_builder.h>
+#include <embedded/services.h>
+#include <quillbrook/cutlist.h>
+
+#include <fstream>
+#include <iostream>
+#include <sstream>
+#include <string>
+
+namespace {
+
+class PrintingLogger : public LoggerHandle {
+public:
+    void message(const LightweightString<wchar_t>& text, int level) override {
+        std::cout << level << ": " << toUTF8(text).c_str() << '\n';
+    }
+};
+
+embedded::SourceDescription camera_roll(const std::string& name, const std::string& key) {
+    embedded::SourceDescription source;
+    source.identity = "camera/" + name;
+    source.name = name;
+    source.reels[{1, 2}] = name;
+    source.key = embedded::LabelDescription{label_key_35mm_4p, key, {}, {}};
+    return source;
+}
+
+void add_shot(embedded::EditBuilder& builder, int channel, embedded::SourceId source, int frames) {
+    embedded::EventDescription event;
+    event.source = source;
+    event.duration = embedded::Fraction(frames, 24);
+    event.label = "shot";
+    builder.add_event(channel, event);
+}
+
+EditPtr build_edit() {
+    embedded::EditDescription description;
+    description.name = "Outside";
+    description.rate = embedded::nearest_rate(24.0);
+    embedded::EditBuilder builder(description);
+    const int channel = builder.add_channel(1);
+    const embedded::SourceId first = builder.add_source(camera_roll("A001", "KJ1234560100+00"));
+    const embedded::SourceId second = builder.add_source(camera_roll("A002", "KJ6543210200+00"));
+    add_shot(builder, channel, first, 48);
+    add_shot(builder, channel, second, 36);
+    return builder.finish();
+}
+
+std::string contents(const std::string& path) {
+    std::ostringstream bytes;
+    bytes << std::ifstream(path, std::ios::binary).rdbuf();
+    return bytes.str();
+}
+
+bool holds(const std::string& path, const char* text) {
+    if (contents(path).find(text) != std::string::npos) return true;
+    std::cerr << path << " lacks \"" << text << "\"\n";
+    return false;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 2) return 2;
+    const std::string stem = std::string(argv[1]) + "/outside";
+    embedded::settings_block options;
+    options.set("chan_type", "1");
+    options.set("chan_num", "0");
+    options.set("output_file", stem + ".txt");
+
+    const EditPtr edit = build_edit();
+    PrintingLogger logger;
+    CueList* cues = embedded::EditBuilder::cues_of(edit);
+    if (!make_cutlist_from_edit(edit, logger, 0, &options, cues, false)) return 1;
+    const bool table = holds(stem + ".cdb", "edit_name=Outside") && holds(stem + ".cdb", "KJ1234560100+00");
+    const bool report = holds(stem + ".txt", "OUTSIDE") && holds(stem + ".txt", "KJ654321");
+    return table && report ? 0 : 1;
+}
