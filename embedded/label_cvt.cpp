@@ -204,10 +204,13 @@ public:
         const int frame = static_cast<int>(magnitude(sample) % base_.day());
         const int number = frame + skipped_before(frame);
         const int seconds = number / base_.count;
-        char text[longest_text];
-        std::snprintf(text, sizeof text, "%s%02d:%02d:%02d%c%02d", sample < 0 ? "-" : "", seconds / 3600,
-                      seconds / 60 % 60, seconds % 60, base_.skipped ? ';' : ':', number % base_.count);
-        write(out, size, text);
+        char text[] = "-HH:MM:SS:FF";
+        put_two_digits(text + 1, seconds / 3600);
+        put_two_digits(text + 4, seconds / 60 % 60);
+        put_two_digits(text + 7, seconds % 60);
+        if (base_.skipped) text[9] = ';';
+        put_two_digits(text + 10, number % base_.count);
+        write(out, size, sample < 0 ? text : text + 1);
     }
 
     bool parse(const char* text, int& sample, char* prefix) const override {
@@ -223,6 +226,11 @@ public:
     }
 
 private:
+    static void put_two_digits(char* out, int number) {
+        out[0] = static_cast<char>('0' + number / 10);
+        out[1] = static_cast<char>('0' + number % 10);
+    }
+
     /// Numbers that the count leaves out up to a frame of the day.
     int skipped_before(int frame) const {
         const int rest = frame % base_.ten_minutes();
