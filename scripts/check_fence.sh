@@ -1,0 +1,57 @@
+#!/bin/bash
+# The fences between the folders: who may include whom, what the library may not use, and words that don't
+# belong into tracked files.
+set -uo pipefail
+cd "$(dirname "$0")/.."
+failed=0
+
+complain() { # what is wrong, then the lines
+    echo "fence: $1"
+    echo "$2" | sed 's/^/    /'
+    failed=1
+}
+
+files_of() { git ls-files -co --exclude-standard -- "$@" | grep -E '\.(h|cpp)$' | while read -r f; do [ -f "$f" ] && echo "$f"; done; }
+
+# Folder, then the first parts of paths that its quoted includes may have.
+only_includes() {
+    local folder=$1 allowed=$2 files lines
+    files=$(files_of "$folder/")
+    [ -n "$files" ] || return 0
+    lines=$(grep -nE '^ *# *include "' $files /dev/null | grep -vE "include \"($allowed)/")
+    [ -z "$lines" ] || complain "$folder/ includes only $allowed" "$lines"
+}
+
+lacks() { # folder, pattern, what it is
+    local files lines
+    files=$(files_of "$1/")
+    [ -n "$files" ] || return 0
+    lines=$(grep -nE "$2" $files /dev/null)
+    [ -z "$lines" ] || complain "$1/ uses no $3" "$lines"
+}
+
+subsystems='cutlist|reports|changelist|logging'
+for folder in cutlist reports changelist logging; do
+    only_includes $folder "quillbrook|host|$subsystems"
+    lacks $folder 'std::(basic_)?(string|wstring|vector|map|set|unordered_map|list|deque|function)([^_a-z]|$)' \
+        'container of the standard allocator'
+    lacks $folder 'std::(cout|cerr|[io]?f?stream|[io]?stringstream)|# *include <(iostream|fstream|sstream)>' 'streams'
+    lacks $folder '(^|[^_[:alnum:]])(try|catch|throw)([^_[:alnum:]]|$).*[{(;]' 'exceptions'
+done
+only_includes include 'quillbrook|host'
+only_includes host 'host'
+only_includes embedded 'embedded|host'
+only_includes formats 'formats|embedded|host|rapidjson'
+only_includes tool 'tool|quillbrook|embedded|formats|host'
+
+readers_of_the_line=$(grep -lE '# *include [<"]CLI/' $(files_of tool/ embedded/ formats/ host/ include/) /dev/null | wc -l)
+[ "$readers_of_the_line" -le 1 ] || complain "one file of tool/ reads the command line" "$readers_of_the_line do"
+
+# Put together from pieces, so that this file doesn't hold them.
+p=Part s=spec m='\.md'
+words="(^|[^[:alnum:]])$p [1-5]\.[0-9]|the ${s}ification|as ${s}ified|(^|[^[:alnum:]])(${s}|h""ost|o""tio)$m"
+lines=$(git grep -nIE --untracked "$words" -- . 2>/dev/null)
+[ -z "$lines" ] || complain "words that belong to nobody who reads this" "$lines"
+
+[ $failed -eq 0 ] && echo "fence: all folders keep to their side"
+exit $failed

@@ -1,0 +1,17 @@
+#!/bin/bash
+# Each header that is installed compiles alone, with both compilers, and without exceptions.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+headers=$(ls include/quillbrook/*.h host/*.h embedded/{edit_builder,fraction,rates,services}.h formats/otio_reader.h)
+
+alone() {
+    echo "#include \"$2\"" | "$1" -std=c++20 $3 -fsyntax-only -Wall -Wextra -Wconversion -Wshadow -Werror -I. -Iinclude \
+        -x c++ - || { echo "headers: $2 doesn't compile alone with $1 $3"; exit 1; }
+}
+export -f alone
+for compiler in g++-12 clang++-14; do
+    for flag in -fexceptions -fno-exceptions; do
+        echo "$headers" | xargs -P "$(nproc)" -I{} bash -c "alone $compiler {} $flag"
+    done
+done
+echo "headers: all compile alone"

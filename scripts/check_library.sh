@@ -1,0 +1,22 @@
+#!/bin/bash
+# What libquillbrook.so gives and takes: it exports what include/ declares and nothing else, and it takes no
+# memory but through its host. Usage: scripts/check_library.sh BUILD (without sanitizers).
+set -euo pipefail
+library=$1/libquillbrook.so
+cd "$(dirname "$0")/.."
+failed=0
+
+declared=$(cat include/quillbrook/*.h | tr '\n' ' ' | grep -oE 'QUILLBROOK_API [^(;]*\(' | grep -oE '[A-Za-z_0-9]+\($' |
+    tr -d '(' | sort -u)
+exported=$(nm -DC --defined-only "$library" | awk '{ $1 = ""; $2 = ""; print }' | sed 's/^ *//; s/(.*//' | sort -u)
+extra=$(comm -13 <(echo "$declared") <(echo "$exported"))
+missing=$(comm -23 <(echo "$declared") <(echo "$exported"))
+[ -z "$extra" ] || { echo "library: exports what no public header declares:"; echo "$extra"; failed=1; }
+[ -z "$missing" ] || { echo "library: declared, but not exported:"; echo "$missing"; failed=1; }
+
+taken=$(nm -D --undefined-only "$library" | awk '{ print $2 }' | sed 's/@.*//' |
+    grep -E '^(malloc|calloc|realloc|free|aligned_alloc|posix_memalign|_Zn[wa].*|_Zd[la].*|_ZNK?S[sa].*|_ZNK?St7__cxx1112basic_string.*)$' || true)
+[ -z "$taken" ] || { echo "library: memory not from the host:"; echo "$taken" | c++filt; failed=1; }
+
+[ $failed -eq 0 ] && echo "library: exports and imports are as they should be"
+exit $failed

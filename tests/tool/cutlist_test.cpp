@@ -1,0 +1,234 @@
+// "quillbrook cutlist" and "quillbrook print" from outside.
+
+#include "tests/tool/tool_process.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+namespace {
+
+class Cutlist : public ToolTest {
+protected:
+    void SetUp() override { write_edit("cut.otio"); }
+
+    /// The job failed: status 1 and one line that holds `text`; only `left` stands in the folder.
+    void expect_failure(const std::vector<std::string>& arguments, const std::string& text,
+                        const std::vector<std::string>& left) {
+        const ToolResult result = run(arguments);
+        EXPECT_EQ(result.status, 1) << result.out;
+        EXPECT_THAT(result.err, HasSubstr(text));
+        EXPECT_EQ(result.err.find('\n'), result.err.size() - 1) << result.err;
+        EXPECT_EQ(names(), left);
+    }
+    void expect_done(const std::vector<std::string>& arguments) {
+        const ToolResult result = run(arguments);
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_EQ(result.err, "");
+    }
+};
+
+class Print : public Cutlist {
+protected:
+    void SetUp() override {
+        Cutlist::SetUp();
+        expect_done({"cutlist", "cut.otio", "-o", "cut.txt"});
+        expect_done({"cutlist", "cut.otio", "-o", "sound.txt", "--channel", "A1"});
+    }
+};
+
+TEST_F(Cutlist, MakesTheReportAndTheTableBesideIt) {
+    expect_done({"cutlist", "cut.otio", "-o", "cut.txt"});
+    EXPECT_THAT(names(), ElementsAre("cut.cdb", "cut.otio", "cut.txt"));
+    EXPECT_THAT(read("cut.cdb"), StartsWith("%recdb 1\n"));
+    EXPECT_THAT(read("cut.cdb"), HasSubstr("\nproject_name=Heron\nedit_name=Two shots\n"));
+    EXPECT_THAT(read("cut.cdb"), HasSubstr("\ncutlist_type=cutting-copy\nchannel=V00\n"));
+    EXPECT_THAT(read("cut.cdb"), HasSubstr("KJ123456"));
+    EXPECT_THAT(read("cut.txt"), HasSubstr("TWO SHOTS"));
+    EXPECT_THAT(read("cut.txt"), HasSubstr("CUTTING-COPY version 9"));
+}
+
+TEST_F(Cutlist, TellsProgressOnStandardOutput) {
+    const ToolResult result = run({"cutlist", "cut.otio", "-o", "cut.txt"});
+    EXPECT_THAT(result.out, HasSubstr("Analysing track V1\n"));
+    EXPECT_EQ(result.err, "");
+}
+
+TEST_F(Cutlist, QuietSaysNothing) {
+    const ToolResult result = run({"cutlist", "cut.otio", "-o", "cut.txt", "--quiet"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "");
+}
+
+TEST_F(Cutlist, SoundChannelIsChosenByName) {
+    expect_done({"cutlist", "cut.otio", "-o", "cut.txt", "--channel", "A1"});
+    EXPECT_THAT(read("cut.cdb"), HasSubstr("\nchannel=A01\n"));
+    EXPECT_THAT(read("cut.txt"), HasSubstr("SOUND TRACK 1"));
+}
+
+TEST_F(Cutlist, NegCutAndFramesReachTheReport) {
+    expect_done({"cutlist", "cut.otio", "-o", "feet.txt"});
+    expect_done({"cutlist", "cut.otio", "-o", "neg.txt", "--neg-cut", "--frames"});
+    EXPECT_THAT(read("neg.cdb"), HasSubstr("\ncutlist_type=neg-cut\n"));
+    EXPECT_THAT(read("neg.txt"), HasSubstr("NEG-CUT version 9"));
+    EXPECT_THAT(read("feet.txt"), HasSubstr("0005+04"));
+    EXPECT_THAT(read("neg.txt"), HasSubstr("000083"));
+}
+
+TEST_F(Cutlist, SetWinsOverAllElse) {
+    expect_done({"cutlist", "cut.otio", "-o", "cut.txt", "--neg-cut", "--set", "pull_match_assembly=1", "--set",
+                 "proj_name=Egret", "--set", "pgm_id=R7"});
+    EXPECT_THAT(read("cut.cdb"), HasSubstr("\nproject_name=Egret\n"));
+    EXPECT_THAT(read("cut.cdb"), HasSubstr("\ncutlist_type=cutting-copy\n"));
+    EXPECT_THAT(read("cut.txt"), HasSubstr("(R7)"));
+}
+
+TEST_F(Cutlist, LongTextOptionsAreCut) {
+    expect_done({"cutlist", "cut.otio", "-o", "cut.txt", "--set", "proj_name=" + std::string(500, 'x')});
+    EXPECT_THAT(read("cut.cdb"), HasSubstr("\nproject_name=" + std::string(63, 'x') + '\n'));
+}
+
+TEST_F(Cutlist, RateOfTheLineWinsOverTheFile) {
+    expect_done({"cutlist", "cut.otio", "-o", "cut.txt", "--rate", "23.98"});
+    EXPECT_THAT(read("cut.cdb"), HasSubstr("\nedit label_std=23.976fps\n"));
+}
+
+TEST_F(Cutlist, MissingEditIsNamed) { expect_failure({"cutlist", "no.otio", "-o", "a.txt"}, "no.otio", {"cut.otio"}); }
+
+TEST_F(Cutlist, BrokenEditLeavesNothingBehind) {
+    write("cut.otio", R"({"OTIO_SCHEMA":"Timeline.1", "tracks": )");
+    expect_failure({"cutlist", "cut.otio", "-o", "a.txt"}, "cut.otio", {"cut.otio"});
+}
+
+TEST_F(Cutlist, OtherKindsOfFilesAreToldApart) {
+    write("cut.edl", "TITLE: X\n");
+    expect_failure({"cutlist", "cut.edl", "-o", "a.txt"}, ".otio", {"cut.edl", "cut.otio"});
+}
+
+TEST_F(Cutlist, MissingChannelIsAnError) {
+    expect_failure({"cutlist", "cut.otio", "-o", "a.txt", "--channel", "V2", "--quiet"},
+                   "error: Specified source track not present (V2 of cut.otio)", {"cut.otio"});
+}
+
+TEST_F(Cutlist, ReportIsReplacedOnlyWhenAllowed) {
+    write("cut.txt", "mine\n");
+    expect_failure({"cutlist", "cut.otio", "-o", "cut.txt"}, "cut.txt", {"cut.otio", "cut.txt"});
+    EXPECT_EQ(read("cut.txt"), "mine\n");
+    expect_done({"cutlist", "cut.otio", "-o", "cut.txt", "--overwrite"});
+    EXPECT_THAT(read("cut.txt"), HasSubstr("TWO SHOTS"));
+}
+
+TEST_F(Cutlist, FolderOfTheReportMustBeThere) {
+    expect_failure({"cutlist", "cut.otio", "-o", "lists/cut.txt"}, "lists/: no such directory", {"cut.otio"});
+    expect_failure({"cutlist", "cut.otio", "-o", "cut.otio/cut.txt"}, "cut.otio/: not a directory", {"cut.otio"});
+}
+
+TEST_F(Cutlist, FolderWithoutPermissionIsRefused) {
+    if (geteuid() == 0) GTEST_SKIP() << "root may write everywhere";
+    std::filesystem::create_directory(path("lists"));
+    std::filesystem::permissions(path("lists"), std::filesystem::perms::owner_read);
+    expect_failure({"cutlist", "cut.otio", "-o", "lists/cut.txt"}, "lists/: ", {"cut.otio", "lists"});
+}
+
+TEST_F(Cutlist, UnwritablePlaceLeavesNoHalfFile) {
+    const ToolResult result = run({"cutlist", "cut.otio", "-o", "/proc/quillbrook/cut.txt"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("/proc/quillbrook/"));
+    EXPECT_THAT(names(), ElementsAre("cut.otio"));
+}
+
+TEST_F(Cutlist, FilesOfTheRunMustDiffer) {
+    const std::vector<std::string> only{"cut.otio"};
+    expect_failure({"cutlist", "cut.otio", "-o", "cut.cdb"}, "cut.cdb", only);
+    expect_failure({"cutlist", "cut.otio", "-o", "./cut.otio", "--overwrite"}, "cut.otio", only);
+    expect_failure({"cutlist", "cut.otio", "-o", "a.sl2", "--set", "fsl_type2_file=1"}, "a.sl2", only);
+    expect_failure({"cutlist", "cut.otio", "-o", "./"}, "./", only);
+}
+
+TEST_F(Cutlist, SideListsAreMadeOnRequest) {
+    expect_done({"cutlist", "cut.otio", "-o", "cut.txt", "--set", "fsl_type1_file=1", "--set", "fsl_type4_file=1"});
+    EXPECT_THAT(names(), ElementsAre("cut.cdb", "cut.otio", "cut.sl1", "cut.sl4", "cut.txt"));
+}
+
+TEST_F(Cutlist, SameBytesWhateverTheLocale) {
+    expect_done({"cutlist", "cut.otio", "-o", "a.txt"});
+    const ToolResult other = run({"cutlist", "cut.otio", "-o", "b.txt"}, {{"LC_ALL", "C.UTF-8"}, {"LANG", "de_DE"}});
+    EXPECT_EQ(other.status, 0);
+    EXPECT_EQ(read("a.txt"), read("b.txt"));
+    EXPECT_EQ(read("a.cdb"), read("b.cdb"));
+}
+
+TEST_F(Cutlist, TimeZoneMovesTheDatesAndNothingElse) {
+    expect_done({"cutlist", "cut.otio", "-o", "a.txt"});
+    EXPECT_THAT(read("a.cdb"), HasSubstr("edit_date=2 January 1970 00:00:00\n"));
+    run({"cutlist", "cut.otio", "-o", "b.txt"}, {{"TZ", "XYZ-3"}});
+    run({"cutlist", "cut.otio", "-o", "c.txt"}, {{"TZ", "XYZ-3"}});
+    EXPECT_THAT(read("b.cdb"), HasSubstr("edit_date=2 January 1970 03:00:00\n"));
+    EXPECT_EQ(read("b.txt"), read("c.txt"));
+    const auto records = [](const std::string& table) { return table.substr(table.find("\n\n")); };
+    EXPECT_EQ(records(read("a.cdb")), records(read("b.cdb")));
+}
+
+TEST_F(Cutlist, NamesBeyondAsciiPassThrough) {
+    write_edit("Schnitt ä.otio");
+    expect_done({"cutlist", "Schnitt ä.otio", "-o", "Länge.txt"});
+    EXPECT_TRUE(exists("Länge.txt"));
+    EXPECT_TRUE(exists("Länge.cdb"));
+}
+
+TEST_F(Print, RepeatsTheReportOfTheRun) {
+    expect_done({"print", "cut.cdb", "-o", "again.txt"});
+    EXPECT_EQ(read("again.txt"), read("cut.txt"));
+}
+
+TEST_F(Print, SetChoosesLists) {
+    expect_done({"print", "cut.cdb", "-o", "none.txt", "--set", "some_lists=1", "--set", "roll_list=0", "--set",
+                 "pull_list=0", "--set", "assembly_list=0", "--set", "optical_list=0"});
+    EXPECT_LT(read("none.txt").size(), read("cut.txt").size() / 4);
+}
+
+TEST_F(Print, SoundTableIsPrintedAsAskedWithAWarning) {
+    const ToolResult warned = run({"print", "sound.cdb", "-o", "as-picture.txt"});
+    EXPECT_EQ(warned.status, 0);
+    EXPECT_THAT(warned.err, HasSubstr("warning: sound.cdb"));
+    EXPECT_THAT(warned.err, HasSubstr("--set chan_type=2"));
+    EXPECT_THAT(read("as-picture.txt"), HasSubstr("PICTURE TRACK"));
+    const ToolResult quiet = run({"print", "sound.cdb", "-o", "as-picture.txt", "--overwrite", "--quiet"});
+    EXPECT_EQ(quiet.err, "");
+    expect_done({"print", "sound.cdb", "-o", "as-sound.txt", "--set", "chan_type=2"});
+    EXPECT_EQ(read("as-sound.txt"), read("sound.txt"));
+}
+
+TEST_F(Print, BrokenTablesAreNamed) {
+    write("broken.cdb", "not a table\n");
+    const ToolResult broken = run({"print", "broken.cdb", "-o", "a.txt", "--quiet"});
+    EXPECT_EQ(broken.status, 1);
+    EXPECT_EQ(broken.err, "error: Unable to read CUTDB database (broken.cdb)\n");
+    const ToolResult missing = run({"print", "no.cdb", "-o", "a.txt"});
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_THAT(missing.err, StartsWith("quillbrook: no.cdb: "));
+    EXPECT_FALSE(exists("a.txt"));
+}
+
+TEST_F(Print, NeverReplacesItsTable) {
+    const std::string before = read("cut.cdb");
+    const ToolResult result = run({"print", "cut.cdb", "-o", "cut.cdb", "--overwrite"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(read("cut.cdb"), before);
+    EXPECT_EQ(run({"print", "cut.cdb", "-o", "cut.txt"}).status, 1);
+}
+
+TEST_F(Cutlist, ShowTellsWhatTheLibraryWillSee) {
+    const ToolResult result = run({"edit", "show", "cut.otio"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    for (const char* text : {"Edit \"Two shots\", 24fps, from 01:00:00:00, project \"Heron\"", "V1: picture, track 0",
+                             "A1: sound, track 1", "A001", "KJ1234560100+10", "KJ6543210201+04"})
+        EXPECT_THAT(result.out, HasSubstr(text));
+    EXPECT_THAT(names(), ElementsAre("cut.otio"));
+}
+
+} // namespace

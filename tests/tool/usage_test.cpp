@@ -1,0 +1,90 @@
+// What the command says of itself, and how it answers a wrong line.
+
+#include "tests/tool/tool_process.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+namespace {
+
+class Usage : public ToolTest {
+protected:
+    /// Wrong usage: status 2, one line on standard error that holds `text`, and nothing made.
+    void expect_wrong(const std::vector<std::string>& arguments, const std::string& text) {
+        const ToolResult result = run(arguments);
+        EXPECT_EQ(result.status, 2) << result.err;
+        EXPECT_EQ(result.out, "");
+        EXPECT_THAT(result.err, StartsWith("quillbrook: "));
+        EXPECT_THAT(result.err, HasSubstr(text));
+        EXPECT_EQ(result.err.find('\n'), result.err.size() - 1);
+        EXPECT_THAT(names(), IsEmpty());
+    }
+    void expect_wrong_set(const std::string& option, const std::string& pair, const std::string& text) {
+        expect_wrong({"cutlist", "cut.otio", "-o", "cut.txt", option, pair}, text);
+    }
+};
+
+TEST_F(Usage, NoArgumentsAreWrongUsage) { expect_wrong({}, "--help"); }
+
+TEST_F(Usage, UnknownCommandIsNamed) { expect_wrong({"cutlits"}, "cutlits"); }
+
+TEST_F(Usage, UnknownOptionIsNamed) { expect_wrong({"cutlist", "a.otio", "-o", "a.txt", "--fremes"}, "--fremes"); }
+
+TEST_F(Usage, EditWithoutItsCommandIsWrong) { expect_wrong({"edit"}, "--help"); }
+
+TEST_F(Usage, ReportMustBeNamed) { expect_wrong({"cutlist", "a.otio"}, "-o"); }
+
+TEST_F(Usage, HelpShowsTheCommandsWithExamples) {
+    for (const char* flag : {"-h", "--help"}) {
+        const ToolResult result = run({flag});
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.err, "");
+        for (const char* text : {"cutlist", "print", "edit", "Examples:", "Exit status"})
+            EXPECT_THAT(result.out, HasSubstr(text));
+    }
+}
+
+TEST_F(Usage, EachCommandHasHelpWithExamples) {
+    const std::vector<std::vector<std::string>> lines{
+        {"cutlist", "--help"}, {"print", "--help"}, {"edit", "show", "--help"}};
+    for (const std::vector<std::string>& line : lines) {
+        const ToolResult result = run(line);
+        EXPECT_EQ(result.status, 0);
+        EXPECT_THAT(result.out, HasSubstr("Examples:\n  quillbrook " + line[0]));
+    }
+}
+
+TEST_F(Usage, VersionIsOneLine) {
+    const ToolResult result = run({"--version"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, "quillbrook 0.1.0\n");
+    EXPECT_EQ(result.err, "");
+}
+
+TEST_F(Usage, OptionKeysAreChecked) {
+    expect_wrong_set("--set", "pul_handle=8", "\"pul_handle\"");
+    expect_wrong_set("--set", "pull_handle", "KEY=VALUE");
+    expect_wrong_set("--set", "=8", "KEY=VALUE");
+    expect_wrong_set("--set", "output_file=x", "output_file");
+    expect_wrong_set("--config", "allow_unrender=1", "\"allow_unrender\"");
+}
+
+TEST_F(Usage, NumbersAreCheckedAndNamedWithTheirKey) {
+    for (const char* value : {"", "many", "8 ", "8x", "1.5", "99999999999"}) {
+        expect_wrong_set("--set", std::string("pull_handle=") + value, "pull_handle: \"" + std::string(value) + '"');
+        expect_wrong_set("--config", std::string("allow_auto_unrender=") + value, "allow_auto_unrender");
+    }
+}
+
+TEST_F(Usage, ChannelsAndRatesAreChecked) {
+    for (const char* channel : {"", "V", "V0", "A-1", "X1", "1", "V1x"})
+        expect_wrong({"cutlist", "a.otio", "-o", "a.txt", "--channel", channel}, "hannel");
+    for (const char* rate : {"0", "26", "nan", "24fps", "-24"})
+        expect_wrong({"edit", "show", "a.otio", std::string("--rate=") + rate}, rate);
+}
+
+} // namespace
