@@ -4,9 +4,9 @@
 #include "embedded/label_kinds.h"
 #include "host/fixed_text.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <limits>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -201,7 +201,8 @@ public:
     timecode_cvt(const LabelKind& kind, const TimecodeBase& base) : kind_cvt(kind), base_(base) {}
 
     void format(int sample, const char*, char* out, unsigned size) const override {
-        const int frame = static_cast<int>(magnitude(sample) % base_.day());
+        const int signed_frame = sample % base_.day();
+        const int frame = std::abs(signed_frame);
         const int number = frame + skipped_before(frame);
         const int seconds = number / base_.count;
         char text[] = "-HH:MM:SS:FF";
@@ -210,7 +211,7 @@ public:
         put_two_digits(text + 7, seconds % 60);
         if (base_.skipped) text[9] = ';';
         put_two_digits(text + 10, number % base_.count);
-        write(out, size, sample < 0 ? text : text + 1);
+        write(out, size, signed_frame < 0 ? text : text + 1);
     }
 
     bool parse(const char* text, int& sample, char* prefix) const override {

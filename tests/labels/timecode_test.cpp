@@ -132,6 +132,7 @@ TEST(Timecode, NegativeCountsStandBehindAMinus) {
 TEST(Timecode, CountsWrapAtMidnight) {
     EXPECT_EQ(text_of(24 * 86400 + 5, 8), "00:00:00:05");
     EXPECT_EQ(text_of(-24 * 86400 - 5, 8), "-00:00:00:05");
+    EXPECT_EQ(text_of(-24 * 86400, 8), "00:00:00:00");
     EXPECT_EQ(sample_of("25:00:00:00", 8), 25 * 3600 * 24);
     EXPECT_EQ(text_of(25 * 3600 * 24, 8), "01:00:00:00");
     for (const int type : timecode_kinds) {
