@@ -38,3 +38,5 @@ BENCHMARK(format_label)->Arg(key_number)->Arg(feet)->Arg(timecode);
 BENCHMARK(parse_label)->Arg(key_number)->Arg(feet)->Arg(timecode);
 
 } // namespace
+
+BENCHMARK_MAIN();
