@@ -15,17 +15,18 @@ struct Escape {
 
 constexpr Escape escapes[] = {{'\\', '\\'}, {'t', '\t'}, {'n', '\n'}, {'r', '\r'}, {'=', '='}};
 
+// Most texts hold nothing special and go over in one piece.
 void put_escaped(std::string& out, std::string_view text, std::string_view special) {
     std::size_t done = 0;
-    for (;;) {
-        const std::size_t next = text.find_first_of(special, done);
-        out.append(text.substr(done, next - done));
-        if (next == std::string_view::npos) return;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (static_cast<unsigned char>(text[i]) > '\\' || special.find(text[i]) == std::string_view::npos) continue;
+        out.append(text.substr(done, i - done));
         for (const Escape& escape : escapes) {
-            if (escape.character == text[next]) out += {'\\', escape.letter};
+            if (escape.character == text[i]) out += {'\\', escape.letter};
         }
-        done = next + 1;
+        done = i + 1;
     }
+    out.append(text.substr(done));
 }
 
 constexpr std::string_view special_in_text = "\\\t\n\r";
@@ -95,8 +96,8 @@ bool read_parameters(Lines& lines, TableData* table) {
     return false;
 }
 
+// A line that names nothing at all is no line of columns.
 bool read_names(std::string_view line, TableData* table) {
-    if (line.empty()) return false;
     for (std::size_t start = 0; start <= line.size();) {
         const std::size_t end = std::min(line.find('\t', start), line.size());
         const auto name = unescaped(line.substr(start, end - start), special_in_text);
@@ -104,7 +105,7 @@ bool read_names(std::string_view line, TableData* table) {
         table->columns.push_back({*name, DBFieldTypes::text});
         start = end + 1;
     }
-    return true;
+    return table->columns.size() > 1 || !table->columns.front().name.empty();
 }
 
 // One letter a column with single tabs between them.
