@@ -49,7 +49,7 @@ readers_of_the_line=$(grep -lE '# *include [<"]CLI/' $(files_of tool/ embedded/ 
 
 # Put together from pieces, so that this file doesn't hold them.
 p=Part s=spec m='\.md'
-words="(^|[^[:alnum:]])$p [1-5]\.[0-9]|the ${s}ification|as ${s}ified|(^|[^[:alnum:]])(${s}|h""ost|o""tio)$m"
+words="(^|[^[:alnum:]])$p [1-5]\.[0-9]|the ${s}ification|as ${s}ified|(^|[^-[:alnum:]])(${s}|h""ost|o""tio)$m"
 lines=$(git grep -nIE --untracked "$words" -- . 2>/dev/null)
 [ -z "$lines" ] || complain "words that belong to nobody who reads this" "$lines"
 
