@@ -141,6 +141,12 @@ TEST(Logger, PlaceholdersAreFilledAndLongLinesCut) {
     EXPECT_EQ(log.line, std::wstring(1023, L'x'));
 }
 
+TEST(Trace, GoesToTheErrorOutput) {
+    testing::internal::CaptureStderr();
+    trace_printf("event %d\n", 3);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "event 3\n");
+}
+
 TEST(Messages, EveryNumberHasAText) {
     for (const ResId id : {10257, 10260, 10264, 10265, 10266, 10267, 10268, 10269, 10272, 10471, 10472, 10473, 10474,
                            10475, 10476, 10477, 10478, 10479, 10480}) {
