@@ -6,7 +6,7 @@ library=$1/libquillbrook.so
 cd "$(dirname "$0")/.."
 failed=0
 
-declared=$(cat include/quillbrook/*.h | tr '\n' ' ' | grep -oE 'QUILLBROOK_API [^(;]*\(' | grep -oE '[A-Za-z_0-9]+\($' |
+declared=$(sed '/^#define/d' include/quillbrook/*.h | tr '\n' ' ' | grep -oE 'QUILLBROOK_API [^(;]*\(' | grep -oE '[A-Za-z_0-9]+\($' |
     tr -d '(' | sort -u)
 exported=$(nm -DC --defined-only "$library" | awk '{ $1 = ""; $2 = ""; print }' | sed 's/^ *//; s/(.*//' | sort -u)
 extra=$(comm -13 <(echo "$declared") <(echo "$exported"))
