@@ -10,8 +10,7 @@ namespace {
 
 constexpr const char* about = "Film lists from edits: cutlist tables and paged reports.";
 
-constexpr const char* main_examples = R"(
-Examples:
+constexpr const char* main_examples = R"(Examples:
   quillbrook cutlist reel.otio -o lists/reel.txt
   quillbrook print lists/reel.cdb -o lists/again.txt --set some_lists=1 --set roll_list=0
   quillbrook edit show reel.otio
@@ -19,8 +18,7 @@ Examples:
 Exit status: 0 done, 1 the job failed, 2 wrong usage.
 "quillbrook COMMAND --help" tells of one command.)";
 
-constexpr const char* cutlist_examples = R"(
-Examples:
+constexpr const char* cutlist_examples = R"(Examples:
   quillbrook cutlist reel.otio -o lists/reel.txt
       lists the first picture channel: lists/reel.txt and the table lists/reel.cdb
   quillbrook cutlist reel.otio -o lists/neg.txt --neg-cut --frames --set pull_handle=8
@@ -30,8 +28,7 @@ Examples:
   quillbrook cutlist reel.otio -o lists/reel.txt --overwrite --config allow_auto_unrender=0
       lists rendered material as it stands)";
 
-constexpr const char* print_examples = R"(
-Examples:
+constexpr const char* print_examples = R"(Examples:
   quillbrook print lists/reel.cdb -o lists/again.txt
       all lists, by the library's default options
   quillbrook print lists/reel.cdb -o lists/pull.txt --set some_lists=1 --set roll_list=0
@@ -40,8 +37,7 @@ Examples:
   quillbrook print lists/sound.cdb -o lists/sound.txt --set chan_type=2 --set chan_num=3
       a table of a sound channel)";
 
-constexpr const char* show_examples = R"(
-Examples:
+constexpr const char* show_examples = R"(Examples:
   quillbrook edit show reel.otio
   quillbrook edit show reel.otio --rate 23.976 --all-effects)";
 
@@ -130,10 +126,10 @@ Request parse_command_line(int argc, const char* const* argv) {
     CLI::App app(about, "quillbrook");
     app.footer(main_examples);
     app.set_version_flag("--version", "quillbrook " QUILLBROOK_VERSION);
-    app.require_subcommand(1);
+    app.require_subcommand(0, 1);
     const CLI::App* cutlist = add_cutlist(app, values);
     const CLI::App* print = add_print(app, values);
-    CLI::App* edit = app.add_subcommand("edit", "Look at edit files")->require_subcommand(1);
+    CLI::App* edit = app.add_subcommand("edit", "Look at edit files")->require_subcommand(0, 1);
     const CLI::App* show = add_show(*edit, values);
     try {
         app.parse(argc, argv);
@@ -147,7 +143,8 @@ Request parse_command_line(int argc, const char* const* argv) {
     if (cutlist->parsed()) return cutlist_job(values);
     if (print->parsed()) return print_job(values);
     if (show->parsed()) return ShowJob{edit_input(values)};
-    return app.help();
+    throw UsageError(edit->parsed() ? "edit: a command is required, show; see quillbrook edit --help"
+                                    : "a command is required: cutlist, print or edit show; see quillbrook --help");
 }
 
 } // namespace tool
