@@ -164,6 +164,14 @@ TEST_F(AssemblyList, SoundHasInkNumbersAlone) {
                         "     0003+00");
 }
 
+TEST_F(AssemblyList, SoundShowsNoMissingKeyEither) {
+    options().chan_type = 2;
+    cut_s cut = plain_shot();
+    cut.keycode_missing = 1;
+    EXPECT_EQ(event(cut).find("NO KEYKODE"), std::string::npos);
+    EXPECT_NE(event(cut).find("NO INKCODE"), std::string::npos);
+}
+
 TEST_F(AssemblyList, AMissingKeyAndAStarAreShown) {
     cut_s cut = plain_shot();
     cut.keycode_missing = 1;

@@ -6,8 +6,9 @@
 #include <rapidcheck.h>
 
 #include <climits>
-#include <clocale>
 #include <cmath>
+#include <cstdio>
+#include <string>
 
 namespace {
 

@@ -87,7 +87,9 @@ TEST_F(TimecodeList, ATableWithoutItsTimecodePrintsBlanks) {
 }
 
 TEST_F(TimecodeList, AnyNumbersPrint) {
-    cut_s cut = sound(INT_MAX, INT_MIN, INT_MAX);
+    cut_s cut = sound(INT_MAX, 0, 0);
+    cut.edit_in = INT_MIN;
+    cut.edit_out = INT_MAX;
     cut.prim_tc.end = INT_MIN;
     add(cut);
     EXPECT_NE(list().find("End of timecode assembly list"), std::string::npos);
