@@ -1,0 +1,294 @@
+#include "embedded/edit_builder.h"
+
+#include "embedded/edit_data.h"
+#include "embedded/edit_store.h"
+#include "embedded/event_layout.h"
+
+#include <algorithm>
+#include <cfloat>
+#include <climits>
+#include <numeric>
+
+namespace embedded {
+
+namespace {
+
+struct ChannelInMaking {
+    int kind = 1;
+    int subtype = 0;
+    std::vector<ChannelItem> items;
+    std::vector<ChannelCut> cuts;
+
+    bool fx() const { return subtype == chan_fx; }
+};
+
+struct CueInMaking {
+    int channel = -1;
+    int level = 0;
+    CueDescription cue;
+};
+
+float as_float(const Fraction& value) {
+    return static_cast<float>(
+        std::clamp(value.to_double(), -static_cast<double>(FLT_MAX), static_cast<double>(FLT_MAX)));
+}
+
+ChannelEvent point(const Fraction& edit_time, const Fraction& source_time, float speed, const Cookie& cookie) {
+    ChannelEvent event;
+    event.speed = speed;
+    event.edit_time = edit_time.to_double();
+    event.source_time = source_time.to_double();
+    event.cookie = cookie;
+    return event;
+}
+
+CelEvent event_of(const LaidEvent& laid, float speed, const Cookie& cookie) {
+    CelEvent event;
+    event.in = point(laid.edit_in, laid.source_in, speed, cookie);
+    event.out = point(laid.edit_out, laid.source_out, speed, cookie);
+    event.whole_in = point(laid.whole_edit_in, laid.whole_source_in, speed, cookie);
+    event.whole_out = point(laid.whole_edit_out, laid.whole_source_out, speed, cookie);
+    event.transition = laid.kind == LaidEvent::Kind::transition;
+    event.only_beside_transition = !event.transition && laid.whole_edit_in == laid.whole_edit_out;
+    return event;
+}
+
+void set_text(settings_block& values, const char* key, const std::string& text) {
+    if (!text.empty()) values.set(key, text);
+}
+
+LabelStart own_timecode(const EditDescription& edit, const RateInfo& rate) {
+    const label_t type = edit.drop_frame ? rate.drop_timecode : rate.timecode;
+    const auto frame = std::clamp<std::int64_t>(edit.start_frame, INT_MIN, INT_MAX);
+    return {LabelPoint(static_cast<int>(frame), type), Fraction(rate.den, rate.num).to_double()};
+}
+
+} // namespace
+
+std::optional<LabelStart> label_start(const std::optional<LabelDescription>& description, const std::string& owner,
+                                      std::vector<std::string>& warnings) {
+    if (!description || description->type == label_none) return std::nullopt;
+    LabelStart start{LabelPoint(0, description->type), 0.0};
+    if (description->sample)
+        start.point.set_sample(*description->sample);
+    else
+        start.point.set_sample(description->text.c_str());
+    if (!start.point.is_useful()) {
+        warnings.push_back(owner + ": \"" + description->text + "\" can't be read as " +
+                           label_type_to_edlstr(description->type));
+        return std::nullopt;
+    }
+    if (description->rate && *description->rate > Fraction())
+        start.step = (Fraction(1) / *description->rate).to_double();
+    return start;
+}
+
+struct EditBuilder::Impl {
+    explicit Impl(EditDescription edit_description)
+        : description(std::move(edit_description)), rate(description.rate ? *description.rate : default_rate()) {}
+
+    EditDescription description;
+    const RateInfo& rate;
+    std::vector<ChannelInMaking> channels;
+    std::vector<EditPtr> sources;
+    std::vector<CueInMaking> cues;
+    Unrender unrender;
+    std::vector<std::string> warnings;
+
+    ChannelInMaking& channel(int number) { return channels.at(static_cast<std::size_t>(number)); }
+    Cookie cookie_of_item(const ChannelItem& item) const;
+    CelEvent item_event(const LaidEvent& laid, const ChannelItem* item, int number, Sequence& sequence) const;
+    CelEvent transition_event(const LaidEvent& laid, const ChannelCut& cut, Sequence& sequence) const;
+    CelEvents events_of(int number, Sequence& sequence);
+    void add_channels(Sequence& sequence);
+    std::unique_ptr<CueList> cue_list() const;
+    std::unique_ptr<Sequence> sequence();
+};
+
+Cookie EditBuilder::Impl::cookie_of_item(const ChannelItem& item) const {
+    const auto source = static_cast<std::size_t>(item.event.source);
+    if (item.kind != ChannelItem::Kind::event || source >= sources.size()) return cookie_of_black();
+    return sources[source]->cookie;
+}
+
+CelEvent EditBuilder::Impl::item_event(const LaidEvent& laid, const ChannelItem* item, int number,
+                                       Sequence& sequence) const {
+    const bool fx = channels[static_cast<std::size_t>(number)].fx();
+    const bool material = item && item->kind == ChannelItem::Kind::event;
+    CelEvent event =
+        event_of(laid, material ? as_float(item->event.speed) : 1.0F, item ? cookie_of_item(*item) : cookie_of_black());
+    const bool effects = item && !item->event.effects.empty();
+    event.object = {0, !effects ? stamp_plain_object : fx ? stamp_effect_object : stamp_zero};
+    if (!effects) return event;
+    event.graph = {static_cast<std::uint32_t>(sequence.graphs.size()), stamp_zero};
+    sequence.graphs.push_back(graph_of_effects(item->event, number, fx));
+    return event;
+}
+
+CelEvent EditBuilder::Impl::transition_event(const LaidEvent& laid, const ChannelCut& cut, Sequence& sequence) const {
+    CelEvent event = event_of(laid, 1.0F, cookie_of_transition(cut.transition));
+    event.object = {0, stamp_zero};
+    event.graph = {static_cast<std::uint32_t>(sequence.graphs.size()), stamp_transition_graph};
+    sequence.graphs.push_back(graph_of_transition(cut.transition));
+    return event;
+}
+
+CelEvents EditBuilder::Impl::events_of(int number, Sequence& sequence) {
+    const ChannelInMaking& made = channel(number);
+    const Fraction frame(rate.den, rate.num);
+    CelEvents events;
+    for (const LaidEvent& laid : made.fx() ? lay_out_effects(made.items, made.cuts, frame, warnings)
+                                           : lay_out_cuts(made.items, made.cuts, frame, warnings)) {
+        if (laid.kind == LaidEvent::Kind::transition)
+            events.push_back(transition_event(laid, made.cuts[laid.index], sequence));
+        else if (laid.kind == LaidEvent::Kind::edge_black)
+            events.push_back(item_event(laid, nullptr, number, sequence));
+        else
+            events.push_back(item_event(laid, &made.items[laid.index], number, sequence));
+    }
+    return events;
+}
+
+void EditBuilder::Impl::add_channels(Sequence& sequence) {
+    const double resolution = Fraction(rate.den, rate.num).to_double();
+    for (std::size_t i = 0; i < channels.size(); ++i) {
+        CelEvents events = events_of(static_cast<int>(i), sequence);
+        for (const CelEvent& event : events)
+            if (RenderHistory::isRendered(event.in.cookie)) sequence.rendered_material = true;
+        Qb::Ptr<Cel> cel = make_cel(std::make_shared<const CelEvents>(std::move(events)), resolution);
+        sequence.channels.push_back({channels[i].kind, channels[i].subtype, cel});
+    }
+}
+
+std::unique_ptr<CueList> EditBuilder::Impl::cue_list() const {
+    std::vector<std::size_t> order(cues.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::stable_sort(order.begin(), order.end(), [this](std::size_t a, std::size_t b) {
+        const CueInMaking &x = cues[a], &y = cues[b];
+        return x.cue.time == y.cue.time ? x.level < y.level : x.cue.time < y.cue.time;
+    });
+    std::vector<CueEntry> entries;
+    for (const std::size_t place : order) {
+        const CueInMaking& made = cues[place];
+        const LightweightString<char> text(made.cue.text.data(), made.cue.text.size());
+        entries.push_back({made.cue.time.to_double(), made.channel, entries.size(), {fromUTF8(text), made.cue.flags}});
+    }
+    return std::unique_ptr<CueList>(make_cue_list(std::move(entries), static_cast<int>(channels.size())));
+}
+
+std::unique_ptr<Sequence> EditBuilder::Impl::sequence() {
+    auto made = std::make_unique<Sequence>();
+    made->project = description.project;
+    made->drop_frame = description.drop_frame;
+    made->timecode = own_timecode(description, rate);
+    made->timecode_24p = label_start(description.timecode_24p, "edit \"" + description.name + "\"", warnings);
+    add_channels(*made);
+    made->cues = cue_list();
+    made->sources = std::move(sources);
+    made->unrender = std::move(unrender);
+    return made;
+}
+
+EditBuilder::EditBuilder(EditDescription description) : impl_(new Impl(std::move(description))) {}
+
+EditBuilder::~EditBuilder() { delete impl_; }
+
+int EditBuilder::add_channel(int kind, int subtype) {
+    impl_->channels.push_back({kind, subtype, {}, {}});
+    return static_cast<int>(impl_->channels.size()) - 1;
+}
+
+SourceId EditBuilder::add_source(SourceDescription source) {
+    auto edit = std::make_unique<Edit::Impl>(source.rate ? *source.rate : impl_->rate);
+    EditStore& store = EditStore::get();
+    edit->cookie = cookie_of_edit(source.identity, store.next_serial());
+    edit->name = source.name;
+    edit->film_rate = source.film_rate;
+    edit->start_strip = source.start_strip.to_double();
+    set_text(edit->values, "scene", source.scene);
+    set_text(edit->values, "take", source.take);
+    set_text(edit->values, "description", source.description);
+    edit->medium = std::make_unique<Medium>();
+    Medium& medium = *edit->medium;
+    medium.opens = source.opens;
+    medium.rendered = source.rendered;
+    if (!source.rendered) {
+        const std::string owner = "source \"" + source.name + "\"";
+        medium.reels = std::move(source.reels);
+        medium.video_timecode = label_start(source.video_timecode, owner, impl_->warnings);
+        medium.sound_timecode = label_start(source.sound_timecode, owner, impl_->warnings);
+        medium.timecode_24p = label_start(source.timecode_24p, owner, impl_->warnings);
+        medium.key = label_start(source.key, owner, impl_->warnings);
+        medium.ink = label_start(source.ink, owner, impl_->warnings);
+    }
+    impl_->sources.emplace_back() = new Edit(edit.release());
+    return static_cast<SourceId>(impl_->sources.size()) - 1;
+}
+
+void EditBuilder::add_event(int channel, EventDescription event) {
+    impl_->channel(channel).items.push_back({ChannelItem::Kind::event, std::move(event)});
+}
+
+void EditBuilder::add_black(int channel, const Fraction& duration) {
+    ChannelItem black{ChannelItem::Kind::black, {}};
+    black.event.duration = duration;
+    impl_->channel(channel).items.push_back(std::move(black));
+}
+
+void EditBuilder::add_gap(int channel, const Fraction& duration, std::vector<EffectDescription> effects,
+                          std::vector<int> effect_tracks) {
+    ChannelInMaking& made = impl_->channel(channel);
+    ChannelItem gap;
+    gap.event.duration = duration;
+    if (made.fx()) {
+        gap.event.effects = std::move(effects);
+        gap.event.effect_tracks = std::move(effect_tracks);
+    } else if (!effects.empty()) {
+        impl_->warnings.push_back("effects of a gap are left out, as it doesn't stand on an FX channel");
+    }
+    made.items.push_back(std::move(gap));
+}
+
+void EditBuilder::add_transition(int channel, TransitionDescription transition) {
+    ChannelInMaking& made = impl_->channel(channel);
+    made.cuts.push_back({made.items.size(), std::move(transition)});
+}
+
+void EditBuilder::add_cue(int channel, CueLevel level, CueDescription cue) {
+    impl_->cues.push_back({channel, static_cast<int>(level), std::move(cue)});
+}
+
+void EditBuilder::add_stack_cue(CueDescription cue) {
+    impl_->cues.push_back({-1, static_cast<int>(CueLevel::stack), std::move(cue)});
+}
+
+void EditBuilder::set_unrender(Unrender unrender) { impl_->unrender = std::move(unrender); }
+
+EditPtr EditBuilder::finish() {
+    const EditDescription& description = impl_->description;
+    auto edit = std::make_unique<Edit::Impl>(impl_->rate);
+    EditStore& store = EditStore::get();
+    const std::string identity = description.identity.empty() ? "edit:" + description.name : description.identity;
+    edit->cookie = cookie_of_edit(identity, store.next_serial());
+    edit->name = description.name;
+    edit->film_rate = description.film_rate;
+    edit->values.set("modification_time", std::to_string(description.modification_time));
+    edit->sequence = impl_->sequence();
+    EditPtr finished;
+    finished = new Edit(edit.release());
+    store.make_current(finished.get());
+    return finished;
+}
+
+const std::vector<std::string>& EditBuilder::warnings() const { return impl_->warnings; }
+
+CueList* EditBuilder::cues_of(const EditPtr& edit) {
+    return edit && edit->impl()->sequence ? edit->impl()->sequence->cues.get() : nullptr;
+}
+
+const std::string& EditBuilder::project_of(const EditPtr& edit) {
+    static const std::string none;
+    return edit && edit->impl()->sequence ? edit->impl()->sequence->project : none;
+}
+
+} // namespace embedded

@@ -1,0 +1,117 @@
+#include "embedded/edit_store.h"
+
+#include "embedded/edit_data.h"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace embedded {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// A file "name.otio" has its backups beside it as "name.otio.bak...".
+void remove_with_backups(const std::string& path) {
+    std::error_code failed;
+    const fs::path file(path);
+    const std::string backup = file.filename().string() + ".bak";
+    std::vector<fs::path> doomed{file};
+    for (fs::directory_iterator entry(file.parent_path(), failed), end; !failed && entry != end;
+         entry.increment(failed))
+        if (entry->path().filename().string().rfind(backup, 0) == 0) doomed.push_back(entry->path());
+    for (const fs::path& path_of_one : doomed)
+        fs::remove(path_of_one, failed);
+}
+
+} // namespace
+
+// Never destroyed, so that edits may be closed as late as they like.
+EditStore& EditStore::get() {
+    static EditStore* const store = new EditStore;
+    return *store;
+}
+
+EditStore::Stored* EditStore::find(Cookie& cookie) {
+    if (cookie.object != static_cast<std::uint8_t>(ObjectKind::edit)) return nullptr;
+    if (cookie.identity[1] == 0) {
+        const auto serials = serials_of_text_.find(cookie.identity[0]);
+        if (serials == serials_of_text_.end()) return nullptr;
+        cookie.identity[1] = *serials->second.begin();
+    }
+    const auto found = by_serial_.find(cookie.identity[1]);
+    return found == by_serial_.end() ? nullptr : &found->second;
+}
+
+void EditStore::forget(const Cookie& cookie) {
+    by_serial_.erase(cookie.identity[1]);
+    const auto serials = serials_of_text_.find(cookie.identity[0]);
+    if (serials == serials_of_text_.end()) return;
+    serials->second.erase(cookie.identity[1]);
+    if (serials->second.empty()) serials_of_text_.erase(serials);
+}
+
+void EditStore::add(Edit* edit) {
+    serials_of_text_[edit->cookie.identity[0]].insert(edit->cookie.identity[1]);
+    by_serial_[edit->cookie.identity[1]].edit = edit;
+}
+
+void EditStore::remove(Edit* edit) {
+    listed_.erase(std::remove(listed_.begin(), listed_.end(), edit), listed_.end());
+    const auto found = by_serial_.find(edit->impl()->cookie.identity[1]);
+    if (found == by_serial_.end() || found->second.edit != edit) return;
+    found->second.edit = nullptr;
+    if (!found->second.reader) forget(edit->impl()->cookie);
+}
+
+EditPtr EditStore::open(const Cookie& cookie) {
+    Cookie exact = cookie;
+    EditPtr result;
+    const Stored* stored = find(exact);
+    if (!stored) return result;
+    if (stored->edit && stored->edit->impl()->medium && !stored->edit->impl()->medium->opens) return result;
+    if (stored->edit)
+        result = stored->edit;
+    else
+        result = read(*stored, exact);
+    if (result && result->impl()->sequence) make_current(result.get());
+    return result;
+}
+
+Edit* EditStore::find_open(const Cookie& cookie) {
+    Cookie exact = cookie;
+    const Stored* stored = find(exact);
+    return stored ? stored->edit : nullptr;
+}
+
+EditPtr EditStore::read(const Stored& stored, const Cookie& cookie) {
+    const std::string path = stored.path, name = stored.name;
+    const Reader reader = stored.reader;
+    const EditPtr edit = reader(path);
+    if (!edit) return edit;
+    forget(edit->impl()->cookie);
+    edit->impl()->cookie = edit->cookie = cookie;
+    edit->impl()->name = name;
+    add(edit.get());
+    return edit;
+}
+
+void EditStore::make_current(Edit* edit) {
+    listed_.erase(std::remove(listed_.begin(), listed_.end(), edit), listed_.end());
+    listed_.push_back(edit);
+}
+
+void EditStore::add_file(const Cookie& cookie, const std::string& path, const std::string& name, Reader reader) {
+    serials_of_text_[cookie.identity[0]].insert(cookie.identity[1]);
+    by_serial_[cookie.identity[1]] = {nullptr, path, name, std::move(reader)};
+}
+
+void EditStore::delete_file(const Cookie& cookie) {
+    Cookie exact = cookie;
+    const Stored* stored = find(exact);
+    if (!stored || stored->path.empty()) return;
+    remove_with_backups(stored->path);
+    forget(exact);
+}
+
+} // namespace embedded
