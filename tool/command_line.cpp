@@ -21,8 +21,8 @@ Exit status: 0 done, 1 the job failed, 2 wrong usage.
 constexpr const char* cutlist_examples = R"(Examples:
   quillbrook cutlist reel.otio -o lists/reel.txt
       lists the first picture channel: lists/reel.txt and the table lists/reel.cdb
-  quillbrook cutlist reel.otio -o lists/neg.txt --neg-cut --frames --set pull_handle=8
-      a neg-cut list in frames, with 8 frames more at both ends of each pull
+  quillbrook cutlist reel.otio -o lists/neg.txt --neg-cut --frames --set pgm_id=R1
+      a neg-cut list in frames, with a programme identifier in its headings
   quillbrook cutlist reel.otio -o lists/sound.txt --channel A2
       the second sound channel
   quillbrook cutlist reel.otio -o lists/reel.txt --overwrite --config allow_auto_unrender=0
@@ -31,9 +31,8 @@ constexpr const char* cutlist_examples = R"(Examples:
 constexpr const char* print_examples = R"(Examples:
   quillbrook print lists/reel.cdb -o lists/again.txt
       all lists, by the library's default options
-  quillbrook print lists/reel.cdb -o lists/pull.txt --set some_lists=1 --set roll_list=0
-                   --set assembly_list=0 --set optical_list=0
-      the pull list alone
+  quillbrook print lists/reel.cdb -o lists/rolls.txt --set some_lists=1 --set assembly_list=0
+      the list of rolls alone
   quillbrook print lists/sound.cdb -o lists/sound.txt --set chan_type=2 --set chan_num=3
       a table of a sound channel)";
 

@@ -8,35 +8,10 @@
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
 
-#include <cstdlib>
-
 namespace tool {
 namespace {
 
 constexpr std::size_t longest_project_name = 63;
-
-/// Tables and text lists that go beside the report, by the option that asks for them.
-struct SideFile {
-    const char* option; ///< null: always made
-    const char* extension;
-};
-constexpr SideFile side_files[] = {
-    {nullptr, ".cdb"},          {"fsl_type1_file", ".sl1"}, {"fsl_type2_file", ".sl2"},
-    {"fsl_type3_file", ".sl3"}, {"fsl_type4_file", ".sl4"},
-};
-
-bool is_wanted(const SideFile& file, const Options& options) {
-    if (!file.option) return true;
-    const auto found = options.find(file.option);
-    return found != options.end() && found->second != "0";
-}
-
-std::vector<std::string> files_beside(const CutlistJob& job) {
-    std::vector<std::string> files;
-    for (const SideFile& file : side_files)
-        if (is_wanted(file, job.options)) files.push_back(beside_report(job.output.report, file.extension));
-    return files;
-}
 
 void set_number(embedded::settings_block& block, const char* key, int value) { block.set(key, std::to_string(value)); }
 
@@ -60,7 +35,7 @@ std::string subject_of(const CutlistJob& job) {
 
 int run(const CutlistJob& job) {
     check_readable(job.edit.path);
-    check_outputs(job.edit.path, job.output, files_beside(job));
+    check_outputs(job.edit.path, job.output, {beside_report(job.output.report, ".cdb")});
     apply_settings(job.settings);
     std::vector<std::string> warnings;
     const EditPtr edit = open_edit(job.edit, warnings);

@@ -35,8 +35,10 @@ void check_named(const std::string& path) {
 void check_folder(const std::string& path) {
     const std::string folder = folder_of(path);
     std::error_code trouble;
-    if (!fs::exists(folder, trouble)) throw JobError(folder + ": no such directory");
-    if (!fs::is_directory(folder, trouble)) throw JobError(folder + ": not a directory");
+    // With the slash at its end a file would count as missing.
+    const std::string name = folder.size() > 1 ? folder.substr(0, folder.size() - 1) : folder;
+    if (!fs::exists(name, trouble)) throw JobError(folder + ": no such directory");
+    if (!fs::is_directory(name, trouble)) throw JobError(folder + ": not a directory");
     if (access(folder.c_str(), W_OK | X_OK) != 0) throw JobError(folder + ": " + std::strerror(errno));
 }
 
