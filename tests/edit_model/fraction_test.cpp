@@ -1,0 +1,129 @@
+#include "embedded/fraction.h"
+
+#include <gtest/gtest.h>
+#include <rapidcheck.h>
+
+#include <cmath>
+#include <limits>
+
+using embedded::Fraction;
+
+namespace {
+
+using wide = Fraction::wide;
+
+constexpr std::int64_t max64 = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t min64 = std::numeric_limits<std::int64_t>::min();
+constexpr wide max_wide = static_cast<wide>(~static_cast<unsigned __int128>(0) >> 1);
+
+Fraction drawn_fraction() {
+    const auto num = *rc::gen::arbitrary<std::int64_t>();
+    const auto den = *rc::gen::inRange<std::int64_t>(1, std::int64_t{1} << 40);
+    return {num, den};
+}
+
+// The error of `value` against the exact fraction, without a sign.
+Fraction error_of(const Fraction& exact, double value) {
+    const Fraction error = Fraction::exactly(value) - exact;
+    return error < 0 ? -error : error;
+}
+
+} // namespace
+
+TEST(Fraction, IsReducedWithItsSignAbove) {
+    const Fraction f(6, -4);
+    EXPECT_TRUE(f.num() == -3 && f.den() == 2);
+    EXPECT_TRUE(Fraction(0, -7) == Fraction(0));
+}
+
+TEST(Fraction, SumsAndProductsMatchLongArithmetic) {
+    EXPECT_TRUE(rc::check([] {
+        const auto a = *rc::gen::arbitrary<int>(), b = *rc::gen::arbitrary<int>();
+        const auto c = *rc::gen::inRange(1, 1 << 30), d = *rc::gen::inRange(1, 1 << 30);
+        const wide sum = wide{a} * d + wide{b} * c, below = wide{c} * d;
+        RC_ASSERT(Fraction(a, c) + Fraction(b, d) == Fraction(sum, below));
+        RC_ASSERT(Fraction(a, c) * Fraction(b, d) == Fraction(wide{a} * b, below));
+        RC_ASSERT((Fraction(a, c) < Fraction(b, d)) == (wide{a} * d < wide{b} * c));
+    }));
+}
+
+TEST(Fraction, WhatIsAddedCanBeTakenAway) {
+    EXPECT_TRUE(rc::check([] {
+        const Fraction a = drawn_fraction(), b = drawn_fraction();
+        RC_ASSERT(a + b - b == a);
+        if (!(b == 0)) RC_ASSERT(a * b / b == a);
+    }));
+}
+
+TEST(Fraction, TheDoubleIsTheNearestOne) {
+    EXPECT_TRUE(rc::check([] {
+        const Fraction f = drawn_fraction();
+        const double value = f.to_double();
+        const Fraction error = error_of(f, value);
+        RC_ASSERT(!(error_of(f, std::nextafter(value, INFINITY)) < error));
+        RC_ASSERT(!(error_of(f, std::nextafter(value, -INFINITY)) < error));
+    }));
+}
+
+TEST(Fraction, ATieBetweenTwoDoublesGoesToTheEvenOne) {
+    const wide two53 = wide{1} << 53;
+    EXPECT_EQ(Fraction(two53 + 1, 1).to_double(), 9007199254740992.0);
+    EXPECT_EQ(Fraction(two53 + 3, 1).to_double(), 9007199254740996.0);
+    EXPECT_EQ(Fraction((two53 + 1) * 1000000 + 1, 1000000).to_double(), 9007199254740994.0);
+    EXPECT_EQ(Fraction(-(two53 + 1), 1).to_double(), -9007199254740992.0);
+    EXPECT_EQ(Fraction(max_wide, 1).to_double(), std::ldexp(1.0, 127));
+    EXPECT_EQ(Fraction(1, max_wide).to_double(), std::ldexp(1.0, -127));
+}
+
+TEST(Fraction, ADoubleComesBackUnchanged) {
+    EXPECT_TRUE(rc::check([] {
+        const double value = static_cast<double>(*rc::gen::arbitrary<std::int64_t>()) / 1048576.0;
+        RC_ASSERT(Fraction::exactly(value).to_double() == value);
+    }));
+    EXPECT_TRUE(Fraction::exactly(0.5) == Fraction(1, 2));
+    EXPECT_TRUE(Fraction::exactly(NAN) == 0);
+    EXPECT_TRUE(Fraction::exactly(-INFINITY) == 0);
+}
+
+TEST(Fraction, DoublesOutsideItsReachGoToItsEnds) {
+    EXPECT_TRUE(Fraction::exactly(1e300).num() == max_wide);
+    EXPECT_TRUE(Fraction::exactly(-1e300).num() == -max_wide);
+    EXPECT_TRUE(Fraction::exactly(std::numeric_limits<double>::denorm_min()) == 0);
+    EXPECT_NEAR(Fraction::exactly(1e-38).to_double(), 1e-38, 1e-47);
+}
+
+TEST(Fraction, ResultsThatDoNotFitAreRounded) {
+    const Fraction big(max_wide, 3);
+    EXPECT_DOUBLE_EQ((big * Fraction(7, 5)).to_double(), big.to_double() * 1.4);
+    EXPECT_TRUE((Fraction(max_wide, 1) + Fraction(max_wide, 1)).num() == max_wide);
+    EXPECT_TRUE((Fraction(1, max_wide) - Fraction(1, max_wide - 1)).to_double() <= 0.0);
+    EXPECT_TRUE(Fraction(max_wide, max_wide - 1) < Fraction(max_wide - 1, max_wide - 2));
+}
+
+TEST(Fraction, HostileValuesStayWithinAHairOfWhatDoublesGive) {
+    EXPECT_TRUE(rc::check([] {
+        const auto wide_value = [] {
+            const auto high = *rc::gen::arbitrary<std::int64_t>(), low = *rc::gen::arbitrary<std::int64_t>();
+            return (wide{high} << 56) + low;
+        };
+        const wide below = wide_value();
+        const Fraction a(wide_value(), below == 0 ? 1 : below), b(wide_value(), 7);
+        const double product = a.to_double() * b.to_double(), sum = a.to_double() + b.to_double();
+        if (std::fabs(product) > 1e-20 && std::fabs(product) < 1e38)
+            RC_ASSERT(std::fabs((a * b).to_double() - product) <= 1e-14 * std::fabs(product));
+        const double largest = std::max(std::fabs(a.to_double()), std::fabs(b.to_double()));
+        if (largest < 8e37) RC_ASSERT(std::fabs((a + b).to_double() - sum) <= 1e-14 * largest + 1e-30);
+        RC_ASSERT((a < b) == !(b <= a));
+        if (a.to_double() < b.to_double()) RC_ASSERT(a < b);
+    }));
+}
+
+TEST(Fraction, FloorGoesDownAndNearestTakesHalvesUpward) {
+    EXPECT_EQ(Fraction(-1, 2).floor(), -1);
+    EXPECT_EQ(Fraction(7, 2).floor(), 3);
+    EXPECT_EQ(Fraction(-1, 2).nearest(), 0);
+    EXPECT_EQ(Fraction(5, 2).nearest(), 3);
+    EXPECT_EQ(Fraction(-8, 3).nearest(), -3);
+    EXPECT_EQ(Fraction(max_wide, 1).nearest(), max64);
+    EXPECT_EQ(Fraction(-max_wide, 1).floor(), min64);
+}
