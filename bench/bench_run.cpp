@@ -36,7 +36,7 @@ void whole_run(benchmark::State& state) {
     }
     const embedded::settings_block options = options_for(folder / "long.txt");
     for (auto _ : state) {
-        const embedded::ReadResult read = embedded::read_otio(file, {});
+        const formats::ReadResult read = formats::read_otio(file, {});
         SilentLogger logger;
         if (!make_cutlist_from_edit(read.edit, logger, 0, &options, embedded::EditBuilder::cues_of(read.edit), false))
             state.SkipWithError("the run failed");

@@ -25,10 +25,10 @@ EditPtr open_edit(const EditInput& input, std::vector<std::string>& warnings) {
     check_readable(input.path);
     if (extension_of(input.path) != ".otio")
         throw JobError(input.path + ": not a kind of edit that is understood; .otio files are");
-    embedded::ReadOptions options;
+    formats::ReadOptions options;
     options.rate = input.rate;
     options.all_effects = input.all_effects;
-    const embedded::ReadResult result = embedded::read_otio(input.path, options);
+    const formats::ReadResult result = formats::read_otio(input.path, options);
     warnings.insert(warnings.end(), result.warnings.begin(), result.warnings.end());
     if (!result.edit) throw JobError(one_line(result.error));
     return result.edit;
