@@ -1,5 +1,6 @@
 #include "embedded/fraction.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <numeric>
