@@ -6,9 +6,12 @@ library=$1/libquillbrook.so
 cd "$(dirname "$0")/.."
 failed=0
 
-declared=$(sed '/^#define/d' include/quillbrook/*.h | tr '\n' ' ' | grep -oE 'QUILLBROOK_API [^(;]*\(' | grep -oE '[A-Za-z_0-9]+\($' |
+declared=$(sed '/^#define/d; s/class QUILLBROOK_API//' include/quillbrook/*.h | tr '\n' ' ' | grep -oE 'QUILLBROOK_API [^(;]*\(' | grep -oE '[A-Za-z_0-9]+\($' |
     tr -d '(' | sort -u)
-exported=$(nm -DC --defined-only "$library" | awk '{ $1 = ""; $2 = ""; print }' | sed 's/^ *//; s/(.*//' | sort -u)
+classes=$(grep -ohE 'class QUILLBROOK_API [a-z_A-Z0-9]+' include/quillbrook/*.h | awk '{ print $3 }' | paste -sd'|')
+of_classes="^(${classes:-none})::|(thunk to |for |-in-)(${classes:-none})(::|\$)"
+exported=$(nm -DC --defined-only "$library" | awk '{ $1 = ""; $2 = ""; print }' | sed 's/^ *//; s/(.*//' |
+    grep -vE "$of_classes" | sort -u)
 extra=$(comm -13 <(echo "$declared") <(echo "$exported"))
 missing=$(comm -23 <(echo "$declared") <(echo "$exported"))
 [ -z "$extra" ] || { echo "library: exports what no public header declares:"; echo "$extra"; failed=1; }
