@@ -3,12 +3,7 @@
 
 #include "host/edit.h"
 #include "host/settings.h"
-
-#if defined(__GNUC__)
-#define QUILLBROOK_API __attribute__((visibility("default")))
-#else
-#define QUILLBROOK_API
-#endif
+#include "quillbrook/export.h"
 
 /// Turns an edit into a cutlist database and a report.
 ///

@@ -1,0 +1,3 @@
+#include "quillbrook/logging_tables.h"
+
+const char* filmDllVersionStr() { return QUILLBROOK_VERSION; }
