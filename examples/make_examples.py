@@ -1,10 +1,13 @@
 #!/usr/bin/env python3
-"""Writes the edit files of the examples beside this script. The same bytes on every run."""
+"""Writes the edit files of the examples beside this script, or below another folder. The same bytes on every run."""
 
 import pathlib
+import sys
 
-from make import desert, ferry, harbour, heron, market, newsroom, reel
-from make.otio import write
+sys.dont_write_bytecode = True
+
+from make import desert, ferry, harbour, heron, market, newsroom, reel  # noqa: E402
+from make.otio import write  # noqa: E402
 
 EXAMPLES = {
     "reel/reel.otio": reel,
@@ -18,9 +21,9 @@ EXAMPLES = {
 
 
 def main():
-    here = pathlib.Path(__file__).resolve().parent
+    folder = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).resolve().parent
     for name, example in EXAMPLES.items():
-        write(here / name, example.edit())
+        write(folder / name, example.edit())
 
 
 if __name__ == "__main__":

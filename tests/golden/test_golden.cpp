@@ -50,6 +50,17 @@ TEST_P(ExampleList, IsReadWithoutComplaint) { EXPECT_EQ(complaints_about(GetPara
 
 INSTANTIATE_TEST_SUITE_P(Examples, ExampleList, testing::ValuesIn(all_lists()), test_name);
 
+TEST(ExampleEdits, AreWhatTheScriptWrites) {
+    if (std::system("python3 -c pass") != 0) GTEST_SKIP() << "no python3 here";
+    const ScratchDirectory scratch;
+    const std::string script = "python3 '" + examples_folder() + "/make_examples.py' '" + scratch.path() + "'";
+    ASSERT_EQ(std::system(script.c_str()), 0);
+    for (const List& list : all_lists()) {
+        const std::string edit = "/" + list.folder + "/" + list.edit + ".otio";
+        expect_same_file(scratch.path() + edit, examples_folder() + edit);
+    }
+}
+
 TEST(ExampleFolders, HoldNoListThatNobodyMakes) {
     std::vector<std::string> known;
     for (const List& list : all_lists())
