@@ -5,11 +5,14 @@
 #include "cutlist/generator_labels.h"
 #include "cutlist/messages.h"
 #include "cutlist/track_analysis.h"
+#include "logging/log_shot_list.h"
 #include "reports/cutdb.h"
 
 #include <climits>
 #include <cstdarg>
 #include <cstdio>
+#include <limits>
+#include <memory>
 
 namespace {
 
@@ -58,6 +61,21 @@ bool check_track(Edit& edit, LoggerHandle& logger) {
     return true;
 }
 
+// The table itself is of no more use once its shots are read. Null when there are none.
+std::unique_ptr<LogShotList> read_shots(LoggerHandle& logger) {
+    const CutlistOptions& options = cutlist_options();
+    recdb log(fromUTF8(options.log_file, -1), std::numeric_limits<int>::max(), false);
+    if (!log.get_valid()) {
+        fail(logger, "Unable to read logging database");
+        return nullptr;
+    }
+    say(logger, "Converting database to list of shots", level_progress);
+    auto shots = std::make_unique<LogShotList>(log, options.long_keycode, logger, options.film_reel);
+    if (shots->result != -1) return shots;
+    fail(logger, "Unable to convert logging database");
+    return nullptr;
+}
+
 void add_label_params(cutdb& db, const EditLabel& label, const char* start_name, const char* standard_name) {
     db.add_param(start_name, label.get_string(0));
     db.add_param(standard_name, label_type_to_edlstr(label.type()));
@@ -69,10 +87,12 @@ void add_film_standard(cutdb& db) {
     db.add_param("mixed_kc_standard", generator().mixed_kc_standard ? "1" : "0");
 }
 
-bool fill_table(cutdb& db, EditPtr& edit, LoggerHandle& logger, CueList* cues) {
+bool fill_table(cutdb& db, EditPtr& edit, LoggerHandle& logger, CueList* cues, LogShotList* shots) {
     const CutlistOptions& options = cutlist_options();
     event_array events;
-    if (!analyse_tracks(options.chan_type, options.chan_num, edit, 0, logger, cues, events)) return false;
+    const int use_log = shots != nullptr;
+    if (!analyse_tracks(options.chan_type, options.chan_num, edit, 0, logger, use_log, cues, shots, events))
+        return false;
     if (!generator().key_label->is_valid()) return false;
     add_film_standard(db);
     append_events(db, events);
@@ -91,11 +111,12 @@ bool save_table(cutdb& db, const LightweightString<wchar_t>& cdb_name, LoggerHan
     return true;
 }
 
-bool make_table(const LightweightString<wchar_t>& cdb_name, EditPtr& edit, LoggerHandle& logger, CueList* cues) {
+bool make_table(const LightweightString<wchar_t>& cdb_name, EditPtr& edit, LoggerHandle& logger, CueList* cues,
+                LogShotList* shots) {
     cutdb db(&logger);
     db.set_filename(cdb_name);
     write_cutlist_header(db, *edit, cutlist_options().proj_name);
-    return fill_table(db, edit, logger, cues) && save_table(db, cdb_name, logger);
+    return fill_table(db, edit, logger, cues, shots) && save_table(db, cdb_name, logger);
 }
 
 } // namespace
@@ -109,10 +130,15 @@ bool cdbgen(LightweightString<wchar_t>& cdb_name, EditPtr& edit, LoggerHandle& l
 
     unrendered_copy copy;
     if (!unrender(edit, logger, copy) || !check_track(*edit, logger)) return false;
-    if (use_log) return fail(logger, "Unable to read logging database");
+    std::unique_ptr<LogShotList> shots;
+    if (use_log) {
+        shots = read_shots(logger);
+        if (!shots) return false;
+    }
 
-    make_generator_labels(*edit, cutlist_options().long_keycode);
-    const bool done = make_table(cdb_name, edit, logger, cues);
+    const label_t film_type = shots ? shots->film_label_type : label_key_35mm_4p;
+    make_generator_labels(*edit, film_type, cutlist_options().long_keycode);
+    const bool done = make_table(cdb_name, edit, logger, cues, shots.get());
     delete_generator_labels();
     copy.delete_stored();
     return done;

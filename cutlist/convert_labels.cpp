@@ -2,9 +2,7 @@
 
 #include "cutlist/cutlist_options.h"
 #include "cutlist/generator_labels.h"
-#include "host/fixed_text.h"
 
-#include <cstdio>
 #include <memory>
 
 namespace {
@@ -22,17 +20,12 @@ struct source_material {
     EditLabel ink = *invalid_edit_label();
 };
 
-template <std::size_t N> void read_reel(char (&target)[N], const Edit& source, const MediumRollIdent& ident) {
-    const LightweightString<char> reel = source.getReelId(ident);
-    if (!reel.empty()) put_text(target, reel.c_str());
-}
-
 void read_reels(cut_s& record, const Edit& source) {
     const int film_reel = cutlist_options().film_reel;
-    read_reel(record.src_reelid, source, MediumRollIdent(medium_source_picture, 2));
-    read_reel(record.aud_reelid, source, MediumRollIdent(medium_sound, 3));
-    read_reel(record.src24P_reelid, source, MediumRollIdent(medium_source_24p, 1));
-    read_reel(record.cam_reel, source, MediumRollIdent(film_reel == 0 ? medium_film : film_reel, 1));
+    set_reel(record.src_reelid, source.getReelId(MediumRollIdent(medium_source_picture, 2)));
+    set_reel(record.aud_reelid, source.getReelId(MediumRollIdent(medium_sound, 3)));
+    set_reel(record.src24P_reelid, source.getReelId(MediumRollIdent(medium_source_24p, 1)));
+    set_reel(record.cam_reel, source.getReelId(MediumRollIdent(film_reel == 0 ? medium_film : film_reel, 1)));
 }
 
 // The first source with a key number sets the standard of the list; a later one of another kind is listed by
@@ -63,27 +56,10 @@ void read_material(cut_s& record, source_material& source) {
         set_film_standard(source.ink.type(), cutlist_options().long_keycode);
 }
 
-void mark_without_material(cut_s& record, const char* word, int special) {
-    set_all_reels(record, word);
-    record.special = special;
-    record.shot_name = LightweightString<wchar_t>();
-}
-
-void open_source(cut_s& record, const Cookie& cookie, source_material& source) {
-    source.edit.i_open(cookie, edit_open_default);
-    record.special = special_none;
-    if (!source.edit) {
-        if (cookie.isBlack())
-            mark_without_material(record, "__BLACK", special_black);
-        else
-            mark_without_material(record, "__NOLOG", special_no_material);
-        return;
-    }
-    source.start = source.edit->getStartStripTime();
-    if (RenderHistory::isRendered(cookie))
-        mark_without_material(record, "RENDERED", special_no_material);
-    else
-        read_material(record, source);
+void read_source(cut_s& record, const Cookie& cookie, source_material& source) {
+    const source_state state = open_source(record, cookie, source.edit);
+    if (state != source_state::absent) source.start = source.edit->getStartStripTime();
+    if (state == source_state::logged) read_material(record, source);
 }
 
 /// The source's key label, or one that counts from 0 behind the source's cookie.
@@ -91,14 +67,9 @@ EditLabel working_key_label(cut_s& record, const EditLabel& key) {
     EditLabel working = key;
     if (working.is_valid()) return working;
     working.set_type(generator().key_label->type());
-    working.modify_count_length(4);
-    if (record.special == special_black) {
-        working.set_prefix(black_prefix);
-    } else {
-        working.set_prefix(record.cookie);
-        record.keycode_missing = 1;
-    }
-    working.set_start(0);
+    const bool black = record.special == special_black;
+    count_from_zero(working, black ? black_prefix : record.cookie);
+    if (!black) record.keycode_missing = 1;
     return working;
 }
 
@@ -107,13 +78,9 @@ class timecode_stretch {
 public:
     timecode_stretch(EditLabel& target, const EditLabel& source, double in, const EditPtr& edit)
         : target_(target), source_(source), edit_(edit), in_(translate(in)) {
-        target_ = source_;
-        target_.set_start(target_.get_abs_posn(0) + in_);
+        begin_timecode(target_, source_, in_);
     }
-    void close(double out) {
-        target_.end = target_.posn_to_sample(translate(out) - in_);
-        target_.end_set = 1;
-    }
+    void close(double out) { set_timecode_length(target_, translate(out) - in_); }
 
 private:
     double translate(double posn) const { return mPosn_Xlate(posn, medium_edit, &source_, edit_); }
@@ -139,21 +106,12 @@ void set_first_printed_cue(cut_s& record, CueList* cues, double from, double to,
     delete found;
 }
 
-// The handle stands on the effect between two cuts; it ends on the next cut's in-point.
-void fold_in_transition(cut_s& record, EditPtr& edit, ce_handle& handle, double start) {
-    const Qb::Ptr<FXGraphNodeBase> node = edit->getVideoNode(handle.getEffectGraph());
-    if (const auto* wipe = dynamic_cast<const DissolveWipeEffect*>(node.get())) {
-        char mode[24];
-        std::snprintf(mode, sizeof mode, "%1d.%03d", (wipe->isReversed() ? 1 : 0) + 1, wipe->getPattern());
-        put_text(record.fx_op_out, "WO");
-        put_text(record.fx_mod_out, mode);
-    } else {
+// Whatever isn't a wipe counts as a dissolve.
+void read_kind_from_node(cut_s& record, EditPtr&, const ce_handle&, const FXGraphNodeBase* node) {
+    if (const auto* wipe = dynamic_cast<const DissolveWipeEffect*>(node))
+        set_wipe(record, wipe->isReversed() ? 1 : 0, wipe->getPattern());
+    else
         put_text(record.fx_op_out, "DO");
-    }
-    set_transition_name(record, node);
-    handle.increment(ce_all);
-    record.fx_len_out = frames_of_duration(handle.get_channel_event().edit_time - start, edit);
-    handle.increment(ce_all);
 }
 
 // Everything of the record but the transition behind it. The handle goes from the in-point to the out-point.
@@ -162,7 +120,7 @@ bool convert_stretch(cut_s& record, EditPtr& edit, int chan, CueList* cues, ce_h
     const Cookie cookie = edit_cookie_of(in.cookie);
     put_text(record.cookie, edit_cookie_of(cookie).asString(false).c_str());
     source_material source;
-    open_source(record, cookie, source);
+    read_source(record, cookie, source);
     const EditPtr& src = source.edit;
 
     const double pos_in = in.source_time - source.start;
@@ -200,20 +158,13 @@ bool convert_stretch(cut_s& record, EditPtr& edit, int chan, CueList* cues, ce_h
 convert_result convert_event_from_labels(EditPtr& edit, int chan, CueList* cues, ce_handle& handle, cut_s*& out,
                                          int track) {
     out = nullptr;
-    if (!handle.valid()) return convert_ended;
-    if (!handle.is_in_point()) return convert_out_of_step;
-    if (edit_cookie_of(handle.get_channel_event().cookie).isEffect()) return convert_effect_first;
+    convert_result result = check_in_point(handle);
+    if (result != convert_done) return result;
 
     std::unique_ptr<cut_s> record(new cut_s);
     if (track != 1) find_upper_track_effect(*record, edit, handle, chan);
     if (!convert_stretch(*record, edit, chan, cues, handle)) return convert_out_of_step;
-
-    handle.increment(ce_all);
-    if (handle.valid()) {
-        if (!handle.is_in_point()) return convert_out_of_step;
-        const ChannelEvent next = handle.get_channel_event();
-        if (next.cookie.isEffect()) fold_in_transition(*record, edit, handle, next.edit_time);
-    }
-    out = record.release();
-    return convert_done;
+    result = go_to_next_cut(*record, edit, handle, read_kind_from_node);
+    if (result == convert_done) out = record.release();
+    return result;
 }

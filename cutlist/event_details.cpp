@@ -1,10 +1,11 @@
 #include "cutlist/event_details.h"
 
 #include "cutlist/fx_opticals.h"
-#include "host/fixed_text.h"
+#include "cutlist/generator_labels.h"
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 
 namespace {
 
@@ -28,9 +29,52 @@ void name_single_effect(cut_s& record, const EditGraphIterator& graph) {
         put_text(record.utr_fx_name, toUTF8(components.front()->getName()).c_str());
 }
 
+void mark_without_material(cut_s& record, const char* word, int special) {
+    set_all_reels(record, word);
+    record.special = special;
+    record.shot_name = LightweightString<wchar_t>();
+}
+
+void set_transition_name(cut_s& record, const FXGraphNodeBase* node) {
+    const LightweightString<char> name = node ? toUTF8(node->getName()) : LightweightString<char>();
+    put_text(record.fx_name_out, name.empty() ? unknown_effect : name.c_str());
+}
+
+// From the transition's in-point to the next cut's.
+void fold_in_transition(cut_s& record, EditPtr& edit, ce_handle& handle, double start,
+                        transition_kind_reader read_kind) {
+    const Qb::Ptr<FXGraphNodeBase> node = edit->getVideoNode(handle.getEffectGraph());
+    read_kind(record, edit, handle, node.get());
+    set_transition_name(record, node.get());
+    handle.increment(ce_all);
+    record.fx_len_out = frames_of_duration(handle.get_channel_event().edit_time - start, edit);
+    handle.increment(ce_all);
+}
+
 } // namespace
 
 Cookie edit_cookie_of(const Cookie& cookie) { return convertCookie(cookie, cookie_edit, any_subtype); }
+
+convert_result check_in_point(const ce_handle& handle) {
+    if (!handle.valid()) return convert_ended;
+    if (!handle.is_in_point()) return convert_out_of_step;
+    return edit_cookie_of(handle.get_channel_event().cookie).isEffect() ? convert_effect_first : convert_done;
+}
+
+source_state open_source(cut_s& record, const Cookie& cookie, EditPtr& source) {
+    source.i_open(cookie, edit_open_default);
+    record.special = special_none;
+    if (!source) {
+        if (cookie.isBlack())
+            mark_without_material(record, "__BLACK", special_black);
+        else
+            mark_without_material(record, "__NOLOG", special_no_material);
+        return source_state::absent;
+    }
+    if (!RenderHistory::isRendered(cookie)) return source_state::logged;
+    mark_without_material(record, "RENDERED", special_no_material);
+    return source_state::rendered;
+}
 
 void set_all_reels(cut_s& record, const char* word) {
     put_text(record.src_reelid, word);
@@ -62,9 +106,36 @@ void find_upper_track_effect(cut_s& record, const EditPtr& edit, const ce_handle
     if (graph.found) name_single_effect(record, graph);
 }
 
-void set_transition_name(cut_s& record, const Qb::Ptr<FXGraphNodeBase>& node) {
-    const LightweightString<char> name = node ? toUTF8(node->getName()) : LightweightString<char>();
-    put_text(record.fx_name_out, name.empty() ? unknown_effect : name.c_str());
+void count_from_zero(EditLabel& label, const char* prefix) {
+    label.modify_count_length(4);
+    label.set_prefix(prefix);
+    label.set_start(0);
+}
+
+void begin_timecode(EditLabel& target, const EditLabel& source, double in) {
+    target = source;
+    target.set_start(target.get_abs_posn(0) + in);
+}
+
+void set_timecode_length(EditLabel& target, double length) {
+    target.end = target.posn_to_sample(length);
+    target.end_set = 1;
+}
+
+void set_wipe(cut_s& record, int direction, int pattern) {
+    char mode[24];
+    std::snprintf(mode, sizeof mode, "%1d.%03d", direction + 1, pattern);
+    put_text(record.fx_op_out, "WO");
+    put_text(record.fx_mod_out, mode);
+}
+
+convert_result go_to_next_cut(cut_s& record, EditPtr& edit, ce_handle& handle, transition_kind_reader read_kind) {
+    handle.increment(ce_all);
+    if (!handle.valid()) return convert_done;
+    if (!handle.is_in_point()) return convert_out_of_step;
+    const ChannelEvent next = handle.get_channel_event();
+    if (next.cookie.isEffect()) fold_in_transition(record, edit, handle, next.edit_time, read_kind);
+    return convert_done;
 }
 
 double settle_speed(double speed, double& source_out, double frame_length) {

@@ -46,13 +46,13 @@ generator_labels& generator() {
     return labels;
 }
 
-void make_generator_labels(Edit& edit, int long_keycode) {
+void make_generator_labels(Edit& edit, label_t film_type, int long_keycode) {
     generator_labels& labels = generator();
     const MediumRollMedium output =
         getMediumRollfromOutputDetails(edit.getVideoMetadata().scan_mode(), edit.getFrameRate());
     labels.edit_tc_label = new EditLabel(*edit.getLabel(user_label_timecode, MediumRollIdent(output, 1)));
 
-    labels.key_label = new_key_label(label_key_35mm_4p, long_keycode);
+    labels.key_label = new_key_label(film_type, long_keycode);
     labels.foot_label = new EditLabel(*labels.key_label);
     labels.foot_label->set_type(label_t_to_foot_label_t(labels.key_label->type()));
     if (!labels.foot_label->is_valid()) labels.foot_label->set_type(labels.key_label->type());

@@ -16,8 +16,8 @@ struct generator_labels {
 
 generator_labels& generator();
 
-/// Makes the four labels of a run. `long_keycode` is the option.
-void make_generator_labels(Edit& edit, int long_keycode);
+/// Makes the four labels of a run. `film_type` is the kind of the key numbers, `long_keycode` the option.
+void make_generator_labels(Edit& edit, label_t film_type, int long_keycode);
 void delete_generator_labels();
 
 /// Adopts the film standard of a source edit, once a run; later calls do nothing.

@@ -2,6 +2,7 @@
 
 #include "cutlist/cdbgen.h"
 #include "cutlist/convert_labels.h"
+#include "cutlist/convert_shots.h"
 #include "cutlist/fx_opticals.h"
 #include "cutlist/messages.h"
 #include "host/fixed_text.h"
@@ -14,6 +15,24 @@ constexpr unsigned picture_kind = 1;
 constexpr unsigned every_subtype = 15;
 constexpr int sound_track = 1;
 
+/// What one run works on.
+struct analysis {
+    EditPtr& edit;
+    LoggerHandle& logger;
+    int use_log;
+    CueList* cues;
+    LogShotList* shots;
+    event_array& events;
+
+    /// Makes the next record of a track; false at its end.
+    bool convert(int chan, ce_handle& handle, cut_s*& rec, int track) const {
+        if (events.overfull()) return false;
+        const convert_result result = use_log ? convert_event_from_shots(edit, chan, cues, handle, rec, shots, track)
+                                              : convert_event_from_labels(edit, chan, cues, handle, rec, track);
+        return result == convert_done;
+    }
+};
+
 template <class Visit> void for_each_picture_channel(const Edit& edit, Visit visit) {
     for (int chan = edit.getFirstChan(picture_kind, every_subtype); chan != no_more_channels;
          edit.getNextChan(chan, picture_kind, every_subtype))
@@ -21,14 +40,14 @@ template <class Visit> void for_each_picture_channel(const Edit& edit, Visit vis
 }
 
 // FX channels, and the first of the others.
-void list_opticals(EditPtr& edit, LoggerHandle& logger, CueList* cues, event_array& events) {
+void list_opticals(const analysis& run) {
     bool first_plain = true;
-    for_each_picture_channel(*edit, [&](int chan) {
-        const bool fx = edit->getChanSubtype(chan) == chan_fx;
+    for_each_picture_channel(*run.edit, [&](int chan) {
+        const bool fx = run.edit->getChanSubtype(chan) == chan_fx;
         if (!fx && !first_plain) return;
         if (!fx) first_plain = false;
-        say(logger, fx ? "Analysing opticals on FX track" : "Analysing opticals on V1", level_progress);
-        analyse_fx_opticals(edit, chan, cues, events);
+        say(run.logger, fx ? "Analysing opticals on FX track" : "Analysing opticals on V1", level_progress);
+        analyse_fx_opticals(run.edit, chan, run.cues, run.events);
     });
 }
 
@@ -48,29 +67,29 @@ void join_records(cut_s& prev, cut_s& rec) {
         prev.fx_op_out[0] = 'F';
 }
 
-void list_picture_track(EditPtr& edit, int chan, int track, CueList* cues, event_array& events) {
-    const Qb::Ptr<Cel> flat = flatten(edit->get_edit_cel_p(chan)->simplify(0, false, true), 3, 1);
+void list_picture_track(const analysis& run, int chan, int track) {
+    const Qb::Ptr<Cel> flat = flatten(run.edit->get_edit_cel_p(chan)->simplify(0, false, true), 3, 1);
     ce_handle handle = flat->get_start_ceh();
     cut_s* prev = nullptr;
     cut_s* rec = nullptr;
-    while (!events.overfull() && convert_event_from_labels(edit, chan, cues, handle, rec, track) == convert_done) {
+    while (run.convert(chan, handle, rec, track)) {
         rec->track = track;
         if (prev) join_records(*prev, *rec);
-        events.add(rec);
+        run.events.add(rec);
         prev = rec;
     }
 }
 
-void list_picture_tracks(EditPtr& edit, LoggerHandle& logger, CueList* cues, event_array& events) {
+void list_picture_tracks(const analysis& run) {
     int track = 0;
-    for_each_picture_channel(*edit, [&](int chan) {
-        const EditChanSubType subtype = edit->getChanSubtype(chan);
+    for_each_picture_channel(*run.edit, [&](int chan) {
+        const EditChanSubType subtype = run.edit->getChanSubtype(chan);
         if (subtype == chan_unlisted || subtype == chan_fx) return;
         ++track;
         char text[40];
         std::snprintf(text, sizeof text, "Analysing track V%d", track);
-        say(logger, text, level_progress);
-        list_picture_track(edit, chan, track, cues, events);
+        say(run.logger, text, level_progress);
+        list_picture_track(run, chan, track);
     });
 }
 
@@ -82,27 +101,27 @@ Qb::Ptr<Cel> without_crossfades(const Edit& edit, const Qb::Ptr<Cel>& cel) {
 }
 
 // Sound records keep track 0 and aren't joined; track 1 only keeps the converter from looking for effects.
-void list_sound_track(EditPtr& edit, int chan, int keep_crossfades, LoggerHandle& logger, CueList* cues,
-                      event_array& events) {
-    say(logger, "Analysing sound track", level_progress);
-    Qb::Ptr<Cel> cel = edit->get_edit_cel_p(chan)->simplify(0, false, true);
-    if (keep_crossfades == 0) cel = without_crossfades(*edit, cel);
+void list_sound_track(const analysis& run, int chan, int keep_crossfades) {
+    say(run.logger, "Analysing sound track", level_progress);
+    Qb::Ptr<Cel> cel = run.edit->get_edit_cel_p(chan)->simplify(0, false, true);
+    if (keep_crossfades == 0) cel = without_crossfades(*run.edit, cel);
     const Qb::Ptr<Cel> flat = flatten(cel, 3, 1);
     ce_handle handle = flat->get_start_ceh();
     cut_s* rec = nullptr;
-    while (!events.overfull() && convert_event_from_labels(edit, chan, cues, handle, rec, sound_track) == convert_done)
-        events.add(rec);
+    while (run.convert(chan, handle, rec, sound_track))
+        run.events.add(rec);
 }
 
 } // namespace
 
-bool analyse_tracks(int chan_type, int chan_num, EditPtr& edit, int keep_crossfades, LoggerHandle& logger,
-                    CueList* cues, event_array& events) {
+bool analyse_tracks(int chan_type, int chan_num, EditPtr& edit, int keep_crossfades, LoggerHandle& logger, int use_log,
+                    CueList* cues, LogShotList* shots, event_array& events) {
+    const analysis run = {edit, logger, use_log, cues, shots, events};
     if (chan_type == 1) {
-        list_opticals(edit, logger, cues, events);
-        list_picture_tracks(edit, logger, cues, events);
+        list_opticals(run);
+        list_picture_tracks(run);
     } else if (chan_type == 2) {
-        list_sound_track(edit, chan_num, keep_crossfades, logger, cues, events);
+        list_sound_track(run, chan_num, keep_crossfades);
     }
     if (!events.overfull()) return true;
     say(logger, "The edit has more than 9999 events: no list can hold it", level_fatal);
