@@ -9,6 +9,8 @@
 
 #include <cstddef>
 
+class ReuseScan;
+
 constexpr int report_version = 9;
 
 /// State of the run in progress. Each run overwrites it, but for `mixed_standards`.
@@ -19,6 +21,7 @@ struct ReportContext {
     label_cvt* ink_cvt = nullptr;
     EditLabel frame_label;
     int mixed_standards = 0; ///< set by the first mixed file and never cleared
+    ReuseScan* reuse_scan = nullptr; ///< made by the pull list, released when the run ends
 };
 
 ReportContext& report_context();

@@ -1,0 +1,176 @@
+#include "reports/reuse_scan.h"
+
+#include "cutlist/cutlist_options.h"
+#include "reports/cut_s.h"
+#include "reports/cutdb.h"
+#include "reports/film_overlap.h"
+#include "reports/frame_math.h"
+#include "reports/number_text.h"
+#include "reports/report_driver.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+
+const DBFieldDesc reuse_fields[] = {
+    {"shot_name", DBFieldTypes::text},       {"cam_reel", DBFieldTypes::text},
+    {"keycode_in", DBFieldTypes::text},      {"keycode_out", DBFieldTypes::text},
+    {"keycode_missing", DBFieldTypes::text}, {"labeltype", DBFieldTypes::text},
+    {"count", DBFieldTypes::text},           {"further", DBFieldTypes::text},
+    {"event", DBFieldTypes::text},           {},
+};
+
+namespace {
+
+constexpr int unset_frame = 100000000;
+
+int number(const recdb& table, unsigned index, cutdb_field field) {
+    return decimal_number(table.get_record(index)->get_field(static_cast<unsigned short>(field)));
+}
+
+bool is_eligible(const recdb& table, unsigned index) {
+    if (number(table, index, cf_optical_record) == 1) return false;
+    if (number(table, index, cf_track) == 1) return true;
+    return !cutlist_options().pull_match_assembly && number(table, index, cf_optical_ref) != 0;
+}
+
+/// Texts that begin with the same characters, as many as a roll's prefix has, are of one roll.
+bool is_same_roll(const LightweightString<char>& a, const LightweightString<char>& b) {
+    const int prefix = report_context().film_cvt->prefix_length();
+    return std::strncmp(a.c_str(), b.c_str(), static_cast<std::size_t>(prefix)) == 0;
+}
+
+FilmPiece load_piece(const recdb& table, unsigned index) {
+    const CutlistOptions& options = cutlist_options();
+    cut_report cut;
+    cut.load(*table.get_record(index), options.pull_match_assembly, options.chan_type, options.audio_opticals);
+    return {index, cut.cut_key_in, cut.cut_key_out.sample, cut.speed, cut.keycode_missing};
+}
+
+LightweightString<char> text_at(LabelPoint point, int sample) {
+    point.set_sample(sample);
+    return point.get_string();
+}
+
+/// The overlap of two pieces, from its first frame to its last.
+void add_case(ReuseScan& scan, const FilmPiece& later, const FilmPiece& earlier) {
+    recdb& table = *scan.table;
+    const int last_frame = whole_part(later.in.cvt()->samples_per_frame() * earlier.speed);
+    const int low = std::max(earlier.in.sample, later.in.sample);
+    const int high = frame_difference(std::min(earlier.out, later.out), last_frame);
+    table.set_field(later.record, cf_flags, "T");
+    table.set_field(earlier.record, cf_flags, "T");
+
+    char events[16];
+    std::snprintf(events, sizeof events, "%s/%s", table.getField(later.record, cf_event).c_str(),
+                  table.getField(earlier.record, cf_event).c_str());
+    dbrecord& row = *scan.cases->get_record(static_cast<unsigned>(scan.cases->add_records(1)));
+    row.set_field(rf_event, events, true);
+    row.set_field(rf_cam_reel, table.getField(later.record, cf_cam_reel).c_str(), true);
+    row.set_field(rf_shot_name, table.getField(later.record, cf_shot_name).c_str(), true);
+    row.set_field(rf_keycode_in, text_at(later.in, low).c_str(), true);
+    row.set_field(rf_keycode_out, text_at(later.in, high).c_str(), true);
+    row.set_field(rf_keycode_missing, later.keycode_missing);
+    row.set_field(rf_labeltype, label_type_to_edlstr(later.in.type()), true);
+    ++scan.reuse_count;
+    ++scan.case_count;
+}
+
+/// The eligible records of the roll that begins at `first`.
+Vector<FilmPiece> pieces_of_roll(ReuseScan& scan, unsigned first) {
+    const recdb& table = *scan.table;
+    const LightweightString<char> roll = table.getField(first, cf_keycode_in);
+    const unsigned count = table.get_num_records();
+    Vector<FilmPiece> pieces;
+    for (unsigned index = first; index < count; ++index) {
+        if (!is_eligible(table, index)) continue;
+        if (!is_same_roll(table.getField(index, cf_keycode_in), roll)) break;
+        scan.note_range(index);
+        pieces.push_back(load_piece(table, index));
+    }
+    return pieces;
+}
+
+void scan_roll(ReuseScan& scan, unsigned first) {
+    scan.reset();
+    const Vector<FilmPiece> pieces = pieces_of_roll(scan, first);
+    const Vector<std::uint32_t> overlaps = first_overlaps(pieces, cutlist_options().butt);
+    for (std::size_t place = pieces.size(); place-- > 0;) {
+        if (overlaps[place] != no_piece) add_case(scan, pieces[place], pieces[overlaps[place]]);
+    }
+}
+
+bool starts_roll(const recdb& table, unsigned index, const LightweightString<char>& previous) {
+    const LightweightString<char> roll = table.getField(index, cf_cam_reel);
+    return is_real_reel(roll.c_str()) && is_eligible(table, index) &&
+           !is_same_roll(table.getField(index, cf_keycode_in), previous);
+}
+
+/// The frame of a key number, read as one of the film of the run.
+int film_frame(const recdb& table, unsigned index, cutdb_field field) {
+    char text[20] = "";
+    table.get_record(index)->in_field(field, text, sizeof text - 1);
+    LabelPoint point(0, report_context().film_cvt);
+    point.set_sample(text);
+    return point.sample / point.cvt()->samples_per_frame();
+}
+
+} // namespace
+
+ReuseScan::ReuseScan(recdb& scanned, LoggerHandle& log)
+    : table(&scanned), cases(new recdb(reuse_fields)), logger(&log) {
+    reset();
+}
+
+ReuseScan::~ReuseScan() { delete cases; }
+
+void ReuseScan::reset() {
+    last_frame = 0;
+    first_frame = frame_span = unset_frame;
+}
+
+void ReuseScan::note_range(unsigned index) {
+    int first = film_frame(*table, index, cf_keycode_in);
+    const int last = film_frame(*table, index, cf_keycode_out);
+    if (first < 0) {
+        logger->message(resourceStrW(10474), 2);
+        return;
+    }
+    if (first < first_frame) {
+        first_frame = first;
+        frame_span = frame_difference(last_frame, first);
+    } else {
+        first = first_frame;
+    }
+    if (last > last_frame) {
+        last_frame = last;
+        frame_span = frame_difference(last, first);
+    }
+}
+
+ReuseScan* scan_reuse(recdb& table, LoggerHandle& logger) {
+    logger.message(resourceStrW(10473), 0);
+    sort_by(table, {cf_keycode_in, cf_keycode_out, -1});
+    auto* const scan = new ReuseScan(table, logger);
+    const unsigned count = table.get_num_records();
+    LightweightString<char> previous;
+    for (unsigned index = 0; index < count; ++index) {
+        if (!starts_roll(table, index, previous)) continue;
+        if (index + 1 == count) break; // nothing left to compare with
+        previous = table.getField(index, cf_keycode_in);
+        scan_roll(*scan, index);
+    }
+    sort_by(*scan->cases, {rf_cam_reel, rf_keycode_in, -1});
+    return scan;
+}
+
+ReuseScan& run_reuse_scan(recdb& table, LoggerHandle& logger) {
+    ReuseScan*& scan = report_context().reuse_scan;
+    if (!scan) scan = scan_reuse(table, logger);
+    return *scan;
+}
+
+void release_reuse_scan() {
+    delete report_context().reuse_scan;
+    report_context().reuse_scan = nullptr;
+}
