@@ -11,7 +11,7 @@ namespace embedded {
 
 namespace {
 
-constexpr char black_text[] = "BLACK";
+constexpr char black_identity[] = "BLACK";
 
 Cookie cookie_of(ObjectKind kind) {
     Cookie cookie;
@@ -55,7 +55,11 @@ Cookie cookie_of_edit(const std::string& identity, std::uint32_t serial) {
     return cookie;
 }
 
-Cookie cookie_of_black() { return cookie_of(ObjectKind::black); }
+Cookie cookie_of_black() {
+    Cookie cookie = cookie_of(ObjectKind::black);
+    cookie.identity[0] = fnv1a(black_identity);
+    return cookie;
+}
 
 Cookie cookie_of_transition(const TransitionDescription& transition) {
     using Kind = TransitionDescription::Kind;
@@ -81,18 +85,15 @@ Cookie cookie_of_transition(const TransitionDescription& transition) {
 
 Cookie::Cookie(const char* text, bool) {
     std::uint32_t hash = 0;
-    if (!text) return;
-    if (std::strcmp(text, embedded::black_text) == 0)
-        *this = embedded::cookie_of_black();
-    else if (embedded::read_hash(text, &hash)) {
-        *this = embedded::cookie_of(ObjectKind::edit);
-        identity[0] = hash;
-    }
+    if (!text || !embedded::read_hash(text, &hash)) return;
+    *this = embedded::cookie_of_black();
+    if (identity[0] == hash) return;
+    *this = embedded::cookie_of(ObjectKind::edit);
+    identity[0] = hash;
 }
 
 LightweightString<char> Cookie::asString(bool) const {
-    if (isBlack()) return embedded::black_text;
-    if (embedded::kind_of(*this) != ObjectKind::edit) return {};
+    if (!isBlack() && embedded::kind_of(*this) != ObjectKind::edit) return {};
     char text[9];
     std::snprintf(text, sizeof text, "%08X", identity[0]);
     return text;

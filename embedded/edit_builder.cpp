@@ -229,9 +229,12 @@ void EditBuilder::add_event(int channel, EventDescription event) {
     impl_->channel(channel).items.push_back({ChannelItem::Kind::event, std::move(event)});
 }
 
-void EditBuilder::add_black(int channel, const Fraction& duration) {
+void EditBuilder::add_black(int channel, const Fraction& duration, std::vector<EffectDescription> effects,
+                            std::vector<int> effect_tracks) {
     ChannelItem black{ChannelItem::Kind::black, {}};
     black.event.duration = duration;
+    black.event.effects = std::move(effects);
+    black.event.effect_tracks = std::move(effect_tracks);
     impl_->channel(channel).items.push_back(std::move(black));
 }
 

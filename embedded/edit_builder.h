@@ -117,7 +117,8 @@ public:
 
     // Items of a channel, in order.
     void add_event(int channel, EventDescription event);
-    void add_black(int channel, const Fraction& duration);
+    void add_black(int channel, const Fraction& duration, std::vector<EffectDescription> effects = {},
+                   std::vector<int> effect_tracks = {});
     /// A gap that makes no event. On an FX channel one with effects makes an effect event; elsewhere its
     /// effects are left out with a warning.
     void add_gap(int channel, const Fraction& duration, std::vector<EffectDescription> effects = {},

@@ -65,9 +65,10 @@ TEST(Cookies, ShowTheHashOfWhatTheyName) {
     SourceDescription source = source_named("A");
     source.identity = "a";
     EXPECT_STREQ(OneClip(source).cookie.asString(false).c_str(), "E40C292C");
-    EXPECT_STREQ(Cookie("BLACK", false).asString(false).c_str(), "BLACK");
-    EXPECT_TRUE(Cookie("BLACK", false).isBlack());
-    EXPECT_FALSE(open(Cookie("BLACK", false)));
+    // The hash of "BLACK".
+    EXPECT_STREQ(Cookie("68566C44", false).asString(false).c_str(), "68566C44");
+    EXPECT_TRUE(Cookie("68566C44", false).isBlack());
+    EXPECT_FALSE(open(Cookie("68566C44", false)));
 }
 
 TEST(Cookies, NameNothingUntilTheyAreGivenAnObject) {
@@ -292,7 +293,7 @@ TEST(RenderedMaterial, IsSeenOnTheEditAndOnItsSource) {
     const OneClip plain(source_named("A"));
     EXPECT_FALSE(RenderHistory::editContainsRenderedMaterial(plain.edit));
     EXPECT_FALSE(RenderHistory::isRendered(plain.cookie));
-    EXPECT_FALSE(RenderHistory::isRendered(Cookie("BLACK", false)));
+    EXPECT_FALSE(RenderHistory::isRendered(Cookie("68566C44", false)));
 }
 
 TEST(DerenderedCopies, AreStoredEditsThatKeepTheName) {

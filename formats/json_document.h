@@ -1,0 +1,48 @@
+#pragma once
+// JSON texts as edit files hold them: with NaN and infinities, and with integers of any length.
+
+#include <rapidjson/document.h>
+
+#include <string>
+#include <string_view>
+
+namespace formats {
+
+using JsonValue = rapidjson::Value;
+
+/// Objects and arrays may lie that deep in each other.
+constexpr unsigned json_depth_limit = 1000;
+
+/// A parsed text. Integers past 64 bits are doubles, a byte order mark is skipped, and comments, trailing commas
+/// and text behind the document are errors.
+class JsonDocument {
+public:
+    /// False with `error()` set, which names line and byte, both from 1.
+    bool parse(std::string_view bytes);
+
+    const JsonValue& root() const { return document_; }
+    rapidjson::Document& document() { return document_; }
+    const std::string& error() const { return error_; }
+
+private:
+    rapidjson::Document document_;
+    std::string error_;
+};
+
+/// The member of that key, of several the first; null where it lacks, is null or `object` isn't an object.
+const JsonValue* json_member(const JsonValue* object, std::string_view key);
+inline const JsonValue* json_member(const JsonValue& object, std::string_view key) { return json_member(&object, key); }
+/// The same, but only where the member is an object.
+const JsonValue* json_object(const JsonValue* object, std::string_view key);
+/// The bytes of a string; empty for anything else.
+std::string_view json_string(const JsonValue* value);
+/// A string as it stands, a finite number as its decimal text; empty for anything else.
+std::string json_text(const JsonValue* value);
+/// True for the truth value, and for numbers but 0.
+bool json_truth(const JsonValue* value);
+/// A whole number between the limits, also one written as a double or a text of digits.
+bool json_integer(const JsonValue* value, long long low, long long high, long long* number);
+/// The document as a text that `JsonDocument` reads.
+std::string json_to_text(const JsonValue& value);
+
+} // namespace formats
