@@ -6,6 +6,9 @@
 #include "reports/code_text.h"
 #include "reports/cutdb.h"
 #include "reports/number_text.h"
+#include "reports/opticals_list.h"
+#include "reports/pull_list.h"
+#include "reports/reuse_scan.h"
 #include "reports/roll_list.h"
 #include "reports/timecode_list.h"
 
@@ -25,7 +28,9 @@ struct List {
 // In the order of printing. The list of rolls needs the file's own order, so it comes before any that sorts.
 constexpr List lists[] = {
     {&CutlistOptions::roll_list, false, print_roll_list},
+    {&CutlistOptions::pull_list, false, print_pull_list},
     {&CutlistOptions::assembly_list, false, print_assembly_list},
+    {&CutlistOptions::optical_list, true, print_opticals_list},
 };
 
 constexpr int end_of_run = 4;
@@ -137,6 +142,7 @@ bool print_cutlist_reports(const LightweightString<wchar_t>& cdb_path, const Lig
     report out(std::move(target));
     set_layout(out);
     print_lists(out, table, logger);
+    release_reuse_scan();
     return true;
 }
 
