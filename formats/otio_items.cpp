@@ -1,5 +1,7 @@
 #include "formats/otio_items.h"
 
+#include "formats/otio_check.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -30,11 +32,6 @@ void drop_inner_transitions(Items& items, const Context& context) {
 bool holds_nests(const JsonValue& children) {
     return std::any_of(children.Begin(), children.End(),
                        [](const JsonValue& child) { return is_composition(schema_of(child)); });
-}
-
-std::string type_name(const JsonValue& object) {
-    const std::string name(json_string(json_member(object, "OTIO_SCHEMA")));
-    return name.empty() ? "no type" : "type \"" + name + "\"";
 }
 
 } // namespace
@@ -156,6 +153,7 @@ void Flattener::add_clip(const Place& clip, Items& items) {
 }
 
 void Flattener::add_nest(const Place& nest, Items& items) {
+    check_composition(nest, context_);
     const Fraction taken = length(nest);
     if (!is_enabled(nest)) {
         items.push_back(gap_of(nest, taken));

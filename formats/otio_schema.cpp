@@ -127,6 +127,11 @@ const JsonValue& array_of(const Place& place, std::string_view key) {
     return *found;
 }
 
+std::string type_name(const JsonValue& object) {
+    const std::string name(json_string(json_member(object, "OTIO_SCHEMA")));
+    return name.empty() ? "no type" : "type \"" + name + "\"";
+}
+
 std::string name_of(const JsonValue& object) { return json_text(json_member(object, "name")); }
 
 bool is_enabled(const Place& place) {

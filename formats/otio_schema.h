@@ -69,6 +69,8 @@ inline Place child_of(const Place& place, const JsonValue& child, rapidjson::Siz
     return place.step("children", child, static_cast<int>(index));
 }
 std::string name_of(const JsonValue& object);
+/// In words, as `type "Wonder.1"`.
+std::string type_name(const JsonValue& object);
 /// Refused where the field is there and isn't a truth value.
 bool is_enabled(const Place& place);
 /// The metadata of an object, and in it our own dictionary; null where there is none.

@@ -133,7 +133,8 @@ bool LabelMaker::video(const RateInfo& rate, bool drop) const {
     const bool given = source.video_timecode.has_value();
     if (!given && !media.generator()) {
         const bool known = media.available && media.available->start;
-        const std::int64_t frame = known ? media.available->start->frames_at(rate).nearest() : 0;
+        const Fraction start = known ? media.available->start->seconds_on(*context.rate) : Fraction(0);
+        const std::int64_t frame = (start * rate.rate()).nearest();
         source.video_timecode = LabelDescription{type, {}, sample_of(frame, rate.nominal), {}};
     }
     if (source.video_timecode) source.video_timecode->rate = rate.rate();
