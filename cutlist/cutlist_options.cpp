@@ -4,7 +4,6 @@
 #include "host/settings.h"
 #include "quillbrook/cutlist.h"
 
-#include <cctype>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
@@ -89,7 +88,8 @@ void read_field(const configb& block, const option_field& field, CutlistOptions&
     }
 }
 
-bool is_blank(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
+// White space of every locale alike.
+bool is_blank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 } // namespace
 
@@ -130,7 +130,7 @@ void parse_channel_text(const char* text, int& type, int& number) {
     type = 0;
     number = 1;
     if (!text || !*text) return;
-    type = std::toupper(static_cast<unsigned char>(*text)) == 'V' ? 1 : 2;
+    type = *text == 'V' || *text == 'v' ? 1 : 2;
     const long value = std::strtol(text + 1, nullptr, 10);
     if (value >= 1 && value <= highest_channel) number = static_cast<int>(value);
 }
