@@ -98,6 +98,19 @@ TEST(Classification, AnOpticalThatAChainReachesBehindTheLastCutIsPassedOver) {
               "FX 30-35 of 30-35 ref 2 error");
 }
 
+//     FX          |-1-|              |-2-|
+//     V1   | cut |DO     DI| cut |
+TEST(Classification, AnOpticalInsideATransitionIsPassedOverWhenAnotherFollows) {
+    EXPECT_EQ(cutting_copy({v1(0, 10, "DO"), v1(20, 30), v1(30, 60), optical(12, 18), optical(40, 45)}),
+              "V1 0-10 #1 in 1\nV1 20-30 #2 in 1\nV1 30-60 #3 in 2\nFX 12-18 of 12-18\nFX 40-45 of 30-60 ref 2\n"
+              "FX 0-30 of 0-30 ref 1 single-layer effect");
+}
+
+TEST(Classification, TheLastOpticalInsideATransitionLiesOverItsChain) {
+    EXPECT_EQ(cutting_copy({v1(0, 10, "DO"), v1(20, 30), optical(12, 18)}),
+              "V1 0-10 #1 in 1\nV1 20-30 #2 in 1\nFX 12-18 of 0-30 ref 1");
+}
+
 TEST(Classification, UpperCutsTakeTheReferenceOfTheOpticalThatDrawsOnTheirTrack) {
     EXPECT_EQ(cutting_copy({v1(0, 100), optical(20, 60, 1 + 2), cut(2, 0, 20), cut(2, 20, 30), cut(2, 59, 80),
                             cut(2, 60, 90), cut(3, 25, 35)}),

@@ -95,6 +95,27 @@ TEST_F(Driver, FewerChannelsThanTheAbsoluteNumberIsATrackNotPresent) {
     EXPECT_EQ(toUTF8(name), scratch.file("list.cdb").c_str());
 }
 
+TEST_F(Driver, WithoutAnOutputFileTheTableHasOnlyItsExtension) {
+    block = embedded::settings_block();
+    EditPtr none;
+    LightweightString<wchar_t> name;
+    EXPECT_FALSE(cdbgen(name, none, logger, 0, nullptr, &block));
+    EXPECT_EQ(name, L".cdb");
+    EXPECT_EQ(logger.lines, (std::vector<LoggedLine>{{"Unable to open edit", 4}}));
+}
+
+TEST_F(Driver, AKeyThatTheNextRunLacksKeepsItsValue) {
+    const EditPtr edit = simple_edit();
+    block.set("proj_name", "Harbour");
+    EXPECT_TRUE(make(edit));
+    embedded::settings_block less;
+    less.set("chan_num", "0");
+    less.set("output_file", scratch.file("list.txt"));
+    block = less;
+    EXPECT_TRUE(make(edit));
+    EXPECT_EQ(param("project_name"), "Harbour");
+}
+
 TEST_F(Driver, AnEmptyChosenTrackFailsThoughHigherTracksHoldMaterial) {
     EditBuilder builder(plain_edit());
     builder.add_channel(picture);
