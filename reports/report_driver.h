@@ -20,7 +20,7 @@ struct ReportContext {
     label_cvt* film_cvt = nullptr; ///< not owned
     label_cvt* ink_cvt = nullptr;
     EditLabel frame_label;
-    int mixed_standards = 0; ///< set by the first mixed file and never cleared
+    int mixed_standards = 0;         ///< set by the first mixed file and never cleared
     ReuseScan* reuse_scan = nullptr; ///< made by the pull list, released when the run ends
 };
 
