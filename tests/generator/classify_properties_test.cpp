@@ -12,7 +12,7 @@ using namespace generator_test;
 
 namespace {
 
-int number(int least, int above) { return *rc::gen::inRange(least, above); }
+int number(int least, int above) { return *rc::gen::resize(rc::kNominalSize, rc::gen::inRange(least, above)); }
 
 /// V1 without gaps, transitions at random.
 std::vector<cut_s> random_v1() {
