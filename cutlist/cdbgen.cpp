@@ -4,6 +4,7 @@
 #include "cutlist/cutlist_options.h"
 #include "cutlist/generator_labels.h"
 #include "cutlist/messages.h"
+#include "cutlist/single_layer_lists.h"
 #include "cutlist/track_analysis.h"
 #include "logging/log_shot_list.h"
 #include "reports/cutdb.h"
@@ -87,6 +88,15 @@ void add_film_standard(cutdb& db) {
     db.add_param("mixed_kc_standard", generator().mixed_kc_standard ? "1" : "0");
 }
 
+// Before the opticals are numbered: these lists show them as the track analysis left them.
+void write_single_layer_lists(cutdb& db, LoggerHandle& logger) {
+    const CutlistOptions& options = cutlist_options();
+    if (options.fsl_type1_file) write_sl1_file(&db, logger);
+    if (options.fsl_type2_file) write_sl2_file(&db, logger);
+    if (options.fsl_type3_file) write_sl3_file(&db, logger);
+    if (options.fsl_type4_file) write_sl4_file(&db, logger);
+}
+
 bool fill_table(cutdb& db, EditPtr& edit, LoggerHandle& logger, CueList* cues, LogShotList* shots) {
     const CutlistOptions& options = cutlist_options();
     event_array events;
@@ -96,6 +106,7 @@ bool fill_table(cutdb& db, EditPtr& edit, LoggerHandle& logger, CueList* cues, L
     if (!generator().key_label->is_valid()) return false;
     add_film_standard(db);
     append_events(db, events);
+    write_single_layer_lists(db, logger);
     classify_opticals(db, logger);
     return true;
 }
