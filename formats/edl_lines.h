@@ -1,0 +1,33 @@
+#pragma once
+// The lines of a CMX 3600 edit list, and the words that stand on them.
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace formats::edl {
+
+/// A line without its end and the blanks around it. Views point into the text that was split.
+struct Line {
+    int number = 0; ///< from 1, as editors count: LF, CR and CR LF each end one line
+    std::string_view text;
+};
+
+enum class LineKind { blank, title, fcm, split, event, speed, audio, comment, unknown };
+
+/// All lines; control characters count as blanks, so the mark that ends old files leaves nothing behind.
+std::vector<Line> split_lines(std::string_view bytes);
+LineKind kind_of(std::string_view line);
+
+std::string_view trimmed(std::string_view text);
+std::vector<std::string_view> words_of(std::string_view text);
+/// What follows `head`, without blanks around it, where the text begins with it in any case.
+std::optional<std::string_view> behind(std::string_view text, std::string_view head);
+bool equal_in_any_case(std::string_view a, std::string_view b);
+bool is_digit(char c);
+bool all_digits(std::string_view text);
+/// A whole number of at most 9 digits.
+std::optional<int> whole_number(std::string_view text);
+
+} // namespace formats::edl
