@@ -1,0 +1,109 @@
+#include "formats/text_lines.h"
+
+#include <algorithm>
+
+namespace formats {
+namespace {
+
+constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+constexpr std::string_view no_break_space = "\xC2\xA0";
+
+char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+bool is_blank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+bool continues(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
+
+/// Bytes of the character that begins with `first`; 0 where none begins so.
+std::size_t length_of_character(unsigned char first) {
+    if (first < 0x80) return 1;
+    if (first >= 0xC2 && first < 0xE0) return 2;
+    if (first >= 0xE0 && first < 0xF0) return 3;
+    return first >= 0xF0 && first < 0xF5 ? 4 : 0;
+}
+
+std::string from_latin(std::string_view bytes) {
+    std::string text;
+    text.reserve(bytes.size() + bytes.size() / 8);
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x80) {
+            text += c;
+        } else {
+            text += static_cast<char>(0xC0 | byte >> 6);
+            text += static_cast<char>(0x80 | (byte & 0x3F));
+        }
+    }
+    return text;
+}
+
+bool is_sixteen_bit(std::string_view bytes) {
+    return bytes.substr(0, 2) == "\xFF\xFE" || bytes.substr(0, 2) == "\xFE\xFF";
+}
+
+} // namespace
+
+TextLines::TextLines(std::string_view bytes) {
+    if (is_sixteen_bit(bytes)) {
+        trouble_ = "is 16-bit text; save it as UTF-8";
+    } else if (bytes.find('\0') != std::string_view::npos) {
+        trouble_ = "isn't text";
+    }
+    if (*trouble_) return;
+    if (bytes.substr(0, byte_order_mark.size()) == byte_order_mark) bytes.remove_prefix(byte_order_mark.size());
+    was_latin_ = !is_utf8(bytes);
+    text_ = was_latin_ ? from_latin(bytes) : std::string(bytes);
+    split();
+}
+
+void TextLines::split() {
+    const std::string_view text = text_;
+    std::size_t begin = 0;
+    while (begin < text.size()) {
+        const std::size_t end = std::min(text.find_first_of("\r\n", begin), text.size());
+        lines_.push_back(text.substr(begin, end - begin));
+        begin = end + (text.substr(end, 2) == "\r\n" ? 2 : 1);
+    }
+}
+
+bool is_utf8(std::string_view text) {
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t length = length_of_character(static_cast<unsigned char>(text[i]));
+        if (length == 0 || text.size() - i < length) return false;
+        for (std::size_t k = 1; k < length; ++k)
+            if (!continues(text[i + k])) return false;
+        i += length;
+    }
+    return true;
+}
+
+std::size_t characters_of(std::string_view text) {
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) { return !continues(c); }));
+}
+
+std::string_view without_blanks_around(std::string_view text) {
+    for (;;) {
+        if (text.substr(0, 2) == no_break_space) {
+            text.remove_prefix(2);
+        } else if (text.size() >= 2 && text.substr(text.size() - 2) == no_break_space) {
+            text.remove_suffix(2);
+        } else if (!text.empty() && is_blank(text.front())) {
+            text.remove_prefix(1);
+        } else if (!text.empty() && is_blank(text.back())) {
+            text.remove_suffix(1);
+        } else {
+            return text;
+        }
+    }
+}
+
+std::string lower_case(std::string_view text) {
+    std::string result(text);
+    std::transform(result.begin(), result.end(), result.begin(), lower);
+    return result;
+}
+
+bool same_without_case(std::string_view a, std::string_view b) {
+    return a.size() == b.size() &&
+           std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return lower(x) == lower(y); });
+}
+
+} // namespace formats

@@ -1,0 +1,46 @@
+#pragma once
+// The lines of a text file, whatever program wrote it.
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace formats {
+
+/// A text as UTF-8 and its lines without their ends. The lines point into the text, so it stays where it is.
+class TextLines {
+public:
+    /// Line ends are LF, CR LF or CR, also mixed. A byte order mark goes. Text that isn't UTF-8 is taken as
+    /// Latin-1, and `was_latin` tells.
+    explicit TextLines(std::string_view bytes);
+    TextLines(const TextLines&) = delete;
+    TextLines& operator=(const TextLines&) = delete;
+
+    std::size_t count() const { return lines_.size(); }
+    /// Empty behind the last line.
+    std::string_view line(std::size_t index) const {
+        return index < lines_.size() ? lines_[index] : std::string_view();
+    }
+    bool was_latin() const { return was_latin_; }
+    /// Why the bytes are no text; empty where they are.
+    const char* trouble() const { return trouble_; }
+
+private:
+    void split();
+
+    std::string text_;
+    std::vector<std::string_view> lines_;
+    bool was_latin_ = false;
+    const char* trouble_ = "";
+};
+
+bool is_utf8(std::string_view text);
+/// Characters of a UTF-8 text: bytes but those that continue one.
+std::size_t characters_of(std::string_view text);
+/// Without blanks, tabs and no-break spaces at its ends.
+std::string_view without_blanks_around(std::string_view text);
+/// Letters A to Z only, so it is the same in any locale.
+std::string lower_case(std::string_view text);
+bool same_without_case(std::string_view a, std::string_view b);
+
+} // namespace formats
