@@ -11,18 +11,7 @@
 
 namespace {
 
-/// Takes over the texts of `older` where `event` has none of its own, as reading a row does. Names of shots don't stay.
-void keep_texts(cut_s& event, const cut_s& older) {
-    const auto keep = [](auto& text, const auto& old) {
-        if (text[0] == '\0') put_text(text, old);
-    };
-    keep(event.cam_reel, older.cam_reel);
-    keep(event.fx_op_in, older.fx_op_in);
-    keep(event.fx_op_out, older.fx_op_out);
-    keep(event.utr_fx_name, older.utr_fx_name);
-}
-
-/// An event as the walk finds it, with the texts of the events of its track before it where it has none.
+/// An event as the walk finds it.
 struct layer_event {
     cut_s event;
     full_stretch stretch;
@@ -52,6 +41,7 @@ public:
     void run() {
         const unsigned rows = db_.get_num_records();
         for (unsigned row = 0; row < rows; ++row) {
+            optical_ = cut_s();
             optical_.from_record(*db_.get_record(row));
             if (optical_.optical_record == 0) continue;
             ++fx_count_;
@@ -70,7 +60,7 @@ private:
             const int track = row_number(row, cf_track);
             const bool first = runs_.empty() || runs_.back().track != track;
             if (first) runs_.push_back({track, events_.size(), events_.size()});
-            cut_s event = first ? cut_s() : events_.back().event;
+            cut_s event;
             event.from_record(row);
             const full_stretch stretch(event);
             const int latest = first ? stretch.to : std::max(stretch.to, events_.back().latest_end);
@@ -98,9 +88,7 @@ private:
             if (found.stretch.from >= optical_.edit_out) break;
             add_piece(found, run.track);
         }
-        const bool left = i < run.end;
-        remember(events_[left ? i : run.end - 1].event);
-        return left ? frame_sum(run.track, 1) : run.track;
+        return i < run.end ? frame_sum(run.track, 1) : run.track;
     }
 
     std::size_t first_within(const track_run& run) const {
@@ -117,16 +105,8 @@ private:
         return begin;
     }
 
-    // What stands for the texts that the first events of the next track lack.
-    void remember(const cut_s& last_seen) {
-        cut_s event = last_seen;
-        keep_texts(event, last_seen_);
-        last_seen_ = event;
-    }
-
     void add_piece(const layer_event& found, int track) {
-        cut_s event = found.event;
-        keep_texts(event, last_seen_);
+        const cut_s& event = found.event;
         sl1_rec record;
         clip_part& clip = record.clip;
         const int ahead = std::max(frame_difference(optical_.edit_in, found.stretch.from), 0);
@@ -155,9 +135,7 @@ private:
     const bool cued_only_;
     Vector<layer_event> events_;
     Vector<track_run> runs_;
-    // A text that a row lacks stays that of the row read before.
     cut_s optical_;
-    cut_s last_seen_;
     roll_letters rolls_;
     int fx_count_ = 0;
     int position_ = 0; ///< where the next piece of the track begins

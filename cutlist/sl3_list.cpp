@@ -27,6 +27,7 @@ public:
         for (unsigned index = 0; index < rows; ++index) {
             dbrecord& row = *db_.get_record(index);
             if (row_number(row, cf_optical_record) == 1 || row_number(row, cf_track) != main_track) continue;
+            event_ = cut_s();
             event_.from_record(row);
             lay_event();
         }
@@ -38,7 +39,9 @@ private:
         while (next_row_ < rows && row_number(*db_.get_record(next_row_), cf_optical_record) == 0)
             ++next_row_;
         no_more_fx_ = next_row_ >= rows;
-        if (!no_more_fx_) optical_.from_record(*db_.get_record(next_row_++));
+        if (no_more_fx_) return;
+        optical_ = cut_s();
+        optical_.from_record(*db_.get_record(next_row_++));
     }
 
     void lay_event() {
@@ -100,7 +103,6 @@ private:
 
     cutdb& db_;
     sl2db& list_;
-    // A text that a row lacks stays that of the row read before.
     cut_s event_;
     cut_s optical_;
     roll_letters rolls_;

@@ -38,11 +38,11 @@ sl3_rec full_event(const cut_s& event) {
 void write_sl4_file(cutdb* db, LoggerHandle& logger) {
     sl3db list;
     if (!begin_list(list, 4, *db, logger)) return;
-    cut_s event;
     const unsigned rows = db->get_num_records();
     for (unsigned index = 0; index < rows; ++index) {
         dbrecord& row = *db->get_record(index);
         if (!is_listed(row)) continue;
+        cut_s event;
         event.from_record(row);
         append(list, full_event(event));
     }
