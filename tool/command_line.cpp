@@ -1,6 +1,7 @@
 #include "tool/command_line.h"
 
 #include "tool/key_values.h"
+#include "tool/list_switches.h"
 #include "tool/tool_error.h"
 
 #include <CLI/CLI.hpp>
@@ -12,7 +13,7 @@ constexpr const char* about = "Film lists from edits: cutlist tables and paged r
 
 constexpr const char* main_examples = R"(Examples:
   quillbrook cutlist reel.otio -o lists/reel.txt
-  quillbrook print lists/reel.cdb -o lists/again.txt --set some_lists=1 --set roll_list=0
+  quillbrook print lists/reel.cdb -o lists/again.txt --lists assembly,opticals
   quillbrook edit show reel.otio
 
 Exit status: 0 done, 1 the job failed, 2 wrong usage.
@@ -23,6 +24,10 @@ constexpr const char* cutlist_examples = R"(Examples:
       lists the first picture channel: lists/reel.txt and the table lists/reel.cdb
   quillbrook cutlist reel.otio -o lists/neg.txt --neg-cut --frames --set pgm_id=R1
       a neg-cut list in frames, with a programme identifier in its headings
+  quillbrook cutlist reel.otio -o lists/pull.txt --lists rolls,pull --handles 8 --sort-by-key
+      what to pull from the vault, 8 frames longer at each end, by key number
+  quillbrook cutlist reel.otio -o lists/reel.txt --single-layer 1,3
+      also lists/reel.sl1 and lists/reel.sl3
   quillbrook cutlist reel.otio -o lists/sound.txt --channel A2
       the second sound channel
   quillbrook cutlist reel.otio -o lists/reel.txt --overwrite --config allow_auto_unrender=0
@@ -31,7 +36,7 @@ constexpr const char* cutlist_examples = R"(Examples:
 constexpr const char* print_examples = R"(Examples:
   quillbrook print lists/reel.cdb -o lists/again.txt
       all lists, by the library's default options
-  quillbrook print lists/reel.cdb -o lists/rolls.txt --set some_lists=1 --set assembly_list=0
+  quillbrook print lists/reel.cdb -o lists/rolls.txt --lists rolls
       the list of rolls alone
   quillbrook print lists/sound.cdb -o lists/sound.txt --set chan_type=2 --set chan_num=3
       a table of a sound channel)";
@@ -44,6 +49,7 @@ constexpr const char* show_examples = R"(Examples:
 struct Values {
     std::string input, report, channel = "V1", rate;
     std::vector<std::string> options, settings;
+    ListSwitches lists;
     bool neg_cut = false, frames = false, all_effects = false, overwrite = false, quiet = false;
 };
 
@@ -56,6 +62,16 @@ void add_input_options(CLI::App& command, Values& values) {
 
 void add_report_options(CLI::App& command, Values& values) {
     command.add_option("-o", values.report, "The report to write")->type_name("FILE")->required();
+    command.add_option("--lists", values.lists.lists, "Only these lists: rolls, pull, assembly, opticals")
+        ->type_name("LIST,...")
+        ->allow_extra_args(false);
+    command.add_option("--handles", values.lists.handles, "Frames to pull at each end beyond what is cut")
+        ->type_name("N");
+    command
+        .add_option("--butt", values.lists.butt,
+                    "Frames apart at which two cuts of a roll still count as re-use; by default 1")
+        ->type_name("N");
+    command.add_flag("--sort-by-key", values.lists.sort_by_key, "Pull lists by key number in place of by roll");
     command.add_option("--set", values.options, "An option of the library; wins over all else")
         ->type_name("KEY=VALUE")
         ->allow_extra_args(false);
@@ -75,6 +91,9 @@ CLI::App* add_cutlist(CLI::App& app, Values& values) {
         ->capture_default_str();
     command->add_flag("--neg-cut", values.neg_cut, "A neg-cut list in place of a cutting-copy list");
     command->add_flag("--frames", values.frames, "Positions in frames in place of feet and frames");
+    command->add_option("--single-layer", values.lists.single_layer, "Single-layer lists to write: 1, 2, 3, 4")
+        ->type_name("N,...")
+        ->allow_extra_args(false);
     command->footer(cutlist_examples);
     return command;
 }
@@ -107,13 +126,14 @@ CutlistJob cutlist_job(const Values& values) {
     job.channel = parse_channel(values.channel);
     job.neg_cut = values.neg_cut;
     job.frames = values.frames;
-    job.options = parse_options(values.options);
+    job.options = list_options(values.lists, parse_options(values.options));
     job.settings = parse_settings(values.settings);
     return job;
 }
 
 PrintJob print_job(const Values& values) {
-    return {values.input, output(values), parse_options(values.options), parse_settings(values.settings)};
+    return {values.input, output(values), list_options(values.lists, parse_options(values.options)),
+            parse_settings(values.settings)};
 }
 
 std::string first_line(const std::string& text) { return text.substr(0, text.find('\n')); }

@@ -2,6 +2,7 @@
 
 #include "embedded/edit_builder.h"
 #include "quillbrook/cutlist.h"
+#include "tool/list_switches.h"
 #include "tool/open_edit.h"
 #include "tool/output_files.h"
 #include "tool/run_setup.h"
@@ -27,6 +28,13 @@ embedded::settings_block options_of(const CutlistJob& job, const EditPtr& edit) 
     return block;
 }
 
+std::vector<std::string> files_beside_report(const CutlistJob& job) {
+    std::vector<std::string> files{beside_report(job.output.report, ".cdb")};
+    for (const char* extension : single_layer_extensions(job.options))
+        files.push_back(beside_report(job.output.report, extension));
+    return files;
+}
+
 std::string subject_of(const CutlistJob& job) {
     return (job.channel.kind == 2 ? "A" : "V") + std::to_string(job.channel.number) + " of " + job.edit.path;
 }
@@ -35,7 +43,7 @@ std::string subject_of(const CutlistJob& job) {
 
 int run(const CutlistJob& job) {
     check_readable(job.edit.path);
-    check_outputs(job.edit.path, job.output, {beside_report(job.output.report, ".cdb")});
+    check_outputs(job.edit.path, job.output, files_beside_report(job));
     apply_settings(job.settings);
     std::vector<std::string> warnings;
     const EditPtr edit = open_edit(job.edit, warnings);

@@ -69,6 +69,13 @@ const embedded::RateInfo* parse_rate(const std::string& text) {
     return rate;
 }
 
+std::string parse_frames(const char* option, const std::string& text) {
+    const std::optional<int> number = parse_number<int>(text);
+    if (!number || *number < 0)
+        throw UsageError(std::string(option) + ": \"" + text + "\" is not a whole number of frames, 0 or above");
+    return std::to_string(*number);
+}
+
 Options parse_options(const std::vector<std::string>& pairs) {
     Options options;
     for (const std::string& pair : pairs) {

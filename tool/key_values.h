@@ -9,6 +9,8 @@ namespace tool {
 ChannelName parse_channel(const std::string& text);
 /// One of the listed frame rates.
 const embedded::RateInfo* parse_rate(const std::string& text);
+/// A whole number of frames, 0 or above, as an option takes it.
+std::string parse_frames(const char* option, const std::string& text);
 /// KEY=VALUE pairs for keys of the library's options, the last of a key winning.
 Options parse_options(const std::vector<std::string>& pairs);
 /// KEY=VALUE pairs for host-wide settings.

@@ -80,6 +80,22 @@ TEST_F(Usage, NumbersAreCheckedAndNamedWithTheirKey) {
     }
 }
 
+TEST_F(Usage, WordsOfTheListSwitchesAreChecked) {
+    for (const char* word : {"", "roll", "rolls,", "rolls,pul", "Rolls", "1"})
+        expect_wrong_set("--lists", word, "is not one of rolls, pull, assembly, opticals");
+    expect_wrong_set("--lists", "rolls,pul", "--lists: \"pul\"");
+    for (const char* word : {"", "0", "5", "1,5", "sl1", "1 "})
+        expect_wrong_set("--single-layer", word, "is not one of 1, 2, 3, 4");
+    expect_wrong({"print", "cut.cdb", "-o", "cut.txt", "--lists", "rools"}, "\"rools\"");
+    expect_wrong({"print", "cut.cdb", "-o", "cut.txt", "--single-layer", "1"}, "--single-layer");
+}
+
+TEST_F(Usage, FramesOfTheSwitchesAreChecked) {
+    for (const char* option : {"--handles", "--butt"})
+        for (const char* value : {"", "many", "8x", "1.5", "-1", "99999999999"})
+            expect_wrong({"cutlist", "cut.otio", "-o", "cut.txt", std::string(option) + '=' + value}, option);
+}
+
 TEST_F(Usage, ChannelsAndRatesAreChecked) {
     for (const char* channel : {"", "V", "V0", "A-1", "X1", "1", "V1x"})
         expect_wrong({"cutlist", "a.otio", "-o", "a.txt", "--channel", channel}, "hannel");
