@@ -96,7 +96,8 @@ bool Reading::find_rate() {
         largest = std::max(largest, one.list.largest_frames);
     result_.error = names_of_lists() +
                     ": an edit list doesn't tell its frames a second, and these timecodes go up to " +
-                    std::to_string(largest) + " frames: the rate must be given";
+                    std::to_string(largest) + " frames";
+    result_.rate_missing = true;
     return false;
 }
 

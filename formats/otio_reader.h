@@ -23,6 +23,7 @@ struct ReadResult {
     EditPtr edit;
     std::vector<std::string> warnings;
     std::string error;
+    bool rate_missing = false; ///< the error is that nothing tells the rate and the options don't either
 };
 
 ReadResult read_otio(const std::string& path, const ReadOptions& options = {});

@@ -27,6 +27,7 @@ struct EditInput {
     std::string path;
     const embedded::RateInfo* rate = nullptr; ///< null: what the file says
     bool all_effects = false;
+    std::vector<std::string> more; ///< further lists of the same programme, for edit lists only
 };
 
 /// Library options and host-wide settings by key, checked.
@@ -39,6 +40,7 @@ struct CutlistJob {
     ChannelName channel;
     bool neg_cut = false;
     bool frames = false;
+    std::string log; ///< the logging table that key numbers come from; empty: the edit's own labels
     Options options; ///< wins over all of the above
     Settings settings;
 };

@@ -1,5 +1,7 @@
 #include "tool/open_edit.h"
 
+#include "embedded/services.h"
+#include "formats/edl_reader.h"
 #include "formats/otio_reader.h"
 #include "tool/output_files.h"
 #include "tool/tool_error.h"
@@ -19,18 +21,49 @@ std::string extension_of(const std::string& path) {
     return extension;
 }
 
+/// An edit list by its name, or by its lines where the name says nothing.
+bool is_edit_list(const std::string& path) {
+    const std::string extension = extension_of(path);
+    if (extension == ".edl") return true;
+    std::string bytes;
+    return extension != ".otio" && embedded::read_file(path, &bytes, nullptr) && formats::looks_like_edl(bytes);
+}
+
+bool is_edit(const std::string& path) { return extension_of(path) == ".otio" || is_edit_list(path); }
+
+/// What the user can do about it.
+std::string advice_on(const formats::ReadResult& result, const EditInput& input) {
+    const bool rate = !input.rate && result.rate_missing;
+    return rate ? "; give it with --rate" : "";
+}
+
+void check_kinds(const EditInput& input) {
+    for (const std::string& path : paths_of(input)) {
+        check_readable(path);
+        if (!is_edit(path))
+            throw JobError(path + ": not a kind of edit that is understood; .otio files and edit lists (.edl) are");
+        if (!input.more.empty() && !is_edit_list(path))
+            throw JobError(path + ": several files make one edit only where each is an edit list (.edl)");
+    }
+}
+
 } // namespace
 
+std::vector<std::string> paths_of(const EditInput& input) {
+    std::vector<std::string> paths{input.path};
+    paths.insert(paths.end(), input.more.begin(), input.more.end());
+    return paths;
+}
+
 EditPtr open_edit(const EditInput& input, std::vector<std::string>& warnings) {
-    check_readable(input.path);
-    if (extension_of(input.path) != ".otio")
-        throw JobError(input.path + ": not a kind of edit that is understood; .otio files are");
+    check_kinds(input);
     formats::ReadOptions options;
     options.rate = input.rate;
     options.all_effects = input.all_effects;
-    const formats::ReadResult result = formats::read_otio(input.path, options);
+    const formats::ReadResult result = is_edit_list(input.path) ? formats::read_edl(paths_of(input), options)
+                                                                : formats::read_otio(input.path, options);
     warnings.insert(warnings.end(), result.warnings.begin(), result.warnings.end());
-    if (!result.edit) throw JobError(one_line(result.error));
+    if (!result.edit) throw JobError(one_line(result.error) + advice_on(result, input));
     return result.edit;
 }
 

@@ -6,7 +6,11 @@
 
 namespace tool {
 
-/// The edit of a file, chosen by its extension; what was read past goes to `warnings`. Throws `JobError`.
+/// All files of an edit.
+std::vector<std::string> paths_of(const EditInput& input);
+
+/// The edit of a file, or of the edit lists of one programme, by extension or else by content; what was read past
+/// goes to `warnings`. Throws `JobError`.
 EditPtr open_edit(const EditInput& input, std::vector<std::string>& warnings);
 
 } // namespace tool

@@ -105,8 +105,8 @@ TEST_F(Cutlist, BrokenEditLeavesNothingBehind) {
 }
 
 TEST_F(Cutlist, OtherKindsOfFilesAreToldApart) {
-    write("cut.edl", "TITLE: X\n");
-    expect_failure({"cutlist", "cut.edl", "-o", "a.txt"}, ".otio", {"cut.edl", "cut.otio"});
+    write("cut.aaf", "TITLE: X\n");
+    expect_failure({"cutlist", "cut.aaf", "-o", "a.txt"}, ".otio", {"cut.aaf", "cut.otio"});
 }
 
 TEST_F(Cutlist, MissingChannelIsAnError) {
