@@ -2,6 +2,7 @@
 
 #include "tool/key_values.h"
 #include "tool/list_switches.h"
+#include "tool/open_logs.h"
 #include "tool/tool_error.h"
 
 #include <CLI/CLI.hpp>
@@ -15,6 +16,7 @@ constexpr const char* main_examples = R"(Examples:
   quillbrook cutlist reel.otio -o lists/reel.txt
   quillbrook print lists/reel.cdb -o lists/again.txt --lists assembly,opticals
   quillbrook edit show reel.otio
+  quillbrook log import dailies/*.ale -o show.RDB
 
 Exit status: 0 done, 1 the job failed, 2 wrong usage.
 "quillbrook COMMAND --help" tells of one command.)";
@@ -45,11 +47,38 @@ constexpr const char* show_examples = R"(Examples:
   quillbrook edit show reel.otio
   quillbrook edit show reel.otio --rate 23.976 --all-effects)";
 
+constexpr const char* log_import_examples = R"(Examples:
+  quillbrook log import dailies/*.ale -o show.RDB
+      all of the dailies' logs as one table
+  quillbrook log import day3.csv -o day3.RDB --rate 29.97 --film "35mm,3perf" --reel 003
+      a log that says neither its rate nor its film nor its tape
+  quillbrook log import transfer.ftl -o transfer.RDB --as-keylog
+      a Keylog file, read column by column as the library has always read it)";
+
+constexpr const char* log_merge_examples = R"(Examples:
+  quillbrook log merge week1.RDB week2.RDB -o show.RDB)";
+
+constexpr const char* log_show_examples = R"(Examples:
+  quillbrook log show show.RDB
+  quillbrook log show day1.ale)";
+
+constexpr const char* log_check_examples = R"(Examples:
+  quillbrook log check show.RDB && quillbrook cutlist reel1.edl --rate 24 --log show.RDB -o lists/reel1.txt
+      goes on only when nothing is wrong
+  quillbrook log check dailies/*.ale
+      all of the dailies as one log, so that overlaps between files are found too
+
+Exit status: 0 nothing is wrong, 1 something is, 2 wrong usage.)";
+
 /// The raw values of the line; each command uses some of them.
 struct Values {
     std::string input, report, channel = "V1", rate;
     std::vector<std::string> options, settings;
     ListSwitches lists;
+    std::vector<std::string> logs;
+    std::string reel, film;
+    int tolerance = 2;
+    bool as_keylog = false;
     bool neg_cut = false, frames = false, all_effects = false, overwrite = false, quiet = false;
 };
 
@@ -113,6 +142,81 @@ CLI::App* add_show(CLI::App& edit, Values& values) {
     return command;
 }
 
+void add_log_inputs(CLI::App& command, Values& values, const char* what) {
+    command.add_option("LOG", values.logs, what)->required();
+    command.add_option("--rate", values.rate, "Frames a second of the timecodes, in place of what the files say")
+        ->type_name("RATE");
+    command.add_option("--film", values.film, "The kind of film, in place of what the files say")->type_name("KIND");
+    command.add_option("--reel", values.reel, "The reel of every row, in place of what the files say")
+        ->type_name("REEL");
+}
+
+void add_table_output(CLI::App& command, Values& values) {
+    command.add_option("-o", values.report, "The table to write")->type_name("FILE")->required();
+    command.add_flag("--overwrite", values.overwrite, "Replace a table that is there");
+    command.add_flag("--quiet", values.quiet, "Tell neither progress nor warnings");
+}
+
+CLI::App* add_log_import(CLI::App& log, Values& values) {
+    CLI::App* command = log.add_subcommand("import", "Make a logging table (.RDB) of logs");
+    add_log_inputs(*command, values, "Logs: ALE, FLEx, Keylog, or text parted by tabs or commas");
+    add_table_output(*command, values);
+    command->add_flag("--as-keylog", values.as_keylog, "Read Keylog files by the places of their columns");
+    command->footer(log_import_examples);
+    return command;
+}
+
+CLI::App* add_log_merge(CLI::App& log, Values& values) {
+    CLI::App* command = log.add_subcommand("merge", "Put logging tables together");
+    command->add_option("TABLE", values.logs, "Logging tables (.RDB)")->required();
+    add_table_output(*command, values);
+    command->footer(log_merge_examples);
+    return command;
+}
+
+CLI::App* add_log_show(CLI::App& log, Values& values) {
+    CLI::App* command = log.add_subcommand("show", "Show the rows of a logging table or log");
+    add_log_inputs(*command, values, "Logging tables (.RDB) or logs");
+    command->footer(log_show_examples);
+    return command;
+}
+
+CLI::App* add_log_check(CLI::App& log, Values& values) {
+    CLI::App* command = log.add_subcommand("check", "Find what in logs would spoil a conform");
+    add_log_inputs(*command, values, "Logging tables (.RDB) or logs; checked together");
+    command
+        ->add_option("--tolerance", values.tolerance, "Film frames by which lengths may differ where there is pulldown")
+        ->type_name("N")
+        ->check(CLI::Range(0, 1000))
+        ->capture_default_str();
+    command->footer(log_check_examples);
+    return command;
+}
+
+/// "log" and its four commands.
+class LogCommands {
+public:
+    LogCommands(CLI::App& app, Values& values)
+        : log_(app.add_subcommand("log", "Make, show and check logging tables")->require_subcommand(0, 1)),
+          import_(add_log_import(*log_, values)), merge_(add_log_merge(*log_, values)),
+          show_(add_log_show(*log_, values)), check_(add_log_check(*log_, values)) {}
+
+    bool parsed() const { return log_->parsed(); }
+    Request request(const Values& values) const;
+
+private:
+    CLI::App* log_;
+    const CLI::App* import_;
+    const CLI::App* merge_;
+    const CLI::App* show_;
+    const CLI::App* check_;
+};
+
+LogInput log_input(const Values& values) {
+    return {values.logs, values.rate.empty() ? nullptr : parse_rate(values.rate), values.reel,
+            values.film.empty() ? 0 : parse_film_kind(values.film)};
+}
+
 EditInput edit_input(const Values& values) {
     return {values.input, values.rate.empty() ? nullptr : parse_rate(values.rate), values.all_effects};
 }
@@ -136,6 +240,18 @@ PrintJob print_job(const Values& values) {
             parse_settings(values.settings)};
 }
 
+Request LogCommands::request(const Values& values) const {
+    if (import_->parsed()) {
+        const bool by_place = values.as_keylog && (!values.rate.empty() || !values.film.empty());
+        if (by_place) throw UsageError("log import: --as-keylog takes rate and film from the file");
+        return LogImportJob{log_input(values), output(values), values.as_keylog};
+    }
+    if (merge_->parsed()) return LogMergeJob{values.logs, output(values)};
+    if (show_->parsed()) return LogShowJob{log_input(values)};
+    if (check_->parsed()) return LogCheckJob{log_input(values), values.tolerance};
+    throw UsageError("log: a command is required: import, merge, show or check; see quillbrook log --help");
+}
+
 std::string first_line(const std::string& text) { return text.substr(0, text.find('\n')); }
 
 } // namespace
@@ -150,6 +266,7 @@ Request parse_command_line(int argc, const char* const* argv) {
     const CLI::App* print = add_print(app, values);
     CLI::App* edit = app.add_subcommand("edit", "Look at edit files")->require_subcommand(0, 1);
     const CLI::App* show = add_show(*edit, values);
+    const LogCommands log(app, values);
     try {
         app.parse(argc, argv);
     } catch (const CLI::CallForVersion& version) {
@@ -162,8 +279,9 @@ Request parse_command_line(int argc, const char* const* argv) {
     if (cutlist->parsed()) return cutlist_job(values);
     if (print->parsed()) return print_job(values);
     if (show->parsed()) return ShowJob{edit_input(values)};
+    if (log.parsed()) return log.request(values);
     throw UsageError(edit->parsed() ? "edit: a command is required, show; see quillbrook edit --help"
-                                    : "a command is required: cutlist, print or edit show; see quillbrook --help");
+                                    : "a command is required: cutlist, print, edit show or log; see quillbrook --help");
 }
 
 } // namespace tool

@@ -1,0 +1,67 @@
+#include "tool/open_logs.h"
+
+#include "formats/film_values.h"
+#include "formats/log_reader.h"
+#include "formats/log_table.h"
+#include "tool/output_files.h"
+#include "tool/tool_error.h"
+#include "tool/tool_logger.h"
+
+#include <iostream>
+#include <iterator>
+
+namespace tool {
+
+int parse_film_kind(const std::string& text) {
+    const label_t kind = formats::film_kind_of_text(text);
+    if (!kind) throw UsageError("--film: \"" + text + "\" is not a kind of film such as 35mm,4perf or 16mm");
+    return kind;
+}
+
+LightweightString<wchar_t> wide_path(const std::string& path) {
+    return fromUTF8(LightweightString<char>(path.c_str(), path.size()));
+}
+
+std::vector<formats::LogRow> open_logs(const LogInput& input, std::vector<std::string>& warnings) {
+    formats::LogOptions options;
+    options.rate = input.rate;
+    options.reel = input.reel;
+    options.film = static_cast<label_t>(input.film);
+    std::vector<formats::LogRow> rows;
+    for (const std::string& path : input.paths) {
+        check_readable(path);
+        formats::Log log = formats::read_log(path, options);
+        if (!log.error.empty()) throw JobError(one_line(log.error));
+        warnings.insert(warnings.end(), log.warnings.begin(), log.warnings.end());
+        rows.insert(rows.end(), std::make_move_iterator(log.rows.begin()), std::make_move_iterator(log.rows.end()));
+    }
+    return rows;
+}
+
+std::unique_ptr<filmdb> open_log_table(const std::string& path) {
+    check_readable(path);
+    auto table = std::make_unique<filmdb>(wide_path(path));
+    if (!table->get_valid()) throw JobError(path + ": " + one_line(table->get_error_message()));
+    return table;
+}
+
+void check_table_output(const std::vector<std::string>& inputs, const Output& output) {
+    for (const std::string& input : inputs) {
+        check_readable(input);
+        check_outputs(input, output, {});
+    }
+}
+
+void save_log_table(filmdb& table, const Output& output) {
+    const unsigned count = table.get_num_records();
+    if (count > formats::most_table_rows)
+        throw JobError(output.report + ": " + std::to_string(count) + " rows; a logging table holds " +
+                       std::to_string(formats::most_table_rows));
+    table.set_filename(wide_path(output.report));
+    const int saved = table.save_text();
+    check_written();
+    if (saved != 0) throw JobError(output.report + ": couldn't be written");
+    if (!output.quiet) std::cout << output.report << ": " << count << (count == 1 ? " row\n" : " rows\n");
+}
+
+} // namespace tool
