@@ -109,15 +109,16 @@ TEST_F(OpticalLayers, PiecesAreLaidEndToEndOnTheTrackWhateverTheGaps) {
                      "1|Blur|1|10|||||10|A001|KJ1234560099+11|KJ1234560100+04|1||1B|\n");
 }
 
-TEST_F(OpticalLayers, EffectThatAnEventLacksIsThatOfTheOneReadBefore) {
+TEST_F(OpticalLayers, WhatAnEventLacksIsNotTakenFromTheOneBefore) {
     cut_s first = clip(1, 0, 10, "1A");
     put_text(first.utr_fx_name, "Flop");
     add(first);
     add(clip(1, 10, 20, ""));
     add(clip(2, 0, 20, ""));
+    add(with_cue(optical(-5, -4, "Glow"), "Sky"));
     add(optical(12, 20, "Blur"));
-    EXPECT_EQ(sl1(), "1|Blur|1|12|||||8|A001|KJ1234560100+02|KJ1234560100+09|1|Flop||\n"
-                     "1|Blur|2|12|||||8|A001|KJ1234560100+12|KJ1234560101+03|1|Flop||\n");
+    EXPECT_EQ(sl1(), "2|Blur|1|12|||||8|A001|KJ1234560100+02|KJ1234560100+09|1|||\n"
+                     "2|Blur|2|12|||||8|A001|KJ1234560100+12|KJ1234560101+03|1|||\n");
 }
 
 TEST_F(OpticalLayers, ExtremeNumbersAreListed) {
