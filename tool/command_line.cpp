@@ -33,7 +33,11 @@ constexpr const char* cutlist_examples = R"(Examples:
   quillbrook cutlist reel.otio -o lists/sound.txt --channel A2
       the second sound channel
   quillbrook cutlist reel.otio -o lists/reel.txt --overwrite --config allow_auto_unrender=0
-      lists rendered material as it stands)";
+      lists rendered material as it stands
+  quillbrook cutlist reel1.edl --rate 24 --log show.RDB -o lists/reel1.txt
+      an edit list, with its key numbers from a logging table
+  quillbrook cutlist pictures.edl titles.edl --rate 25 -o lists/titles.txt --channel V2
+      two edit lists of one programme; the second picture track)";
 
 constexpr const char* print_examples = R"(Examples:
   quillbrook print lists/reel.cdb -o lists/again.txt
@@ -45,7 +49,8 @@ constexpr const char* print_examples = R"(Examples:
 
 constexpr const char* show_examples = R"(Examples:
   quillbrook edit show reel.otio
-  quillbrook edit show reel.otio --rate 23.976 --all-effects)";
+  quillbrook edit show reel.otio --rate 23.976 --all-effects
+  quillbrook edit show reel1.edl --rate 24)";
 
 constexpr const char* log_import_examples = R"(Examples:
   quillbrook log import dailies/*.ale -o show.RDB
@@ -72,7 +77,8 @@ Exit status: 0 nothing is wrong, 1 something is, 2 wrong usage.)";
 
 /// The raw values of the line; each command uses some of them.
 struct Values {
-    std::string input, report, channel = "V1", rate;
+    std::string input, report, channel = "V1", rate, log;
+    std::vector<std::string> edits;
     std::vector<std::string> options, settings;
     ListSwitches lists;
     std::vector<std::string> logs;
@@ -83,7 +89,7 @@ struct Values {
 };
 
 void add_input_options(CLI::App& command, Values& values) {
-    command.add_option("EDIT", values.input, "The edit file (.otio)")->required();
+    command.add_option("EDIT", values.edits, "The edit (.otio), or the edit lists of one programme (.edl)")->required();
     command.add_option("--rate", values.rate, "Frames a second of the edit, in place of what the file says")
         ->type_name("RATE");
     command.add_flag("--all-effects", values.all_effects, "Every effect of the file is the lab's to make");
@@ -118,6 +124,8 @@ CLI::App* add_cutlist(CLI::App& app, Values& values) {
     command->add_option("--channel", values.channel, "The channel to list: V1, V2, ... or A1, A2, ...")
         ->type_name("CHANNEL")
         ->capture_default_str();
+    command->add_option("--log", values.log, "The logging table that key numbers come from, by reel and timecode")
+        ->type_name("TABLE");
     command->add_flag("--neg-cut", values.neg_cut, "A neg-cut list in place of a cutting-copy list");
     command->add_flag("--frames", values.frames, "Positions in frames in place of feet and frames");
     command->add_option("--single-layer", values.lists.single_layer, "Single-layer lists to write: 1, 2, 3, 4")
@@ -218,7 +226,10 @@ LogInput log_input(const Values& values) {
 }
 
 EditInput edit_input(const Values& values) {
-    return {values.input, values.rate.empty() ? nullptr : parse_rate(values.rate), values.all_effects};
+    return {values.edits.front(),
+            values.rate.empty() ? nullptr : parse_rate(values.rate),
+            values.all_effects,
+            {values.edits.begin() + 1, values.edits.end()}};
 }
 
 Output output(const Values& values) { return {values.report, values.overwrite, values.quiet}; }
@@ -230,6 +241,7 @@ CutlistJob cutlist_job(const Values& values) {
     job.channel = parse_channel(values.channel);
     job.neg_cut = values.neg_cut;
     job.frames = values.frames;
+    job.log = values.log;
     job.options = list_options(values.lists, parse_options(values.options));
     job.settings = parse_settings(values.settings);
     return job;

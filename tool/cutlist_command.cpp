@@ -1,6 +1,7 @@
 // "quillbrook cutlist": an edit into a table and a report.
 
 #include "embedded/edit_builder.h"
+#include "embedded/services.h"
 #include "quillbrook/cutlist.h"
 #include "tool/list_switches.h"
 #include "tool/open_edit.h"
@@ -9,22 +10,41 @@
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
 
+#include <filesystem>
+
 namespace tool {
 namespace {
 
-constexpr std::size_t longest_project_name = 63;
+/// Text options of the library hold no more bytes.
+constexpr std::size_t longest_text_option = 63;
 
 void set_number(embedded::settings_block& block, const char* key, int value) { block.set(key, std::to_string(value)); }
 
+/// A name for the log that the library's option can hold: a link in the work directory stands in for a long one.
+std::string short_name_of(const std::string& log) {
+    namespace fs = std::filesystem;
+    if (log.size() <= longest_text_option) return log;
+    const std::string link = embedded::work_directory() + "/log.rdb";
+    if (link.size() > longest_text_option)
+        throw JobError(log + ": its path is longer than " + std::to_string(longest_text_option) +
+                       " bytes, and so is that of the work directory; set TMPDIR to a shorter one");
+    std::error_code trouble;
+    fs::create_directories(embedded::work_directory(), trouble);
+    fs::create_symlink(fs::absolute(log), link, trouble);
+    if (trouble) throw JobError(log + ": no link to it can be made: " + trouble.message());
+    return link;
+}
+
 embedded::settings_block options_of(const CutlistJob& job, const EditPtr& edit) {
     embedded::settings_block block;
-    block.set("proj_name", embedded::EditBuilder::project_of(edit).substr(0, longest_project_name));
+    block.set("proj_name", embedded::EditBuilder::project_of(edit).substr(0, longest_text_option));
     set_number(block, "chan_type", job.channel.kind);
     set_number(block, "chan_num", job.channel.number - 1);
     set_number(block, "pull_match_assembly", job.neg_cut ? 0 : 1);
     set_number(block, "edit_units", job.frames ? 1 : 0);
     apply_options(job.options, block);
     block.set("output_file", job.output.report);
+    if (!job.log.empty()) block.set("log_file", short_name_of(job.log));
     return block;
 }
 
@@ -39,11 +59,19 @@ std::string subject_of(const CutlistJob& job) {
     return (job.channel.kind == 2 ? "A" : "V") + std::to_string(job.channel.number) + " of " + job.edit.path;
 }
 
+void check_files(const CutlistJob& job) {
+    std::vector<std::string> inputs = paths_of(job.edit);
+    if (!job.log.empty()) inputs.push_back(job.log);
+    for (const std::string& input : inputs) {
+        check_readable(input);
+        check_outputs(input, job.output, files_beside_report(job));
+    }
+}
+
 } // namespace
 
 int run(const CutlistJob& job) {
-    check_readable(job.edit.path);
-    check_outputs(job.edit.path, job.output, files_beside_report(job));
+    check_files(job);
     apply_settings(job.settings);
     std::vector<std::string> warnings;
     const EditPtr edit = open_edit(job.edit, warnings);
@@ -52,7 +80,7 @@ int run(const CutlistJob& job) {
     const embedded::settings_block options = options_of(job, edit);
     ToolLogger logger(subject_of(job), job.output.quiet);
     CueList* cues = embedded::EditBuilder::cues_of(edit);
-    const bool done = make_cutlist_from_edit(edit, logger, 0, &options, cues, false);
+    const bool done = make_cutlist_from_edit(edit, logger, job.log.empty() ? 0 : 1, &options, cues, false);
     if (logger.failed()) return exit_failed;
     check_written();
     if (!done) throw JobError(job.edit.path + ": " + subject_of(job) + " holds nothing to list");

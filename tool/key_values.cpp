@@ -81,6 +81,7 @@ Options parse_options(const std::vector<std::string>& pairs) {
     for (const std::string& pair : pairs) {
         auto [key, value] = split_pair("--set", pair);
         if (key == "output_file") throw UsageError("--set output_file: the report is named by -o");
+        if (key == "log_file") throw UsageError("--set log_file: the logging table is named by --log");
         const cutlist_option_key* known = find_option_key(key);
         if (!known) throw UsageError("--set: there is no option \"" + key + "\"");
         if (!known->is_text) value = std::to_string(parse_integer("--set", key, value));
