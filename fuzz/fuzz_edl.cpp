@@ -1,0 +1,39 @@
+// Reads any bytes as an edit list, at a rate that the first byte chooses; each channel of what is read must have its
+// events in order, and each message must say something.
+
+#include "embedded/edit_builder.h"
+#include "formats/edl_reader.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+
+constexpr double rates[] = {0, 24000.0 / 1001, 24, 25, 30000.0 / 1001, 30, 50, 60000.0 / 1001};
+
+void check_channel(const EditPtr& edit, int channel) {
+    double last = 0.0;
+    const Qb::Ptr<Cel> cel = edit->get_edit_cel_p(channel);
+    for (ce_handle at = cel->get_start_ceh(); at.valid(); at.increment(ce_all)) {
+        const double time = at.get_channel_event().edit_time;
+        if (!(time >= last - 1e-6)) std::abort();
+        last = time;
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size == 0) return 0;
+    const std::string_view bytes(reinterpret_cast<const char*>(data) + 1, size - 1);
+    formats::ReadOptions options;
+    const double rate = rates[data[0] % (sizeof rates / sizeof *rates)];
+    options.rate = rate > 0 ? embedded::nearest_rate(rate) : nullptr;
+    options.all_effects = data[0] >= 128;
+    const formats::ReadResult result = formats::read_edl_texts({{bytes, "a.edl", 0}}, options);
+    if (!result.edit == result.error.empty()) std::abort();
+    if (!result.edit) return 0;
+    for (int channel = 0; channel < result.edit->getNumChans(); ++channel)
+        check_channel(result.edit, channel);
+    return 0;
+}

@@ -1,0 +1,243 @@
+// What becomes of each kind of event.
+
+#include "tests/edl/listed_edit.h"
+
+#include <gmock/gmock.h>
+
+using namespace edl_tests;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace {
+
+/// The channel of a list that must be read without a word.
+std::string channel(const std::string& list, int number = 0, double rate = 24) {
+    const formats::ReadResult result = read(list, rate);
+    EXPECT_EQ(result.error, "");
+    EXPECT_THAT(result.warnings, IsEmpty());
+    return result.edit ? drawn(result.edit, number, rate) : "";
+}
+
+TEST(Events, CutsStandAtTheirRecordTimecode) {
+    const formats::ReadResult result = read("TITLE: Reel\nFCM: NON-DROP FRAME\n"
+                                            "001  A V C 01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
+                                            "002  B V C 02:00:00:12 02:00:01:00 10:00:01:00 10:00:01:12\n");
+    EXPECT_EQ(drawn(result.edit, 0), "0-24 A@01:00:00:00 | 24-36 B@02:00:00:12");
+    EXPECT_STREQ(result.edit->getLabel(user_label_timecode, {medium_video, 1})->get_string(0), "10:00:00:00");
+    EXPECT_STREQ(toUTF8(result.edit->getName()).c_str(), "Reel");
+    EXPECT_EQ(reel_at(result.edit, 0, 1), "B");
+}
+
+TEST(Events, OrderOfTheLinesDoesNotMatter) {
+    EXPECT_EQ(channel("002  B V C 02:00:00:00 02:00:00:12 10:00:01:00 10:00:01:12\n"
+                      "001  A V C 01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"),
+              "0-24 A@01:00:00:00 | 24-36 B@02:00:00:00");
+}
+
+TEST(Events, GapsAreBlackOnTheLowestPictureTrack) {
+    EXPECT_EQ(channel("001  A V C 01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
+                      "002  B V C 02:00:00:00 02:00:01:00 10:00:02:00 10:00:03:00\n"),
+              "0-24 A@01:00:00:00 | 24-48 black | 48-72 B@02:00:00:00");
+}
+
+TEST(Events, BlackHasNoSource) {
+    EXPECT_EQ(channel("001  BL V C 00:00:00:00 00:00:01:00 10:00:00:00 10:00:01:00\n"
+                      "002  B V C 02:00:00:00 02:00:01:00 10:00:01:00 10:00:02:00\n"),
+              "0-24 black | 24-48 B@02:00:00:00");
+}
+
+TEST(Events, AuxiliaryMaterialHasATimecodeButNoReel) {
+    const formats::ReadResult result = read("001  AX V C 01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
+                                            "* FROM CLIP NAME: Logo\n");
+    EXPECT_EQ(drawn(result.edit, 0), "0-24 Logo@01:00:00:00");
+    EXPECT_EQ(reel_at(result.edit, 0, 0), "");
+}
+
+TEST(Events, DissolveBeginsAtTheRecordInOfItsSecondLine) {
+    EXPECT_EQ(channel("001  A V C     01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
+                      "002  A V C     01:00:01:00 01:00:01:00 10:00:01:00 10:00:01:00\n"
+                      "002  B V D 010 02:00:00:00 02:00:01:00 10:00:01:00 10:00:02:00\n"),
+              "0-24 A@01:00:00:00 | 24-34 diss | 34-48 B@02:00:00:10");
+}
+
+TEST(Events, DissolveFromAnotherReelThanTheOneBefore) {
+    EXPECT_EQ(channel("001  A V C     01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
+                      "002  C V C     03:00:00:00 03:00:00:00 10:00:01:00 10:00:01:00\n"
+                      "002  B V D 010 02:00:00:00 02:00:01:00 10:00:01:00 10:00:02:00\n"),
+              "0-24 A@01:00:00:00 | 24-24 C@03:00:00:00 | 24-34 diss | 34-48 B@02:00:00:10");
+}
+
+TEST(Events, WipesKeepTheirNumberAndDirection) {
+    EXPECT_EQ(channel("001  A V C        01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
+                      "002  A V C        01:00:01:00 01:00:01:00 10:00:01:00 10:00:01:00\n"
+                      "002  B V W019 010 02:00:00:00 02:00:01:00 10:00:01:00 10:00:02:00\n"
+                      "003  B V C        02:00:01:00 02:00:01:00 10:00:02:00 10:00:02:00\n"
+                      "003  A V W105    008 01:00:00:00 01:00:01:00 10:00:02:00 10:00:03:00\n"),
+              "0-24 A@01:00:00:00 | 24-34 wipe19 | 34-48 B@02:00:00:10 | 48-56 wipe5r | 56-72 A@01:00:00:08");
+}
+
+TEST(Events, FadesFromAndToBlack) {
+    EXPECT_EQ(channel("001  BL V C     00:00:00:00 00:00:00:00 10:00:00:00 10:00:00:00\n"
+                      "001  A  V D 012 01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
+                      "002  A  V C     01:00:01:00 01:00:01:00 10:00:01:00 10:00:01:00\n"
+                      "002  BL V D 012 00:00:00:00 00:00:00:12 10:00:01:00 10:00:01:12\n"),
+              "0-0 black | 0-12 diss | 12-24 A@01:00:00:12 | 24-36 diss | 36-36 black");
+}
+
+TEST(Events, FadeInBehindAClipHasItsOwnBlack) {
+    EXPECT_EQ(channel("001  A  V C     01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
+                      "002  BL V C     00:00:00:00 00:00:00:00 10:00:01:00 10:00:01:00\n"
+                      "002  B  V D 012 02:00:00:00 02:00:01:00 10:00:01:00 10:00:02:00\n"),
+              "0-24 A@01:00:00:00 | 24-24 black | 24-36 diss | 36-48 B@02:00:00:12");
+}
+
+TEST(Events, OneLineFadeComesFromTheClipAbove) {
+    EXPECT_EQ(channel("001  A  V C     01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
+                      "001  BL V D 012 00:00:00:00 00:00:01:00 10:00:01:00 10:00:02:00\n"),
+              "0-24 A@01:00:00:00 | 24-36 diss | 36-48 black");
+}
+
+TEST(Events, TransitionBehindAGapComesFromBlack) {
+    EXPECT_EQ(channel("001  A V C     01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
+                      "002  B V D 010 02:00:00:00 02:00:01:00 10:00:02:00 10:00:03:00\n"),
+              "0-24 A@01:00:00:00 | 24-48 black | 48-58 diss | 58-72 B@02:00:00:10");
+}
+
+TEST(Events, FilmDissolvesAreNamed) {
+    EXPECT_EQ(channel("001  A V C     01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
+                      "002  A V C     01:00:01:00 01:00:01:00 10:00:01:00 10:00:01:00\n"
+                      "002  B V D 010 02:00:00:00 02:00:01:00 10:00:01:00 10:00:02:00\n"
+                      "* EFFECT NAME: Film Dissolve\n"),
+              "0-24 A@01:00:00:00 | 24-34 film | 34-48 B@02:00:00:10");
+}
+
+constexpr const char* keyed = "001  A V K B     01:00:00:00 01:00:04:00 10:00:00:00 10:00:04:00\n"
+                              "001  T V K   012 05:00:00:00 05:00:02:00 10:00:01:00 10:00:03:00\n"
+                              "002  T V KO  012 05:00:02:00 05:00:02:12 10:00:03:00 10:00:03:12\n"
+                              "* KEY CLIP NAME: Title\n";
+
+TEST(Events, KeysAreASecondTrack) {
+    EXPECT_EQ(channel(keyed, 0), "0-96 A@01:00:00:00");
+    EXPECT_EQ(channel(keyed, 1), "24-24 black | 24-36 diss | 36-72 T@05:00:00:12 | 72-84 diss | 84-84 black");
+    EXPECT_EQ(read(keyed).edit->getNumChans(), 2);
+}
+
+TEST(Events, KeyWithoutAFadeIsACutOnTheSecondTrack) {
+    EXPECT_EQ(channel("001  A V K B     01:00:00:00 01:00:02:00 10:00:00:00 10:00:02:00\n"
+                      "001  T V K   000 05:00:00:00 05:00:01:00 10:00:01:00 10:00:02:00\n",
+                      1),
+              "24-48 T@05:00:00:00");
+}
+
+TEST(Events, SpeedsComeFromTheM2Line) {
+    EXPECT_EQ(channel("001  A V C 01:00:00:00 01:00:02:00 10:00:00:00 10:00:01:00\n"
+                      "M2   A       048.0       01:00:00:00\n"
+                      "002  B V C 02:00:00:00 02:00:00:12 10:00:01:00 10:00:02:00\n"
+                      "M2   B       12          02:00:00:00\n"),
+              "0-24 A@01:00:00:00*2 | 24-48 B@02:00:00:00*0.5");
+}
+
+TEST(Events, BackwardTheLastFrameOfTheStretchComesFirst) {
+    EXPECT_EQ(channel("001  A V C 01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
+                      "M2   A      -024.0       01:00:00:00\n"),
+              "0-24 A@01:00:00:23*-1");
+}
+
+TEST(Events, FreezesHoldOneFrame) {
+    EXPECT_EQ(channel("001  A V C 01:00:00:05 01:00:00:06 10:00:00:00 10:00:01:00\n"
+                      "M2   A       000.0       01:00:00:05\n"
+                      "002  B V C 02:00:00:00 02:00:00:01 10:00:01:00 10:00:02:00\n"
+                      "* * FREEZE FRAME\n"),
+              "0-24 A@01:00:00:05*0 | 24-48 B@02:00:00:00*0");
+}
+
+TEST(Events, BothWaysToGiveTheSourceLengthUnderASpeed) {
+    for (const char* out : {"01:00:04:00", "01:00:02:00", "01:00:03:23"})
+        EXPECT_EQ(channel(std::string("001  A V C 01:00:00:00 ") + out + " 10:00:00:00 10:00:02:00\n" +
+                          "M2   A       048.0       01:00:00:00\n"),
+                  "0-48 A@01:00:00:00*2")
+            << out;
+}
+
+TEST(Events, SpeedGoesToTheLineOfItsReelAndTimecode) {
+    EXPECT_EQ(channel("001  A  V C     01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
+                      "001  B  V D 012 02:00:00:00 02:00:01:00 10:00:01:00 10:00:02:00\n"
+                      "M2   A       036.0       01:00:00:00\n"),
+              "0-24 A@01:00:00:00*1.5 | 24-36 diss | 36-48 B@02:00:00:12");
+}
+
+TEST(Events, NormalSpeedIsTheCountingOrTheTrueRate) {
+    for (const char* speed : {"030.0", "029.9", "29.97", "030"})
+        EXPECT_EQ(channel(std::string("001  A V C 01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\nM2 A ") + speed +
+                              " 01:00:00:00\n",
+                          0, 29.97),
+                  "0-30 A@01:00:00:00")
+            << speed;
+}
+
+TEST(Events, SoundChannelsKeepTheirNumbers) {
+    const formats::ReadResult result = read("001  A B    C 01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
+                                            "002  B AA/V C 02:00:00:00 02:00:01:00 10:00:01:00 10:00:02:00\n"
+                                            "003  C NONE C 03:00:00:00 03:00:01:00 10:00:02:00 10:00:03:00\n"
+                                            "AUD  3    4\n");
+    ASSERT_EQ(result.edit->getNumChans(), 5);
+    EXPECT_EQ(drawn(result.edit, 0), "0-24 A@01:00:00:00 | 24-48 B@02:00:00:00");
+    EXPECT_EQ(drawn(result.edit, 1), "0-24 A@01:00:00:00 | 24-48 B@02:00:00:00");
+    EXPECT_EQ(drawn(result.edit, 2), "24-48 B@02:00:00:00");
+    EXPECT_EQ(drawn(result.edit, 3), "48-72 C@03:00:00:00");
+    EXPECT_EQ(drawn(result.edit, 4), drawn(result.edit, 3));
+}
+
+TEST(Events, WipeOfSoundIsACrossfade) {
+    EXPECT_EQ(channel("001  A A2 C        01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
+                      "002  A A2 C        01:00:01:00 01:00:01:00 10:00:01:00 10:00:01:00\n"
+                      "002  B A2 W001 010 02:00:00:00 02:00:01:00 10:00:01:00 10:00:02:00\n"
+                      "EFFECTS NAME IS Constant Power\n",
+                      1),
+              "0-24 A@01:00:00:00 | 24-34 diss | 34-48 B@02:00:00:10");
+}
+
+TEST(Events, SplitEditsDelayOneSideWhileTheOtherShotRunsOn) {
+    const std::string list = "001  A B C 01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
+                             "SPLIT:    AUDIO DELAY=  00:00:00:06\n"
+                             "002  B B C 02:00:00:00 02:00:01:00 10:00:01:00 10:00:02:00\n"
+                             "SPLIT:    VIDEO DELAY=  00:00:00:03\n"
+                             "003  C B C 03:00:00:00 03:00:01:00 10:00:02:00 10:00:03:00\n";
+    EXPECT_EQ(channel(list, 0), "0-24 A@01:00:00:00 | 24-51 B@02:00:00:00 | 51-72 C@03:00:00:03");
+    EXPECT_EQ(channel(list, 1), "0-30 A@01:00:00:00 | 30-48 B@02:00:00:06 | 48-72 C@03:00:00:00");
+}
+
+TEST(Events, SeveralListsGiveThePictureTracks) {
+    const formats::ReadResult result = read({"001 A B C 01:00:00:00 01:00:02:00 10:00:00:00 10:00:02:00\n",
+                                             "001 T V C 05:00:00:00 05:00:01:00 10:00:00:12 10:00:01:12\n",
+                                             "001 S B C 06:00:00:00 06:00:01:00 10:00:01:00 10:00:02:00\n"});
+    ASSERT_EQ(result.error, "");
+    ASSERT_EQ(result.edit->getNumChans(), 4);
+    EXPECT_EQ(drawn(result.edit, 0), "0-48 A@01:00:00:00");
+    EXPECT_EQ(drawn(result.edit, 1), "12-36 T@05:00:00:00");
+    EXPECT_EQ(drawn(result.edit, 2), "24-48 S@06:00:00:00");
+    EXPECT_EQ(drawn(result.edit, 3), "0-48 A@01:00:00:00");
+    EXPECT_THAT(result.warnings, ElementsAre(HasSubstr("c.edl: its sound is left out")));
+}
+
+TEST(Events, OverlapsCutWhatIsThere) {
+    const formats::ReadResult result = read("001  A V C 01:00:00:00 01:00:02:00 10:00:00:00 10:00:02:00\n"
+                                            "002  B V C 02:00:00:00 02:00:01:00 10:00:01:00 10:00:02:00\n");
+    EXPECT_EQ(drawn(result.edit, 0), "0-24 A@01:00:00:00 | 24-48 B@02:00:00:00");
+    EXPECT_THAT(result.warnings, ElementsAre("a.edl: line 1: cut by 24 frames, as line 2 is recorded over its end"));
+}
+
+TEST(Events, ProgrammesRunOverMidnight) {
+    EXPECT_EQ(channel("001  A V C 23:59:59:12 00:00:00:12 23:59:59:00 00:00:00:00\n"
+                      "002  B V C 02:00:00:00 02:00:01:00 00:00:00:00 00:00:01:00\n"),
+              "0-24 A@23:59:59:12 | 24-48 B@02:00:00:00");
+}
+
+TEST(Events, MissingRecordOutTakesTheSourcesLength) {
+    const formats::ReadResult result = read("001  A V C 01:00:00:00 01:00:01:00 10:00:00:00 00:00:00:00\n");
+    EXPECT_EQ(drawn(result.edit, 0), "0-24 A@01:00:00:00");
+    EXPECT_THAT(result.warnings, ElementsAre(HasSubstr("line 1: no record out")));
+}
+
+} // namespace
