@@ -28,7 +28,7 @@ std::size_t digits_at_end(const std::string& text, std::size_t length) {
     return count;
 }
 
-/// Takes "(c)", ".c" or "Pc" off the end and gives the digits of c; `text` stays as it is without one.
+/// Takes "(c)", ".c", ",c" or "Pc" off the end and gives the digits of c; `text` stays as it is without one.
 std::string take_perforation(std::string& text) {
     const bool bracket = !text.empty() && text.back() == ')';
     const std::size_t end = text.size() - (bracket ? 1 : 0);
@@ -36,7 +36,8 @@ std::string take_perforation(std::string& text) {
     if (count == 0 || end <= count) return {};
     const std::size_t mark = end - count - 1;
     const char sign = text[mark];
-    if (bracket ? sign != '(' : sign != '.' && !(sign == 'P' && mark > 0 && is_digit(text[mark - 1]))) return {};
+    if (bracket ? sign != '(' : sign != '.' && sign != ',' && !(sign == 'P' && mark > 0 && is_digit(text[mark - 1])))
+        return {};
     std::string digits = text.substr(mark + 1, count);
     text.erase(mark);
     return digits;
