@@ -7,13 +7,13 @@ namespace formats::otio {
 namespace {
 
 /// The first timeline in a collection, also in one that lies in it.
-const JsonValue* first_timeline(const Place& collection, std::vector<int>& way) {
+const JsonValue* first_timeline(const Place& collection) {
     const JsonValue& children = children_of(collection);
     for (rapidjson::SizeType i = 0; i < children.Size(); ++i) {
         const Schema schema = schema_of(children[i]);
         if (schema == Schema::timeline) return &children[i];
         if (schema != Schema::collection) continue;
-        if (const JsonValue* found = first_timeline(child_of(collection, children[i], i), way)) return found;
+        if (const JsonValue* found = first_timeline(child_of(collection, children[i], i))) return found;
     }
     return nullptr;
 }
@@ -146,11 +146,11 @@ Items ChannelAdder::items_of(const Place& place, const Channel& channel) {
     const bool track = schema_of(*place.value) == Schema::track;
     Items items = track ? flattener_.children(place, channel.kind, channel.subtype == fx_subtype)
                         : flattener_.single(place, channel.kind);
-    Stretch stretch{Fraction(0), length_of(items)};
-    if (track) stretch = stretch_of_track(place, stretch.to, context_);
+    const Fraction content = length_of(items);
+    const Stretch stretch = track ? stretch_of_track(place, content, context_) : Stretch{Fraction(0), content};
     if (whole_stack_is_off_ || (track && !is_enabled(place))) {
         Items gap(1);
-        gap.front().event.duration = stretch.to - stretch.from;
+        gap.front().event.duration = std::min(stretch.to, content) - std::max(stretch.from, Fraction(0));
         gap.front().event.label = place.text();
         return gap;
     }
@@ -162,7 +162,7 @@ Items ChannelAdder::items_of(const Place& place, const Channel& channel) {
 
 void ChannelAdder::add_marks_of_track(const Place& track, const Channel& channel, const Stretch& stretch) {
     const bool has_range = json_member(*track.value, "source_range") != nullptr;
-    const Window own{stretch, !has_range};
+    const Window own{{std::max(stretch.from, Fraction(0)), stretch.to}, !has_range};
     for (const Mark& mark : read_markers(track, context_)) {
         const std::optional<Fraction> in_stack = own.place(mark.time);
         const std::optional<Fraction> time = in_stack ? window_.place(*in_stack) : std::nullopt;
@@ -207,8 +207,7 @@ void ChannelAdder::hand_over(Item& item, const Channel& channel) {
 Root::Root(const JsonValue& document) : document_{nullptr, {}, -1, &document}, object_(document_) {
     Schema schema = schema_of(document);
     if (schema == Schema::collection) {
-        std::vector<int> way;
-        const JsonValue* timeline = first_timeline(document_, way);
+        const JsonValue* timeline = first_timeline(document_);
         if (!timeline) refuse(document_, "the collection holds no timeline");
         object_ = Place{nullptr, {}, -1, timeline};
         schema = Schema::timeline;

@@ -62,7 +62,7 @@ Stretch stretch_of_track(const Place& track, const Fraction& content, const Cont
         if (Fraction(0) < content) context.warn(track, "its source_range meets none of its content and is left out");
         return whole;
     }
-    return {std::max(from, Fraction(0)), std::min(to, content)};
+    return {from, to};
 }
 
 } // namespace formats::otio
