@@ -17,7 +17,8 @@ constexpr int perforations_of_35mm_count = 64;
 constexpr int longest_length = 10'000'000; // film frames, for lengths that come as text
 
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
-bool is_alphanumeric(char c) { return is_digit(c) || (c >= 'A' && c <= 'Z'); }
+bool is_letter(char c) { return c >= 'A' && c <= 'Z'; }
+bool is_alphanumeric(char c) { return is_digit(c) || is_letter(c); }
 
 struct FilmKind {
     int gauge; ///< millimetres
@@ -68,12 +69,11 @@ int number_of(std::string_view digits) {
     return number;
 }
 
-/// A prefix and a count of at least four digits.
+/// Letters and at least as many digits as a count has.
 bool is_head(std::string_view head) {
-    const std::size_t letter = head.find_last_not_of("0123456789");
-    const std::size_t digits = letter == std::string_view::npos ? head.size() : head.size() - letter - 1;
-    return letter != std::string_view::npos && digits >= fewest_count_digits &&
-           std::all_of(head.begin(), head.end(), is_alphanumeric);
+    const auto digits = std::find_if(head.begin(), head.end(), is_digit);
+    return digits != head.begin() && static_cast<std::size_t>(head.end() - digits) >= fewest_count_digits &&
+           std::all_of(head.begin(), digits, is_letter) && std::all_of(digits, head.end(), is_digit);
 }
 
 std::string first_digits(std::string_view text) {

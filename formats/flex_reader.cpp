@@ -4,6 +4,7 @@
 #include "formats/fixed_fields.h"
 #include "formats/log_builder.h"
 
+#include <algorithm>
 #include <array>
 #include <deque>
 #include <set>
@@ -145,21 +146,35 @@ private:
 
     /// False for a record without fields.
     bool take_fields(int code, std::string_view line) {
-        const PlacedLine* placed = nullptr;
-        std::ptrdiff_t drift = 0;
-        for (const FlexPlace& place : places) {
-            if (place.code != code) continue;
-            if (!placed) placed = &lines_.emplace_back(line);
-            if (!place.word.empty()) {
-                const std::size_t found = placed->find_word(place.word, place.word_at, drift_reach);
-                if (found != std::string::npos)
-                    drift = static_cast<std::ptrdiff_t>(found) - static_cast<std::ptrdiff_t>(place.word_at);
+        const FlexPlace* const first = std::find_if(std::begin(places), std::end(places),
+                                                    [&](const FlexPlace& place) { return place.code == code; });
+        const FlexPlace* const last =
+            std::find_if(first, std::end(places), [&](const FlexPlace& place) { return place.code != code; });
+        if (first == last) return false;
+        const PlacedLine& placed = lines_.emplace_back(line);
+        std::size_t drift_to = 0, drift_from = 0;
+        for (const FlexPlace* place = first; place != last; ++place) {
+            const std::size_t word = word_of(placed, *place);
+            if (word != std::string::npos) {
+                drift_to = word;
+                drift_from = place->word_at;
             }
-            const auto from = static_cast<std::size_t>(static_cast<std::ptrdiff_t>(place.at) + drift);
-            cell(place.field) = placed->cell(from, from + place.length);
+            const std::size_t from = place->at + drift_to - drift_from;
+            cell(place->field) = placed.cell(from, end_of(placed, place, last, from));
         }
         if (code == 12) shoot_date_ = cell(FlexField::shoot_date).text;
-        return placed != nullptr;
+        return true;
+    }
+
+    static std::size_t word_of(const PlacedLine& line, const FlexPlace& place) {
+        return place.word.empty() ? std::string::npos : line.find_word(place.word, place.word_at, drift_reach);
+    }
+
+    // A field ends before the next word, also where that has moved to the left.
+    static std::size_t end_of(const PlacedLine& line, const FlexPlace* place, const FlexPlace* last, std::size_t from) {
+        const std::size_t end = from + place->length;
+        const std::size_t next = place + 1 == last ? std::string::npos : word_of(line, place[1]);
+        return next > from ? std::min(end, next) : end;
     }
 
     void add_take() {

@@ -242,10 +242,10 @@ bool LogBuilder::read_key(const LogCells& cells, LogField field, const LogRow& r
 }
 
 void LogBuilder::read_key_numbers(const LogCells& cells, LogRow& row) {
-    if (read_key(cells, LogField::key_start, row, row.key_start))
-        row[LogField::key_start] = row.key_start.get_string();
-    else
-        row.key_refused = !cells[LogField::key_start].text.empty();
+    const std::string_view written = cells[LogField::key_start].text;
+    const bool read = read_key(cells, LogField::key_start, row, row.key_start);
+    row.key_refused = !read && !written.empty();
+    row[LogField::key_start] = read ? std::string(row.key_start.get_string()) : std::string(written);
     if (read_key(cells, LogField::key_end, row, row.key_end)) row[LogField::key_end] = row.key_end.get_string();
     const int length = film_length(cells[LogField::key_length].text, row.film ? row.film : label_key_35mm_4p);
     if (length > 0 && row.key_start.is_useful()) row.key_frames = length;

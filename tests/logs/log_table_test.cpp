@@ -1,0 +1,137 @@
+// Rows as logging tables: what the list of shots reads of them, round trips and merging.
+
+#include "formats/log_table.h"
+#include "logging/log_shot_list.h"
+#include "tests/logging/film_tables.h"
+#include "tests/logs/log_texts.h"
+#include "tests/support/recording_logger.h"
+#include "tests/support/scratch_directory.h"
+
+using namespace formats;
+using namespace log_texts;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace {
+
+const Cells columns{"Name", "Tape", "Start", "End", "KN Start", "Camroll", "Pullin"};
+
+std::vector<LogRow> rows_of(const Cells& heading, const std::vector<Cells>& rows) {
+    Log log = read(ale(heading, columns, rows));
+    EXPECT_EQ(log.error, "");
+    return log.rows;
+}
+
+const std::vector<Cells> two_rows{{"1-1", "003", "01:00:00:03", "01:00:10:00", "KJ123456 1234+05", "A7", "X"},
+                                  {"1-2", "003", "01:00:10:00", "01:00:20:00", "KJ123456 1249+05", "A7", "A"}};
+
+std::string field(const recdb& table, unsigned row, const char* column) {
+    return table.getField(row, static_cast<unsigned>(table.get_fieldnum(column))).c_str();
+}
+
+TEST(LogTable, HeaderComesFromTheFirstRow) {
+    filmdb table;
+    fill_table(table, rows_of({"FPS\t29.97", "FILM_FORMAT\t35mm,3perf"}, two_rows));
+    EXPECT_EQ(param(table, "FILMDB"), "Rev 16");
+    EXPECT_EQ(param(table, "label_std"), "29.97fps");
+    EXPECT_EQ(param(table, "snd label_std"), "29.97fps");
+    EXPECT_EQ(param(table, "film label_std"), "35mm-3p");
+    EXPECT_EQ(param(table, "film rate"), "23.976");
+    EXPECT_EQ(param(table, "pulldown"), "Y");
+    EXPECT_EQ(param(table, "sequence"), "4");
+}
+
+TEST(LogTable, RowsNameTheirOwnStandardsAndPhase) {
+    filmdb table;
+    fill_table(table, rows_of({"FPS\t29.97", "FILM_FORMAT\t35mm,4perf"}, two_rows));
+    ASSERT_EQ(table.get_num_records(), 2u);
+    EXPECT_EQ(field(table, 0, "start keycode"), "KJ1234561234+05");
+    EXPECT_EQ(field(table, 0, "film label_std"), "35mm-4p");
+    EXPECT_EQ(field(table, 0, "label_std"), "29.97fps");
+    EXPECT_EQ(field(table, 0, "cam reel"), "A7");
+    EXPECT_EQ(field(table, 0, "pulldown"), "Y");
+    EXPECT_EQ(field(table, 0, "sequence"), "4");
+    EXPECT_EQ(field(table, 1, "sequence"), "0");
+    EXPECT_EQ(field(table, 0, "duration"), "00:00:09:27");
+}
+
+TEST(LogTable, ListOfShotsReadsWhatTheRowsSay) {
+    for (const char* rate : {"FPS\t24", "FPS\t25", "FPS\t29.97"}) {
+        const std::vector<LogRow> rows = rows_of({rate, "FILM_FORMAT\t35mm,3perf"}, two_rows);
+        filmdb table;
+        fill_table(table, rows);
+        RecordingLogger logger;
+        LogShotList list(table, -1, logger, 2);
+        EXPECT_EQ(list.result, 0);
+        ASSERT_EQ(list.num_shots, 2);
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            LogShot& shot = *list.shots[i];
+            EXPECT_TRUE(shot.start == rows[i].start);
+            EXPECT_TRUE(shot.end == rows[i].end);
+            EXPECT_TRUE(shot.keycode == rows[i].key_start);
+            EXPECT_STREQ(shot.film_roll, "A7");
+            EXPECT_EQ(shot.pulldown.on, rows[i].pulldown);
+            EXPECT_EQ(shot.pulldown.sequence, rows[i].pulldown ? rows[i].phase : 0);
+        }
+        EXPECT_THAT(logger.lines, IsEmpty());
+    }
+}
+
+TEST(LogTable, RefusedKeyNumberLeavesTheColumnEmpty) {
+    Cells cells = two_rows[0];
+    cells[4] = "KX65-99";
+    filmdb table;
+    fill_table(table, rows_of({"FPS\t24"}, {cells}));
+    EXPECT_EQ(field(table, 0, "start keycode"), "");
+}
+
+TEST(LogTable, SavedTableReadsBackAsItsRows) {
+    const ScratchDirectory scratch;
+    const std::vector<LogRow> rows = rows_of({"FPS\t29.97", "FILM_FORMAT\t35mm,3perf"}, two_rows);
+    filmdb table;
+    fill_table(table, rows);
+    table.set_filename(wide(scratch.file("a.RDB")));
+    ASSERT_EQ(table.save_text(), 0);
+    const Log back = read_log(scratch.file("a.RDB"));
+    EXPECT_EQ(back.error, "");
+    ASSERT_EQ(back.rows.size(), rows.size());
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        EXPECT_TRUE(back.rows[i].start == rows[i].start);
+        EXPECT_TRUE(back.rows[i].end == rows[i].end);
+        EXPECT_TRUE(back.rows[i].key_start == rows[i].key_start);
+        EXPECT_EQ(back.rows[i].film, rows[i].film);
+        EXPECT_EQ(back.rows[i].pulldown, rows[i].pulldown);
+        EXPECT_EQ(back.rows[i].phase, rows[i].phase);
+        EXPECT_EQ(back.rows[i][LogField::name], rows[i][LogField::name]);
+    }
+    const std::string bytes = bytes_of_file(scratch.file("a.RDB"));
+    const std::size_t place = bytes.find("\n1-2\t");
+    EXPECT_EQ(back.rows[1].line,
+              2 + std::count(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(place), '\n'));
+}
+
+TEST(LogTable, OtherTablesAreRefused) {
+    EXPECT_THAT(read("%recdb 1\nCUTDB=Rev 22\n\nname\na\n", "x.RDB").error, HasSubstr("isn't a logging table"));
+    EXPECT_THAT(read("%recdb 1\nbroken", "x.RDB").error, HasSubstr("isn't a whole record table"));
+}
+
+TEST(LogTable, MergedRowsKeepWhatTheirHeaderSaid) {
+    filmdb first, second;
+    fill_table(first, rows_of({"FPS\t24", "FILM_FORMAT\t35mm"}, {two_rows[0]}));
+    second.set_vid_std({rate(4), 0});
+    second.set_pulldown(true);
+    second.set_sequence(3);
+    second.set_film_std(gauge_16mm);
+    second.set_field(static_cast<unsigned>(second.add_records(1)), 0, "b");
+    std::string why;
+    ASSERT_TRUE(merge_table(first, second, why)) << why;
+    ASSERT_EQ(first.get_num_records(), 2u);
+    EXPECT_EQ(field(first, 1, "label_std"), "30fps");
+    EXPECT_EQ(field(first, 1, "pulldown"), "Y");
+    EXPECT_EQ(field(first, 1, "sequence"), "3");
+    EXPECT_EQ(field(first, 1, "film label_std"), "16mm-1p");
+    EXPECT_EQ(field(first, 0, "pulldown"), "N");
+}
+
+} // namespace
