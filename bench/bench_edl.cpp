@@ -17,9 +17,12 @@ std::string timecode(int frame) {
     return text;
 }
 
+/// A long film uses each take five times or so.
+int take_of(int event) { return event % 2000; }
+
 std::string line(int event, const char* type, int source, int record, int length) {
     char head[64];
-    std::snprintf(head, sizeof head, "%06d  A%03d     V     %s ", event, event % 97, type);
+    std::snprintf(head, sizeof head, "%06d  A%03d     V     %s ", event, take_of(event) % 97, type);
     return head + timecode(source) + " " + timecode(source + length) + " " + timecode(record) + " " +
            timecode(record + length) + "\n";
 }
@@ -32,7 +35,7 @@ std::string long_list(int events) {
         const bool dissolve = event % 10 == 0;
         if (dissolve) text += line(event, "C    ", event * 100, record, 0);
         text += line(event, dissolve ? "D 012" : "C    ", 86400 + event * 100 % 20000, record, length);
-        text += "* FROM CLIP NAME:  take " + std::to_string(event % 500) + "\n";
+        text += "* FROM CLIP NAME:  take " + std::to_string(take_of(event)) + "\n";
         if (event % 25 == 0) text += "* KEYCODE: KJ 12 3456-" + std::to_string(1000 + event % 9000) + "+05\n";
     }
     return text;

@@ -6,8 +6,8 @@ import sys
 
 sys.dont_write_bytecode = True
 
-from make import desert, ferry, harbour, heron, market, newsroom, reel  # noqa: E402
-from make.otio import write  # noqa: E402
+from make import desert, ferry, ferryman, harbour, heron, market, newsroom, reel  # noqa: E402
+from make.otio import write, write_text  # noqa: E402
 
 EXAMPLES = {
     "reel/reel.otio": reel,
@@ -24,6 +24,8 @@ def main():
     folder = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).resolve().parent
     for name, example in EXAMPLES.items():
         write(folder / name, example.edit())
+    for name, text in ferryman.FILES.items():
+        write_text(folder / "edl" / name, text())
 
 
 if __name__ == "__main__":

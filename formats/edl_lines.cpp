@@ -58,8 +58,8 @@ std::optional<int> whole_number(std::string_view text) {
 }
 
 bool equal_in_any_case(std::string_view a, std::string_view b) {
-    return a.size() == b.size() &&
-           std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return capital(x) == capital(y); });
+    if (a.size() != b.size() || (!a.empty() && capital(a[0]) != capital(b[0]))) return false;
+    return std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return capital(x) == capital(y); });
 }
 
 std::string_view trimmed(std::string_view text) {
@@ -71,7 +71,9 @@ std::string_view trimmed(std::string_view text) {
 }
 
 std::vector<std::string_view> words_of(std::string_view text) {
+    constexpr std::size_t words_of_an_event = 10;
     std::vector<std::string_view> words;
+    words.reserve(words_of_an_event);
     std::size_t at = 0;
     while (at < text.size()) {
         while (at < text.size() && is_blank(text[at]))
@@ -85,7 +87,7 @@ std::vector<std::string_view> words_of(std::string_view text) {
 }
 
 std::optional<std::string_view> behind(std::string_view text, std::string_view head) {
-    if (!equal_in_any_case(text.substr(0, head.size()), head)) return std::nullopt;
+    if (text.size() < head.size() || !equal_in_any_case(text.substr(0, head.size()), head)) return std::nullopt;
     return trimmed(text.substr(head.size()));
 }
 
@@ -106,7 +108,7 @@ LineKind kind_of(std::string_view line) {
     if (line.empty()) return LineKind::blank;
     if (is_digit(line.front())) return LineKind::event;
     for (const Head& head : heads)
-        if (begins_with(line, head)) return head.kind;
+        if (capital(line.front()) == head.text.front() && begins_with(line, head)) return head.kind;
     return LineKind::unknown;
 }
 

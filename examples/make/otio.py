@@ -228,7 +228,11 @@ def text_of(value, depth=0):
     return "[\n" + ",\n".join(inner + text_of(each, depth + 1) for each in value) + "\n" + outer + "]"
 
 
-def write(path, value):
+def write_text(path, text):
     path = pathlib.Path(path)
     path.parent.mkdir(parents=True, exist_ok=True)
-    path.write_text(text_of(value) + "\n", encoding="utf-8", newline="\n")
+    path.write_text(text, encoding="utf-8", newline="\n")
+
+
+def write(path, value):
+    write_text(path, text_of(value) + "\n")
