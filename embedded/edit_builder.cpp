@@ -212,15 +212,13 @@ SourceId EditBuilder::add_source(SourceDescription source) {
     Medium& medium = *edit->medium;
     medium.opens = source.opens;
     medium.rendered = source.rendered;
-    if (!source.rendered) {
-        const std::string owner = "source \"" + source.name + "\"";
-        medium.reels = std::move(source.reels);
-        medium.video_timecode = label_start(source.video_timecode, owner, impl_->warnings);
-        medium.sound_timecode = label_start(source.sound_timecode, owner, impl_->warnings);
-        medium.timecode_24p = label_start(source.timecode_24p, owner, impl_->warnings);
-        medium.key = label_start(source.key, owner, impl_->warnings);
-        medium.ink = label_start(source.ink, owner, impl_->warnings);
-    }
+    const std::string owner = "source \"" + source.name + "\"";
+    medium.reels = std::move(source.reels);
+    medium.video_timecode = label_start(source.video_timecode, owner, impl_->warnings);
+    medium.sound_timecode = label_start(source.sound_timecode, owner, impl_->warnings);
+    medium.timecode_24p = label_start(source.timecode_24p, owner, impl_->warnings);
+    medium.key = label_start(source.key, owner, impl_->warnings);
+    medium.ink = label_start(source.ink, owner, impl_->warnings);
     impl_->sources.emplace_back() = new Edit(edit.release());
     return static_cast<SourceId>(impl_->sources.size()) - 1;
 }

@@ -14,7 +14,6 @@ Label::Label() = default;
 Label::Label(label_t type) : posn_step(default_posn_step(type)), start_(0, type) {}
 
 LabelPoint Label::get_label_point(int samples) const {
-    if (!start_.is_valid()) return {};
     LabelPoint point = start_;
     point += samples;
     return point;
