@@ -106,10 +106,11 @@ constexpr const char* header_columns[] = {"label_std", "snd label_std", "film la
 void keep_header_of(const recdb& other, filmdb& table, unsigned first) {
     for (const char* name : header_columns) {
         std::string value = param_of(other, name);
+        const std::string present = param_of(table, name);
         // A header without a phase counts from 0.
-        if (value.empty() && std::string_view(name) == "sequence") value = "0";
+        if (value.empty() && !present.empty() && std::string_view(name) == "sequence") value = "0";
         const int column = table.get_fieldnum(name);
-        if (column < 0 || value.empty() || value == param_of(table, name)) continue;
+        if (column < 0 || value.empty() || value == present) continue;
         for (unsigned i = first; i < table.get_num_records(); ++i) {
             dbrecord& record = *table.get_record(i);
             if (!record.get_field(static_cast<unsigned short>(column))) record.set_field(column, value.c_str(), true);

@@ -1,0 +1,148 @@
+// "quillbrook log" from outside.
+
+#include "tests/tool/tool_process.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+namespace {
+
+const std::string heading = "Heading\nFIELD_DELIM\tTABS\nFPS\t24\nFILM_FORMAT\t35mm,4perf\n\nColumn\n"
+                            "Name\tTape\tStart\tEnd\tCamroll\tKN Start\tKN End\n\nData\n";
+const std::string first = "1-1\t003\t01:00:00:00\t01:00:10:00\tA7\tKJ 12 3456-1000+00\tKJ123456-1015+00\n";
+const std::string second = "1-2\t003\t01:00:10:00\t01:00:20:00\tA7\tKJ 12 3456-1015+00\tKJ123456-1030+00\n";
+const std::string bad = "1-3\t003\t01:00:20:00\t01:00:19:00\tA7\tKX65\t\n";
+
+class Logs : public ToolTest {
+protected:
+    void SetUp() override {
+        write("day1.ale", heading + first);
+        write("day2.ale", heading + second);
+        write("bad.ale", heading + bad);
+    }
+    ToolResult expect_done(const std::vector<std::string>& arguments) {
+        const ToolResult result = run(arguments);
+        EXPECT_EQ(result.status, 0) << result.err;
+        return result;
+    }
+    void expect_failure(const std::vector<std::string>& arguments, int status, const std::string& text) {
+        const std::vector<std::string> before = names();
+        const ToolResult result = run(arguments);
+        EXPECT_EQ(result.status, status) << result.out;
+        EXPECT_THAT(result.err, HasSubstr(text));
+        EXPECT_EQ(result.err.find('\n'), result.err.size() - 1) << result.err;
+        EXPECT_EQ(names(), before);
+    }
+};
+
+TEST_F(Logs, ImportPutsSeveralFilesIntoOneTable) {
+    const ToolResult result = expect_done({"log", "import", "day1.ale", "day2.ale", "-o", "show.RDB"});
+    EXPECT_EQ(result.out, "show.RDB: 2 rows\n");
+    EXPECT_EQ(result.err, "");
+    EXPECT_THAT(read("show.RDB"), StartsWith("%recdb 1\nFILMDB=Rev 16\nlabel_std=24fps\n"));
+    EXPECT_THAT(read("show.RDB"), HasSubstr("\tKJ1234561000+00\t"));
+    EXPECT_THAT(read("show.RDB"), HasSubstr("\tKJ1234561015+00\t"));
+}
+
+TEST_F(Logs, ImportReplacesATableOnlyWhenTold) {
+    expect_done({"log", "import", "day1.ale", "-o", "show.RDB"});
+    expect_failure({"log", "import", "day2.ale", "-o", "show.RDB"}, 1, "--overwrite");
+    expect_done({"log", "import", "day2.ale", "-o", "show.RDB", "--overwrite"});
+    EXPECT_THAT(read("show.RDB"), Not(HasSubstr("\n1-1\t")));
+}
+
+TEST_F(Logs, BadRowsAreWarningsAndStay) {
+    const ToolResult result = expect_done({"log", "import", "bad.ale", "-o", "bad.RDB"});
+    EXPECT_EQ(result.err, "warning: bad.ale:10:36: key number \"KX65\" isn't a key number; left out\n");
+    EXPECT_THAT(read("bad.RDB"), HasSubstr("\n1-3\t003\t"));
+    EXPECT_EQ(expect_done({"log", "import", "bad.ale", "-o", "b.RDB", "--quiet"}).err, "");
+}
+
+TEST_F(Logs, CallerCanNameRateReelAndFilm) {
+    write("day.csv", "Name,Start,End,Key\n1,01:00:00:00,01:00:10:00,\n");
+    expect_failure({"log", "import", "day.csv", "-o", "day.RDB"}, 1,
+                   "day.csv:1: no column for the frame rate; name it with --rate");
+    expect_done({"log", "import", "day.csv", "-o", "day.RDB", "--rate", "25", "--reel", "R7", "--film", "16mm"});
+    EXPECT_THAT(read("day.RDB"), HasSubstr("\nlabel_std=25fps\n"));
+    EXPECT_THAT(read("day.RDB"), HasSubstr("\nfilm label_std=16mm-1p\n"));
+    EXPECT_THAT(read("day.RDB"), HasSubstr("\n1\tR7\t01:00:00:00\t"));
+}
+
+TEST_F(Logs, KeylogFilesAreReadByNamesOrByPlaces) {
+    const std::string header =
+        "Record#  EVENT CAMROLL SOUNDROLL DOP      SCENE  TAKE VTTC_IN     VTTC_OUT    DURATION NAGRA_IN    VTTC_DROP "
+        "NAGRA_DROP KEYIN          KEYOUT         PULLIN PULLOUT FOOTAGE  DESCRIPT                            COMMENTS "
+        "DUR_FRAMES PRINTED LOAD LOADED";
+    std::string standards(header.size(), ' '), row(header.size(), ' ');
+    standards.replace(174, 21, "35   4           PAL ").replace(210, 8, "VTR V003");
+    row.replace(0, 1, "1").replace(15, 2, "A7").replace(54, 11, "01:00:00:00").replace(66, 11, "01:00:10:00");
+    row.replace(120, 14, "KJ123456123409");
+    write("day.ftl", header + "\n" + standards + "\n" + row + "\n");
+    expect_done({"log", "import", "day.ftl", "-o", "names.RDB"});
+    EXPECT_THAT(read("names.RDB"), HasSubstr("\tA7\tKJ1234561234+09\t"));
+    expect_done({"log", "import", "day.ftl", "-o", "places.RDB", "--as-keylog"});
+    EXPECT_THAT(read("places.RDB"), HasSubstr("\t+A7\tKJ123456123409\t"));
+    EXPECT_THAT(read("places.RDB"), HasSubstr("\n\tV003\t01:00:00:00\t"));
+    expect_failure({"log", "import", "day1.ale", "-o", "x.RDB", "--as-keylog", "--quiet"}, 1,
+                   "day1.ale: couldn't be read");
+}
+
+TEST_F(Logs, MergePutsTablesTogether) {
+    expect_done({"log", "import", "day1.ale", "-o", "1.RDB"});
+    expect_done({"log", "import", "day2.ale", "-o", "2.RDB"});
+    EXPECT_EQ(expect_done({"log", "merge", "1.RDB", "2.RDB", "-o", "show.RDB"}).out, "show.RDB: 2 rows\n");
+    expect_done({"log", "import", "day1.ale", "day2.ale", "-o", "both.RDB"});
+    EXPECT_EQ(read("show.RDB"), read("both.RDB"));
+    expect_failure({"log", "merge", "1.RDB", "day2.ale", "-o", "x.RDB"}, 1, "day2.ale: Failed to load recdb");
+    expect_failure({"log", "merge", "1.RDB", "2.RDB", "-o", "2.RDB", "--overwrite"}, 1,
+                   "would replace what it is made from");
+}
+
+TEST_F(Logs, ShowPrintsTheRowsWithTheirLines) {
+    expect_done({"log", "import", "day1.ale", "-o", "1.RDB"});
+    const ToolResult result = expect_done({"log", "show", "1.RDB", "day2.ale"});
+    EXPECT_THAT(result.out, HasSubstr("1.RDB: 1 row\n"));
+    EXPECT_THAT(result.out, HasSubstr("KJ1234561000+00"));
+    EXPECT_THAT(result.out, HasSubstr("day2.ale: 1 row\n"));
+    EXPECT_THAT(result.out, HasSubstr("    10  1-2   003   01:00:10:00  01:00:20:00"));
+}
+
+TEST_F(Logs, CheckEndsInStatusOneWhenSomethingIsWrong) {
+    EXPECT_EQ(expect_done({"log", "check", "day1.ale", "day2.ale"}).out, "2 rows, nothing wrong\n");
+    const ToolResult result = run({"log", "check", "day1.ale", "bad.ale", "day1.ale"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.out, HasSubstr("bad.ale:10: end 01:00:19:00 is before start 01:00:20:00\n"));
+    EXPECT_THAT(result.out, HasSubstr("bad.ale:10: key number \"KX65\" can't be read\n"));
+    EXPECT_THAT(result.out, HasSubstr("day1.ale:10: the same as line 10\n"));
+    EXPECT_THAT(result.out, HasSubstr("3 rows, 3 findings, 1 warning\n"));
+}
+
+TEST_F(Logs, CheckOfATableNamesTheLinesOfItsFile) {
+    write("twice.ale", heading + first + first);
+    expect_done({"log", "import", "twice.ale", "-o", "twice.RDB"});
+    const ToolResult result = run({"log", "check", "twice.RDB"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.out, HasSubstr(": the same as line "));
+}
+
+TEST_F(Logs, WrongLinesAreWrongUsage) {
+    expect_failure({"log"}, 2, "quillbrook log --help");
+    expect_failure({"log", "import", "day1.ale"}, 2, "-o");
+    expect_failure({"log", "import", "-o", "x.RDB"}, 2, "LOG");
+    expect_failure({"log", "import", "day1.ale", "-o", "x.RDB", "--film", "cloth"}, 2, "--film: \"cloth\"");
+    expect_failure({"log", "import", "day1.ale", "-o", "x.RDB", "--rate", "7"}, 2, "--rate: \"7\"");
+    expect_failure({"log", "import", "day1.ale", "-o", "x.RDB", "--rate", "25", "--as-keylog"}, 2, "--as-keylog");
+    expect_failure({"log", "check", "day1.ale", "--tolerance", "-1"}, 2, "--tolerance");
+}
+
+TEST_F(Logs, MissingAndForeignFilesAreNamed) {
+    expect_failure({"log", "import", "no.ale", "-o", "x.RDB"}, 1, "no.ale");
+    write("x.txt", "nothing of the kind\n");
+    expect_failure({"log", "check", "x.txt"}, 1, "x.txt:1: no header row");
+}
+
+} // namespace
