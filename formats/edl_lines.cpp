@@ -96,7 +96,9 @@ std::vector<Line> split_lines(std::string_view bytes) {
     std::vector<Line> lines;
     std::size_t start = 0;
     while (start < bytes.size()) {
-        const std::size_t end = std::min(bytes.find_first_of("\r\n", start), bytes.size());
+        std::size_t end = start;
+        while (end < bytes.size() && bytes[end] != '\r' && bytes[end] != '\n')
+            ++end;
         lines.push_back({static_cast<int>(lines.size()) + 1, trimmed(bytes.substr(start, end - start))});
         const bool pair = end + 1 < bytes.size() && bytes[end] == '\r' && bytes[end + 1] == '\n';
         start = end + (pair ? 2 : 1);

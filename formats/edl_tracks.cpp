@@ -245,8 +245,8 @@ void Layout::join(Clip& before, Clip& clip) {
 }
 
 void Layout::settle(std::vector<Clip>& clips) {
-    std::stable_sort(clips.begin(), clips.end(),
-                     [](const Clip& a, const Clip& b) { return a.placed.in < b.placed.in; });
+    const auto earlier = [](const Clip& a, const Clip& b) { return a.placed.in < b.placed.in; };
+    if (!std::is_sorted(clips.begin(), clips.end(), earlier)) std::stable_sort(clips.begin(), clips.end(), earlier);
     std::vector<Clip> settled;
     settled.reserve(clips.size());
     for (Clip& clip : clips) {

@@ -5,8 +5,10 @@
 #include <gmock/gmock.h>
 
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <sstream>
 
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -110,6 +112,45 @@ TEST_F(EditList, LinesThatArentUnderstoodAreWarnedOf) {
     const ToolResult result = run({"edit", "show", "a.edl", "--rate", "24"});
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.err, HasSubstr("warning: a.edl: line 2: not understood: \"GPI 3\""));
+}
+
+std::string timecode(int frame) {
+    char text[40];
+    std::snprintf(text, sizeof text, "01:00:%02d:%02d", frame / 30, frame % 30);
+    return text;
+}
+
+/// Film frames since key number 0 of each event's first frame, from the table's records.
+std::vector<int> film_frames(const std::string& table) {
+    constexpr std::string_view prefix = "KJ123456";
+    std::vector<int> frames;
+    std::istringstream lines(table);
+    for (std::string line; std::getline(lines, line);) {
+        const std::size_t at = line.find(prefix);
+        if (at == std::string::npos) continue;
+        frames.push_back(std::stoi(line.substr(at + 8, 4)) * 16 + std::stoi(line.substr(at + 13, 2)));
+    }
+    return frames;
+}
+
+TEST_F(EditList, NumbersThroughALogFollowTheCadenceOfItsTape) {
+    std::string list;
+    for (int v = 0; v < 60; ++v)
+        list += "001  T1 V C " + timecode(v) + ' ' + timecode(v + 1) + ' ' + timecode(v) + ' ' + timecode(v + 1) + '\n';
+    write("a.edl", list);
+    write("a.ale", "Heading\nFIELD_DELIM\tTABS\nVIDEO_FORMAT\tNTSC\nFILM_FORMAT\t35mm,4perf\nFPS\t29.97\n\nColumn\n"
+                   "Name\tTracks\tStart\tEnd\tTape\tKN Start\tCamroll\n\nData\n"
+                   "1-1\tV\t01:00:00:00\t01:00:10:00\tT1\tKJ 12 3456-0000+00\tA1\n");
+    done({"log", "import", "a.ale", "-o", "a.RDB"});
+    done({"cutlist", "a.edl", "--rate", "29.97", "--log", "a.RDB", "-o", "a.txt"});
+    const std::vector<int> counted = film_frames(read("a.cdb"));
+    ASSERT_EQ(counted.size(), 60U);
+    // A2 B3 C2 D3: what the two fields of each video frame show.
+    const int first[] = {0, 1, 1, 2, 3}, second[] = {0, 1, 2, 3, 3};
+    for (std::size_t v = 0; v < counted.size(); ++v) {
+        EXPECT_GE(counted[v], static_cast<int>(v / 5) * 4 + first[v % 5]) << v;
+        EXPECT_LE(counted[v], static_cast<int>(v / 5) * 4 + second[v % 5]) << v;
+    }
 }
 
 } // namespace
