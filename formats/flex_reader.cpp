@@ -183,7 +183,7 @@ private:
         row.line = take_line_;
         fill_row(row);
         settle_rate();
-        builder_.add(row);
+        if (!builder_.refused()) builder_.add(row);
         any_take_ = true;
         take_line_ = 0;
     }

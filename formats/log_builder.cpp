@@ -76,6 +76,20 @@ std::optional<int> frames_between(const LabelPoint& start, const LabelPoint& end
     return embedded::clamp_to_int(samples / start.cvt()->samples_per_frame());
 }
 
+/// As a timecode without drop-frame is printed.
+bool is_plain_timecode(std::string_view text) {
+    constexpr std::string_view form = "00:00:00:00";
+    if (text.size() != form.size() || text >= "24") return false;
+    for (std::size_t i = 0; i < form.size(); ++i)
+        if (form[i] == ':' ? text[i] != ':' : text[i] < '0' || text[i] > '9') return false;
+    return true;
+}
+
+/// The text of a point. One that is plain already stays as it is, unless the point was moved away from it.
+void put_timecode(std::string& text, LabelPoint& point, bool may_have_moved) {
+    if (point.is_useful() && (may_have_moved || !is_plain_timecode(text))) text = point.get_string();
+}
+
 std::optional<int> length_of(const LogRow& row) {
     if (!row.start.is_useful() || !row.end.is_useful() || row.end.sample <= row.start.sample) return std::nullopt;
     return row.end.sample - row.start.sample;
@@ -246,7 +260,7 @@ void LogBuilder::read_key_numbers(const LogCells& cells, LogRow& row) {
     const bool read = read_key(cells, LogField::key_start, row, row.key_start);
     row.key_refused = !read && !written.empty();
     row[LogField::key_start] = read ? std::string(row.key_start.get_string()) : std::string(written);
-    if (read_key(cells, LogField::key_end, row, row.key_end)) row[LogField::key_end] = row.key_end.get_string();
+    read_key(cells, LogField::key_end, row, row.key_end);
     const int length = film_length(cells[LogField::key_length].text, row.film ? row.film : label_key_35mm_4p);
     if (length > 0 && row.key_start.is_useful()) row.key_frames = length;
 }
@@ -280,7 +294,7 @@ void LogBuilder::read_pulldown(const LogCells& cells, LogRow& row) {
 void LogBuilder::read_other_timecodes(const LogCells& cells, LogRow& row) {
     LabelPoint point;
     if (read_timecode(cells, LogField::snd_start, TvStd_to_label_type(row.snd_standard), point))
-        row[LogField::snd_start] = point.get_string();
+        put_timecode(row[LogField::snd_start] = cells[LogField::snd_start].text, point, row.snd_standard.drop);
     point = LabelPoint();
     if (read_timecode(cells, LogField::start_24p, label_tc_24, point)) row[LogField::start_24p] = point.get_string();
 }
@@ -326,8 +340,8 @@ void LogBuilder::settle_end(LogRow& row, const Pending& pending, bool inclusive)
     } else if (row[LogField::end].empty()) {
         warn(row.line, std::max(pending.end_column, 1), "the row has neither end nor duration");
     }
-    if (row.start.is_useful()) row[LogField::start] = row.start.get_string();
-    if (row.end.is_useful()) row[LogField::end] = row.end.get_string();
+    put_timecode(row[LogField::start], row.start, row.standard.drop);
+    put_timecode(row[LogField::end], row.end, row.standard.drop || inclusive);
     if (const std::optional<int> length = length_of(row)) {
         LabelPoint duration(*length, row.start.type());
         row[LogField::duration] = duration.get_string();

@@ -8,6 +8,7 @@ namespace formats {
 
 std::vector<LogCell> cells_between(std::string_view line, char delimiter) {
     std::vector<LogCell> cells;
+    cells.reserve(static_cast<std::size_t>(std::count(line.begin(), line.end(), delimiter)) + 1);
     int column = 1;
     for (std::size_t begin = 0;;) {
         const std::size_t end = std::min(line.find(delimiter, begin), line.size());

@@ -55,7 +55,7 @@ TEST(KeylogNames, EachColumnGoesWhereItsNameSays) {
     EXPECT_EQ(row[LogField::reel], "003");
     EXPECT_EQ(row[LogField::cam_reel], "A7");
     EXPECT_EQ(row[LogField::key_start], "KJ1234561234+09");
-    EXPECT_EQ(row[LogField::key_end], "KJ1234561249+09");
+    EXPECT_STREQ(LabelPoint(row.key_end).get_string(), "KJ1234561249+09");
     EXPECT_EQ(row[LogField::snd_reel], "S5");
     EXPECT_EQ(row[LogField::snd_start], "11:12:13:14");
     EXPECT_EQ(row[LogField::lab_reel], "L3");
