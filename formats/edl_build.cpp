@@ -73,11 +73,14 @@ private:
     };
 
     static std::string key_of(const PlacedLine& placed, std::string_view name) {
+        constexpr std::size_t usual_key = 64;
         const EventLine& line = *placed.line;
-        std::string key = reel_of(line);
-        key.append(1, '\n').append(shot_name(line, name));
+        std::string key;
+        key.reserve(usual_key);
+        key.append(reel_of(line)).append(1, '\n').append(shot_name(line, name));
         key.append(1, '\n').append(line.file);
-        return key + (placed.source_drop ? "\nd" : "\nn");
+        key.append(placed.source_drop ? "\nd" : "\nn");
+        return key;
     }
 
     SourceId add(const PlacedLine& placed, std::string_view name, std::int64_t first, const std::string& path) {

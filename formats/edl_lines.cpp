@@ -93,7 +93,9 @@ std::optional<std::string_view> behind(std::string_view text, std::string_view h
 
 std::vector<Line> split_lines(std::string_view bytes) {
     bytes = without_byte_order_mark(bytes);
+    constexpr std::size_t usual_line = 50;
     std::vector<Line> lines;
+    lines.reserve(bytes.size() / usual_line);
     std::size_t start = 0;
     while (start < bytes.size()) {
         std::size_t end = start;

@@ -377,7 +377,11 @@ void ListParser::take_key_number(std::string_view text, bool strict) {
 EventList parse_list(std::string_view bytes) {
     EventList list;
     ListParser parser(list);
-    for (const Line& line : split_lines(bytes))
+    const std::vector<Line> lines = split_lines(bytes);
+    // Most events have a line of their own and one that names them.
+    constexpr std::size_t most_reserved = 10000;
+    list.events.reserve(std::min(lines.size() / 2, most_reserved));
+    for (const Line& line : lines)
         parser.read(line);
     parser.finish();
     return list;
