@@ -3,6 +3,7 @@
 #include "formats/ale_reader.h"
 #include "formats/log_check.h"
 #include "formats/log_table.h"
+#include "quillbrook/logging_tables.h"
 
 #include <benchmark/benchmark.h>
 

@@ -4,6 +4,8 @@
 #include "embedded/table_file.h"
 #include "formats/film_values.h"
 
+#include <cstdio>
+
 namespace formats {
 namespace {
 
@@ -48,7 +50,7 @@ int midnight_phase(const LogRow& row) { return remainder(std::int64_t{row.phase}
 /// Puts texts into the columns of a table by name; columns that it lacks are passed over.
 class RowWriter {
 public:
-    explicit RowWriter(filmdb& table) : table_(table) {
+    explicit RowWriter(recdb& table) : table_(table) {
         for (const TableColumn& column : table_columns)
             columns_.push_back({column.field, table.get_fieldnum(column.name)});
     }
@@ -76,7 +78,7 @@ private:
         int number;
     };
 
-    filmdb& table_;
+    recdb& table_;
     std::vector<Column> columns_;
     int label_std_ = table_.get_fieldnum("label_std");
     int snd_label_std_ = table_.get_fieldnum("snd label_std");
@@ -85,14 +87,28 @@ private:
     int sequence_ = table_.get_fieldnum("sequence");
 };
 
-void write_header(filmdb& table, const LogRow& row) {
-    table.set_vid_std(row.standard);
-    table.set_snd_std(row.snd_standard);
-    if (row.film) table.set_film_std(edlstr_to_film_gauge(label_type_to_edlstr(row.film)));
-    if (const embedded::RateInfo* rate = embedded::rate_info(row.standard.rate))
-        table.set_film_rate(embedded::film_rate_of(*rate).to_double());
-    table.set_pulldown(row.pulldown);
-    table.set_sequence(row.pulldown ? midnight_phase(row) : 0);
+void add_standard(recdb& table, const char* name, TCInf standard) {
+    if (standard.rate) table.add_param(name, tv_standard_to_edlstr(standard));
+}
+
+void add_film_rate(recdb& table, const LogRow& row) {
+    const embedded::RateInfo* rate = embedded::rate_info(row.standard.rate);
+    if (!rate) return;
+    char text[24];
+    std::snprintf(text, sizeof text, "%-6g", embedded::film_rate_of(*rate).to_double());
+    for (char& c : text)
+        if (c == ',') c = '.';
+    table.add_param("film rate", text);
+}
+
+void write_header(recdb& table, const LogRow& row) {
+    table.add_param("label_std", tv_standard_to_edlstr(row.standard));
+    add_standard(table, "snd label_std", row.snd_standard);
+    if (row.film)
+        table.add_param("film label_std", film_gauge_to_edlstr(edlstr_to_film_gauge(label_type_to_edlstr(row.film))));
+    add_film_rate(table, row);
+    table.add_param("pulldown", row.pulldown ? "Y" : "N");
+    if (row.pulldown) table.add_param("sequence", std::to_string(midnight_phase(row)).c_str());
 }
 
 std::string param_of(const recdb& table, const char* name) {
@@ -102,21 +118,6 @@ std::string param_of(const recdb& table, const char* name) {
 
 // Columns that a table's header speaks for where they are empty.
 constexpr const char* header_columns[] = {"label_std", "snd label_std", "film label_std", "pulldown", "sequence"};
-
-void keep_header_of(const recdb& other, filmdb& table, unsigned first) {
-    for (const char* name : header_columns) {
-        std::string value = param_of(other, name);
-        const std::string present = param_of(table, name);
-        // A header without a phase counts from 0.
-        if (value.empty() && !present.empty() && std::string_view(name) == "sequence") value = "0";
-        const int column = table.get_fieldnum(name);
-        if (column < 0 || value.empty() || value == present) continue;
-        for (unsigned i = first; i < table.get_num_records(); ++i) {
-            dbrecord& record = *table.get_record(i);
-            if (!record.get_field(static_cast<unsigned short>(column))) record.set_field(column, value.c_str(), true);
-        }
-    }
-}
 
 /// What a saved table says of one of its rows, in the words of a reader of logs.
 class TableReader {
@@ -203,7 +204,7 @@ private:
 
 } // namespace
 
-void fill_table(filmdb& table, const std::vector<LogRow>& rows) {
+void fill_table(recdb& table, const std::vector<LogRow>& rows) {
     if (rows.empty()) return;
     write_header(table, rows.front());
     const RowWriter writer(table);
@@ -211,15 +212,19 @@ void fill_table(filmdb& table, const std::vector<LogRow>& rows) {
         writer.write(row);
 }
 
-bool merge_table(filmdb& table, filmdb& other, std::string& why) {
-    const unsigned first = table.get_num_records();
-    const int outcome = table.add_any_recdb(&other);
-    if (outcome != 0) {
-        why = outcome == fdb_missing_field ? table.get_error_message() : "shares no column with the others";
-        return false;
+void keep_header_of(const recdb& other, recdb& table, unsigned first) {
+    for (const char* name : header_columns) {
+        std::string value = param_of(other, name);
+        const std::string present = param_of(table, name);
+        // A header without a phase counts from 0.
+        if (value.empty() && !present.empty() && std::string_view(name) == "sequence") value = "0";
+        const int column = table.get_fieldnum(name);
+        if (column < 0 || value.empty() || value == present) continue;
+        for (unsigned i = first; i < table.get_num_records(); ++i) {
+            dbrecord& record = *table.get_record(i);
+            if (!record.get_field(static_cast<unsigned short>(column))) record.set_field(column, value.c_str(), true);
+        }
     }
-    keep_header_of(other, table, first);
-    return true;
 }
 
 bool is_table(std::string_view bytes) { return bytes.substr(0, table_mark.size()) == table_mark; }

@@ -2,20 +2,20 @@
 // Rows of logs as film logging tables, and back.
 
 #include "formats/log_row.h"
-#include "quillbrook/logging_tables.h"
+#include "host/recdb.h"
 
 namespace formats {
 
 /// A table is read up to as many rows.
 constexpr std::size_t most_table_rows = 32000;
 
-/// Appends the rows to a table and takes its header from the first of them. The table's shots are then what the
-/// rows say: each row names its own standards, and its pulldown phase at midnight.
-void fill_table(filmdb& table, const std::vector<LogRow>& rows);
+/// Appends the rows to a new logging table and takes its header from the first of them. The table's shots are then what
+/// the rows say: each row names its own standards, and its pulldown phase at midnight.
+void fill_table(recdb& table, const std::vector<LogRow>& rows);
 
-/// Appends the rows of another table. What those leave to their own header, and the header of `table` says
-/// otherwise, is written into the rows. False with the reason when the table can't be added.
-bool merge_table(filmdb& table, filmdb& other, std::string& why);
+/// For rows from `first` on that were appended from `other`: what they left to their own header, and the header of
+/// `table` says otherwise, is written into them.
+void keep_header_of(const recdb& other, recdb& table, unsigned first);
 
 /// The first bytes of a record table.
 bool is_table(std::string_view bytes);

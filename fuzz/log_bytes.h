@@ -4,6 +4,7 @@
 #include "formats/log_check.h"
 #include "formats/log_table.h"
 #include "formats/text_lines.h"
+#include "quillbrook/logging_tables.h"
 
 #include <cstdint>
 #include <cstdlib>

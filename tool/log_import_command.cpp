@@ -10,8 +10,11 @@ namespace tool {
 namespace {
 
 void merge(filmdb& table, filmdb& other, const std::string& path) {
-    std::string why;
-    if (!formats::merge_table(table, other, why)) throw JobError(path + ": " + one_line(why));
+    const unsigned first = table.get_num_records();
+    const int outcome = table.add_any_recdb(&other);
+    if (outcome == fdb_missing_field) throw JobError(path + ": " + one_line(table.get_error_message()));
+    if (outcome != 0) throw JobError(path + ": shares no column with the others");
+    formats::keep_header_of(other, table, first);
 }
 
 std::unique_ptr<filmdb> read_keylog_file(const std::string& path, const LogImportJob& job) {

@@ -3,6 +3,7 @@
 #include "formats/log_check.h"
 #include "formats/log_table.h"
 #include "logging/log_shot_list.h"
+#include "quillbrook/logging_tables.h"
 #include "tests/logs/log_texts.h"
 #include "tests/support/recording_logger.h"
 

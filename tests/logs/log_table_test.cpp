@@ -2,6 +2,7 @@
 
 #include "formats/log_table.h"
 #include "logging/log_shot_list.h"
+#include "quillbrook/logging_tables.h"
 #include "tests/logging/film_tables.h"
 #include "tests/logs/log_texts.h"
 #include "tests/support/recording_logger.h"
@@ -124,8 +125,8 @@ TEST(LogTable, MergedRowsKeepWhatTheirHeaderSaid) {
     second.set_sequence(3);
     second.set_film_std(gauge_16mm);
     second.set_field(static_cast<unsigned>(second.add_records(1)), 0, "b");
-    std::string why;
-    ASSERT_TRUE(merge_table(first, second, why)) << why;
+    ASSERT_EQ(first.add_any_recdb(&second), 0);
+    keep_header_of(second, first, 1);
     ASSERT_EQ(first.get_num_records(), 2u);
     EXPECT_EQ(field(first, 1, "label_std"), "30fps");
     EXPECT_EQ(field(first, 1, "pulldown"), "Y");
