@@ -205,9 +205,7 @@ TEST_F(ConvertShots, RenderedMaterialTakesTheReelsOfAShotWithoutAReel) {
     rendered.identity = "rendered";
     builder.add_event(channel, event_of(builder.add_source(rendered), 48, 24));
     auto row = shot_on_vt1();
-    row[1] = "";
-    row[2] = "00:00:00:00"; // rendered material has no timecode
-    row[3] = "00:01:00:00";
+    row[1] = ""; // the reel of rendered material counts for nothing, its timecode does
     convert({row});
     const cut_s& record = *records.at(0);
     EXPECT_STREQ(record.src_reelid, "RENDERED");
