@@ -1,30 +1,46 @@
 #include "formats/json_document.h"
 
-#include <rapidjson/error/en.h>
-#include <rapidjson/memorystream.h>
-#include <rapidjson/reader.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
-
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <limits>
 
 namespace formats {
 namespace {
 
 constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 
-/// Hands what the parser finds to the document, as long as it doesn't lie too deep.
-class DepthGuard {
+struct NamedNumber {
+    std::string_view text;
+    double value;
+};
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr NamedNumber named_numbers[] = {
+    {"NaN", std::numeric_limits<double>::quiet_NaN()},
+    {"Inf", infinity},
+    {"Infinity", infinity},
+    {"-Inf", -infinity},
+    {"-Infinity", -infinity},
+};
+
+template <typename Number> std::errc number_from(std::string_view text, Number& number) {
+    const auto [end, trouble] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return end == text.data() + text.size() ? trouble : std::errc::invalid_argument;
+}
+
+/// Hands what the parser finds to the document, as long as it doesn't lie too deep. Numbers come as texts, for the
+/// parser's own reading of them goes wrong on hostile ones.
+class DocumentFiller {
 public:
     using Ch = char;
     using SizeType = rapidjson::SizeType;
 
-    explicit DepthGuard(rapidjson::Document& target) : target_(target) {}
-    bool too_deep() const { return too_deep_; }
+    explicit DocumentFiller(rapidjson::Document& target) : target_(target) {}
+    /// Why the filler, and not the parser, ended the reading; null otherwise.
+    const char* reason() const { return reason_; }
 
     bool Null() { return target_.Null(); }
     bool Bool(bool value) { return target_.Bool(value); }
@@ -33,7 +49,7 @@ public:
     bool Int64(std::int64_t value) { return target_.Int64(value); }
     bool Uint64(std::uint64_t value) { return target_.Uint64(value); }
     bool Double(double value) { return target_.Double(value); }
-    bool RawNumber(const Ch* text, SizeType length, bool copy) { return target_.RawNumber(text, length, copy); }
+    bool RawNumber(const Ch* characters, SizeType length, bool) { return number({characters, length}); }
     bool String(const Ch* text, SizeType length, bool copy) { return target_.String(text, length, copy); }
     bool Key(const Ch* text, SizeType length, bool copy) { return target_.Key(text, length, copy); }
     bool StartObject() { return enter() && target_.StartObject(); }
@@ -42,19 +58,40 @@ public:
     bool EndArray(SizeType count) { return leave() && target_.EndArray(count); }
 
 private:
-    bool enter() {
-        too_deep_ = ++depth_ > json_depth_limit;
-        return !too_deep_;
+    bool stop(const char* reason) {
+        reason_ = reason;
+        return false;
     }
+    bool enter() { return ++depth_ <= json_depth_limit || stop("objects lie more than 1000 deep in each other"); }
     bool leave() {
         --depth_;
         return true;
     }
+    bool number(std::string_view text);
 
     rapidjson::Document& target_;
     unsigned depth_ = 0;
-    bool too_deep_ = false;
+    const char* reason_ = nullptr;
 };
+
+bool DocumentFiller::number(std::string_view text) {
+    // The parser counts the zero that closes the text.
+    if (!text.empty() && text.back() == '\0') text.remove_suffix(1);
+    std::int64_t whole = 0;
+    std::uint64_t large = 0;
+    double value = 0;
+    if (number_from(text, whole) == std::errc()) return target_.Int64(whole);
+    if (number_from(text, large) == std::errc()) return target_.Uint64(large);
+    for (const NamedNumber& named : named_numbers)
+        if (text == named.text) return target_.Double(named.value);
+    const bool digits = text.find_first_not_of("0123456789+-.eE") == std::string_view::npos;
+    const std::errc trouble = digits ? number_from(text, value) : std::errc::invalid_argument;
+    if (trouble == std::errc::invalid_argument) return stop("Invalid value.");
+    const bool tiny = text.find("e-") != std::string_view::npos || text.find("E-") != std::string_view::npos ||
+                      text.substr(text[0] == '-' ? 1 : 0, 2) == "0.";
+    if (trouble == std::errc::result_out_of_range && !tiny) return stop("Number too big to be stored in double.");
+    return target_.Double(trouble == std::errc() ? value : 0.0);
+}
 
 std::string place_and_reason(std::string_view bytes, std::size_t offset, const std::string& reason) {
     offset = std::min(offset, bytes.size());
@@ -76,21 +113,21 @@ std::string number_text(double number) {
 
 bool JsonDocument::parse(std::string_view bytes) {
     constexpr unsigned flags =
-        rapidjson::kParseNanAndInfFlag | rapidjson::kParseFullPrecisionFlag | rapidjson::kParseIterativeFlag;
+        rapidjson::kParseNanAndInfFlag | rapidjson::kParseNumbersAsStringsFlag | rapidjson::kParseIterativeFlag;
     const std::size_t skipped = bytes.substr(0, 3) == byte_order_mark ? 3 : 0;
     rapidjson::MemoryStream stream(bytes.data() + skipped, bytes.size() - skipped);
     rapidjson::Reader reader;
-    bool too_deep = false;
+    const char* reason = nullptr;
     auto generate = [&](rapidjson::Document& target) {
-        DepthGuard guard(target);
-        const auto result = reader.Parse<flags>(stream, guard);
-        too_deep = guard.too_deep();
+        DocumentFiller filler(target);
+        const auto result = reader.Parse<flags>(stream, filler);
+        reason = filler.reason();
         return !result.IsError();
     };
     document_.Populate(generate);
     error_.clear();
-    if (too_deep)
-        error_ = place_and_reason(bytes, skipped + stream.Tell(), "objects lie more than 1000 deep in each other");
+    if (reason)
+        error_ = place_and_reason(bytes, skipped + stream.Tell(), reason);
     else if (reader.HasParseError())
         error_ = place_and_reason(bytes, skipped + reader.GetErrorOffset(),
                                   rapidjson::GetParseError_En(reader.GetParseErrorCode()));

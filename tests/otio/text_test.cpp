@@ -16,6 +16,12 @@ TEST(OtioText, InfinitiesNotNumbersAndLongIntegersAreLegal) {
     EXPECT_EQ(drawn(simple(data)), "A 0-4");
 }
 
+TEST(OtioText, WhatOnlyBeginsLikeAnInfinityIsAnErrorWhereItStands) {
+    for (const std::string word : {"Infe5", "NaN.5", "Infinit", "N", "-NaN", "Inf0", "nan", "inf"})
+        EXPECT_NE(error_of("{\"a\":\n[" + word + "]}").find("line 2, byte "), std::string::npos) << word;
+    EXPECT_EQ(drawn(simple("\"metadata\": {\"Infe5\": \"NaN \\\"Inf\", \"N\": [-Inf,NaN]}")), "A 0-4");
+}
+
 TEST(OtioText, AByteOrderMarkIsAccepted) { EXPECT_EQ(drawn("\xEF\xBB\xBF" + simple()), "A 0-4"); }
 
 TEST(OtioText, CommentsTrailingCommasAndTextBehindAreErrorsWithLineAndByte) {
