@@ -95,6 +95,12 @@ std::optional<int> length_of(const LogRow& row) {
     return row.end.sample - row.start.sample;
 }
 
+// Spreadsheets drop the first digit of "01:00:00:00".
+std::string with_two_digits_of_hours(std::string_view text) {
+    const bool short_hours = text.size() > 1 && text[0] >= '0' && text[0] <= '9' && text[1] == ':';
+    return (short_hours ? "0" : "") + std::string(text);
+}
+
 } // namespace
 
 const RateInfo* rate_of_text(std::string_view text, bool* drop) {
@@ -198,7 +204,7 @@ bool LogBuilder::read_timecode(const LogCells& cells, LogField field, label_t ki
     const LogCell& cell = cells[field];
     if (cell.text.empty()) return false;
     point.set_type(kind);
-    point.set_sample(std::string(cell.text).c_str());
+    point.set_sample(with_two_digits_of_hours(cell.text).c_str());
     if (!point.is_useful()) {
         tell(cells, field, kind == label_none ? "has no frame rate" : "isn't a timecode at this frame rate");
         return false;

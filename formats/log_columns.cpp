@@ -73,6 +73,7 @@ constexpr ColumnName column_names[] = {
     {"keyin", LogField::key_start},
     {"keystart", LogField::key_start},
     {"keynumber", LogField::key_start},
+    {"key", LogField::key_start},
     {"keycode", LogField::key_start},
     {"keycodein", LogField::key_start},
     {"keycodestart", LogField::key_start},

@@ -125,7 +125,8 @@ CLI::App* add_cutlist(CLI::App& app, Values& values) {
         ->type_name("CHANNEL")
         ->capture_default_str();
     command->add_option("--log", values.log, "The logging table that key numbers come from, by reel and timecode")
-        ->type_name("TABLE");
+        ->type_name("TABLE")
+        ->check([](const std::string& path) { return std::string(path.empty() ? "a logging table is wanted" : ""); });
     command->add_flag("--neg-cut", values.neg_cut, "A neg-cut list in place of a cutting-copy list");
     command->add_flag("--frames", values.frames, "Positions in frames in place of feet and frames");
     command->add_option("--single-layer", values.lists.single_layer, "Single-layer lists to write: 1, 2, 3, 4")

@@ -4,6 +4,7 @@
 #include "embedded/services.h"
 #include "quillbrook/cutlist.h"
 #include "tool/list_switches.h"
+#include "tool/log_use.h"
 #include "tool/open_edit.h"
 #include "tool/output_files.h"
 #include "tool/run_setup.h"
@@ -66,6 +67,7 @@ void check_files(const CutlistJob& job) {
         check_readable(input);
         check_outputs(input, job.output, files_beside_report(job));
     }
+    if (!job.log.empty()) check_is_log_table(job.log);
 }
 
 } // namespace
@@ -84,6 +86,8 @@ int run(const CutlistJob& job) {
     if (logger.failed()) return exit_failed;
     check_written();
     if (!done) throw JobError(job.edit.path + ": " + subject_of(job) + " holds nothing to list");
+    if (!job.log.empty())
+        tell_warnings(warnings_of_log(job.log, beside_report(job.output.report, ".cdb")), job.output.quiet);
     return exit_done;
 }
 

@@ -84,6 +84,33 @@ TEST_F(EditList, LogIsNamedByItsOwnSwitch) {
     EXPECT_THAT(names(), ElementsAre("a.edl"));
 }
 
+TEST_F(EditList, LogMustBeALoggingTable) {
+    write("a.edl", event);
+    write("a.ale", "Heading\nFPS\t24\n");
+    const ToolResult log = run({"cutlist", "a.edl", "--rate", "24", "-o", "a.txt", "--log", "a.ale"});
+    EXPECT_EQ(log.status, 1);
+    EXPECT_EQ(log.err, "quillbrook: a.ale: isn't a logging table; \"quillbrook log import\" makes one of logs\n");
+    const ToolResult empty = run({"cutlist", "a.edl", "--rate", "24", "-o", "a.txt", "--log", ""});
+    EXPECT_EQ(empty.status, 2);
+    EXPECT_THAT(empty.err, HasSubstr("--log"));
+    EXPECT_THAT(names(), ElementsAre("a.ale", "a.edl"));
+}
+
+TEST_F(EditList, EventsWithoutARowAndOtherCountingsAreWarnedOf) {
+    const std::string columns = "Name,Reel,Start,End,Key\n";
+    write("a.edl", std::string(event) + "002  B7 V C 01:00:00:00 01:00:01:00 10:00:01:00 10:00:02:00\n");
+    write("a.csv", columns + "1-1,A,1:00:00:00,1:00:10:00,KJ 12 3456-1000+00\n");
+    done({"log", "import", "a.csv", "-o", "24.RDB", "--rate", "24"});
+    done({"log", "import", "a.csv", "-o", "25.RDB", "--rate", "25"});
+    const ToolResult same = run({"cutlist", "a.edl", "--rate", "23.976", "--log", "24.RDB", "-o", "a.txt"});
+    EXPECT_EQ(same.err, "warning: 24.RDB: no row for 1 of 2 events; reels: B7\n");
+    EXPECT_THAT(read("a.cdb"), HasSubstr("KJ1234561000+00\tKJ1234561001+08"));
+    const ToolResult other = run({"cutlist", "a.edl", "--rate", "24", "--log", "25.RDB", "-o", "b.txt"});
+    EXPECT_EQ(other.status, 0);
+    EXPECT_THAT(other.err, HasSubstr("warning: 25.RDB: its timecodes count 25fps, the edit's 24fps; "));
+    EXPECT_EQ(run({"cutlist", "a.edl", "--rate", "24", "--log", "25.RDB", "-o", "c.txt", "--quiet"}).err, "");
+}
+
 TEST_F(EditList, RateIsAskedFor) {
     write("a.edl", event);
     const ToolResult result = run({"edit", "show", "a.edl"});
