@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 
 namespace formats {
 namespace {
@@ -143,6 +144,7 @@ private:
     //
     void check_one_reel(std::vector<const LogRow*>& rows) {
         std::erase_if(rows, [](const LogRow* row) { return !has_length(*row); });
+        check_standards(rows);
         std::stable_sort(rows.begin(), rows.end(), [](const LogRow* a, const LogRow* b) {
             return std::pair(a->start.type(), a->start.sample) < std::pair(b->start.type(), b->start.sample);
         });
@@ -152,6 +154,18 @@ private:
                 tell_overlap(*row, *furthest);
             if (!furthest || furthest->start.type() != row->start.type() || furthest->end.sample < row->end.sample)
                 furthest = row;
+        }
+    }
+
+    // Events are looked up by frame numbers alone, so rows that count otherwise take events of one another.
+    void check_standards(const std::vector<const LogRow*>& rows) {
+        std::set<label_t> told;
+        for (const LogRow* row : rows) {
+            const LogRow& first = *rows.front();
+            if (row->start.type() == first.start.type() || !told.insert(row->start.type()).second) continue;
+            find(*row, LogProblem::standard_differs,
+                 "reel " + quoted((*row)[LogField::reel]) + " counts " + label_type_to_edlstr(row->start.type()) +
+                     " here and " + label_type_to_edlstr(first.start.type()) + " in " + place_of(first, *row));
         }
     }
 

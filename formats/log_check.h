@@ -15,6 +15,7 @@ enum class LogProblem {
     very_long,
     overlap,
     doubled,
+    standard_differs,
     no_reel,
     reel_cut,
     no_key,

@@ -73,6 +73,19 @@ TEST(LogCheck, OverlapOnAReel) {
     EXPECT_THAT(findings[0].text, HasSubstr("overlaps line 8 on reel \"003\""));
 }
 
+TEST(LogCheck, OneReelCountedInTwoWays) {
+    std::vector<LogRow> rows = read(ale({"FPS\t24"}, columns, {good, next})).rows;
+    const std::vector<Cells> others{{"x", "003", "02:00:00:00", "02:00:10:00", "KJ123456 2000+00", "", ""},
+                                    {"y", "003", "02:00:10:00", "02:00:20:00", "KJ123456 3000+00", "", ""},
+                                    {"z", "004", "02:00:00:00", "02:00:10:00", "KJ123456 4000+00", "", ""}};
+    for (const LogRow& row : read(ale({"FPS\t25"}, columns, others)).rows)
+        rows.push_back(row);
+    const std::vector<LogFinding> findings = check_log(rows);
+    ASSERT_EQ(findings.size(), 1u);
+    EXPECT_EQ(findings[0].problem, LogProblem::standard_differs);
+    EXPECT_THAT(findings[0].text, HasSubstr("reel \"003\" counts 25fps here and 24fps in line 8"));
+}
+
 TEST(LogCheck, OverlapBehindAShorterShotIsFoundToo) {
     const std::vector<LogFinding> findings =
         check({{"a", "R", "01:00:00:00", "01:01:00:00", "KJ123456 1000+00", "", ""},
