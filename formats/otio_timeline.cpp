@@ -146,15 +146,14 @@ Items ChannelAdder::items_of(const Place& place, const Channel& channel) {
     const bool track = schema_of(*place.value) == Schema::track;
     Items items = track ? flattener_.children(place, channel.kind, channel.subtype == fx_subtype)
                         : flattener_.single(place, channel.kind);
-    const Fraction content = length_of(items);
-    const Stretch stretch = track ? stretch_of_track(place, content, context_) : Stretch{Fraction(0), content};
     if (whole_stack_is_off_ || (track && !is_enabled(place))) {
         Items gap(1);
-        gap.front().event.duration = std::min(stretch.to, content) - std::max(stretch.from, Fraction(0));
+        gap.front().event.duration = flattener_.length(place);
         gap.front().event.label = place.text();
         return gap;
     }
     if (!track) return items;
+    const Stretch stretch = stretch_of_track(place, length_of(items), context_);
     warn_of_effects(place, context_);
     add_marks_of_track(place, channel, stretch);
     return trimmed(std::move(items), stretch);
