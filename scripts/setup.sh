@@ -1,7 +1,7 @@
 #!/bin/bash
 # Installs what a build needs on Debian 12, and only what is missing. Needs root, or sudo.
 set -euo pipefail
-packages=(build-essential g++-12 clang-14 libclang-rt-14-dev clang-format-14 cmake ninja-build pkg-config binutils
+packages=(build-essential g++-12 clang-14 libclang-rt-14-dev clang-format-14 cmake ninja-build pkg-config binutils git python3
     rapidjson-dev libcli11-dev libgtest-dev libgmock-dev librapidcheck-dev libbenchmark-dev tzdata)
 
 missing=()
