@@ -70,6 +70,12 @@ void check_files(const CutlistJob& job) {
     if (!job.log.empty()) check_is_log_table(job.log);
 }
 
+void tell_use_of_log(const CutlistJob& job, const EditPtr& edit) {
+    if (job.output.quiet) return;
+    tell_warnings(warnings_of_counting(job.log, edit, job.channel.kind), false);
+    tell_warnings(warnings_of_missing_rows(job.log, beside_report(job.output.report, ".cdb")), false);
+}
+
 } // namespace
 
 int run(const CutlistJob& job) {
@@ -86,8 +92,7 @@ int run(const CutlistJob& job) {
     if (logger.failed()) return exit_failed;
     check_written();
     if (!done) throw JobError(job.edit.path + ": " + subject_of(job) + " holds nothing to list");
-    if (!job.log.empty())
-        tell_warnings(warnings_of_log(job.log, beside_report(job.output.report, ".cdb")), job.output.quiet);
+    if (!job.log.empty()) tell_use_of_log(job, edit);
     return exit_done;
 }
 

@@ -9,7 +9,9 @@
 #include "tool/tool_logger.h"
 
 #include <algorithm>
+#include <cctype>
 #include <climits>
+#include <map>
 #include <set>
 
 namespace tool {
@@ -18,57 +20,60 @@ namespace {
 /// What stands in place of the rolls of an event that has no row.
 constexpr std::string_view no_row = "__NOSHOT";
 
-using Standards = std::set<std::string>;
+/// Characters of a row's reel that are compared.
+constexpr std::size_t reel_compared = 15;
+
+using Names = std::set<std::string>;
 
 std::string text_of(const dbrecord& record, int field) {
     const char* text = record.get_field(static_cast<unsigned short>(field));
     return text ? text : "";
 }
 
-struct Use {
-    int events = 0, without_row = 0;
-    std::set<std::string> reels_without_row;
-    Standards standards; ///< of the events that have a row
-};
-
-Use use_of_log(const recdb& table) {
-    const int event = table.get_fieldnum("event"), roll = table.get_fieldnum("cam_reel"),
-              reel = table.get_fieldnum("src_reelid"), standard = table.get_fieldnum("prim_tc_std");
-    Use use;
-    for (unsigned i = 0; i < table.get_num_records(); ++i) {
-        const dbrecord& record = *table.get_record(i);
-        if (text_of(record, event) == "0") continue;
-        ++use.events;
-        if (text_of(record, roll) == no_row) {
-            ++use.without_row;
-            use.reels_without_row.insert(text_of(record, reel));
-        }
-        if (const std::string text = text_of(record, standard); !text.empty()) use.standards.insert(text);
-    }
-    return use;
+std::string upper_case(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    return text;
 }
 
-Standards standards_of_rows(const std::string& log) {
-    Standards standards;
-    for (const formats::LogRow& row : formats::read_log(log).rows)
-        if (row.start.is_useful()) standards.insert(label_type_to_edlstr(row.start.type()));
-    return standards;
-}
-
-std::string standard_of_edit(const recdb& table) {
-    const char* text = table.get_param_val("edit label_std");
-    return text ? label_type_to_edlstr(TvStd_to_label_type(edlstr_to_tv_standard(text))) : "";
-}
-
-std::string list_of(const std::set<std::string>& names) {
+std::string list_of(const Names& names) {
     std::string list;
     for (const std::string& name : names)
         list += (list.empty() ? "" : ", ") + (name.empty() ? "none" : one_line(name));
     return list;
 }
 
-bool share_one(const Standards& a, const Standards& b) {
-    return std::any_of(a.begin(), a.end(), [&b](const std::string& standard) { return b.count(standard) != 0; });
+void add_standards(const EditPtr& edit, int chan, std::map<std::string, Names>& reels) {
+    const Qb::Ptr<Cel> cel = edit->get_edit_cel_p(chan);
+    for (ce_handle handle = cel->get_start_ceh(); handle.valid(); handle.increment(ce_all)) {
+        const ChannelEvent event = handle.get_channel_event();
+        EditPtr source;
+        if (!event.cookie.isEffect() && !event.cookie.isBlack()) source.i_open(event.cookie, edit_open_default);
+        EditLabel* label = source ? source->getLabel(user_label_timecode, {1, 2}) : nullptr;
+        if (label && label->is_valid())
+            reels[source->getReelId({0, -1}).c_str()].insert(label_type_to_edlstr(label->type()));
+    }
+}
+
+/// How the timecodes of each reel count.
+std::map<std::string, Names> standards_of_reels(const EditPtr& edit, int kind) {
+    Vector<int> channels;
+    edit->getChans(channels, static_cast<unsigned>(kind), 0);
+    std::map<std::string, Names> reels;
+    for (const int chan : channels)
+        add_standards(edit, chan, reels);
+    return reels;
+}
+
+/// How the rows count in which a reel is looked for.
+Names standards_of_rows(const std::vector<formats::LogRow>& rows, const std::string& reel) {
+    Names standards;
+    for (const formats::LogRow& row : rows) {
+        const std::string own = upper_case(row[formats::LogField::reel].substr(0, reel_compared));
+        if (row.start.is_useful() && upper_case(reel).compare(0, own.size(), own) == 0)
+            standards.insert(label_type_to_edlstr(row.start.type()));
+    }
+    return standards;
 }
 
 } // namespace
@@ -80,21 +85,37 @@ void check_is_log_table(const std::string& path) {
         throw JobError(path + ": isn't a logging table; \"quillbrook log import\" makes one of logs");
 }
 
-std::vector<std::string> warnings_of_log(const std::string& log, const std::string& path) {
+std::vector<std::string> warnings_of_counting(const std::string& log, const EditPtr& edit, int kind) {
+    const std::vector<formats::LogRow> rows = formats::read_log(log).rows;
+    std::vector<std::string> warnings;
+    for (const auto& [reel, standards] : standards_of_reels(edit, kind)) {
+        const Names logged = standards_of_rows(rows, reel);
+        const auto is_logged = [&logged = logged](const std::string& standard) { return logged.count(standard) != 0; };
+        if (!logged.empty() && !std::all_of(standards.begin(), standards.end(), is_logged))
+            warnings.push_back(log + ": reel \"" + one_line(reel) + "\" counts " + list_of(logged) + " there and " +
+                               list_of(standards) + " in the edit; numbers found that way are wrong");
+    }
+    return warnings;
+}
+
+std::vector<std::string> warnings_of_missing_rows(const std::string& log, const std::string& path) {
     const recdb table(wide_path(path), INT_MAX, false);
     if (!table.get_valid()) return {};
-    const Use use = use_of_log(table);
-    Standards own = use.standards;
-    if (own.empty()) own.insert(standard_of_edit(table));
-    std::vector<std::string> warnings;
-    const Standards rows = standards_of_rows(log);
-    if (!rows.empty() && !share_one(own, rows))
-        warnings.push_back(log + ": its timecodes count " + list_of(rows) + ", the edit's " + list_of(own) +
-                           "; numbers found that way are wrong");
-    if (use.without_row > 0)
-        warnings.push_back(log + ": no row for " + std::to_string(use.without_row) + " of " +
-                           std::to_string(use.events) + " events; reels: " + list_of(use.reels_without_row));
-    return warnings;
+    const int event = table.get_fieldnum("event"), roll = table.get_fieldnum("cam_reel"),
+              reel = table.get_fieldnum("src_reelid");
+    int events = 0, missing = 0;
+    Names reels;
+    for (unsigned i = 0; i < table.get_num_records(); ++i) {
+        const dbrecord& record = *table.get_record(i);
+        if (text_of(record, event) == "0") continue;
+        ++events;
+        if (text_of(record, roll) != no_row) continue;
+        ++missing;
+        reels.insert(text_of(record, reel));
+    }
+    if (missing == 0) return {};
+    return {log + ": no row for " + std::to_string(missing) + " of " + std::to_string(events) +
+            " events; reels: " + list_of(reels)};
 }
 
 } // namespace tool

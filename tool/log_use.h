@@ -1,6 +1,8 @@
 #pragma once
 // What a cutlist found in its logging table.
 
+#include "host/edit.h"
+
 #include <string>
 #include <vector>
 
@@ -9,8 +11,11 @@ namespace tool {
 /// Throws `JobError` unless the file is a logging table.
 void check_is_log_table(const std::string& path);
 
-/// Warnings about the events of a table (.cdb) that was made with a logging table: those without a row, and
-/// timecodes that count otherwise than the rows.
-std::vector<std::string> warnings_of_log(const std::string& log, const std::string& table);
+/// Warnings about the reels of an edit, on its channels of a kind (1 picture, 2 sound), whose timecodes count otherwise
+/// than the rows of these reels: numbers are looked up by frame numbers alone.
+std::vector<std::string> warnings_of_counting(const std::string& log, const EditPtr& edit, int kind);
+
+/// Warnings about the events of a table (.cdb) that was made with a logging table: those without a row.
+std::vector<std::string> warnings_of_missing_rows(const std::string& log, const std::string& table);
 
 } // namespace tool

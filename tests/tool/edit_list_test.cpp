@@ -107,7 +107,11 @@ TEST_F(EditList, EventsWithoutARowAndOtherCountingsAreWarnedOf) {
     EXPECT_THAT(read("a.cdb"), HasSubstr("KJ1234561000+00\tKJ1234561001+08"));
     const ToolResult other = run({"cutlist", "a.edl", "--rate", "24", "--log", "25.RDB", "-o", "b.txt"});
     EXPECT_EQ(other.status, 0);
-    EXPECT_THAT(other.err, HasSubstr("warning: 25.RDB: its timecodes count 25fps, the edit's 24fps; "));
+    EXPECT_THAT(other.err, HasSubstr("warning: 25.RDB: reel \"A\" counts 25fps there and 24fps in the edit; "));
+    write("df.csv", columns + "1-1,A,01;00;00;00,01;00;10;00,KJ 12 3456-1000+00\n");
+    done({"log", "import", "df.csv", "-o", "df.RDB", "--rate", "29.97"});
+    EXPECT_THAT(run({"cutlist", "a.edl", "--rate", "29.97", "--log", "df.RDB", "-o", "d.txt"}).err,
+                HasSubstr("reel \"A\" counts 30df there and 30fps in the edit"));
     EXPECT_EQ(run({"cutlist", "a.edl", "--rate", "24", "--log", "25.RDB", "-o", "c.txt", "--quiet"}).err, "");
 }
 
