@@ -6,8 +6,6 @@
 #include "reports/cut_s.h"
 #include "reports/cutdb.h"
 
-#include <cstdlib>
-
 namespace {
 
 constexpr const char* chain_before_last_optical = "single-layer effect";
@@ -54,10 +52,7 @@ private:
     bool is_v1_cut(unsigned row) const {
         return row < rows_ && number_in(row, cf_optical_record) == 0 && number_in(row, cf_track) == 1;
     }
-    int number_in(unsigned row, cutdb_field field) const {
-        const char* text = db_.get_record(row)->get_field(static_cast<unsigned short>(field));
-        return text ? std::atoi(text) : 0;
-    }
+    int number_in(unsigned row, cutdb_field field) const { return ::number_in(*db_.get_record(row), field); }
 
     void find_starts() {
         while (optical_ < rows_ && number_in(optical_, cf_optical_record) != 1)

@@ -1,9 +1,7 @@
 #include "cutlist/film_stretch.h"
 
 #include "host/fixed_text.h"
-#include "host/recdb.h"
 #include "reports/frame_math.h"
-#include "reports/number_text.h"
 
 #include <string_view>
 
@@ -50,7 +48,3 @@ void set_transition_out(clip_part& clip, const char* operation, int length) {
 
 full_stretch::full_stretch(const cut_s& event)
     : from(frame_difference(event.edit_in, event.fx_len_in)), to(frame_sum(event.edit_out, event.fx_len_out)) {}
-
-int row_number(const dbrecord& row, int column) {
-    return decimal_number(row.get_field(static_cast<unsigned short>(column)));
-}

@@ -33,6 +33,3 @@ public:
 private:
     unsigned used_ = 0;
 };
-
-/// A number of a row; 0 where there is none.
-int row_number(const dbrecord& row, int column);

@@ -56,8 +56,8 @@ private:
         const unsigned rows = db_.get_num_records();
         for (unsigned index = 0; index < rows; ++index) {
             dbrecord& row = *db_.get_record(index);
-            if (row_number(row, cf_optical_record) == 1) continue;
-            const int track = row_number(row, cf_track);
+            if (number_in(row, cf_optical_record) == 1) continue;
+            const int track = number_in(row, cf_track);
             const bool first = runs_.empty() || runs_.back().track != track;
             if (first) runs_.push_back({track, events_.size(), events_.size()});
             cut_s event;

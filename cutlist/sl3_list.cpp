@@ -26,7 +26,7 @@ public:
         const unsigned rows = db_.get_num_records();
         for (unsigned index = 0; index < rows; ++index) {
             dbrecord& row = *db_.get_record(index);
-            if (row_number(row, cf_optical_record) == 1 || row_number(row, cf_track) != main_track) continue;
+            if (number_in(row, cf_optical_record) == 1 || number_in(row, cf_track) != main_track) continue;
             event_ = cut_s();
             event_.from_record(row);
             lay_event();
@@ -36,7 +36,7 @@ public:
 private:
     void next_optical() {
         const unsigned rows = db_.get_num_records();
-        while (next_row_ < rows && row_number(*db_.get_record(next_row_), cf_optical_record) == 0)
+        while (next_row_ < rows && number_in(*db_.get_record(next_row_), cf_optical_record) == 0)
             ++next_row_;
         no_more_fx_ = next_row_ >= rows;
         if (no_more_fx_) return;

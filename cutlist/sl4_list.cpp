@@ -10,7 +10,7 @@
 namespace {
 
 bool is_listed(const dbrecord& row) {
-    return row_number(row, cf_optical_record) != 1 && row_number(row, cf_clip_cue) != 0;
+    return number_in(row, cf_optical_record) != 1 && number_in(row, cf_clip_cue) != 0;
 }
 
 sl3_rec full_event(const cut_s& event) {

@@ -5,7 +5,6 @@
 #include "reports/cutdb.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace {
 
@@ -19,11 +18,6 @@ struct row_extent {
     int edit_out;
     int latest_out; ///< of this row and those of the track before it
 };
-
-int number_in(const dbrecord& record, cutdb_field field) {
-    const char* text = record.get_field(static_cast<unsigned short>(field));
-    return text ? std::atoi(text) : 0;
-}
 
 // In table order, which is by track and then by edit position.
 Vector<row_extent> upper_cuts(const cutdb& db) {

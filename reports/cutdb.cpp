@@ -105,6 +105,10 @@ cutdb::cutdb(LightweightString<wchar_t> filename, LoggerHandle* log)
     }
 }
 
+int number_in(const dbrecord& row, cutdb_field field) {
+    return decimal_number(row.get_field(static_cast<unsigned short>(field)));
+}
+
 int is_real_reel(const char* reel) { return reel && *reel && !begins_as_word(reel); }
 
 int is_pseudo_reel(const char* reel) { return reel && *reel && begins_as_word(reel); }

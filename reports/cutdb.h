@@ -77,6 +77,9 @@ private:
     LoggerHandle* log_;
 };
 
+/// The whole number in a field of a row; 0 where there is none.
+int number_in(const dbrecord& row, cutdb_field field);
+
 /// Neither empty nor one of the "__" words.
 int is_real_reel(const char* reel);
 /// One of the "__" words, which stand for no roll.

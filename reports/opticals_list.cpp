@@ -5,7 +5,6 @@
 #include "reports/cut_s.h"
 #include "reports/cutdb.h"
 #include "reports/frame_math.h"
-#include "reports/number_text.h"
 #include "reports/optical_drawing.h"
 #include "reports/report_driver.h"
 
@@ -15,11 +14,7 @@ namespace {
 
 constexpr char layer_rule[] = "\n-------------------------------------------------------------------------------\n";
 
-int number(const dbrecord& row, cutdb_field field) {
-    return decimal_number(row.get_field(static_cast<unsigned short>(field)));
-}
-
-bool is_master(const dbrecord& row) { return number(row, cf_optical_record) != 0; }
+bool is_master(const dbrecord& row) { return number_in(row, cf_optical_record) != 0; }
 
 bool is_layered(const cut_s& master) { return master.optical_layer_count > 0; }
 
@@ -28,7 +23,7 @@ class ComponentIndex {
 public:
     explicit ComponentIndex(const recdb& table) {
         for (unsigned index = 0; const dbrecord* row = table.get_record(index); ++index) {
-            if (!is_master(*row)) entries_.push_back({number(*row, cf_optical_ref), index});
+            if (!is_master(*row)) entries_.push_back({number_in(*row, cf_optical_ref), index});
         }
         std::sort(entries_.begin(), entries_.end());
     }
@@ -61,7 +56,7 @@ public:
 
     void draw(unsigned first) {
         for (unsigned index = first; dbrecord* row = table_.get_record(index); ++index) {
-            if (is_master(*row) || number(*row, cf_optical_ref) != master_.optical_ref) return;
+            if (is_master(*row) || number_in(*row, cf_optical_ref) != master_.optical_ref) return;
             cut_report cut;
             load(cut, *row);
             if (!draw_component(cut, table_.get_record(index + 1))) return;
@@ -166,7 +161,7 @@ void print_effect(report& out, const cut_s& effect) {
 unsigned print_effects(report& out, const recdb& table, const cut_s& master, unsigned index) {
     print_effect(out, master);
     for (; dbrecord* row = table.get_record(index); ++index) {
-        if (!is_master(*row) || number(*row, cf_optical_ref) != master.optical_ref) break;
+        if (!is_master(*row) || number_in(*row, cf_optical_ref) != master.optical_ref) break;
         cut_s effect;
         effect.from_record(*row);
         print_effect(out, effect);

@@ -5,7 +5,6 @@
 #include "reports/cutdb.h"
 #include "reports/film_overlap.h"
 #include "reports/frame_math.h"
-#include "reports/number_text.h"
 #include "reports/report_driver.h"
 
 #include <algorithm>
@@ -24,14 +23,11 @@ namespace {
 
 constexpr int unset_frame = 100000000;
 
-int number(const recdb& table, unsigned index, cutdb_field field) {
-    return decimal_number(table.get_record(index)->get_field(static_cast<unsigned short>(field)));
-}
-
 bool is_eligible(const recdb& table, unsigned index) {
-    if (number(table, index, cf_optical_record) == 1) return false;
-    if (number(table, index, cf_track) == 1) return true;
-    return !cutlist_options().pull_match_assembly && number(table, index, cf_optical_ref) != 0;
+    const dbrecord& row = *table.get_record(index);
+    if (number_in(row, cf_optical_record) == 1) return false;
+    if (number_in(row, cf_track) == 1) return true;
+    return !cutlist_options().pull_match_assembly && number_in(row, cf_optical_ref) != 0;
 }
 
 /// Texts that begin with the same characters, as many as a roll's prefix has, are of one roll.
