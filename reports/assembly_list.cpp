@@ -20,19 +20,6 @@ bool is_sound() { return cutlist_options().chan_type == 2; }
 
 bool is_neg_cut_form() { return cutlist_options().pull_match_assembly == 0 && !is_sound(); }
 
-/// The codes of a stretch of film: its first frame whole, its last by the count alone.
-struct CodePair {
-    ListText in;
-    ListText out;
-};
-
-CodePair missing_codes(const char* words) {
-    CodePair codes;
-    put_text(codes.in.text, words);
-    codes.out = codes.in;
-    return codes;
-}
-
 CodePair codes_between(const LabelPoint& in, const LabelPoint& out, double speed) {
     return {point_text(in), last_frame_text(out, speed)};
 }

@@ -128,6 +128,13 @@ ListText last_frame_text(LabelPoint point, double speed, double slack) {
     return out;
 }
 
+CodePair missing_codes(const char* words) {
+    CodePair codes;
+    put_text(codes.in.text, words);
+    codes.out = codes.in;
+    return codes;
+}
+
 ListText speed_text(double speed) {
     ListText out;
     char* const last = out.text + sizeof out.text - 1;

@@ -29,5 +29,12 @@ ListText point_text(LabelPoint point);
 /// The count, without its prefix, of the last frame of film ahead of the exclusive end `point`. `slack` is
 /// added to the samples of that frame before they are cut to a whole number.
 ListText last_frame_text(LabelPoint point, double speed, double slack = 0.0);
+/// The codes of a stretch of film: its first frame whole, its last by the count alone.
+struct CodePair {
+    ListText in;
+    ListText out;
+};
+/// The same words for both, where there are no codes.
+CodePair missing_codes(const char* words);
 /// A speed in two significant digits.
 ListText speed_text(double speed);

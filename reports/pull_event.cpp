@@ -13,20 +13,7 @@ namespace {
 char last_roll[16] = "";
 int last_page = 0;
 
-/// First and last frame of the film to pull.
-struct PullCodes {
-    ListText in;
-    ListText out;
-};
-
-PullCodes missing_codes(const char* words) {
-    PullCodes codes;
-    put_text(codes.in.text, words);
-    codes.out = codes.in;
-    return codes;
-}
-
-PullCodes codes_with_handles(LabelPoint in, LabelPoint out, const cut_report& cut) {
+CodePair codes_with_handles(LabelPoint in, LabelPoint out, const cut_report& cut) {
     const int handle = frame_product(in.cvt()->samples_per_frame(), cutlist_options().pull_handle);
     const bool forward = cut.direction > 0;
     in.set_sample(forward ? frame_difference(in.sample, handle) : frame_sum(in.sample, handle));
@@ -34,12 +21,12 @@ PullCodes codes_with_handles(LabelPoint in, LabelPoint out, const cut_report& cu
     return {point_text(in), last_frame_text(out, cut.speed)};
 }
 
-PullCodes key_codes(const cut_report& cut) {
+CodePair key_codes(const cut_report& cut) {
     if (cut.keycode_missing) return missing_codes("NO KEYKODE");
     return codes_with_handles(cut.cut_key_in, cut.cut_key_out, cut);
 }
 
-PullCodes ink_codes(const cut_report& cut) {
+CodePair ink_codes(const cut_report& cut) {
     if (!cut.cut_ink_in.is_valid()) return missing_codes("NO INKCODE");
     return codes_with_handles(cut.cut_ink_in, cut.cut_ink_out, cut);
 }
@@ -77,9 +64,9 @@ void print_pull_event(report& out, cut_report& cut, int reused, bool first, int 
     const LightweightString<char> shot = toUTF8(cut.shot_name);
     const ListText length = pulled_length(cut);
     const char* const mark = reused ? "**" : "  ";
-    const PullCodes key = key_codes(cut);
+    const CodePair key = key_codes(cut);
     if (cutlist_options().pull_match_assembly || sound) {
-        const PullCodes ink = ink_codes(cut);
+        const CodePair ink = ink_codes(cut);
         out.print("%s\t%.9s\t%.18s\t%s\t%s %s\t%s\n", number.text, roll, shot.c_str(), length.text, mark,
                   sound ? "" : key.in.text, ink.in.text);
         out.print("\t\t\t\t   %s\t%s\n\n", sound ? "" : key.out.text, ink.out.text);
