@@ -121,6 +121,7 @@ public:
         const std::vector<NamedList>& lists;
         Fraction frame; ///< seconds
         bool all_effects;
+        std::vector<std::string>& warnings;
     };
 
     ChannelFiller(const Shared& shared, int channel, bool lowest, bool sound, std::int64_t start)
@@ -138,7 +139,8 @@ private:
     void add_nothing(std::int64_t frames);
     void fill_up_to(std::int64_t time);
     void add_what_it_comes_from(const Clip& clip, bool after_gap);
-    void add_transition(const Clip& clip);
+    /// `room` is the frames of what it leads into.
+    void add_transition(const Clip& clip, std::int64_t room);
     void add_event(const Clip& clip, const PlacedLine& placed, std::string_view name, std::int64_t frames);
     void end_key(const Clip& clip);
 
@@ -171,11 +173,14 @@ void ChannelFiller::add_what_it_comes_from(const Clip& clip, bool after_gap) {
         add_nothing(0);
 }
 
-void ChannelFiller::add_transition(const Clip& clip) {
+void ChannelFiller::add_transition(const Clip& clip, std::int64_t room) {
     TransitionDescription transition;
     transition.name = clip.placed.event->transition_name;
     transition.label = place(clip, clip.line());
-    transition.out_offset = seconds(clip.frames);
+    transition.out_offset = seconds(std::min<std::int64_t>(clip.frames, room));
+    if (clip.frames > room)
+        shared_.warnings.push_back(transition.label + ": the transition is " + std::to_string(clip.frames) +
+                                   " frames long and its event " + std::to_string(room) + "; cut to that");
     if (clip.type == EditType::wipe && !sound_) {
         constexpr int first_reversed = 100;
         transition.kind = TransitionDescription::Kind::wipe;
@@ -209,7 +214,7 @@ void ChannelFiller::add_event(const Clip& clip, const PlacedLine& placed, std::s
 void ChannelFiller::end_key(const Clip& clip) {
     if (clip.frames == 0) return;
     if (!clip.joined) add_event(clip, clip.placed, clip.name, 0);
-    add_transition(clip);
+    add_transition(clip, clip.frames);
     add_nothing(clip.frames);
     now_ += clip.frames;
 }
@@ -221,7 +226,7 @@ void ChannelFiller::add(const Clip& clip) {
     const bool moves = clip.type == EditType::dissolve || clip.type == EditType::wipe || clip.type == EditType::key;
     if (moves && clip.frames > 0) {
         add_what_it_comes_from(clip, after_gap);
-        add_transition(clip);
+        add_transition(clip, clip.placed.out - now_);
     }
     if (clip.black())
         add_nothing(clip.placed.out - now_);
@@ -236,7 +241,8 @@ public:
               bool all_effects, std::vector<std::string>& warnings)
         : lists_(lists), tracks_(tracks), rate_(*description.rate), builder_(std::move(description)),
           sources_(builder_, rate_, warnings),
-          warnings_(warnings), shared_{builder_, sources_, lists, Fraction(rate_.den, rate_.num), all_effects} {}
+          warnings_(warnings), shared_{builder_,    sources_, lists, Fraction(rate_.den, rate_.num),
+                                       all_effects, warnings} {}
 
     EditPtr run();
 

@@ -54,6 +54,14 @@ TEST(Events, AuxiliaryMaterialHasATimecodeButNoReel) {
     EXPECT_EQ(reel_at(result.edit, 0, 0), "");
 }
 
+TEST(Events, DissolveLongerThanItsEventIsCutAndTold) {
+    const formats::ReadResult result = read("001  A V C     01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
+                                            "002  B V D 030 02:00:00:00 02:00:01:00 10:00:01:00 10:00:02:00\n");
+    EXPECT_THAT(result.warnings,
+                ElementsAre("a.edl: line 2: the transition is 30 frames long and its event 24; cut to that"));
+    EXPECT_EQ(drawn(result.edit, 0), "0-24 A@01:00:00:00 | 24-48 diss | 48-48 B@02:00:01:00");
+}
+
 TEST(Events, DissolveBeginsAtTheRecordInOfItsSecondLine) {
     EXPECT_EQ(channel("001  A V C     01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
                       "002  A V C     01:00:01:00 01:00:01:00 10:00:01:00 10:00:01:00\n"
