@@ -6,7 +6,7 @@ import sys
 
 sys.dont_write_bytecode = True
 
-from make import desert, ferry, ferryman, harbour, heron, market, newsroom, reel  # noqa: E402
+from make import desert, ferry, ferryman, harbour, heron, lantern, market, newsroom, reel  # noqa: E402
 from make.otio import write, write_text  # noqa: E402
 
 EXAMPLES = {
@@ -17,6 +17,7 @@ EXAMPLES = {
     "25fps/market.otio": market,
     "29.97df/newsroom.otio": newsroom,
     "23.976/ferry.otio": ferry,
+    "opticals/lantern.otio": lantern,
 }
 
 

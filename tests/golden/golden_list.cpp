@@ -36,6 +36,8 @@ embedded::settings_block options_of(const List& list, const EditPtr& edit, const
     block.set("pull_match_assembly", list.neg_cut ? "0" : "1");
     block.set("edit_units", list.frames ? "1" : "0");
     block.set("output_file", stem + ".txt");
+    for (const char* type : {"fsl_type1_file", "fsl_type2_file", "fsl_type3_file", "fsl_type4_file"})
+        block.set(type, list.single_layer ? "1" : "0");
     return block;
 }
 
@@ -87,7 +89,15 @@ std::vector<List> all_lists() {
     lists.push_back({"reel", "reel", "-a1-timecode", sound, 1, false, false, true});
     lists.push_back({"29.97df", "newsroom", "-a1", sound, 1});
     lists.push_back({"29.97df", "newsroom", "-a1-timecode", sound, 1, false, false, true});
+    lists.push_back({"opticals", "lantern", "", 1, 1, false, false, false, true});
+    lists.push_back({"opticals", "lantern", "-neg", 1, 1, true});
+    lists.push_back({"opticals", "lantern", "-frames", 1, 1, false, true});
     return lists;
+}
+
+std::vector<std::string> extensions_of(const List& list) {
+    if (!list.single_layer) return {".cdb", ".txt"};
+    return {".cdb", ".txt", ".sl1", ".sl2", ".sl3", ".sl4"};
 }
 
 std::string examples_folder() { return QUILLBROOK_SOURCE_DIR "/examples"; }

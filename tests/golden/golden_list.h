@@ -18,6 +18,7 @@ struct List {
     bool neg_cut = false;
     bool frames = false;
     bool by_timecode = false;
+    bool single_layer = false; ///< the four single-layer lists too
 
     std::string name() const { return edit + suffix; }
 };
@@ -34,7 +35,10 @@ std::string examples_folder();
 /// `examples/FOLDER/expected/NAME`, without extension.
 std::string expected_stem(const List& list);
 
-/// Makes `stem`.cdb and `stem`.txt. False when that fails, the reason is on stderr.
+/// The extensions of the files that a list is made of.
+std::vector<std::string> extensions_of(const List& list);
+
+/// Makes `stem` with each of its extensions. False when that fails, the reason is on stderr.
 bool make_list(const List& list, const std::string& stem);
 
 /// What the reader has to say of an example's edit: its error or its warnings, one a line.

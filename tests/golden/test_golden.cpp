@@ -40,7 +40,7 @@ TEST_P(ExampleList, IsMadeByteForByte) {
     const ScratchDirectory scratch;
     const std::string stem = scratch.file(GetParam().name());
     ASSERT_TRUE(make_list(GetParam(), stem));
-    for (const char* extension : {".cdb", ".txt"}) {
+    for (const std::string& extension : extensions_of(GetParam())) {
         if (is_updating()) update(stem + extension, expected_stem(GetParam()) + extension);
         expect_same_file(stem + extension, expected_stem(GetParam()) + extension);
     }
@@ -64,7 +64,7 @@ TEST(ExampleEdits, AreWhatTheScriptWrites) {
 TEST(ExampleFolders, HoldNoListThatNobodyMakes) {
     std::vector<std::string> known;
     for (const List& list : all_lists())
-        for (const char* extension : {".cdb", ".txt"})
+        for (const std::string& extension : extensions_of(list))
             known.push_back(fs::path(expected_stem(list) + extension).lexically_normal().string());
     for (const List& list : all_lists())
         for (const auto& entry : fs::directory_iterator(fs::path(expected_stem(list)).parent_path()))
