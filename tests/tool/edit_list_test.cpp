@@ -184,4 +184,61 @@ TEST_F(EditList, NumbersThroughALogFollowTheCadenceOfItsTape) {
     }
 }
 
+/// A clip of 48 frames at 24, from frame `from` of the day, as an .otio file says it.
+std::string clip(int from, const std::string& effects = "") {
+    const auto range = [](int start, int length) {
+        return R"({"OTIO_SCHEMA": "TimeRange.1", "start_time": {"OTIO_SCHEMA": "RationalTime.1", "rate": 24, "value": )" +
+               std::to_string(start) + R"(}, "duration": {"OTIO_SCHEMA": "RationalTime.1", "rate": 24, "value": )" +
+               std::to_string(length) + "}}";
+    };
+    return R"({"OTIO_SCHEMA": "Clip.1", "name": "1-1", "source_range": )" + range(from, 48) + R"(, "effects": [)" +
+           effects + R"(], "media_reference": {"OTIO_SCHEMA": "ExternalReference.1", "name": "1-1", )" +
+           R"("target_url": "1-1", "available_range": )" + range(86400, 1440) +
+           R"(, "metadata": {"quillbrook": {"reel": "A"}}}})";
+}
+
+/// The table's records without their cookies.
+std::vector<std::string> records_without_cookies(const std::string& table) {
+    constexpr int cookie_field = 32;
+    std::vector<std::string> records;
+    std::istringstream lines(table);
+    for (std::string line; std::getline(lines, line);) {
+        std::istringstream fields(line);
+        std::string record, field;
+        for (int i = 0; std::getline(fields, field, '\t'); ++i)
+            if (i != cookie_field) record += field + '|';
+        if (line.find('\t') != std::string::npos) records.push_back(record);
+    }
+    return records;
+}
+
+// 1-1 from 01:00:10:00, a dissolve of a second to it at 01:00:20:00, and it again from 01:00:30:00 run backward.
+TEST_F(EditList, SameCutAsAnOtherKindOfFileGivesTheSameRecords) {
+    const std::string rest = R"(, "metadata": {}, "tracks": {"OTIO_SCHEMA": "Stack.1", "children": [)"
+                             R"({"OTIO_SCHEMA": "Track.1", "kind": "Video", "children": [)";
+    const std::string dissolve =
+        R"(, {"OTIO_SCHEMA": "Transition.1", "name": "X", "transition_type": "SMPTE_Dissolve", "in_offset": )"
+        R"({"OTIO_SCHEMA": "RationalTime.1", "rate": 24, "value": 0}, "out_offset": )"
+        R"({"OTIO_SCHEMA": "RationalTime.1", "rate": 24, "value": 24}}, )";
+    write("a.otio", R"({"OTIO_SCHEMA": "Timeline.1", "name": "a", "global_start_time": )"
+                    R"({"OTIO_SCHEMA": "RationalTime.1", "rate": 24, "value": 864000})" +
+                        rest + clip(86640) + dissolve + clip(86880) + ", " +
+                        clip(87120, R"({"OTIO_SCHEMA": "LinearTimeWarp.1", "time_scalar": -1})") + "]}]}}");
+    write("b.edl", "001  A V C     01:00:10:00 01:00:12:00 10:00:00:00 10:00:02:00\n* FROM CLIP NAME: 1-1\n"
+                   "002  A V C     01:00:12:00 01:00:12:00 10:00:02:00 10:00:02:00\n"
+                   "002  A V D 024 01:00:20:00 01:00:22:00 10:00:02:00 10:00:04:00\n* EFFECT NAME: X\n"
+                   "* FROM CLIP NAME: 1-1\n* TO CLIP NAME: 1-1\n"
+                   "003  A V C     01:00:30:00 01:00:32:00 10:00:04:00 10:00:06:00\n* FROM CLIP NAME: 1-1\n"
+                   "M2   A  -024.0  01:00:30:00\n");
+    write("a.csv", "Name,Reel,Start,End,Key\n1-1,A,01:00:00:00,01:01:00:00,KJ 12 3456-1000+00\n");
+    done({"log", "import", "a.csv", "-o", "a.RDB", "--rate", "24"});
+    done({"cutlist", "a.otio", "--log", "a.RDB", "-o", "a.txt"});
+    done({"cutlist", "b.edl", "--rate", "24", "--log", "a.RDB", "-o", "b.txt"});
+    EXPECT_EQ(records_without_cookies(read("a.cdb")), records_without_cookies(read("b.cdb")));
+    // 240 frames are 15 numbers; 21 seconds 504 frames, 31 numbers and 8; 31:23 767, 47 and 15.
+    for (const char* numbers :
+         {"KJ1234561015+00\tKJ1234561018+00", "KJ1234561031+08\tKJ1234561033+00", "KJ1234561047+15\tKJ1234561044+15"})
+        EXPECT_THAT(read("b.cdb"), HasSubstr(numbers));
+}
+
 } // namespace
