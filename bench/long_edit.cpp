@@ -27,12 +27,21 @@ std::string media(int roll) {
                    roll, roll, roll, 123456 + roll, roll * 3 + 1, roll % 5 + 1);
 }
 
+constexpr int effect_every = 20;
+constexpr int reuse_every = 5;
+
+int length_of(int index) { return shortest + index * 13 % 90; }
+
 // Clips of a roll advance through it, so that most material is used once and some again.
-std::string clip(int index) {
-    const int roll = index * 7 % rolls;
-    const int start = 86400 * (roll % 23) + 100 + index * 37 % 40000;
+std::string clip(int index, int material) {
+    const int roll = material * 7 % rolls;
+    const int start = 86400 * (roll % 23) + 100 + material * 37 % 40000;
     return printed(R"({"OTIO_SCHEMA":"Clip.1","name":"shot %d","source_range":)", index) +
-           range(start, shortest + index * 13 % 90) + R"(,"media_reference":)" + media(roll) + '}';
+           range(start, length_of(index)) + R"(,"media_reference":)" + media(roll) + '}';
+}
+
+std::string gap(int length, const std::string& effects) {
+    return R"({"OTIO_SCHEMA":"Gap.1","source_range":)" + range(0, length) + R"(,"effects":[)" + effects + "]}";
 }
 
 std::string dissolve() {
@@ -40,18 +49,43 @@ std::string dissolve() {
            R"(,"out_offset":)" + time(8) + '}';
 }
 
-} // namespace
+/// The last of every five events repeats the one four before it.
+int material_of(int index) { return index % reuse_every == reuse_every - 1 ? index - reuse_every + 1 : index; }
 
-std::string long_edit(int events) {
+std::string picture(int events, bool reuse) {
     std::string children;
     for (int i = 0; i < events; ++i) {
         if (i > 0) children += i % 10 == 0 ? ",\n" + dissolve() + ",\n" : std::string(",\n");
-        children += clip(i);
+        children += clip(i, reuse ? material_of(i) : i);
     }
+    return R"({"OTIO_SCHEMA":"Track.1","kind":"Video","name":"V1","children":[)" + children + "]}";
+}
+
+std::string effects_over(int events) {
+    const std::string effect = R"({"OTIO_SCHEMA":"Effect.1","name":"Superimpose","effect_name":"Superimpose",)"
+                               R"("metadata":{"quillbrook":{"tracks":[0]}}})";
+    std::string children;
+    for (int i = 0; i < events; ++i) {
+        if (i > 0) children += ",\n";
+        children += gap(length_of(i), i % effect_every == effect_every / 4 ? effect : "");
+    }
+    return R"({"OTIO_SCHEMA":"Track.1","kind":"Video","name":"FX","metadata":{"quillbrook":{"subtype":8}},)"
+           R"("children":[)" +
+           children + "]}";
+}
+
+std::string timeline(const std::string& tracks) {
     return R"({"OTIO_SCHEMA":"Timeline.1","name":"Long edit","global_start_time":)" + time(86400) +
-           R"(,"tracks":{"OTIO_SCHEMA":"Stack.1","children":[)"
-           R"({"OTIO_SCHEMA":"Track.1","kind":"Video","name":"V1","children":[)" +
-           children + "]}]}}\n";
+           R"(,"tracks":{"OTIO_SCHEMA":"Stack.1","children":[)" + tracks + "]}}\n";
+}
+
+} // namespace
+
+std::string long_edit(int events) { return timeline(picture(events, false)); }
+
+std::string long_optical_edit(int records) {
+    const int events = records * effect_every / (effect_every + 1);
+    return timeline(picture(events, true) + ",\n" + effects_over(events));
 }
 
 } // namespace bench

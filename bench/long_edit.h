@@ -9,4 +9,8 @@ namespace bench {
 /// dissolve at every tenth cut. The text is the same for the same number.
 std::string long_edit(int events);
 
+/// The same with opticals: `records` rows of a table in all, of which one goes to the effect on an FX track that lies
+/// over every 20th event. Every fifth event repeats a stretch of film that was used before.
+std::string long_optical_edit(int records);
+
 } // namespace bench
