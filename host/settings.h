@@ -98,6 +98,9 @@ class ArrayRec;
 /// The host's container of records.
 class Array {
 public:
+    Array() = default;
+    Array(const Array&) = delete;
+    Array& operator=(const Array&) = delete;
     virtual ~Array();
     virtual void printOn(GrowString& out) const;
     /// Takes the record over and puts it at `index`.
