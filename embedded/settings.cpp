@@ -133,6 +133,19 @@ void Array::insertDatum(ArrayRec* record, unsigned index) {
 
 void Array::appendDatum(ArrayRec* record) { records_.push_back(record); }
 
+int Array::find(const ArrayRec& record) const {
+    for (unsigned index = 0; index < size(); ++index)
+        if (*records_[index] == record) return static_cast<int>(index) + 1;
+    return 0;
+}
+
+void Array::add(ArrayRec* record) {
+    unsigned place = size();
+    while (sorted_ && place > 0 && records_[place - 1]->compare(*record) > 0)
+        --place;
+    insertDatum(record, place);
+}
+
 void Array::replaceDatum(unsigned index, ArrayRec* record) {
     if (index >= size()) {
         appendDatum(record);

@@ -109,11 +109,19 @@ public:
     /// Deletes the record at `index` and takes the new one over in its place.
     virtual void replaceDatum(unsigned index, ArrayRec* record);
 
+    /// Keeps the records that `add` brings in the order of their compare.
+    void sorted(bool on) { sorted_ = on; }
+    /// The place, from 1, of the first record that equals `record`; 0 if there is none.
+    int find(const ArrayRec& record) const;
+    /// Takes the record over and puts it in its place, behind its equals, or at the end.
+    void add(ArrayRec* record);
+
     unsigned size() const { return static_cast<unsigned>(records_.size()); }
     ArrayRec* operator[](unsigned index) const { return records_[index]; }
 
 private:
     Vector<ArrayRec*> records_;
+    bool sorted_ = false;
 };
 
 class ArrayRec {

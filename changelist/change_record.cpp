@@ -1,0 +1,245 @@
+#include "changelist/change_record.h"
+
+#include "changelist/chgdb.h"
+#include "host/fixed_text.h"
+#include "reports/frame_math.h"
+#include "reports/number_text.h"
+
+#include <cmath>
+#include <strings.h>
+
+namespace {
+
+constexpr double speed_tolerance = 0.01;
+constexpr int code_chars = 19;
+constexpr int timecode_chars = 14;
+constexpr int standard_chars = 11;
+constexpr int shot_name_chars = 1023;
+constexpr int four_digits = 4;
+
+void read_number(const dbrecord& row, chgdb_field field, std::int32_t& number) {
+    if (const char* text = row.get_field(static_cast<unsigned short>(field))) number = decimal_number(text);
+}
+
+template <std::size_t N> void read_text(const dbrecord& row, chgdb_field field, char (&text)[N]) {
+    row.in_field(field, text, static_cast<int>(N) - 1);
+}
+
+template <int Chars> void read_point(const dbrecord& row, chgdb_field field, LabelPoint& point) {
+    char text[Chars + 1] = {};
+    row.in_field(field, text, Chars);
+    point.set_sample(text);
+}
+
+void read_ink(const dbrecord& row, chgdb_field field, LabelPoint& point) {
+    char text[code_chars + 1] = "";
+    row.in_field(field, text, code_chars);
+    if (*text) {
+        point.set_sample(text);
+    } else {
+        point = get_invalid_label()->get_label_point(0);
+    }
+}
+
+void write_text(dbrecord& row, chgdb_field field, const char* text) { row.set_field(field, text, true); }
+
+void write_point(dbrecord& row, chgdb_field field, LabelPoint point) { write_text(row, field, point.get_string()); }
+
+int step_of(const LabelPoint& point) { return point.is_valid() ? point.cvt()->samples_per_frame() : 1; }
+
+// Film frames that an event covers, one past its last. A held frame covers one.
+int frames_covered(const ChangeRecord& record) {
+    if (!record.varispeed()) return record.edit_length;
+    const int covered = whole_part(std::ceil(std::fabs(record.edit_length * record.speed)) + 0.002);
+    return covered < 1 && record.edit_length != 0 ? 1 : covered;
+}
+
+int frames_to_last(const ChangeRecord& record) {
+    if (!record.varispeed()) return frame_difference(record.edit_length, 1);
+    return whole_part(std::fabs(record.edit_length * record.speed) + 0.002);
+}
+
+int sample_after(const ChangeRecord& record, int start, int step, int frames) {
+    const int span = frame_product(step, frames);
+    return record.speed < 0 ? frame_difference(start, span) : frame_sum(start, span);
+}
+
+} // namespace
+
+ChangeRecord::ChangeRecord(label_t film_std) {
+    clear();
+    keycode_in.set_type(film_std);
+    keycode_out.set_type(film_std);
+    inkcode_in.set_type(label_t_to_ink_label_t(film_std));
+    inkcode_out.set_type(label_t_to_ink_label_t(film_std));
+    bracket_in.set_type(film_std);
+    bracket_out.set_type(film_std);
+}
+
+void ChangeRecord::clear() {
+    event1 = subevent1 = relpos1 = event2 = subevent2 = relpos2 = optical = 0;
+    old_edit_in = old_reel_seq = edit_in = reel_seq = edit_length = 0;
+    fx_len1 = fx_len2 = xref_recnum = 0;
+    keycode_missing = 1;
+    speed = 0;
+    for (char* text : {record_type, cam_reel, scene, take, description, fx_op1, fx_op2, fx_name2, fx_pos})
+        *text = '\0';
+    shot_name = LightweightString<wchar_t>();
+    const LabelPoint blank = get_invalid_label()->get_label_point(0);
+    for (LabelPoint* point :
+         {&keycode_in, &keycode_out, &inkcode_in, &inkcode_out, &prim_tc_in, &prim_tc_out, &bracket_in, &bracket_out})
+        *point = blank;
+}
+
+void ChangeRecord::read(const dbrecord& row) {
+    read_number(row, hf_edit_in, edit_in);
+    read_number(row, hf_edit_length, edit_length);
+    if (const char* text = row.get_field(hf_speed)) speed = floating_number(text);
+    read_number(row, hf_keycode_missing, keycode_missing);
+    if (keycode_missing) {
+        keycode_in.modify_count_length(four_digits);
+        keycode_out.modify_count_length(four_digits);
+    }
+    read_point<code_chars>(row, hf_keycode_in, keycode_in);
+    read_point<code_chars>(row, hf_keycode_out, keycode_out);
+    read_ink(row, hf_inkcode_in, inkcode_in);
+    read_ink(row, hf_inkcode_out, inkcode_out);
+    read_number(row, hf_event1, event1);
+    read_number(row, hf_event2, event2);
+    read_number(row, hf_subevent1, subevent1);
+    read_number(row, hf_subevent2, subevent2);
+    read_number(row, hf_optical, optical);
+    read_text(row, hf_record_type, record_type);
+    read_number(row, hf_old_edit_in, old_edit_in);
+    read_text(row, hf_cam_reel, cam_reel);
+    char name[shot_name_chars + 1] = "";
+    row.in_field(hf_shot_name, name, shot_name_chars);
+    shot_name = fromUTF8(name, -1);
+    read_text(row, hf_scene, scene);
+    read_text(row, hf_take, take);
+    read_text(row, hf_description, description);
+    read_text(row, hf_fx_op1, fx_op1);
+    read_text(row, hf_fx_op2, fx_op2);
+    read_text(row, hf_fx_name2, fx_name2);
+    read_text(row, hf_fx_pos, fx_pos);
+    read_number(row, hf_fx_len1, fx_len1);
+    read_number(row, hf_fx_len2, fx_len2);
+    read_number(row, hf_xref_recnum, xref_recnum);
+    read_number(row, hf_relpos1, relpos1);
+    read_number(row, hf_relpos2, relpos2);
+    read_number(row, hf_reel_seq, reel_seq);
+    read_number(row, hf_old_reel_seq, old_reel_seq);
+
+    char standard[standard_chars + 1] = "";
+    row.in_field(hf_prim_tc_std, standard, standard_chars);
+    prim_tc_in.set_type(edlstr_to_label_type(standard));
+    prim_tc_out.set_type(prim_tc_in.type());
+    read_point<timecode_chars>(row, hf_prim_tc_in, prim_tc_in);
+    read_point<timecode_chars>(row, hf_prim_tc_out, prim_tc_out);
+    read_point<code_chars>(row, hf_bracket_in, bracket_in);
+    read_point<code_chars>(row, hf_bracket_out, bracket_out);
+}
+
+void ChangeRecord::write(dbrecord& row) const {
+    row.set_field(hf_edit_in, edit_in);
+    row.set_field(hf_edit_length, edit_length);
+    row.set_field(hf_speed, speed);
+    write_point(row, hf_keycode_in, keycode_in);
+    write_point(row, hf_keycode_out, keycode_out);
+    row.set_field(hf_keycode_missing, keycode_missing);
+    if (inkcode_in.is_valid()) write_point(row, hf_inkcode_in, inkcode_in);
+    if (inkcode_out.is_valid()) write_point(row, hf_inkcode_out, inkcode_out);
+    row.set_field(hf_event1, event1);
+    row.set_field(hf_event2, event2);
+    row.set_field(hf_subevent1, subevent1);
+    row.set_field(hf_subevent2, subevent2);
+    row.set_field(hf_optical, optical);
+    write_text(row, hf_record_type, record_type);
+    row.set_field(hf_old_edit_in, old_edit_in);
+    write_text(row, hf_cam_reel, cam_reel);
+    write_text(row, hf_shot_name, toUTF8(shot_name).c_str());
+    write_text(row, hf_scene, scene);
+    write_text(row, hf_take, take);
+    write_text(row, hf_description, description);
+    write_text(row, hf_fx_op1, fx_op1);
+    write_text(row, hf_fx_op2, fx_op2);
+    write_text(row, hf_fx_name2, fx_name2);
+    write_text(row, hf_fx_pos, fx_pos);
+    row.set_field(hf_fx_len1, fx_len1);
+    row.set_field(hf_fx_len2, fx_len2);
+    row.set_field(hf_xref_recnum, xref_recnum);
+    row.set_field(hf_relpos1, relpos1);
+    row.set_field(hf_relpos2, relpos2);
+    row.set_field(hf_reel_seq, reel_seq);
+    row.set_field(hf_old_reel_seq, old_reel_seq);
+    write_point(row, hf_prim_tc_in, prim_tc_in);
+    write_point(row, hf_prim_tc_out, prim_tc_out);
+    write_text(row, hf_prim_tc_std, label_type_to_edlstr(prim_tc_in.type()));
+    write_point(row, hf_bracket_in, bracket_in);
+    write_point(row, hf_bracket_out, bracket_out);
+}
+
+int ChangeRecord::key_step() const { return step_of(keycode_in); }
+
+int ChangeRecord::ink_step() const { return step_of(inkcode_in); }
+
+bool ChangeRecord::varispeed() const { return !same_speed(speed, 1.0); }
+
+int ChangeRecord::key_in() const { return keycode_in.is_valid() ? keycode_in.sample : 0; }
+
+int ChangeRecord::ink_in() const { return inkcode_in.is_valid() ? inkcode_in.sample : 0; }
+
+int ChangeRecord::key_end() const {
+    return keycode_in.is_valid() ? sample_after(*this, key_in(), key_step(), frames_covered(*this)) : 0;
+}
+
+int ChangeRecord::ink_end() const {
+    return inkcode_in.is_valid() ? sample_after(*this, ink_in(), ink_step(), frames_covered(*this)) : 0;
+}
+
+int ChangeRecord::key_last() const {
+    return keycode_in.is_valid() ? sample_after(*this, key_in(), key_step(), frames_to_last(*this)) : 0;
+}
+
+int ChangeRecord::ink_last() const {
+    return inkcode_in.is_valid() ? sample_after(*this, ink_in(), ink_step(), frames_to_last(*this)) : 0;
+}
+
+int ChangeRecord::key_span() const { return frame_product(key_step(), edit_length); }
+
+void ChangeRecord::set_key_in(int sample) {
+    if (keycode_in.is_valid()) keycode_in.set_sample(sample);
+}
+
+void ChangeRecord::set_ink_in(int sample) {
+    if (inkcode_in.is_valid()) inkcode_in.set_sample(sample);
+}
+
+void ChangeRecord::set_outs() {
+    keycode_out = keycode_in;
+    keycode_out.set_sample(key_last());
+    inkcode_out = inkcode_in;
+    inkcode_out.set_sample(ink_last());
+}
+
+bool same_event(const ChangeRecord& a, const ChangeRecord& b) {
+    return same_speed(a.speed, b.speed) && a.keycode_in == b.keycode_in && a.edit_length == b.edit_length &&
+           strcasecmp(a.cam_reel, b.cam_reel) == 0;
+}
+
+bool overlaps(const ChangeRecord& a, const ChangeRecord& b) {
+    if (strcasecmp(a.keycode_in.get_prefix(), b.keycode_in.get_prefix()) != 0) return false;
+    if (strcasecmp(a.cam_reel, b.cam_reel) != 0) return false;
+    if (a.varispeed()) {
+        if (!same_speed(a.speed, b.speed)) return false;
+        if (a.speed < 0) return a.key_end() < b.key_in() && a.key_in() > b.key_end();
+    }
+    return a.key_in() < b.key_end() && a.key_end() > b.key_in();
+}
+
+bool is_filler(const LabelPoint& point) {
+    const char* prefix = point.get_prefix();
+    return prefix[0] == '_' && prefix[1] == '_';
+}
+
+bool same_speed(double a, double b) { return std::fabs(a - b) <= speed_tolerance; }

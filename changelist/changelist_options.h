@@ -1,0 +1,31 @@
+#pragma once
+// The options of a change run.
+
+#include "host/edit.h"
+#include "host/text.h"
+
+class configb;
+
+/// All options, with the values that they have when the library is loaded. A key that a block lacks keeps its
+/// member, but for the units.
+struct ChangelistOptions {
+    int summary_list = 0;
+    int pull_list = 0; ///< the list of new material
+    int verbose_list = 0;
+    int dissolve_list = 0; ///< the list of transitions; a sound cutlist clears it
+    int bench_list = 0;
+    unsigned use_scene_take = 0;
+    bool show_edge_codes = true;
+    int units_frames = 1; ///< exactly one of the three is set
+    int units_feet = 0;
+    int units_timecode = 0;
+    unsigned chan_type = 1; ///< 1 picture, anything else sound
+    unsigned chan_num = 0;  ///< from 0
+    Cookie old_cookie;
+    Cookie new_cookie;
+};
+
+/// The record of the run in progress; it outlives the run.
+ChangelistOptions& changelist_options();
+
+void read_changelist_options(const configb& block);

@@ -1,0 +1,48 @@
+#pragma once
+// What a run leaves for those who ask for its steps: both cuts as film, what matched, and the steps of both lists.
+
+#include "changelist/chgdb.h"
+#include "quillbrook/changelist.h"
+
+/// A stretch of film as it lies on a reel.
+struct CutEvent {
+    LabelPoint key_in;
+    LabelPoint ink_in;
+    char cam_reel[10] = "";
+    double speed = 1.0;
+    int missing = 0; ///< it has no real key number
+    int reel = 0;
+    int frame = 0; ///< its first frame, as its cutlist has it
+    int length = 0;
+    LightweightString<wchar_t> shot_name;
+    char scene[30] = "";
+    char take[30] = "";
+};
+
+/// A piece that is in both cuts, as the analysis cut it.
+struct MatchedPiece {
+    int old_reel = 0;
+    int old_frame = 0;
+    int new_reel = 0;
+    int new_frame = 0;
+    int length = 0;
+};
+
+struct KeptRun {
+    Vector<CutEvent> old_cut; ///< by reel and frame, without opticals
+    Vector<CutEvent> new_cut;
+    Vector<MatchedPiece> matched;
+    Vector<change_step> detailed;
+    Vector<change_step> bench;
+};
+
+KeptRun& kept_run();
+
+/// The events of a flattened cut, by reel and frame. Shows all rows of the table when done.
+void keep_cut(chgdb& events, Vector<CutEvent>& cut);
+/// The pieces of `changes` that are in both cuts; to be called before they are classified.
+void keep_matches(chgdb& changes, Vector<MatchedPiece>& matched);
+/// The steps of the detailed list, by step. To be called once they are numbered; leaves the table as it is.
+void keep_detailed_steps(chgdb& changes, Vector<change_step>& steps);
+/// Plans the bench list's steps out of both cuts and what matched.
+void plan_bench_steps(KeptRun& run);

@@ -1,0 +1,89 @@
+#pragma once
+// Changelists: from the cutlists of an old and a new edit to what has to be done to the cutting copy.
+
+#include "host/labels.h"
+#include "host/settings.h"
+#include "host/text.h"
+#include "quillbrook/export.h"
+
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+/// One pair a reel, in order: the old cutlist file and the new one. A side with fewer reels is filled up with
+/// ".CDB", which ends it.
+using changelist_reels = std::vector<std::pair<LightweightString<wchar_t>, LightweightString<wchar_t>>>;
+
+/// Compares two cuts by key number and prints what changed into `report_file`.
+///
+/// `config` holds the keys that `changelist_option_keys` lists; one that the block lacks keeps its value of the
+/// run before, but for the units of length. At most 49 reels a side. Two working files, "oldcut__.chg" and
+/// "newcut__.chg", stay in the lists directory.
+///
+/// Null when the report was made, otherwise the text of the error, which stays good until the next call and
+/// isn't the caller's. `log` is told the progress. One run at a time in a process. Raises no exception.
+QUILLBROOK_API const char* mr_make_changelist(changelist_reels& reels, const LightweightString<wchar_t>& report_file,
+                                              configb* config, LoggerHandle& log);
+
+/// One key of the options block.
+struct changelist_option_key {
+    const char* name; ///< null behind the last
+    bool is_text;     ///< text, else a whole number
+    bool is_list;     ///< a list to print, where not 0
+};
+
+/// All keys, static.
+QUILLBROOK_API const changelist_option_key* changelist_option_keys();
+
+/// The two lists that tell what to do step by step.
+enum change_list : std::int32_t {
+    detailed_changes = 0, ///< "DETAILED LIST OF CHANGES"
+    bench_changes = 1,    ///< "BENCH LIST"
+};
+
+enum change_action : std::int32_t {
+    change_remove = 0,  ///< film leaves the cut
+    change_pick_up = 1, ///< film leaves its place, to be put down by another step
+    change_put_down = 2,
+    change_insert = 3, ///< new film
+};
+
+/// One thing to do at the bench.
+struct change_step {
+    std::int32_t step = 0; ///< its number in the list, from 1
+    change_action action = change_remove;
+    std::int32_t reel = 0;             ///< from 1
+    std::int32_t position = 0;         ///< frames from the reel's start, on the film as it then stands
+    std::int32_t printed_position = 0; ///< as the list prints it
+    std::int32_t length = 0;           ///< frames
+    std::int32_t other_step = 0;       ///< where picked up film goes, where put down film comes from; else 0
+    std::int32_t reel_length = -1;     ///< frames of the reel after the step; -1 where the list doesn't tell
+    LabelPoint first_key;
+    LabelPoint last_key;
+    LabelPoint first_ink; ///< invalid where there is none
+    LabelPoint last_ink;
+    double speed = 1.0;
+    char cam_reel[10] = "";
+    LightweightString<wchar_t> shot_name;
+    char scene[30] = "";
+    char take[30] = "";
+    std::int32_t old_reel = 0; ///< where the film lay in the old cut; reel 0 for new film
+    std::int32_t old_frame = 0;
+};
+
+/// The steps of the last run that succeeded, in order; they stay good until the next run. The bench list has
+/// steps whether it was printed or not.
+QUILLBROOK_API const change_step* change_steps(change_list list, unsigned& count);
+
+/// What came of carrying steps out.
+struct change_proof {
+    bool proved = false;
+    std::int32_t steps = 0;    ///< carried out
+    std::int32_t step = 0;     ///< the one at which film and list part; 0 where no step put the film there
+    std::int32_t reel = 0;     ///< where they part
+    std::int32_t position = 0; ///< frames from the start of that reel as it stands
+    char reason[200] = "";     ///< what is wrong there, a sentence without its full stop
+};
+
+/// Carries the steps of the last run out on the old cut, in order, and holds what comes of it against the new.
+QUILLBROOK_API change_proof prove_change_steps(change_list list);
