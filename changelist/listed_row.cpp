@@ -18,7 +18,7 @@ constexpr int digits_of_missing_key = 4;
 
 /// A field cut to the length that its column holds.
 template <int Chars> struct FieldText {
-    char text[Chars + 1] = "";
+    char text[Chars + 1] = {};
 
     FieldText(const dbrecord& row, chgdb_field field) { row.in_field(field, text, Chars); }
 };

@@ -14,11 +14,11 @@ protected:
         options().summary_list = options().pull_list = options().verbose_list = options().dissolve_list = 1;
     }
 
-    std::string reports(int page_length = 2000) {
+    std::string reports(int page_length = 2000, int margin = 4) {
         return printed([&](report& out) {
             out.page_length = page_length;
             out.passthrough = 1;
-            out.top_margin = out.bottom_margin = 4;
+            out.top_margin = out.bottom_margin = margin;
             write_change_reports(out, table, new_events, logger);
             margins = {out.top_margin,   out.bottom_margin, out.left_margin,
                        out.right_margin, out.page_width,    out.passthrough};
@@ -53,6 +53,15 @@ TEST_F(ReportOrderTest, OnlyWhatIsAskedForIsPrinted) {
     EXPECT_FALSE(has(text, "SUMMARY") || has(text, "DETAILED") || has(text, "TRANSITIONS"));
 }
 
+TEST_F(ReportOrderTest, TheBenchListComesLast) {
+    ask_for_all();
+    EXPECT_FALSE(has(reports(), "BENCH LIST"));
+    options().bench_list = 1;
+    const std::string text = reports();
+    EXPECT_LT(text.find("TRANSITIONS IN NEW SEQUENCE:"), text.find("BENCH LIST"));
+    EXPECT_TRUE(has(text, "BENCH LIST"));
+}
+
 TEST_F(ReportOrderTest, SoundHasNoListOfTransitions) {
     ask_for_all();
     change_run().sound_list = 1;
@@ -65,14 +74,14 @@ TEST_F(ReportOrderTest, SetsUpThePage) {
 }
 
 TEST_F(ReportOrderTest, AVeryShortPageKeepsItsMargins) {
-    reports(3);
-    EXPECT_EQ(margins, (std::vector<int>{4, 4, 2, 2, 130, 0}));
+    reports(3, 0);
+    EXPECT_EQ(margins, (std::vector<int>{0, 0, 2, 2, 130, 0}));
 }
 
 TEST_F(ReportOrderTest, FollowingPagesHaveARuleAndNoHeading) {
     options().summary_list = 1;
-    // The banner takes 8 lines from line 4 on.
-    EXPECT_TRUE(has(reports(13), ("Track: V1\n<FF>\n" + rule()).c_str()));
+    // The banner takes 9 lines from line 4 on, and the last of 14 is kept free.
+    EXPECT_TRUE(has(reports(14), ("Track: V1\n<FF>\n" + rule()).c_str()));
 }
 
 #endif
