@@ -7,6 +7,7 @@
 #include "reports/frame_math.h"
 #include "reports/report.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace {

@@ -7,6 +7,7 @@
 #include "reports/frame_math.h"
 
 #include <cstdio>
+#include <cstring>
 
 namespace {
 
