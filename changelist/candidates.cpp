@@ -62,7 +62,8 @@ struct Overlap {
     }
 
     bool misses(const SpanBounds& bounds) const {
-        return bounds.key_in.low > latest_in || bounds.key_end.high < least_end;
+        return bounds.key_in.low > latest_in || bounds.key_end.high < least_end ||
+               (!all_normal(bounds.speed) && !may_be_same_speed(bounds.speed, x.speed));
     }
     bool takes_all(const SpanBounds& bounds) const {
         return bounds.key_in.high <= latest_in && bounds.key_end.low >= least_end && speed_matters_not(bounds.speed);
@@ -72,10 +73,11 @@ struct Overlap {
         return y.key_in() <= latest_in && y.key_end() >= least_end && overlaps(y, x);
     }
 
-    /// All are of normal speed, or of a speed like the event's.
+    static bool all_normal(const Bounds<double>& speeds) {
+        return same_speed(speeds.low, 1.0) && same_speed(speeds.high, 1.0);
+    }
     bool speed_matters_not(const Bounds<double>& speeds) const {
-        return (same_speed(speeds.low, 1.0) && same_speed(speeds.high, 1.0)) ||
-               (same_speed(speeds.low, x.speed) && same_speed(speeds.high, x.speed));
+        return all_normal(speeds) || (same_speed(speeds.low, x.speed) && same_speed(speeds.high, x.speed));
     }
 };
 
