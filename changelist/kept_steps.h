@@ -7,13 +7,13 @@
 /// A stretch of film as it lies on a reel.
 struct CutEvent {
     LabelPoint key_in;
-    LabelPoint ink_in;
+    LabelPoint ink_in; ///< invalid where there is none
     char cam_reel[10] = "";
     double speed = 1.0;
-    int missing = 0; ///< it has no real key number
+    int missing = 0; ///< not 0: it has no real key number
     int reel = 0;
-    int frame = 0; ///< its first frame, as its cutlist has it
-    int length = 0;
+    int frame = 0;  ///< its first frame, as its cutlist has it
+    int length = 0; ///< frames
     LightweightString<wchar_t> shot_name;
     char scene[30] = "";
     char take[30] = "";
@@ -36,13 +36,16 @@ struct KeptRun {
     Vector<change_step> bench;
 };
 
+/// The run that succeeded last, or is in progress; one a process.
 KeptRun& kept_run();
 
-/// The events of a flattened cut, by reel and frame. Shows all rows of the table when done.
-void keep_cut(chgdb& events, Vector<CutEvent>& cut);
+// What keeps reads the rows that a table shows, and leaves their order, tags and view alone.
+
+/// The events of a flattened cut, by reel and frame. To be called while the table shows all its rows.
+void keep_cut(const chgdb& events, Vector<CutEvent>& cut);
 /// The pieces of `changes` that are in both cuts; to be called before they are classified.
-void keep_matches(chgdb& changes, Vector<MatchedPiece>& matched);
-/// The steps of the detailed list, by step. To be called once they are numbered; leaves the table as it is.
-void keep_detailed_steps(chgdb& changes, Vector<change_step>& steps);
+void keep_matches(const chgdb& changes, Vector<MatchedPiece>& matched);
+/// The steps of the detailed list, by step. To be called once they are numbered.
+void keep_detailed_steps(const chgdb& changes, Vector<change_step>& steps);
 /// Plans the bench list's steps out of both cuts and what matched.
 void plan_bench_steps(KeptRun& run);

@@ -1,0 +1,105 @@
+#include "changelist/bench_list.h"
+
+#include "changelist/changelist_options.h"
+#include "changelist/run_state.h"
+#include "host/fixed_text.h"
+#include "reports/frame_math.h"
+
+#include <cstdio>
+#include <string_view>
+
+namespace {
+
+constexpr std::size_t name_chars = 16;
+
+constexpr int bench_stops[] = {1, 8, 14, 24, 46, 56, 77, 92, 110, 0};
+
+constexpr char shot_heads[] = "\t  Step\t Reel\t      At\t Do This\t  Length\t First/Last KEY\t First/Last INK"
+                              "\t Shot Name\t    Reel\n"
+                              "\t\t\t    Feet\t\t    Feet\t\t\t\t  Length";
+constexpr char take_heads[] = "\t  Step\t Reel\t      At\t Do This\t  Length\t First/Last KEY\t First/Last INK"
+                              "\t Scene\t    Reel\n"
+                              "\t\t\t    Feet\t\t    Feet\t\t\t Take\t  Length";
+
+struct Words {
+    char text[48] = "";
+};
+
+/// Frames as feet and frames of the film.
+Words feet(int frames) {
+    LabelPoint point(0, label_t_to_foot_label_t(change_run().old_side.film_std));
+    point.set_sample(frame_product(point.cvt()->samples_per_frame(), frames));
+    Words words;
+    put_text(words.text, point.get_string());
+    return words;
+}
+
+Words code(LabelPoint point) {
+    Words words;
+    put_text(words.text, point.get_string());
+    return words;
+}
+
+Words action(const change_step& step) {
+    Words words;
+    switch (step.action) {
+    case change_remove:
+        put_text(words.text, "DELETE");
+        break;
+    case change_pick_up:
+        std::snprintf(words.text, sizeof words.text, "PICK UP  TO %d", step.other_step);
+        break;
+    case change_put_down:
+        std::snprintf(words.text, sizeof words.text, "PUT DOWN FROM %d", step.other_step);
+        break;
+    case change_insert:
+        put_text(words.text, "INSERT");
+        break;
+    }
+    return words;
+}
+
+LightweightString<char> short_name(const change_step& step) {
+    return toUTF8(LightweightString<wchar_t>(step.shot_name.view().substr(0, name_chars)));
+}
+
+/// What the film is called: on the first line its scene or its name, on the second its take.
+struct Names {
+    LightweightString<char> first;
+    LightweightString<char> second;
+};
+
+Names names_of(const change_step& step) {
+    if (!changelist_options().use_scene_take) return {short_name(step), {}};
+    return {LightweightString<char>(std::string_view(step.scene).substr(0, name_chars)),
+            LightweightString<char>(std::string_view(step.take).substr(0, name_chars))};
+}
+
+void print_step(report& out, const change_step& step) {
+    const Names names = names_of(step);
+    out.need_lines(2);
+    out.print("\t %5d\t %4d\t %07d\t %s\t %07d", step.step, step.reel, step.position, action(step).text, step.length);
+    out.print("\t %s\t %s\t %s\t %07d\n", code(step.first_key).text, code(step.first_ink).text, names.first.c_str(),
+              step.reel_length);
+    out.print("\t\t\t %s\t\t %s", feet(step.position).text, feet(step.length).text);
+    out.print("\t %s\t %s\t %s\t %s\n", code(step.last_key).text, code(step.last_ink).text, names.second.c_str(),
+              feet(step.reel_length).text);
+}
+
+} // namespace
+
+void write_bench_list(report& out, const KeptRun& run) {
+    out.tab_stops = bench_stops;
+    out.print("\n\n\n\n\n\n");
+    out.print("BENCH LIST:\n\n");
+    out.print("%s", changelist_options().use_scene_take ? take_heads : shot_heads);
+    out.plain_rule();
+    out.print("\n");
+    if (run.bench.empty()) {
+        out.print("\tTHERE ARE NO CHANGES TO MAKE\n");
+        return;
+    }
+    for (const change_step& step : run.bench)
+        print_step(out, step);
+    out.plain_rule();
+}
