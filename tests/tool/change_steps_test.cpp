@@ -47,16 +47,26 @@ bool has_one_of_types(const JsonValue& value, const JsonValue& types) {
     return false;
 }
 
+bool is_one_of(const JsonValue& value, const JsonValue& choices) {
+    for (const JsonValue& choice : choices.GetArray())
+        if (value == choice) return true;
+    return false;
+}
+
 class SchemaCheck {
 public:
     explicit SchemaCheck(const JsonValue& schema) : root_(schema) {}
 
     void check(const JsonValue& value, const JsonValue& schema, const std::string& at) {
         if (json_member(schema, "$ref")) return check(value, *json_member(*json_member(root_, "$defs"), "step"), at);
-        if (const JsonValue* types = json_member(schema, "type")) EXPECT_TRUE(has_one_of_types(value, *types)) << at;
-        if (const JsonValue* only = json_member(schema, "const")) EXPECT_TRUE(value == *only) << at;
-        if (const JsonValue* choices = json_member(schema, "enum")) check_choice(value, *choices, at);
-        if (const JsonValue* least = json_member(schema, "minimum")) EXPECT_GE(value.GetInt(), least->GetInt()) << at;
+        const JsonValue* types = json_member(schema, "type");
+        const JsonValue* only = json_member(schema, "const");
+        const JsonValue* choices = json_member(schema, "enum");
+        const JsonValue* least = json_member(schema, "minimum");
+        EXPECT_TRUE(!types || has_one_of_types(value, *types)) << at;
+        EXPECT_TRUE(!only || value == *only) << at;
+        EXPECT_TRUE(!choices || is_one_of(value, *choices)) << at;
+        EXPECT_TRUE(!least || value.GetInt() >= least->GetInt()) << at;
         if (value.IsObject()) check_members(value, schema, at);
         if (value.IsArray())
             for (const JsonValue& item : value.GetArray())
@@ -64,12 +74,6 @@ public:
     }
 
 private:
-    static void check_choice(const JsonValue& value, const JsonValue& choices, const std::string& at) {
-        bool found = false;
-        for (const JsonValue& choice : choices.GetArray())
-            found = found || value == choice;
-        EXPECT_TRUE(found) << at;
-    }
     void check_members(const JsonValue& value, const JsonValue& schema, const std::string& at) {
         for (const JsonValue& name : json_member(schema, "required")->GetArray())
             EXPECT_TRUE(value.HasMember(name)) << at << " lacks " << json_string(&name);
