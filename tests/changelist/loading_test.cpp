@@ -182,7 +182,8 @@ TEST_F(LoadingCutlists, AShotWithoutANameIsNamedByWhatItIs) {
     EXPECT_EQ(name_of(2), "");
 }
 
-// A dissolve of 25 lies 12 frames in the one event and 13 in the other.
+//     |-- out --|  dissolve 24  |-- in --|      stored
+//     |------ out ------|------ in ------|      cut
 TEST_F(LoadingCutlists, PictureIsWidenedOverItsTransitions) {
     const Shot out{.frame = 0, .length = 100, .out_op = "DO", .out_length = 24};
     const Shot in{.frame = 500, .length = 50, .in_op = "DI", .in_length = 24};
@@ -190,7 +191,7 @@ TEST_F(LoadingCutlists, PictureIsWidenedOverItsTransitions) {
     EXPECT_EQ(row(0).edit_length, 112);
     EXPECT_EQ(row(0).fx_len2, 12);
     EXPECT_STREQ(row(0).fx_op2, "DO");
-    EXPECT_EQ(row(1).edit_in, 88);
+    EXPECT_EQ(row(1).edit_in, 112);
     EXPECT_EQ(row(1).edit_length, 62);
     EXPECT_EQ(row(1).fx_len1, 12);
     ASSERT_EQ(load({{.frame = 0, .length = 100, .out_op = "FO", .out_length = 24}}), nullptr);
