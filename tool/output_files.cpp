@@ -23,7 +23,8 @@ std::string folder_of(const std::string& path) {
 bool same_file(const std::string& a, const std::string& b) {
     std::error_code ignored;
     if (fs::equivalent(a, b, ignored)) return true;
-    return fs::weakly_canonical(a, ignored) == fs::weakly_canonical(b, ignored);
+    // Of a relative name nothing would be resolved while its first folder or file is missing.
+    return fs::weakly_canonical(fs::absolute(a), ignored) == fs::weakly_canonical(fs::absolute(b), ignored);
 }
 
 void check_named(const char* option, const std::string& path) {

@@ -232,7 +232,7 @@ TEST_F(Changelist, ErrorsOfTheComparisonAreOneLine) {
     write("empty.cdb", cut_table({}));
     write("negative.cdb", cut_table({lamp}, {{"cutlist_type", "neg-cut"}}));
     write("sound.cdb", cut_table({lamp}, {{"channel", "A01"}}));
-    write("narrow.cdb", cut_table({lamp}, {{"film label_std", "16mm"}}));
+    write("narrow.cdb", cut_table({lamp}, {{"film label_std", "35mm-3p"}}));
     const auto against = [](const std::string& name) {
         return std::vector<std::string>{"changelist", "--old", "old.cdb", "--new", name, "-o", "a.txt", "--quiet"};
     };
