@@ -21,7 +21,7 @@ struct Shot {
     double speed = 1.0;
     std::string cam_reel = "A001";
     int ink = -1; ///< frame of its first ink number; -1: none
-    std::string in_op, out_op;
+    std::string in_op = "", out_op = "";
     int in_length = 0, out_length = 0;
     int special = 0;
     int missing = 0;
