@@ -216,6 +216,33 @@ TEST_F(ChangeSteps, ProofSpeaksOfTheListsThatAreAskedFor) {
     EXPECT_EQ(said("changes"), "changes: proved, 0 steps\n");
 }
 
+TEST_F(ChangeSteps, FailedProofTellsWhereAndLeavesAllFiles) {
+    CutShot head = lamp, second = wick, third = street, last{"KN222222", 320, 8};
+    head.length = 16;
+    second.length = third.length = 8;
+    write_cuts({head, second, third, last}, {second, last, head, third});
+    const ToolResult result = change({"--prove", "--json", "a.json", "--lists", "changes,bench"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_EQ(result.err, "");
+    EXPECT_THAT(result.out, MatchesRegex("changes: after all 4 steps reel 1 differs from the new cut at frame 8: .+\n"
+                                         "bench: proved, [0-9]+ steps\n"));
+    EXPECT_THAT(result.out.substr(0, result.out.find('\n')), Not(HasSubstr("proved")));
+    EXPECT_THAT(read("a.txt"), HasSubstr("DETAILED LIST"));
+    EXPECT_THAT(read("a.json"), StartsWith("{\n"));
+    EXPECT_EQ(change({"--prove", "--lists", "bench"}).status, 0);
+}
+
+TEST_F(ChangeSteps, FailedProofNamesTheStepWhereThereIsOne) {
+    write("a1.cdb", cut_table({lamp}));
+    write("a2.cdb", cut_table({wick, street}));
+    write("b1.cdb", cut_table({wick}));
+    write("b2.cdb", cut_table({street}));
+    const ToolResult result = run(
+        {"changelist", "--old", "a1.cdb", "a2.cdb", "--new", "b1.cdb", "b2.cdb", "-o", "a.txt", "--quiet", "--prove"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.out, MatchesRegex("changes: step 3 parts from the new cut at reel 1, frame -48: .+\n"));
+}
+
 TEST_F(ChangeSteps, ProofChangesNothingThatIsPrinted) {
     write_cuts({lamp, wick, street}, {street, lamp, wick});
     change({"--json", "a.json", "--lists", "changes,bench"});
