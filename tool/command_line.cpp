@@ -87,7 +87,7 @@ CLI::App* add_print(CLI::App& app, Values& values) {
 void add_change_lists(CLI::App& command, ChangeSwitches& changes) {
     command
         .add_option("--lists", changes.lists,
-                    "Only these lists: summary, new, changes, transitions; bench, which stands alone or with others")
+                    "Only these lists: summary, new, changes, transitions, bench; by default all but bench")
         ->type_name("LIST,...")
         ->allow_extra_args(false);
     command.add_option("--units", changes.units, "Lengths and positions in frames, feet or timecode")
