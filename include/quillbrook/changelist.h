@@ -71,7 +71,7 @@ struct change_step {
     std::int32_t old_frame = 0;
 };
 
-/// The steps of the last run that succeeded, in order; they stay good until the next run. The bench list has
+/// The steps of the last run, in order; none where it failed. They stay good until the next run. The bench list has
 /// steps whether it was printed or not.
 QUILLBROOK_API const change_step* change_steps(change_list list, unsigned& count);
 

@@ -1,0 +1,171 @@
+// The entry: its two sets of reels, its options and its errors.
+
+#include "changelist/cutlist_set.h"
+#include "tests/changelist/cut_files.h"
+
+#include <string>
+
+namespace {
+
+using namespace changelist_test;
+
+using ChangelistEntry = ChangelistTest;
+
+const Cut one_shot = {{.frame = 0, .length = 100}};
+const Cut longer_shot = {{.frame = 0, .length = 120}};
+
+TEST_F(ChangelistEntry, AnEmptyListIsRefusedWithoutReadingTheOptions) {
+    block.set("chg_summary_list", "1");
+    EXPECT_EQ(run({}, {}), "No edits in list\n");
+    EXPECT_EQ(changelist_options().summary_list, 0);
+}
+
+TEST_F(ChangelistEntry, ASideWithoutReelsIsRefused) {
+    const std::string a = write("a.cdb", one_shot);
+    EXPECT_EQ(run({a}, {}), "Error in reel count\n");
+    EXPECT_EQ(run({}, {a}), "Error in reel count\n");
+}
+
+TEST_F(ChangelistEntry, OnlyThePlainUpperCaseWordEndsASide) {
+    ask_for_all();
+    const std::string a = write("a.cdb", one_shot);
+    EXPECT_EQ(run({".cdb"}, {a}), "Unable to read CUTDB database .cdb");
+}
+
+TEST_F(ChangelistEntry, TheWordInTheMiddleEndsOneSideAndTheOtherGoesOn) {
+    ask_for_all();
+    const std::string a = write("a.cdb", one_shot);
+    EXPECT_EQ(run({a, ".CDB", a}, {a, a, a}), "");
+    EXPECT_EQ(change_run().reel_max, 3);
+    EXPECT_EQ(change_run().multi_reel, 1);
+    EXPECT_EQ(change_run().old_side.reel_start[1], 100);
+    EXPECT_EQ(change_run().old_side.reel_start[49], 100);
+    EXPECT_EQ(change_run().new_side.reel_start[1], 100);
+    EXPECT_EQ(change_run().new_side.reel_start[3], 300);
+}
+
+TEST_F(ChangelistEntry, UnitsThatAreNotGivenAreFramesWhateverTheLastRunChose) {
+    ask_for_all();
+    block.set("chg_lengthunits", "1");
+    const std::string in_feet = changes(one_shot, longer_shot);
+    EXPECT_NE(in_feet.find("0006+04"), std::string::npos);
+    block = embedded::settings_block();
+    const std::string in_frames = changes(one_shot, longer_shot);
+    EXPECT_EQ(in_frames.find("0006+04"), std::string::npos);
+    EXPECT_NE(in_frames.find("0000100"), std::string::npos);
+    EXPECT_EQ(changelist_options().units_frames, 1);
+}
+
+TEST_F(ChangelistEntry, UnitsAboveOneAreTimecode) {
+    ask_for_all();
+    block.set("chg_lengthunits", "7");
+    EXPECT_NE(changes(one_shot, longer_shot).find("00:00:04:04"), std::string::npos);
+    EXPECT_EQ(changelist_options().units_timecode, 1);
+    EXPECT_EQ(changelist_options().units_feet + changelist_options().units_frames, 0);
+}
+
+TEST_F(ChangelistEntry, TheVeryFirstRunShowsKeyColumns) {
+    ask_for_all();
+    EXPECT_NE(changes(one_shot, longer_shot).find("First/Last KEY"), std::string::npos);
+}
+
+TEST_F(ChangelistEntry, KeyColumnsThatWereTurnedOffStayOff) {
+    ask_for_all();
+    block.set("chg_showedgecodes", "0");
+    changes(one_shot, longer_shot);
+    block = embedded::settings_block();
+    EXPECT_EQ(changes(one_shot, longer_shot).find("First/Last KEY"), std::string::npos);
+}
+
+TEST_F(ChangelistEntry, TransitionsStayOffAfterSoundUntilAskedForAgain) {
+    ask_for_all();
+    const Header sound{.channel = "A05"};
+    EXPECT_EQ(run({write("a.cdb", one_shot, sound)}, {write("b.cdb", longer_shot, sound)}), "");
+    block = embedded::settings_block();
+    EXPECT_EQ(changes(one_shot, longer_shot).find("TRANSITIONS"), std::string::npos);
+    block.set("chg_dissolve_list", "1");
+    EXPECT_NE(changes(one_shot, longer_shot).find("TRANSITIONS IN NEW SEQUENCE:"), std::string::npos);
+}
+
+TEST_F(ChangelistEntry, WithoutAListNothingIsMade) {
+    EXPECT_EQ(run({write("a.cdb", one_shot)}, {write("b.cdb", longer_shot)}), "No reports have been requested!\n");
+    EXPECT_FALSE(std::filesystem::exists(scratch.file("changes.txt")));
+}
+
+TEST_F(ChangelistEntry, TakesFortyNineReelsASideAndNoMore) {
+    ask_for_all();
+    const std::string a = write("a.cdb", one_shot);
+    EXPECT_EQ(run(std::vector<std::string>(49, a), {a}), "");
+    EXPECT_EQ(run(std::vector<std::string>(50, a), {a}), "maximum cutting-copy reel count exceeded\n");
+    EXPECT_EQ(run({a}, std::vector<std::string>(50, a)), "maximum cutting-copy reel count exceeded\n");
+}
+
+TEST_F(ChangelistEntry, AReportThatCannotBeMadeIsToldOf) {
+    ask_for_all();
+    const std::string a = write("a.cdb", one_shot);
+    changelist_reels reels{{wide(a), wide(a)}};
+    const char* error = mr_make_changelist(reels, wide(scratch.file("none/changes.txt")), &block, logger);
+    EXPECT_STREQ(error, "ERROR: Couldn't create changelist report file\n");
+}
+
+TEST_F(ChangelistEntry, WorkingFilesThatCannotBeKeptAreToldOf) {
+    ask_for_all();
+    embedded::set_lists_directory(scratch.file("none"));
+    const std::string a = write("a.cdb", one_shot);
+    EXPECT_EQ(run({a}, {a}), "Error opening the changelist database files\n");
+    embedded::set_lists_directory(scratch.path());
+}
+
+TEST(CutlistSets, ARecordWithAReelBelowOneIsNotValid) {
+    const CutlistSetRec none(L"a.cdb", 0);
+    EXPECT_EQ(none.valid, 0);
+    EXPECT_EQ(none.reel, 1);
+    const CutlistSetRec third(L"a.cdb", 3);
+    EXPECT_EQ(third.valid, 1);
+    EXPECT_EQ(third.reel, 3);
+    EXPECT_EQ(third.subreel, 1);
+}
+
+TEST(CutlistSets, RecordsOrderByReelThenByPart) {
+    const CutlistSetRec first(L"b.cdb", 1);
+    const CutlistSetRec second(L"a.cdb", 2);
+    CutlistSetRec part(L"c.cdb", 1);
+    part.subreel = 2;
+    EXPECT_EQ(first.compare(second), -1);
+    EXPECT_EQ(second.compare(first), 1);
+    EXPECT_EQ(first.compare(part), -1);
+    EXPECT_EQ(first.compare(CutlistSetRec(L"other.cdb", 1)), 0);
+}
+
+TEST(CutlistSets, ADoubledOrInvalidReelIsRefused) {
+    CutlistSet set;
+    EXPECT_EQ(set.add_reel(new CutlistSetRec(L"b.cdb", 2)), nullptr);
+    EXPECT_EQ(set.add_reel(new CutlistSetRec(L"a.cdb", 1)), nullptr);
+    EXPECT_STREQ(set.add_reel(new CutlistSetRec(L"c.cdb", 2)), "Error in reel number assignment\n");
+    EXPECT_STREQ(set.add_reel(new CutlistSetRec(L"d.cdb", 0)), "Error in reel number assignment\n");
+    ASSERT_EQ(set.size(), 2U);
+    EXPECT_EQ(set.reel(0).reel, 1);
+    EXPECT_EQ(set.reel(1).reel, 2);
+}
+
+TEST(CutlistSets, AreNotPrinted) {
+    GrowString text;
+    CutlistSet().printOn(text);
+    CutlistSetRec(L"a.cdb", 1).printOn(text);
+    EXPECT_STREQ(text.c_str(), "printOn not supportedprintOn not supported");
+}
+
+TEST_F(ChangelistEntry, TheOptionKeysAreListed) {
+    int lists = 0;
+    int texts = 0;
+    int all = 0;
+    for (const changelist_option_key* key = changelist_option_keys(); key->name; ++key, ++all) {
+        lists += key->is_list;
+        texts += key->is_text;
+    }
+    EXPECT_EQ(all, 12);
+    EXPECT_EQ(lists, 5);
+    EXPECT_EQ(texts, 2);
+}
+
+} // namespace

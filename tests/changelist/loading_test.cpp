@@ -1,0 +1,248 @@
+// Cutlists on their way into the table that is compared.
+
+#include "changelist/change_record.h"
+#include "changelist/load_cutlists.h"
+#include "tests/changelist/cut_files.h"
+
+#include <memory>
+
+namespace {
+
+using namespace changelist_test;
+
+class LoadingCutlists : public ChangelistTest {
+protected:
+    const char* load(const std::vector<std::string>& files) {
+        CutlistSet set;
+        for (std::size_t reel = 0; reel < files.size(); ++reel)
+            set.add_reel(new CutlistSetRec(wide(files[reel]), static_cast<int>(reel) + 1));
+        const char* error =
+            load_cutlist_set(side.reel_start, side.reel_label, &side.film_std, wide(chg_file()), set, logger);
+        table = std::make_unique<chgdb>(wide(chg_file()), &logger);
+        return error;
+    }
+    /// The only reel's file.
+    const char* load(const Cut& cut, const Header& header = {}) { return load({write("cut.cdb", cut, header)}); }
+
+    std::string chg_file() const { return scratch.file("cut.chg"); }
+
+    ChangeRecord row(unsigned index) const {
+        ChangeRecord record(table->film_std());
+        record.read(*table->get_record(index));
+        return record;
+    }
+    std::string name_of(unsigned index) const { return toUTF8(row(index).shot_name).c_str(); }
+    const char* text(unsigned index, chgdb_field field) const {
+        const char* found = table->get_record(index)->get_field(field);
+        return found ? found : "";
+    }
+
+    ChangeSide side;
+    std::unique_ptr<chgdb> table;
+};
+
+const Cut two_shots = {{.frame = 0, .length = 100}, {.frame = 500, .length = 50}};
+
+TEST_F(LoadingCutlists, TheTableHoldsTheEventsInOrderAndIsSaved) {
+    ASSERT_EQ(load(two_shots), nullptr);
+    ASSERT_TRUE(table->get_valid());
+    ASSERT_EQ(table->get_num_records(), 2U);
+    EXPECT_EQ(row(1).edit_in, 100);
+    EXPECT_EQ(row(1).edit_length, 50);
+    EXPECT_EQ(row(1).reel_seq, 1);
+    EXPECT_STREQ(text(0, hf_keycode_in), "KJ1234560000+00");
+    EXPECT_STREQ(text(0, hf_keycode_out), "KJ1234560006+03");
+    EXPECT_STREQ(text(0, hf_prim_tc_in), "00:00:00:00");
+    EXPECT_STREQ(text(0, hf_prim_tc_out), "00:00:04:04");
+    EXPECT_STREQ(text(0, hf_prim_tc_std), "24fps");
+}
+
+TEST_F(LoadingCutlists, OneReelsLengthStandsAtEveryPlaceBehindIt) {
+    ASSERT_EQ(load(two_shots), nullptr);
+    EXPECT_EQ(side.reel_start[0], 0);
+    EXPECT_EQ(side.reel_start[1], 150);
+    EXPECT_EQ(side.reel_start[49], 150);
+}
+
+TEST_F(LoadingCutlists, TheSecondPlaceIsTheFirstReelsLengthWithTwo) {
+    const std::string reel = write("cut.cdb", two_shots);
+    ASSERT_EQ(load({reel, reel}), nullptr);
+    EXPECT_EQ(side.reel_start[1], 150);
+    EXPECT_EQ(side.reel_start[2], 300);
+    EXPECT_EQ(row(2).reel_seq, 2);
+    EXPECT_EQ(row(2).edit_in, 0);
+}
+
+TEST_F(LoadingCutlists, NeighboursBracketAnEvent) {
+    ASSERT_EQ(load({{.frame = 0, .length = 100}, black(10), {.frame = 500, .length = 50}}), nullptr);
+    EXPECT_STREQ(text(0, hf_bracket_in), "");
+    EXPECT_STREQ(text(0, hf_bracket_out), "");
+    EXPECT_STREQ(text(1, hf_bracket_in), "KJ1234560006+03");
+    EXPECT_STREQ(text(1, hf_bracket_out), "KJ1234560031+04");
+    EXPECT_STREQ(text(2, hf_bracket_in), "__BLACK_0000+09");
+    EXPECT_STREQ(text(2, hf_bracket_out), "");
+}
+
+TEST_F(LoadingCutlists, ANeighbourOfFilmClosesTheBracket) {
+    ASSERT_EQ(load(two_shots), nullptr);
+    EXPECT_STREQ(text(0, hf_bracket_out), "KJ1234560031+04");
+    EXPECT_STREQ(text(1, hf_bracket_in), "KJ1234560006+03");
+}
+
+TEST_F(LoadingCutlists, ACutlistForANegativeCutIsRefused) {
+    EXPECT_STREQ(load(two_shots, {.type = "neg-cut"}), "The cutlist was made for a NEG-CUT - must be a CUTTING-COPY");
+}
+
+TEST_F(LoadingCutlists, WhatCannotBeComparedIsRefusedByItsName) {
+    const std::string name = "CUTDB <" + scratch.file("cut.cdb") + ">";
+    EXPECT_EQ(load(two_shots, {.film = "35mm-9p"}), name + " has an invalid film label standard");
+    EXPECT_EQ(load(two_shots, {.mixed = "1"}), name + " has mixed film gauges - unsuitable for changelists");
+    EXPECT_EQ(load(two_shots, {.film = "24fps"}),
+              name + " - cannot currently generate changelists with this film gauge");
+}
+
+TEST_F(LoadingCutlists, ARefusalLeavesTheWorkingFileOfBefore) {
+    ASSERT_EQ(load(two_shots), nullptr);
+    const std::string before = bytes_of_file(chg_file());
+    ASSERT_NE(load({{.frame = 7, .length = 9}}, {.type = "neg-cut"}), nullptr);
+    EXPECT_EQ(bytes_of_file(chg_file()), before);
+}
+
+TEST_F(LoadingCutlists, PictureAndSoundAreNotCompared) {
+    ASSERT_EQ(load(two_shots, {.channel = "V00"}), nullptr);
+    EXPECT_STREQ(load(two_shots, {.channel = "A05"}), "Cutlists were made for different picture/sound tracks");
+    change_run() = ChangeRun();
+    ASSERT_EQ(load(two_shots, {.channel = "A05"}), nullptr);
+    EXPECT_STREQ(load(two_shots, {.channel = ""}), "Cutlists were made for different picture/sound tracks");
+}
+
+TEST_F(LoadingCutlists, TheChannelTextNamesTheTrack) {
+    ASSERT_EQ(load(two_shots, {.channel = "A05"}), nullptr);
+    EXPECT_EQ(change_run().sound_list, 1);
+    EXPECT_EQ(change_run().sound_track, 5);
+    change_run() = ChangeRun();
+    ASSERT_EQ(load(two_shots, {.channel = "a17"}), nullptr);
+    EXPECT_EQ(change_run().sound_track, 1);
+    for (const char* picture : {"V99", "", "v02"}) {
+        change_run() = ChangeRun();
+        ASSERT_EQ(load(two_shots, {.channel = picture}), nullptr);
+        EXPECT_EQ(change_run().sound_list, 0) << picture;
+        EXPECT_EQ(change_run().sound_track, 0) << picture;
+    }
+}
+
+TEST_F(LoadingCutlists, ASoundListClearsTheListOfTransitions) {
+    changelist_options().dissolve_list = 1;
+    ASSERT_EQ(load(two_shots, {.channel = "V00"}), nullptr);
+    EXPECT_EQ(changelist_options().dissolve_list, 1);
+    change_run() = ChangeRun();
+    ASSERT_EQ(load(two_shots, {.channel = "A05"}), nullptr);
+    EXPECT_EQ(changelist_options().dissolve_list, 0);
+}
+
+TEST_F(LoadingCutlists, PictureTakesItsFirstTrackAndSoundTakesAll) {
+    const Cut cut = {{.frame = 0, .length = 100}, {.frame = 200, .length = 30, .track = 2}};
+    ASSERT_EQ(load(cut), nullptr);
+    EXPECT_EQ(table->get_num_records(), 1U);
+    change_run() = ChangeRun();
+    ASSERT_EQ(load(cut, {.channel = "A05"}), nullptr);
+    EXPECT_EQ(table->get_num_records(), 2U);
+}
+
+TEST_F(LoadingCutlists, AnEventOfNoFramesLeavesNoRowAndNoMark) {
+    ASSERT_EQ(load({{.frame = 0, .length = 100}, {.frame = 300, .length = 0}, {.frame = 500, .length = 50}}), nullptr);
+    ASSERT_EQ(table->get_num_records(), 2U);
+    EXPECT_STREQ(text(0, hf_bracket_out), "KJ1234560031+04");
+    EXPECT_STREQ(text(1, hf_bracket_in), "KJ1234560006+03");
+}
+
+TEST_F(LoadingCutlists, AnOpticalIsKeptWithItsRangeAndDoesNotCount) {
+    Shot optical{.frame = 900, .length = 40, .optical_record = 1, .track = 0, .layers = 2};
+    ASSERT_EQ(load({{.frame = 0, .length = 100}, optical, {.frame = 500, .length = 50}}), nullptr);
+    ASSERT_EQ(table->get_num_records(), 3U);
+    EXPECT_EQ(row(1).optical, 1);
+    EXPECT_EQ(row(1).edit_in, 100);
+    EXPECT_EQ(row(1).edit_length, 40);
+    EXPECT_STREQ(text(0, hf_bracket_out), "KJ1234560031+04");
+    EXPECT_EQ(side.reel_start[1], 150);
+    for (Shot other :
+         {Shot{.length = 40, .optical_record = 1, .track = 1, .layers = 2},
+          Shot{.length = 40, .optical_record = 1, .track = 0, .layers = 0}, Shot{.length = 40, .optical_record = 2}}) {
+        ASSERT_EQ(load({{.frame = 0, .length = 100}, other}), nullptr);
+        EXPECT_EQ(table->get_num_records(), 1U);
+    }
+}
+
+TEST_F(LoadingCutlists, AShotWithoutANameIsNamedByWhatItIs) {
+    Shot unknown{.frame = 0, .length = 10, .name = "", .special = 5};
+    Shot nameless{.frame = 30, .length = 10, .name = ""};
+    ASSERT_EQ(load({unknown, black(10), nameless}), nullptr);
+    EXPECT_EQ(name_of(0), "?????");
+    EXPECT_EQ(name_of(1), "Black");
+    EXPECT_EQ(name_of(2), "");
+}
+
+//     |-- out --|  dissolve 24  |-- in --|      stored
+//     |------ out ------|------ in ------|      cut
+TEST_F(LoadingCutlists, PictureIsWidenedOverItsTransitions) {
+    const Shot out{.frame = 0, .length = 100, .out_op = "DO", .out_length = 24};
+    const Shot in{.frame = 500, .length = 50, .in_op = "DI", .in_length = 24};
+    ASSERT_EQ(load({out, in}), nullptr);
+    EXPECT_EQ(row(0).edit_length, 112);
+    EXPECT_EQ(row(0).fx_len2, 12);
+    EXPECT_STREQ(row(0).fx_op2, "DO");
+    EXPECT_EQ(row(1).edit_in, 112);
+    EXPECT_EQ(row(1).edit_length, 62);
+    EXPECT_EQ(row(1).fx_len1, 12);
+    ASSERT_EQ(load({{.frame = 0, .length = 100, .out_op = "FO", .out_length = 24}}), nullptr);
+    EXPECT_EQ(row(0).fx_len2, 24);
+    EXPECT_EQ(row(0).edit_length, 124);
+}
+
+TEST_F(LoadingCutlists, AnUnreadableFileIsNamedAndALongNameIsCut) {
+    EXPECT_EQ(load({scratch.file("none.cdb")}), "Unable to read CUTDB database " + scratch.file("none.cdb"));
+    const std::string long_name = scratch.file(std::string(200, 'x'));
+    EXPECT_EQ(load({long_name}), ("Unable to read CUTDB database " + long_name).substr(0, 127));
+    EXPECT_STREQ(load(Cut{}), ("Unable to read CUTDB database " + scratch.file("cut.cdb")).c_str());
+}
+
+TEST_F(LoadingCutlists, AllReelsOfASideAreOfOneFilm) {
+    const std::string a = write("a.cdb", two_shots);
+    const std::string b = write("b.cdb", two_shots, {.film = "16mm-1p"});
+    EXPECT_STREQ(load({a, b}), "The cutlists have different film standards\n");
+}
+
+TEST_F(LoadingCutlists, BothSidesAreOfOneFilm) {
+    ask_for_all();
+    const std::string a = write("a.cdb", two_shots);
+    const std::string b = write("b.cdb", two_shots, {.film = "16mm-1p"});
+    EXPECT_EQ(run({a}, {b}), "The old and new cutlists have different film standards!\n");
+}
+
+TEST_F(LoadingCutlists, AGapInTheReelNumbersIsRefused) {
+    CutlistSet set;
+    set.add_reel(new CutlistSetRec(wide(write("a.cdb", two_shots)), 2));
+    EXPECT_STREQ(load_cutlist_set(side.reel_start, side.reel_label, &side.film_std, wide(chg_file()), set, logger),
+                 "Reel number sequence error\n");
+}
+
+TEST_F(LoadingCutlists, EachFileIsAnnounced) {
+    ASSERT_EQ(load(two_shots), nullptr);
+    EXPECT_TRUE(logger.said("Reading cutlist " + scratch.file("cut.cdb"), 0));
+}
+
+TEST_F(LoadingCutlists, EachReelHasItsTimecode) {
+    const std::string a = write("a.cdb", two_shots);
+    const std::string b = write("b.cdb", two_shots, {.timecode = "25fps", .start = "02:00:00:00"});
+    ASSERT_EQ(load({a, b}), nullptr);
+    EXPECT_STREQ(side.reel_label[0].get_string(24), "01:00:01:00");
+    EXPECT_STREQ(side.reel_label[1].get_string(25), "02:00:01:00");
+}
+
+TEST(Substitution, ReplacesEachOccurrenceAndNotWhatItPutThere) {
+    EXPECT_EQ(substitute(L"$A$ and $A$", L"$A$", L"x$A$"), LightweightString<wchar_t>(L"x$A$ and x$A$"));
+    EXPECT_EQ(substitute(L"nothing", L"$A$", L"x"), LightweightString<wchar_t>(L"nothing"));
+    EXPECT_EQ(substitute(L"$A$", L"$A$", L""), LightweightString<wchar_t>());
+}
+
+} // namespace
