@@ -107,7 +107,7 @@ std::vector<Changes> all_changes() {
             {"chg_showedgecodes", keys}, {"chg_useshotscenetake", scene_take}};
     };
     return {{"changes-frames", form("0", "1", "0", "1")},
-            {"changes-feet", form("1", "1", "1", "0")},
+            {"changes-feet", form("1", "1", "1", "1")},
             {"changes-timecode", form("2", "0", "0", "0")}};
 }
 
