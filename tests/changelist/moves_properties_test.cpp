@@ -246,7 +246,7 @@ TEST_F(MovesPropertiesTest, ReusedFilmIsFoundAsByThePlainPass) {
         chgdb plain_found(film_std, &logger);
         find_reused_material(quick, old_events, quick_found, logger);
         plain_find_reused(plain, plain_events, plain_found);
-        RC_PRE(plain_found.get_num_records() < 2 * (quick.get_num_records() + old_events.get_num_records()));
+        RC_PRE(plain_found.get_num_records() < quick.get_num_records() + old_events.get_num_records());
         expect_same(quick_found, plain_found);
     }));
 }
@@ -273,7 +273,7 @@ TEST_F(MovesPropertiesTest, LookingForAnyFilmComesToAnEnd) {
         const unsigned rows = news.get_num_records() + old_events.get_num_records();
         chgdb found(film_std, &logger);
         find_reused_material(news, old_events, found, logger);
-        RC_ASSERT(found.get_num_records() <= 3 * rows);
+        RC_ASSERT(found.get_num_records() <= 2 * rows);
     }));
 }
 
