@@ -7,7 +7,6 @@
 #include "changelist/film_fields.h"
 #include "changelist/moves.h"
 #include "changelist/row_fields.h"
-#include "host/fixed_text.h"
 #include "host/settings.h"
 #include "reports/frame_math.h"
 #include "reports/report_driver.h"
@@ -18,20 +17,15 @@ namespace {
 
 constexpr ResId merging_message = 10269;
 
-/// The end of a piece, as its texts; no ink number leaves the row's own.
+/// The last frame of a piece.
 struct PieceEnd {
-    char key[40] = "";
-    char ink[40] = "";
-    bool has_ink = false;
+    LabelPoint key;
+    LabelPoint ink;
 
-    PieceEnd(LabelPoint key_point, LabelPoint ink_point) : has_ink(ink_point.is_valid()) {
-        put_text(key, key_point.get_string());
-        if (has_ink) put_text(ink, ink_point.get_string());
-    }
-
-    void write(dbrecord& row) const {
-        row.set_field(hf_keycode_out, key, true);
-        if (has_ink) row.set_field(hf_inkcode_out, ink, true);
+    /// An invalid ink number leaves the row's own.
+    void write(dbrecord& row) {
+        row.set_field(hf_keycode_out, key.get_string(), true);
+        if (ink.is_valid()) row.set_field(hf_inkcode_out, ink.get_string(), true);
     }
 };
 
@@ -156,7 +150,7 @@ public:
         }
     }
 
-    void append() const {
+    void append() {
         const int added = changes_.add_records(static_cast<int>(gaps_.size()));
         for (std::size_t gap = 0; gap < gaps_.size(); ++gap)
             write(gaps_[gap], *changes_.get_record(static_cast<unsigned>(added) + static_cast<unsigned>(gap)));
@@ -177,7 +171,7 @@ private:
         }
     }
 
-    void write(const PieceRun& gap, dbrecord& row) const {
+    void write(PieceRun& gap, dbrecord& row) const {
         row = *changes_.get_record(gap.first);
         row.set_field(hf_record_type, "DC", true);
         row.set_field(hf_edit_length, gap.length);

@@ -15,8 +15,8 @@
 namespace {
 
 constexpr ResId reuse_message = 10268;
-/// Film that is used over and over has more places than rows; this many for each row are enough.
-constexpr std::size_t finds_a_row = 2;
+/// Film that is used over and over has many more places than rows; this many for each row are enough.
+constexpr std::size_t finds_a_row = 1;
 
 /// Writes what was found, as far as its limit goes.
 class ReuseList {

@@ -79,7 +79,7 @@ protected:
     }
 
     static std::string field(const chgdb& table, unsigned row, chgdb_field column) {
-        return table.getField(row, column).c_str();
+        return table.getField(row, static_cast<unsigned>(column)).c_str();
     }
     std::vector<ChangeRecord> rows() const {
         std::vector<ChangeRecord> result;
