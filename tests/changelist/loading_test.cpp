@@ -41,6 +41,8 @@ protected:
     std::unique_ptr<chgdb> table;
 };
 
+constexpr const char* blank_key = "        0000+00";
+
 const Cut two_shots = {{.frame = 0, .length = 100}, {.frame = 500, .length = 50}};
 
 TEST_F(LoadingCutlists, TheTableHoldsTheEventsInOrderAndIsSaved) {
@@ -76,11 +78,11 @@ TEST_F(LoadingCutlists, TheSecondPlaceIsTheFirstReelsLengthWithTwo) {
 TEST_F(LoadingCutlists, NeighboursBracketAnEvent) {
     ASSERT_EQ(load({{.frame = 0, .length = 100}, black(10), {.frame = 500, .length = 50}}), nullptr);
     EXPECT_STREQ(text(0, hf_bracket_in), "");
-    EXPECT_STREQ(text(0, hf_bracket_out), "");
+    EXPECT_STREQ(text(0, hf_bracket_out), blank_key);
     EXPECT_STREQ(text(1, hf_bracket_in), "KJ1234560006+03");
     EXPECT_STREQ(text(1, hf_bracket_out), "KJ1234560031+04");
     EXPECT_STREQ(text(2, hf_bracket_in), "__BLACK_0000+09");
-    EXPECT_STREQ(text(2, hf_bracket_out), "");
+    EXPECT_STREQ(text(2, hf_bracket_out), blank_key);
 }
 
 TEST_F(LoadingCutlists, ANeighbourOfFilmClosesTheBracket) {
