@@ -69,11 +69,11 @@ std::vector<FilmEvent> recut(std::vector<FilmEvent> events) {
 
 TEST(AnalysisPropertiesTest, TheIndexFindsWhatAWalkFinds) {
     const bool holds = rc::check("the same candidate", [] {
-        EventTable rows(any_events(60));
+        EventTable rows(any_events(120));
         Candidates candidates(rows.table, rows.logger);
         for (unsigned index = 0; index < rows.table.get_num_records(); ++index)
             candidates.load(*rows.table.get_record(index));
-        EventTable left(any_events(60));
+        EventTable left(any_events(120));
         std::vector<int> places;
         for (unsigned index = 0; index < rows.table.get_num_records(); ++index)
             places.push_back(static_cast<int>(index));
