@@ -47,8 +47,8 @@ std::vector<std::string> working_files_of(const ChangelistJob& job) {
 
 void check_files(const ChangelistJob& job) {
     const std::vector<std::string> inputs = files_of(job);
-    for (const std::string& input : inputs)
-        check_readable(input);
+    for (const EditInput& edit : job.edits)
+        check_readable(edit.path);
     if (job.lists_dir) check_folder(*job.lists_dir);
     const std::vector<std::string> working = working_files_of(job);
     for (const std::string& file : working)
@@ -69,7 +69,7 @@ std::string parameter_of(const std::string& path, const char* name) {
 
 bool is_sound(const std::string& table) {
     const std::string channel = parameter_of(table, "channel");
-    return !channel.empty() && (channel[0] == 'A' || channel[0] == 'a');
+    return !channel.empty() && channel[0] != 'V' && channel[0] != 'v';
 }
 
 embedded::settings_block block_of(const ChangelistJob& job) {
@@ -115,6 +115,19 @@ std::string make_changelist(const ChangelistJob& job, const std::string& file) {
     // Of a file that couldn't be written the library knows less than we do.
     check_written();
     return error ? one_line(error) : "";
+}
+
+/// What the system says of the reel that an error is about; empty where it isn't about one, or has no fault to find.
+std::string cause_of(const std::string& error, const ChangelistJob& job) {
+    constexpr std::size_t longest_error = 127;
+    for (const std::vector<std::string>* side : {&job.old_reels, &job.new_reels}) {
+        for (const std::string& reel : *side) {
+            const bool named = error == one_line(("Unable to read CUTDB database " + reel).substr(0, longest_error));
+            const std::string fault = named ? fault_of_input(reel) : "";
+            if (!fault.empty()) return ": " + fault;
+        }
+    }
+    return "";
 }
 
 void write_whole(const std::string& path, const std::string& bytes) {
@@ -166,7 +179,7 @@ int run(const ChangelistJob& job) {
     const std::string made = embedded::work_directory() + "/changes.txt";
     const std::string error = make_changelist(job, made);
     if (!error.empty()) {
-        std::cerr << "error: " << error << '\n';
+        std::cerr << "error: " << error << cause_of(error, job) << '\n';
         return exit_failed;
     }
     put_report(made, job.output.report);

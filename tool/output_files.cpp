@@ -63,10 +63,15 @@ std::string beside_report(const std::string& report, const char* extension) {
     return std::string(toUTF8(stem).c_str()) + extension;
 }
 
-void check_readable(const std::string& path) {
+std::string fault_of_input(const std::string& path) {
     std::error_code trouble;
-    if (fs::is_directory(path, trouble)) throw JobError(path + ": is a directory");
-    if (access(path.c_str(), R_OK) != 0) throw JobError(path + ": " + std::strerror(errno));
+    if (fs::is_directory(path, trouble)) return "is a directory";
+    return access(path.c_str(), R_OK) != 0 ? std::strerror(errno) : "";
+}
+
+void check_readable(const std::string& path) {
+    const std::string fault = fault_of_input(path);
+    if (!fault.empty()) throw JobError(path + ": " + fault);
 }
 
 void check_outputs(const std::string& input, const Output& output, const std::vector<std::string>& beside) {

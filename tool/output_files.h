@@ -8,6 +8,8 @@ namespace tool {
 /// The path of a file that goes beside the report: its extension replaced.
 std::string beside_report(const std::string& report, const char* extension);
 
+/// Why a file can't be read; empty where it can.
+std::string fault_of_input(const std::string& path);
 /// Throws `JobError` unless the file is there and can be read.
 void check_readable(const std::string& path);
 

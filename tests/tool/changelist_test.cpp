@@ -220,11 +220,11 @@ TEST_F(Changelist, ReportIsReplacedOnlyWhenAllowed) {
 
 TEST_F(Changelist, MissingTablesAreNamedWithTheReason) {
     expect_failure({"changelist", "--old", "no.cdb", "--new", "new.cdb", "-o", "a.txt"},
-                   "quillbrook: no.cdb: No such file or directory\n");
+                   "error: Unable to read CUTDB database no.cdb: No such file or directory\n");
     expect_failure({"changelist", "--old", "old.cdb", "--new", "new.cdb", "no.cdb", "-o", "a.txt"}, "no.cdb");
     std::filesystem::create_directory(path("folder.cdb"));
     expect_failure({"changelist", "--old", "folder.cdb", "--new", "new.cdb", "-o", "a.txt"},
-                   "folder.cdb: is a directory");
+                   "error: Unable to read CUTDB database folder.cdb: is a directory\n");
 }
 
 TEST_F(Changelist, ErrorsOfTheComparisonAreOneLine) {
