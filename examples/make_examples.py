@@ -6,7 +6,7 @@ import sys
 
 sys.dont_write_bytecode = True
 
-from make import desert, ferry, ferryman, harbour, heron, lantern, market, newsroom, reel  # noqa: E402
+from make import desert, ferry, ferryman, harbour, heron, lantern, market, newsroom, reel, weir  # noqa: E402
 from make.otio import write, write_text  # noqa: E402
 
 EXAMPLES = {
@@ -25,6 +25,8 @@ def main():
     folder = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).resolve().parent
     for name, example in EXAMPLES.items():
         write(folder / name, example.edit())
+    for name, edit in weir.EDITS.items():
+        write(folder / "recut" / (name + ".otio"), edit())
     for name, text in ferryman.FILES.items():
         write_text(folder / "edl" / name, text())
 

@@ -42,7 +42,7 @@ only_includes include 'quillbrook|host'
 only_includes host 'host'
 only_includes embedded 'embedded|host'
 only_includes formats 'formats|embedded|host|rapidjson'
-only_includes tool 'tool|quillbrook|embedded|formats|host'
+only_includes tool 'tool|quillbrook|embedded|formats|host|rapidjson'
 
 readers_of_the_line=$(grep -lE '# *include [<"]CLI/' $(files_of tool/ embedded/ formats/ host/ include/) /dev/null | wc -l)
 [ "$readers_of_the_line" -le 1 ] || complain "one file of tool/ reads the command line" "$readers_of_the_line do"

@@ -1,5 +1,6 @@
 #include "tool/command_line.h"
 
+#include "tool/help_texts.h"
 #include "tool/key_values.h"
 #include "tool/list_switches.h"
 #include "tool/open_logs.h"
@@ -10,77 +11,16 @@
 namespace tool {
 namespace {
 
-constexpr const char* about = "Film lists from edits: cutlist tables and paged reports.";
-
-constexpr const char* main_examples = R"(Examples:
-  quillbrook cutlist reel.otio -o lists/reel.txt
-  quillbrook print lists/reel.cdb -o lists/again.txt --lists assembly,opticals
-  quillbrook edit show reel.otio
-  quillbrook log import dailies/*.ale -o show.RDB
-
-Exit status: 0 done, 1 the job failed, 2 wrong usage.
-"quillbrook COMMAND --help" tells of one command.)";
-
-constexpr const char* cutlist_examples = R"(Examples:
-  quillbrook cutlist reel.otio -o lists/reel.txt
-      lists the first picture channel: lists/reel.txt and the table lists/reel.cdb
-  quillbrook cutlist reel.otio -o lists/neg.txt --neg-cut --frames --set pgm_id=R1
-      a neg-cut list in frames, with a programme identifier in its headings
-  quillbrook cutlist reel.otio -o lists/pull.txt --lists rolls,pull --handles 8 --sort-by-key
-      what to pull from the vault, 8 frames longer at each end, by key number
-  quillbrook cutlist reel.otio -o lists/reel.txt --single-layer 1,3
-      also lists/reel.sl1 and lists/reel.sl3
-  quillbrook cutlist reel.otio -o lists/sound.txt --channel A2
-      the second sound channel
-  quillbrook cutlist reel.otio -o lists/reel.txt --overwrite --config allow_auto_unrender=0
-      lists rendered material as it stands
-  quillbrook cutlist reel1.edl --rate 24 --log show.RDB -o lists/reel1.txt
-      an edit list, with its key numbers from a logging table
-  quillbrook cutlist pictures.edl titles.edl --rate 25 -o lists/titles.txt --channel V2
-      two edit lists of one programme; the second picture track)";
-
-constexpr const char* print_examples = R"(Examples:
-  quillbrook print lists/reel.cdb -o lists/again.txt
-      all lists, by the library's default options
-  quillbrook print lists/reel.cdb -o lists/rolls.txt --lists rolls
-      the list of rolls alone
-  quillbrook print lists/sound.cdb -o lists/sound.txt --set chan_type=2 --set chan_num=3
-      a table of a sound channel)";
-
-constexpr const char* show_examples = R"(Examples:
-  quillbrook edit show reel.otio
-  quillbrook edit show reel.otio --rate 23.976 --all-effects
-  quillbrook edit show reel1.edl --rate 24)";
-
-constexpr const char* log_import_examples = R"(Examples:
-  quillbrook log import dailies/*.ale -o show.RDB
-      all of the dailies' logs as one table
-  quillbrook log import day3.csv -o day3.RDB --rate 29.97 --film "35mm,3perf" --reel 003
-      a log that says neither its rate nor its film nor its tape
-  quillbrook log import transfer.ftl -o transfer.RDB --as-keylog
-      a Keylog file, read column by column as the library has always read it)";
-
-constexpr const char* log_merge_examples = R"(Examples:
-  quillbrook log merge week1.RDB week2.RDB -o show.RDB)";
-
-constexpr const char* log_show_examples = R"(Examples:
-  quillbrook log show show.RDB
-  quillbrook log show day1.ale)";
-
-constexpr const char* log_check_examples = R"(Examples:
-  quillbrook log check show.RDB && quillbrook cutlist reel1.edl --rate 24 --log show.RDB -o lists/reel1.txt
-      goes on only when nothing is wrong
-  quillbrook log check dailies/*.ale
-      all of the dailies as one log, so that overlaps between files are found too
-
-Exit status: 0 nothing is wrong, 1 something is, 2 wrong usage.)";
-
 /// The raw values of the line; each command uses some of them.
 struct Values {
     std::string input, report, channel = "V1", rate, log;
     std::vector<std::string> edits;
     std::vector<std::string> options, settings;
     ListSwitches lists;
+    ChangeSwitches changes;
+    std::vector<std::string> old_reels, new_reels;
+    std::optional<std::string> json, lists_dir;
+    bool prove = false;
     std::vector<std::string> logs;
     std::string reel, film;
     int tolerance = 2;
@@ -141,6 +81,49 @@ CLI::App* add_print(CLI::App& app, Values& values) {
     command->add_option("CDB", values.input, "The table (.cdb)")->required();
     add_report_options(*command, values);
     command->footer(print_examples);
+    return command;
+}
+
+void add_change_lists(CLI::App& command, ChangeSwitches& changes) {
+    command
+        .add_option("--lists", changes.lists,
+                    "Only these lists: summary, new, changes, transitions, bench; by default all but bench")
+        ->type_name("LIST,...")
+        ->allow_extra_args(false);
+    command.add_option("--units", changes.units, "Lengths and positions in frames, feet or timecode")
+        ->type_name("UNITS")
+        ->capture_default_str();
+    command.add_flag("--no-keys", changes.no_keys, "Leave the columns of key numbers out");
+    command.add_flag("--scene-take", changes.scene_take, "Scene and take in place of the shot's name");
+    command.add_option("--channel", changes.channel, "The track to name at the head: V1, V2, ... or A1, A2, ...")
+        ->type_name("CHANNEL");
+}
+
+void add_change_files(CLI::App& command, Values& values) {
+    command.add_option("--old", values.old_reels, "The tables (.cdb) of the old cut, one a reel")
+        ->type_name("FILE")
+        ->required();
+    command.add_option("--new", values.new_reels, "The tables of the new cut")->type_name("FILE")->required();
+    command.add_option("-o", values.report, "The report to write")->type_name("FILE")->required();
+    command.add_option("--json", values.json, "Write the steps of both lists to a file for scripts")->type_name("FILE");
+    command.add_option("--edits", values.edits, "Edits (.otio, .edl) that the names at the head may come from")
+        ->type_name("FILE");
+    command.add_option("--rate", values.rate, "Frames a second of these edits, in place of what the files say")
+        ->type_name("RATE");
+    command.add_option("--lists-dir", values.lists_dir, "Where the working files go, to be kept")->type_name("DIR");
+}
+
+CLI::App* add_changelist(CLI::App& app, Values& values) {
+    CLI::App* command = app.add_subcommand("changelist", "Print what to do to the cutting copy after a recut");
+    add_change_files(*command, values);
+    add_change_lists(*command, values.changes);
+    command->add_flag("--prove", values.prove, "Carry the steps out on the old cut and compare with the new");
+    command->add_option("--set", values.options, "An option of the library; wins over all else")
+        ->type_name("KEY=VALUE")
+        ->allow_extra_args(false);
+    command->add_flag("--overwrite", values.overwrite, "Replace a report and a file for scripts that are there");
+    command->add_flag("--quiet", values.quiet, "Tell neither progress nor warnings");
+    command->footer(changelist_examples);
     return command;
 }
 
@@ -253,6 +236,20 @@ PrintJob print_job(const Values& values) {
             parse_settings(values.settings)};
 }
 
+ChangelistJob changelist_job(const Values& values) {
+    ChangelistJob job;
+    job.old_reels = values.old_reels;
+    job.new_reels = values.new_reels;
+    for (const std::string& path : values.edits)
+        job.edits.push_back({path, values.rate.empty() ? nullptr : parse_rate(values.rate), false, {}});
+    job.output = output(values);
+    job.options = change_options(values.changes, parse_change_options(values.options));
+    job.lists_dir = values.lists_dir;
+    job.json = values.json;
+    job.prove = values.prove;
+    return job;
+}
+
 Request LogCommands::request(const Values& values) const {
     if (import_->parsed()) {
         const bool by_place = values.as_keylog && (!values.rate.empty() || !values.film.empty());
@@ -277,6 +274,7 @@ Request parse_command_line(int argc, const char* const* argv) {
     app.require_subcommand(0, 1);
     const CLI::App* cutlist = add_cutlist(app, values);
     const CLI::App* print = add_print(app, values);
+    const CLI::App* changelist = add_changelist(app, values);
     CLI::App* edit = app.add_subcommand("edit", "Look at edit files")->require_subcommand(0, 1);
     const CLI::App* show = add_show(*edit, values);
     const LogCommands log(app, values);
@@ -291,10 +289,12 @@ Request parse_command_line(int argc, const char* const* argv) {
     }
     if (cutlist->parsed()) return cutlist_job(values);
     if (print->parsed()) return print_job(values);
+    if (changelist->parsed()) return changelist_job(values);
     if (show->parsed()) return ShowJob{edit_input(values)};
     if (log.parsed()) return log.request(values);
     throw UsageError(edit->parsed() ? "edit: a command is required, show; see quillbrook edit --help"
-                                    : "a command is required: cutlist, print, edit show or log; see quillbrook --help");
+                                    : "a command is required: cutlist, print, changelist, edit show or log; "
+                                      "see quillbrook --help");
 }
 
 } // namespace tool

@@ -1,6 +1,7 @@
 #pragma once
 // The command line: from arguments to a job.
 
+#include "tool/change_jobs.h"
 #include "tool/jobs.h"
 #include "tool/log_jobs.h"
 
@@ -9,8 +10,8 @@
 namespace tool {
 
 /// What the arguments ask for: a job, or a text such as the help.
-using Request =
-    std::variant<std::string, CutlistJob, PrintJob, ShowJob, LogImportJob, LogMergeJob, LogShowJob, LogCheckJob>;
+using Request = std::variant<std::string, CutlistJob, PrintJob, ChangelistJob, ShowJob, LogImportJob, LogMergeJob,
+                             LogShowJob, LogCheckJob>;
 
 /// Throws `UsageError`.
 Request parse_command_line(int argc, const char* const* argv);

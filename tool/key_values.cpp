@@ -1,5 +1,6 @@
 #include "tool/key_values.h"
 
+#include "quillbrook/changelist.h"
 #include "quillbrook/cutlist.h"
 #include "tool/tool_error.h"
 
@@ -35,10 +36,14 @@ int parse_integer(const char* option, const std::string& key, const std::string&
     return *number;
 }
 
-const cutlist_option_key* find_option_key(const std::string& name) {
-    for (const cutlist_option_key* key = cutlist_option_keys(); key->name; ++key)
-        if (name == key->name) return key;
-    return nullptr;
+/// A pair for one of the keys of a table that ends with a nameless one, its value checked.
+template <class Key> std::pair<std::string, std::string> parse_option(const Key* key, const std::string& pair) {
+    auto [name, value] = split_pair("--set", pair);
+    while (key->name && name != key->name)
+        ++key;
+    if (!key->name) throw UsageError("--set: there is no option \"" + name + "\"");
+    if (!key->is_text) value = std::to_string(parse_integer("--set", name, value));
+    return {name, value};
 }
 
 bool is_setting_key(const std::string& name) {
@@ -79,13 +84,19 @@ std::string parse_frames(const char* option, const std::string& text) {
 Options parse_options(const std::vector<std::string>& pairs) {
     Options options;
     for (const std::string& pair : pairs) {
-        auto [key, value] = split_pair("--set", pair);
+        const auto [key, value] = parse_option(cutlist_option_keys(), pair);
         if (key == "output_file") throw UsageError("--set output_file: the report is named by -o");
         if (key == "log_file") throw UsageError("--set log_file: the logging table is named by --log");
-        const cutlist_option_key* known = find_option_key(key);
-        if (!known) throw UsageError("--set: there is no option \"" + key + "\"");
-        if (!known->is_text) value = std::to_string(parse_integer("--set", key, value));
-        options[key] = std::move(value);
+        options[key] = value;
+    }
+    return options;
+}
+
+Options parse_change_options(const std::vector<std::string>& pairs) {
+    Options options;
+    for (const std::string& pair : pairs) {
+        const auto [key, value] = parse_option(changelist_option_keys(), pair);
+        options[key] = value;
     }
     return options;
 }

@@ -13,6 +13,8 @@ const embedded::RateInfo* parse_rate(const std::string& text);
 std::string parse_frames(const char* option, const std::string& text);
 /// KEY=VALUE pairs for keys of the library's options, the last of a key winning.
 Options parse_options(const std::vector<std::string>& pairs);
+/// The same for keys of the changelist's options.
+Options parse_change_options(const std::vector<std::string>& pairs);
 /// KEY=VALUE pairs for host-wide settings.
 Settings parse_settings(const std::vector<std::string>& pairs);
 

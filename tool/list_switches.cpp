@@ -27,6 +27,25 @@ constexpr ListWord single_layer_lists[] = {
     {"4", "fsl_type4_file", ".sl4"},
 };
 
+struct ChangeListWord {
+    const char* word;
+    const char* key;
+    bool by_default;
+};
+
+constexpr ChangeListWord change_lists[] = {
+    {"summary", "chg_summary_list", true}, {"new", "chg_pull_list", true},
+    {"changes", "chg_verbose_list", true}, {"transitions", "chg_dissolve_list", true},
+    {"bench", "chg_bench_list", false},
+};
+
+struct UnitsWord {
+    const char* word;
+    const char* value;
+};
+
+constexpr UnitsWord change_units[] = {{"frames", "0"}, {"feet", "1"}, {"timecode", "2"}};
+
 std::vector<std::string> split_words(const std::vector<std::string>& values) {
     std::vector<std::string> words;
     for (const std::string& value : values) {
@@ -39,10 +58,10 @@ std::vector<std::string> split_words(const std::vector<std::string>& values) {
     return words;
 }
 
-template <std::size_t N>
-const ListWord& find_word(const char* option, const ListWord (&known)[N], const std::string& word) {
+template <class Word, std::size_t N>
+const Word& find_word(const char* option, const Word (&known)[N], const std::string& word) {
     std::string choices;
-    for (const ListWord& candidate : known) {
+    for (const Word& candidate : known) {
         if (word == candidate.word) return candidate;
         choices += std::string(choices.empty() ? "" : ", ") + candidate.word;
     }
@@ -63,6 +82,18 @@ void choose_single_layer(Options& options, const std::vector<std::string>& value
         options[find_word("--single-layer", single_layer_lists, word).key] = "1";
 }
 
+void choose_changes(Options& options, const std::vector<std::string>& values) {
+    for (const ChangeListWord& list : change_lists)
+        options[list.key] = values.empty() && list.by_default ? "1" : "0";
+    for (const std::string& word : split_words(values))
+        options[find_word("--lists", change_lists, word).key] = "1";
+}
+
+void put_over(Options& options, const Options& set) {
+    for (const auto& [key, value] : set)
+        options[key] = value;
+}
+
 } // namespace
 
 Options list_options(const ListSwitches& switches, const Options& set) {
@@ -72,8 +103,22 @@ Options list_options(const ListSwitches& switches, const Options& set) {
     if (switches.handles) options["pull_handle"] = parse_frames("--handles", *switches.handles);
     if (switches.butt) options["butt"] = parse_frames("--butt", *switches.butt);
     if (switches.sort_by_key) options["pull_sort_by_keycode"] = "1";
-    for (const auto& [key, value] : set)
-        options[key] = value;
+    put_over(options, set);
+    return options;
+}
+
+Options change_options(const ChangeSwitches& switches, const Options& set) {
+    Options options;
+    choose_changes(options, switches.lists);
+    options["chg_lengthunits"] = find_word("--units", change_units, switches.units).value;
+    options["chg_showedgecodes"] = switches.no_keys ? "0" : "1";
+    options["chg_useshotscenetake"] = switches.scene_take ? "1" : "0";
+    if (switches.channel) {
+        const ChannelName channel = parse_channel(*switches.channel);
+        options["CHAN_TYPE"] = std::to_string(channel.kind);
+        options["CHAN_NUM"] = std::to_string(channel.number - 1);
+    }
+    put_over(options, set);
     return options;
 }
 

@@ -19,6 +19,17 @@ struct ListSwitches {
 /// The options that the switches set, with those of `--set` over them. Throws `UsageError`.
 Options list_options(const ListSwitches& switches, const Options& set);
 
+/// The raw values of the switches of a changelist.
+struct ChangeSwitches {
+    std::vector<std::string> lists;
+    std::string units = "frames";
+    std::optional<std::string> channel;
+    bool no_keys = false, scene_take = false;
+};
+
+/// The options that they set, each list on or off, with those of `--set` over them. Throws `UsageError`.
+Options change_options(const ChangeSwitches& switches, const Options& set);
+
 /// The extensions of the single-layer lists that a run with these options makes.
 std::vector<const char*> single_layer_extensions(const Options& options);
 

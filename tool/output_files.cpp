@@ -23,23 +23,14 @@ std::string folder_of(const std::string& path) {
 bool same_file(const std::string& a, const std::string& b) {
     std::error_code ignored;
     if (fs::equivalent(a, b, ignored)) return true;
-    return fs::weakly_canonical(a, ignored) == fs::weakly_canonical(b, ignored);
+    // Of a relative name nothing would be resolved while its first folder or file is missing.
+    return fs::weakly_canonical(fs::absolute(a), ignored) == fs::weakly_canonical(fs::absolute(b), ignored);
 }
 
-void check_named(const std::string& path) {
+void check_named(const char* option, const std::string& path) {
     const fs::path name = fs::path(path).filename();
     if (name.empty() || name == "." || name == "..")
-        throw JobError("-o " + (path.empty() ? "\"\"" : path) + ": names no file");
-}
-
-void check_folder(const std::string& path) {
-    const std::string folder = folder_of(path);
-    std::error_code trouble;
-    // With the slash at its end a file would count as missing.
-    const std::string name = folder.size() > 1 ? folder.substr(0, folder.size() - 1) : folder;
-    if (!fs::exists(name, trouble)) throw JobError(folder + ": no such directory");
-    if (!fs::is_directory(name, trouble)) throw JobError(folder + ": not a directory");
-    if (access(folder.c_str(), W_OK | X_OK) != 0) throw JobError(folder + ": " + std::strerror(errno));
+        throw JobError(std::string(option) + ' ' + (path.empty() ? "\"\"" : path) + ": names no file");
 }
 
 void check_not_folder(const std::string& path) {
@@ -47,33 +38,67 @@ void check_not_folder(const std::string& path) {
     if (fs::is_directory(path, ignored)) throw JobError(path + ": is a directory");
 }
 
+void check_replaceable(const std::string& path, bool overwrite) {
+    check_folder(folder_of(path));
+    check_not_folder(path);
+    std::error_code ignored;
+    if (!overwrite && fs::exists(fs::symlink_status(path, ignored)))
+        throw JobError(path + ": is there already; --overwrite replaces it");
+}
+
 } // namespace
+
+void check_folder(const std::string& folder) {
+    std::error_code trouble;
+    // With the slash at its end a file would count as missing.
+    const bool slash = folder.size() > 1 && folder.back() == '/';
+    const std::string name = slash ? folder.substr(0, folder.size() - 1) : folder;
+    if (!fs::exists(name, trouble)) throw JobError(folder + ": no such directory");
+    if (!fs::is_directory(name, trouble)) throw JobError(folder + ": not a directory");
+    if (access(folder.c_str(), W_OK | X_OK) != 0) throw JobError(folder + ": " + std::strerror(errno));
+}
 
 std::string beside_report(const std::string& report, const char* extension) {
     const LightweightString<wchar_t> stem = stripExtension(fromUTF8(LightweightString<char>(report.c_str())));
     return std::string(toUTF8(stem).c_str()) + extension;
 }
 
-void check_readable(const std::string& path) {
+std::string fault_of_input(const std::string& path) {
     std::error_code trouble;
-    if (fs::is_directory(path, trouble)) throw JobError(path + ": is a directory");
-    if (access(path.c_str(), R_OK) != 0) throw JobError(path + ": " + std::strerror(errno));
+    if (fs::is_directory(path, trouble)) return "is a directory";
+    return access(path.c_str(), R_OK) != 0 ? std::strerror(errno) : "";
+}
+
+void check_readable(const std::string& path) {
+    const std::string fault = fault_of_input(path);
+    if (!fault.empty()) throw JobError(path + ": " + fault);
 }
 
 void check_outputs(const std::string& input, const Output& output, const std::vector<std::string>& beside) {
     const std::string& report = output.report;
-    check_named(report);
+    check_named("-o", report);
     if (same_file(report, input)) throw JobError(report + ": the report would replace what it is made from");
     for (const std::string& file : beside) {
         if (same_file(file, report)) throw JobError(report + ": a file of that name goes beside the report");
         if (same_file(file, input)) throw JobError(file + ": would replace what it is made from");
         check_not_folder(file);
     }
-    check_folder(report);
-    check_not_folder(report);
-    std::error_code ignored;
-    if (!output.overwrite && fs::exists(fs::symlink_status(report, ignored)))
-        throw JobError(report + ": is there already; --overwrite replaces it");
+    check_replaceable(report, output.overwrite);
+}
+
+void check_working_file(const std::string& path, const std::vector<std::string>& inputs) {
+    for (const std::string& input : inputs)
+        if (same_file(path, input)) throw JobError(path + ": would replace what the report is made from");
+    check_not_folder(path);
+}
+
+void check_output(const char* option, const std::string& path, bool overwrite, const std::vector<std::string>& inputs,
+                  const std::vector<std::string>& others) {
+    check_named(option, path);
+    check_working_file(path, inputs);
+    for (const std::string& other : others)
+        if (same_file(path, other)) throw JobError(path + ": the run makes another file of that name");
+    check_replaceable(path, overwrite);
 }
 
 void check_written() {

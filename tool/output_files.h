@@ -8,12 +8,25 @@ namespace tool {
 /// The path of a file that goes beside the report: its extension replaced.
 std::string beside_report(const std::string& report, const char* extension);
 
+/// Why a file can't be read; empty where it can.
+std::string fault_of_input(const std::string& path);
 /// Throws `JobError` unless the file is there and can be read.
 void check_readable(const std::string& path);
 
 /// Throws `JobError` unless the report and the files beside it can be made: the report's folder is there and
 /// writable, no file takes the place of another one or of `input`, and a report that is there may be replaced.
 void check_outputs(const std::string& input, const Output& output, const std::vector<std::string>& beside);
+
+/// Throws `JobError` unless it is a folder that files can be made in.
+void check_folder(const std::string& folder);
+
+/// Throws `JobError` unless the file that `option` names can be made: it takes the place neither of one of `inputs`
+/// nor of one of the `others` that the run makes, and one that is there may be replaced.
+void check_output(const char* option, const std::string& path, bool overwrite, const std::vector<std::string>& inputs,
+                  const std::vector<std::string>& others);
+
+/// Throws `JobError` where a file that the run makes under a name of its own can't be made or would replace an input.
+void check_working_file(const std::string& path, const std::vector<std::string>& inputs);
 
 /// Throws `JobError` when a file of the run couldn't be written whole.
 void check_written();

@@ -9,6 +9,7 @@ namespace tool {
 constexpr int exit_done = 0;
 constexpr int exit_failed = 1;
 constexpr int exit_wrong_usage = 2;
+constexpr int exit_not_proved = 3;
 
 /// The command line asks for something that doesn't exist.
 struct UsageError : std::runtime_error {

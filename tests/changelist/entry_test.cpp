@@ -48,10 +48,10 @@ TEST_F(ChangelistEntry, UnitsThatAreNotGivenAreFramesWhateverTheLastRunChose) {
     ask_for_all();
     block.set("chg_lengthunits", "1");
     const std::string in_feet = changes(one_shot, longer_shot);
-    EXPECT_NE(in_feet.find("0006+04"), std::string::npos);
+    EXPECT_NE(in_feet.find(" 0006+04"), std::string::npos);
     block = embedded::settings_block();
     const std::string in_frames = changes(one_shot, longer_shot);
-    EXPECT_EQ(in_frames.find("0006+04"), std::string::npos);
+    EXPECT_EQ(in_frames.find(" 0006+04"), std::string::npos);
     EXPECT_NE(in_frames.find("0000100"), std::string::npos);
     EXPECT_EQ(changelist_options().units_frames, 1);
 }

@@ -130,7 +130,7 @@ TEST_F(WholeRun, BlackBetweenTheSameShotsIsKeptAndElsewhereIsNot) {
     compare({shot_a, black(20), shot_b, shot_c, shot_d}, {shot_a, shot_b, shot_c, black(20), shot_d});
     EXPECT_EQ(with(" SHOT"), (Lines{
                                  "1 01:00:04:04 0000100 DELETE SHOT(s) 0000020 __BLACK_0000+00 Black - 0000020",
-                                 "2 01:00:09:14 0000230 INSERT SHOT 0000020 __BLACK_0000+00 Black + 0000000",
+                                 "2 01:00:09:14 0000230 INSERT SHOT 0000020 __BLACK_0000+00 Black 0000000",
                              }));
 }
 

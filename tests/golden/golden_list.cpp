@@ -41,18 +41,8 @@ embedded::settings_block options_of(const List& list, const EditPtr& edit, const
     return block;
 }
 
-void pin_surroundings(const List& list, const std::string& stem) {
-    ::setenv("SOURCE_DATE_EPOCH", "1790000000", 1);
-    ::setenv("TZ", "UTC", 1);
-    ::tzset();
-    embedded::set_work_directory(stem + ".work");
-    embedded::set_host_setting("allow_auto_unrender", 1);
-    embedded::set_host_setting("audio_cutlist_24P", 0);
-    embedded::set_host_setting("audio_cutlist_by_timecode_test", list.by_timecode ? 1 : 0);
-}
-
 bool make_here(const List& list, const std::string& stem) {
-    pin_surroundings(list, stem);
+    pin_surroundings(stem + ".work", list.by_timecode);
     const formats::ReadResult read = formats::read_otio(edit_path(list), {});
     if (!read.edit) {
         std::fprintf(stderr, "%s\n", read.error.c_str());
@@ -92,6 +82,8 @@ std::vector<List> all_lists() {
     lists.push_back({"opticals", "lantern", "", 1, 1, false, false, false, true});
     lists.push_back({"opticals", "lantern", "-neg", 1, 1, true});
     lists.push_back({"opticals", "lantern", "-frames", 1, 1, false, true});
+    for (const char* edit : {"weir-old-r1", "weir-old-r2", "weir-new-r1", "weir-new-r2"})
+        lists.push_back({"recut", edit, ""});
     return lists;
 }
 
@@ -106,12 +98,26 @@ std::string expected_stem(const List& list) {
     return examples_folder() + "/" + list.folder + "/expected/" + list.name();
 }
 
-bool make_list(const List& list, const std::string& stem) {
+void pin_surroundings(const std::string& work_folder, bool by_timecode) {
+    ::setenv("SOURCE_DATE_EPOCH", "1790000000", 1);
+    ::setenv("TZ", "UTC", 1);
+    ::tzset();
+    embedded::set_work_directory(work_folder);
+    embedded::set_host_setting("allow_auto_unrender", 1);
+    embedded::set_host_setting("audio_cutlist_24P", 0);
+    embedded::set_host_setting("audio_cutlist_by_timecode_test", by_timecode ? 1 : 0);
+}
+
+bool in_own_process(const std::function<bool()>& work) {
     std::fflush(nullptr);
     const pid_t child = ::fork();
-    if (child == 0) ::_exit(make_here(list, stem) ? 0 : 1);
+    if (child == 0) ::_exit(work() ? 0 : 1);
     int status = 0;
     return child > 0 && ::waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+bool make_list(const List& list, const std::string& stem) {
+    return in_own_process([&] { return make_here(list, stem); });
 }
 
 std::string complaints_about(const List& list) {

@@ -2,6 +2,7 @@
 // Makes one list of an example the way the command does, in a process of its own: options and the state of a
 // mixed list outlive a run, and no list may lean on the one before.
 
+#include <functional>
 #include <iosfwd>
 #include <string>
 #include <vector>
@@ -37,6 +38,11 @@ std::string expected_stem(const List& list);
 
 /// The extensions of the files that a list is made of.
 std::vector<std::string> extensions_of(const List& list);
+
+/// The clock, the zone and the host's settings of all files in expected/; working files go to `work_folder`.
+void pin_surroundings(const std::string& work_folder, bool by_timecode);
+/// Does the work in a process of its own. True when it was done and says so.
+bool in_own_process(const std::function<bool()>& work);
 
 /// Makes `stem` with each of its extensions. False when that fails, the reason is on stderr.
 bool make_list(const List& list, const std::string& stem);

@@ -1,5 +1,6 @@
 // The lists of the examples, byte for byte. QUILLBROOK_UPDATE_GOLDEN=1 writes them anew instead; only people set it.
 
+#include "golden_changes.h"
 #include "golden_list.h"
 #include "text_diff.h"
 
@@ -66,6 +67,8 @@ TEST(ExampleFolders, HoldNoListThatNobodyMakes) {
     for (const List& list : all_lists())
         for (const std::string& extension : extensions_of(list))
             known.push_back(fs::path(expected_stem(list) + extension).lexically_normal().string());
+    for (const Changes& changes : all_changes())
+        known.push_back(fs::path(expected_file(changes)).lexically_normal().string());
     for (const List& list : all_lists())
         for (const auto& entry : fs::directory_iterator(fs::path(expected_stem(list)).parent_path()))
             EXPECT_NE(std::find(known.begin(), known.end(), entry.path().lexically_normal().string()), known.end())
