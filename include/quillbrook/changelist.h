@@ -86,5 +86,6 @@ struct change_proof {
 };
 
 /// Carries the steps of the last run out on the old cut, in order, and holds what comes of it against the new.
-/// A run without changes is proved by no steps. Film at a speed of its own is told by the frame of the cut.
+/// A run without changes is proved by no steps; where no run succeeded nothing is. Film at a speed of its own is
+/// told by the frame of the cut.
 QUILLBROOK_API change_proof prove_change_steps(change_list list);

@@ -214,6 +214,11 @@ TEST_F(Proof, IsOfTheLastRun) {
     kept_run() = KeptRun();
 }
 
+TEST_F(Proof, HasNothingToSayWithoutARun) {
+    kept_run() = KeptRun();
+    expect_parts(prove_change_steps(bench_changes), 0, 0, 0, "there is no film of a run");
+}
+
 // The detailed list numbers its steps by rules of its own. These are the smallest cuts whose steps can't be carried
 // out; the bench list of each can.
 
