@@ -1,6 +1,7 @@
 #include "changelist/bench_list.h"
 
 #include "changelist/changelist_options.h"
+#include "changelist/list_section.h"
 #include "changelist/run_state.h"
 #include "host/fixed_text.h"
 #include "reports/frame_math.h"
@@ -12,14 +13,15 @@ namespace {
 
 constexpr std::size_t name_chars = 16;
 
-constexpr int bench_stops[] = {1, 8, 14, 24, 46, 56, 77, 92, 110, 0};
+constexpr int bench_stops[] = {1, 8, 14, 24, 46, 56, 77, 94, 112, 0};
 
-constexpr char shot_heads[] = "\t  Step\t Reel\t      At\t Do This\t  Length\t First/Last KEY\t First/Last INK"
-                              "\t Shot Name\t    Reel\n"
-                              "\t\t\t    Feet\t\t    Feet\t\t\t\t  Length";
-constexpr char take_heads[] = "\t  Step\t Reel\t      At\t Do This\t  Length\t First/Last KEY\t First/Last INK"
-                              "\t Scene\t    Reel\n"
-                              "\t\t\t    Feet\t\t    Feet\t\t\t Take\t  Length";
+constexpr ListHeads shot_heads = {
+    bench_stops,
+    "\t  Step\t Reel\t      At\t Do This\t  Length\t First/Last KEY\t First/Last INK\t Shot Name\t    Reel",
+    "\t\t\t    Feet\t\t    Feet\t\t\t\t  Length"};
+constexpr ListHeads take_heads = {
+    bench_stops, "\t  Step\t Reel\t      At\t Do This\t  Length\t First/Last KEY\t First/Last INK\t Scene\t    Reel",
+    "\t\t\t    Feet\t\t    Feet\t\t\t Take\t  Length"};
 
 struct Words {
     char text[48] = "";
@@ -89,12 +91,7 @@ void print_step(report& out, const change_step& step) {
 } // namespace
 
 void write_bench_list(report& out, const KeptRun& run) {
-    out.tab_stops = bench_stops;
-    out.print("\n\n\n\n\n\n");
-    out.print("BENCH LIST:\n\n");
-    out.print("%s", changelist_options().use_scene_take ? take_heads : shot_heads);
-    out.plain_rule();
-    out.print("\n");
+    start_section(out, "BENCH LIST:\n\n", changelist_options().use_scene_take ? take_heads : shot_heads);
     if (run.bench.empty()) {
         out.print("\tTHERE ARE NO CHANGES TO MAKE\n");
         return;

@@ -39,11 +39,11 @@ public:
         return point;
     }
     LabelPoint ink(const dbrecord& row, chgdb_field field) const {
+        if (text_of(row, field).empty()) return {};
         LabelPoint point;
-        if (text_of(row, field).empty()) return point;
         point.set_type(ink_);
         read(row, field, point);
-        return point;
+        return point.is_useful() ? point : LabelPoint();
     }
 
 private:

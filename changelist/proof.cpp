@@ -1,6 +1,7 @@
 #include "changelist/proof.h"
 
 #include "changelist/proof_film.h"
+#include "host/fixed_text.h"
 
 #include <algorithm>
 #include <cstdarg>
@@ -262,5 +263,9 @@ change_proof prove_steps(const KeptRun& run, const Vector<change_step>& steps) {
 
 change_proof prove_change_steps(change_list list) {
     const KeptRun& run = kept_run();
-    return prove_steps(run, list == bench_changes ? run.bench : run.detailed);
+    if (!run.old_cut.empty() || !run.new_cut.empty())
+        return prove_steps(run, list == bench_changes ? run.bench : run.detailed);
+    change_proof nothing;
+    put_text(nothing.reason, "there is no film of a run");
+    return nothing;
 }

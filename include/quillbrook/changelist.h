@@ -54,11 +54,11 @@ struct change_step {
     change_action action = change_remove;
     std::int32_t reel = 0;             ///< from 1
     std::int32_t position = 0;         ///< frames from the reel's start, on the film as it then stands
-    std::int32_t printed_position = 0; ///< as the list prints it
+    std::int32_t printed_position = 0; ///< as the list prints it; the detailed list counts on over the reels
     std::int32_t length = 0;           ///< frames
     std::int32_t other_step = 0;       ///< where picked up film goes, where put down film comes from; else 0
     std::int32_t reel_length = -1;     ///< frames of the reel after the step; -1 where the list doesn't tell
-    LabelPoint first_key;
+    LabelPoint first_key;              ///< of its first frame; a lift of several shots is named after the first
     LabelPoint last_key;
     LabelPoint first_ink; ///< invalid where there is none
     LabelPoint last_ink;
@@ -67,8 +67,8 @@ struct change_step {
     LightweightString<wchar_t> shot_name;
     char scene[30] = "";
     char take[30] = "";
-    std::int32_t old_reel = 0; ///< where the film lay in the old cut; reel 0 for new film
-    std::int32_t old_frame = 0;
+    std::int32_t old_reel = 0;  ///< where the film lay in the old cut; 0 for new film
+    std::int32_t old_frame = 0; ///< as the old cutlist counts frames
 };
 
 /// The steps of the last run, in order; none where it failed. They stay good until the next run. The bench list has
@@ -86,4 +86,6 @@ struct change_proof {
 };
 
 /// Carries the steps of the last run out on the old cut, in order, and holds what comes of it against the new.
+/// A run without changes is proved by no steps; where no run succeeded nothing is. Film at a speed of its own is
+/// told by the frame of the cut.
 QUILLBROOK_API change_proof prove_change_steps(change_list list);
