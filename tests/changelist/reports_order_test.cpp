@@ -1,7 +1,5 @@
 // Which lists of a change run are printed, and in which order.
 
-#if __has_include("changelist/bench_list.cpp")
-
 #include "tests/changelist/reports_fixture.h"
 
 using namespace reports_test;
@@ -83,5 +81,3 @@ TEST_F(ReportOrderTest, FollowingPagesHaveARuleAndNoHeading) {
     // The banner takes 9 lines from line 4 on, and the last of 14 is kept free.
     EXPECT_TRUE(has(reports(14), ("Track: V1\n<FF>\n" + rule()).c_str()));
 }
-
-#endif
