@@ -33,7 +33,7 @@ protected:
     }
     std::string name_of(unsigned index) const { return toUTF8(row(index).shot_name).c_str(); }
     const char* text(unsigned index, chgdb_field field) const {
-        const char* found = table->get_record(index)->get_field(field);
+        const char* found = table->get_record(index)->get_field(static_cast<unsigned short>(field));
         return found ? found : "";
     }
 
