@@ -28,11 +28,11 @@ struct SameEvent {
     const ChangeRecord& x;
     const Candidates& candidates;
 
-    bool misses(const SpanBounds& bounds) const {
+    bool misses(const EventBounds& bounds) const {
         return !bounds.key_in.holds(x.key_in()) || !bounds.length.holds(x.edit_length) ||
                !may_be_same_speed(bounds.speed, x.speed);
     }
-    bool takes_all(const SpanBounds&) const { return false; }
+    bool takes_all(const EventBounds&) const { return false; }
     bool takes(std::uint32_t event) const { return same_event(candidates[static_cast<int>(event)], x); }
 };
 
@@ -61,11 +61,11 @@ struct Overlap {
         least_end = std::max<std::int64_t>(least_end, event.key_end());
     }
 
-    bool misses(const SpanBounds& bounds) const {
+    bool misses(const EventBounds& bounds) const {
         return bounds.key_in.low > latest_in || bounds.key_end.high < least_end ||
                (!all_normal(bounds.speed) && !may_be_same_speed(bounds.speed, x.speed));
     }
-    bool takes_all(const SpanBounds& bounds) const {
+    bool takes_all(const EventBounds& bounds) const {
         return bounds.key_in.high <= latest_in && bounds.key_end.low >= least_end && speed_matters_not(bounds.speed);
     }
     bool takes(std::uint32_t event) const {
@@ -86,10 +86,10 @@ struct WithinVarispeed {
     const ChangeRecord& x;
     const Candidates& candidates;
 
-    bool misses(const SpanBounds& bounds) const {
+    bool misses(const EventBounds& bounds) const {
         return !may_be_same_speed(bounds.speed, x.speed) || !may_lie_behind_start(bounds) || !may_fit(bounds);
     }
-    bool takes_all(const SpanBounds&) const { return false; }
+    bool takes_all(const EventBounds&) const { return false; }
     bool takes(std::uint32_t event) const {
         const ChangeRecord& y = candidates[static_cast<int>(event)];
         const bool behind_start = y.speed < 0 ? y.key_in() <= x.key_in() : y.key_in() >= x.key_in();
@@ -99,11 +99,11 @@ struct WithinVarispeed {
 
     // An event that is the same one lies at offset 0 with the same length, so it fits.
     bool fits(int length, int offset) const { return std::int64_t{length} + offset <= x.edit_length; }
-    bool may_fit(const SpanBounds& bounds) const {
+    bool may_fit(const EventBounds& bounds) const {
         return fits(bounds.length.low,
                     std::min(varispeed_offset(x, bounds.key_in.low), varispeed_offset(x, bounds.key_in.high)));
     }
-    bool may_lie_behind_start(const SpanBounds& bounds) const {
+    bool may_lie_behind_start(const EventBounds& bounds) const {
         const bool some_forward = bounds.speed.high >= 0 && bounds.key_in.high >= x.key_in() &&
                                   bounds.key_in.low < x.key_end() && bounds.key_end.high > x.key_in();
         const bool some_backward = bounds.speed.low < 0 && bounds.key_in.low <= x.key_in() &&

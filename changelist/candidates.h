@@ -80,7 +80,7 @@ private:
     label_t film_std_;
     unsigned rows_ = 0;
     Vector<ChangeRecord> events_; ///< the rows that have been read
-    Vector<FilmSpan> spans_;
+    Vector<EventSpan> spans_;
     CandidateGroups groups_;
 };
 

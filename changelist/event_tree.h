@@ -15,7 +15,7 @@
 constexpr std::uint32_t no_event = 0xffffffffu;
 
 /// What a tree knows of an event.
-struct FilmSpan {
+struct EventSpan {
     int key_in = 0;  ///< samples
     int key_end = 0; ///< samples, exclusive; below the start where the event runs backward
     int length = 0;  ///< frames
@@ -36,15 +36,15 @@ template <class T> struct Bounds {
     bool holds(T value) const { return low <= value && value <= high; }
 };
 
-struct SpanBounds {
+struct EventBounds {
     Bounds<int> key_in;
     Bounds<int> key_end;
     Bounds<int> length;
     Bounds<double> speed;
 
-    explicit SpanBounds(const FilmSpan& span)
+    explicit EventBounds(const EventSpan& span)
         : key_in(span.key_in), key_end(span.key_end), length(span.length), speed(span.speed) {}
-    void add(const SpanBounds& other) {
+    void add(const EventBounds& other) {
         key_in.add(other.key_in);
         key_end.add(other.key_end);
         length.add(other.length);
@@ -57,20 +57,20 @@ struct SpanBounds {
 class EventTree {
 public:
     /// `events` isn't empty.
-    EventTree(const Vector<FilmSpan>& spans, Vector<std::uint32_t> events);
+    EventTree(const Vector<EventSpan>& spans, Vector<std::uint32_t> events);
 
     /// The first wanted event ahead of `best` that isn't gone; `best` if there is none.
-    template <class Query> std::uint32_t first(const Vector<FilmSpan>& spans, const Query& query, std::uint32_t best) {
+    template <class Query> std::uint32_t first(const Vector<EventSpan>& spans, const Query& query, std::uint32_t best) {
         search(spans, query, whole(), best);
         return best;
     }
     std::size_t size() const { return events_.size(); }
     /// Appends the events that aren't gone.
-    void list_left(const Vector<FilmSpan>& spans, Vector<std::uint32_t>& left) const;
+    void list_left(const Vector<EventSpan>& spans, Vector<std::uint32_t>& left) const;
 
 private:
     struct Node {
-        SpanBounds bounds;
+        EventBounds bounds;
         std::uint32_t first; ///< may be gone: `first_left` corrects it
     };
     /// A node and the stretch of `events_` below it.
@@ -87,12 +87,12 @@ private:
     static constexpr std::size_t leaf_events = 8;
 
     Part whole() const { return {0, 0, events_.size()}; }
-    void arrange(const Vector<FilmSpan>& spans, const Part& part, bool by_start);
-    void close_leaf(const Vector<FilmSpan>& spans, const Part& part);
-    std::uint32_t first_left(const Vector<FilmSpan>& spans, const Part& part);
+    void arrange(const Vector<EventSpan>& spans, const Part& part, bool by_start);
+    void close_leaf(const Vector<EventSpan>& spans, const Part& part);
+    std::uint32_t first_left(const Vector<EventSpan>& spans, const Part& part);
 
     template <class Query>
-    void search(const Vector<FilmSpan>& spans, const Query& query, const Part& part, std::uint32_t& best) {
+    void search(const Vector<EventSpan>& spans, const Query& query, const Part& part, std::uint32_t& best) {
         if (first_left(spans, part) >= best || query.misses(nodes_[part.node].bounds)) return;
         if (query.takes_all(nodes_[part.node].bounds)) {
             best = nodes_[part.node].first;
@@ -105,7 +105,7 @@ private:
         }
     }
     template <class Query>
-    void search_leaf(const Vector<FilmSpan>& spans, const Query& query, const Part& part, std::uint32_t& best) const {
+    void search_leaf(const Vector<EventSpan>& spans, const Query& query, const Part& part, std::uint32_t& best) const {
         for (std::size_t i = part.from; i < part.to && events_[i] < best; ++i) {
             if (!spans[events_[i]].gone && query.takes(events_[i])) best = events_[i];
         }
@@ -120,7 +120,7 @@ class EventForest {
 public:
     void add(std::uint32_t event) { waiting_.push_back(event); }
 
-    template <class Query> std::uint32_t first(const Vector<FilmSpan>& spans, const Query& query, std::uint32_t best) {
+    template <class Query> std::uint32_t first(const Vector<EventSpan>& spans, const Query& query, std::uint32_t best) {
         if (!waiting_.empty()) plant(spans);
         for (EventTree& tree : trees_)
             best = tree.first(spans, query, best);
@@ -129,7 +129,7 @@ public:
 
 private:
     /// Makes a tree of the events that wait, and of the trees that aren't larger.
-    void plant(const Vector<FilmSpan>& spans);
+    void plant(const Vector<EventSpan>& spans);
 
     Vector<std::uint32_t> waiting_;
     Vector<EventTree> trees_;

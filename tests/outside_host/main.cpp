@@ -1,7 +1,9 @@
-// Builds an edit in code, makes a cutlist of it in the folder of the first argument and looks at the files.
+// Builds an edit in code, makes a cutlist of it in the folder of the first argument, compares that with itself and
+// looks at the files.
 
 #include <embedded/edit_builder.h>
 #include <embedded/services.h>
+#include <quillbrook/changelist.h>
 #include <quillbrook/cutlist.h>
 
 #include <fstream>
@@ -60,6 +62,18 @@ bool holds(const std::string& path, const char* text) {
     return false;
 }
 
+bool compare_with_itself(const std::string& stem, LoggerHandle& logger) {
+    const auto wide = [](const std::string& text) { return fromUTF8(text.c_str(), -1); };
+    embedded::settings_block options;
+    options.set("chg_verbose_list", "1");
+    changelist_reels reels{{wide(stem + ".cdb"), wide(stem + ".cdb")}};
+    if (const char* error = mr_make_changelist(reels, wide(stem + "-changes.txt"), &options, logger)) {
+        std::cerr << error << '\n';
+        return false;
+    }
+    return prove_change_steps(detailed_changes).proved && holds(stem + "-changes.txt", "THERE ARE NO CHANGES TO MAKE");
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -76,5 +90,5 @@ int main(int argc, char** argv) {
     if (!make_cutlist_from_edit(edit, logger, 0, &options, cues, false)) return 1;
     const bool table = holds(stem + ".cdb", "edit_name=Outside") && holds(stem + ".cdb", "KJ1234560100+00");
     const bool report = holds(stem + ".txt", "OUTSIDE") && holds(stem + ".txt", "KJ654321");
-    return table && report ? 0 : 1;
+    return table && report && compare_with_itself(stem, logger) ? 0 : 1;
 }
