@@ -1,9 +1,8 @@
 #include "changelist/change_record.h"
 
-#include "changelist/chgdb.h"
+#include "changelist/row_fields.h"
 #include "host/fixed_text.h"
 #include "reports/frame_math.h"
-#include "reports/number_text.h"
 
 #include <cmath>
 #include <strings.h>
@@ -11,31 +10,13 @@
 namespace {
 
 constexpr double speed_tolerance = 0.01;
-constexpr int code_chars = 19;
-constexpr int timecode_chars = 14;
-constexpr int standard_chars = 11;
-constexpr int shot_name_chars = 1023;
-constexpr int four_digits = 4;
-
 void read_number(const dbrecord& row, chgdb_field field, std::int32_t& number) {
     if (const char* text = row.get_field(static_cast<unsigned short>(field))) number = decimal_number(text);
 }
 
-template <std::size_t N> void read_text(const dbrecord& row, chgdb_field field, char (&text)[N]) {
-    row.in_field(field, text, static_cast<int>(N) - 1);
-}
-
-template <int Chars> void read_point(const dbrecord& row, chgdb_field field, LabelPoint& point) {
-    char text[Chars + 1] = {};
-    row.in_field(field, text, Chars);
-    point.set_sample(text);
-}
-
 void read_ink(const dbrecord& row, chgdb_field field, LabelPoint& point) {
-    char text[code_chars + 1] = "";
-    row.in_field(field, text, code_chars);
-    if (*text) {
-        point.set_sample(text);
+    if (*text_field(row, field)) {
+        parse_code(row, field, point);
     } else {
         point = get_invalid_label()->get_label_point(0);
     }
@@ -97,11 +78,11 @@ void ChangeRecord::read(const dbrecord& row) {
     if (const char* text = row.get_field(hf_speed)) speed = floating_number(text);
     read_number(row, hf_keycode_missing, keycode_missing);
     if (keycode_missing) {
-        keycode_in.modify_count_length(four_digits);
-        keycode_out.modify_count_length(four_digits);
+        keycode_in.modify_count_length(missing_key_digits);
+        keycode_out.modify_count_length(missing_key_digits);
     }
-    read_point<code_chars>(row, hf_keycode_in, keycode_in);
-    read_point<code_chars>(row, hf_keycode_out, keycode_out);
+    parse_code(row, hf_keycode_in, keycode_in);
+    parse_code(row, hf_keycode_out, keycode_out);
     read_ink(row, hf_inkcode_in, inkcode_in);
     read_ink(row, hf_inkcode_out, inkcode_out);
     read_number(row, hf_event1, event1);
@@ -109,19 +90,17 @@ void ChangeRecord::read(const dbrecord& row) {
     read_number(row, hf_subevent1, subevent1);
     read_number(row, hf_subevent2, subevent2);
     read_number(row, hf_optical, optical);
-    read_text(row, hf_record_type, record_type);
+    copy_field(row, hf_record_type, record_type);
     read_number(row, hf_old_edit_in, old_edit_in);
-    read_text(row, hf_cam_reel, cam_reel);
-    char name[shot_name_chars + 1] = "";
-    row.in_field(hf_shot_name, name, shot_name_chars);
-    shot_name = fromUTF8(name, -1);
-    read_text(row, hf_scene, scene);
-    read_text(row, hf_take, take);
-    read_text(row, hf_description, description);
-    read_text(row, hf_fx_op1, fx_op1);
-    read_text(row, hf_fx_op2, fx_op2);
-    read_text(row, hf_fx_name2, fx_name2);
-    read_text(row, hf_fx_pos, fx_pos);
+    copy_field(row, hf_cam_reel, cam_reel);
+    shot_name = shot_name_field(row);
+    copy_field(row, hf_scene, scene);
+    copy_field(row, hf_take, take);
+    copy_field(row, hf_description, description);
+    copy_field(row, hf_fx_op1, fx_op1);
+    copy_field(row, hf_fx_op2, fx_op2);
+    copy_field(row, hf_fx_name2, fx_name2);
+    copy_field(row, hf_fx_pos, fx_pos);
     read_number(row, hf_fx_len1, fx_len1);
     read_number(row, hf_fx_len2, fx_len2);
     read_number(row, hf_xref_recnum, xref_recnum);
@@ -130,14 +109,12 @@ void ChangeRecord::read(const dbrecord& row) {
     read_number(row, hf_reel_seq, reel_seq);
     read_number(row, hf_old_reel_seq, old_reel_seq);
 
-    char standard[standard_chars + 1] = "";
-    row.in_field(hf_prim_tc_std, standard, standard_chars);
-    prim_tc_in.set_type(edlstr_to_label_type(standard));
+    prim_tc_in.set_type(timecode_kind(row));
     prim_tc_out.set_type(prim_tc_in.type());
-    read_point<timecode_chars>(row, hf_prim_tc_in, prim_tc_in);
-    read_point<timecode_chars>(row, hf_prim_tc_out, prim_tc_out);
-    read_point<code_chars>(row, hf_bracket_in, bracket_in);
-    read_point<code_chars>(row, hf_bracket_out, bracket_out);
+    parse_timecode(row, hf_prim_tc_in, prim_tc_in);
+    parse_timecode(row, hf_prim_tc_out, prim_tc_out);
+    parse_code(row, hf_bracket_in, bracket_in);
+    parse_code(row, hf_bracket_out, bracket_out);
 }
 
 void ChangeRecord::write(dbrecord& row) const {

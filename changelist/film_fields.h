@@ -2,25 +2,22 @@
 // The film of a row alone: its key and ink numbers, length and speed, without the other labels of a record.
 
 #include "changelist/change_record.h"
-#include "changelist/chgdb.h"
+#include "changelist/row_fields.h"
 
 /// Reads the film of one row after another into one record.
 class FilmReader {
 public:
-    explicit FilmReader(label_t film_std) : blank_(film_std), film_(film_std) {}
+    explicit FilmReader(label_t film_std) : labels_(film_std), film_(film_std) {}
 
     /// Key and ink number of the first frame, `keycode_missing`, `edit_length` and `speed`, as a new record would
     /// read them; no other member means anything. Good until the next call.
     ChangeRecord& read(const dbrecord& row);
-    /// The row's own key or ink number of the last frame, in the kind of the film that was read last.
-    LabelPoint key_out(const dbrecord& row) const;
-    LabelPoint ink_out(const dbrecord& row) const;
+    /// The row's own key and ink number of the last frame.
+    LabelPoint key_out(const dbrecord& row) const { return labels_.key(row, hf_keycode_out); }
+    LabelPoint ink_out(const dbrecord& row) const { return labels_.ink(row, hf_inkcode_out); }
 
 private:
-    LabelPoint read_key(const dbrecord& row, chgdb_field field, const LabelPoint& blank) const;
-    LabelPoint read_ink(const dbrecord& row, chgdb_field field, const LabelPoint& blank) const;
-
-    const ChangeRecord blank_;
+    RowLabels labels_;
     ChangeRecord film_;
 };
 

@@ -8,9 +8,9 @@
 #include "reports/cut_s.h"
 #include "reports/cutdb.h"
 #include "reports/frame_math.h"
+#include "reports/substitute.h"
 
 #include <cstdio>
-#include <cwchar>
 #include <memory>
 #include <string_view>
 
@@ -275,19 +275,4 @@ int fill_change_record(int frame_offset, int reel, ChangeRecord& row, const cut_
     put_text(row.take, cut.take);
     fill_transitions(row, cut);
     return 0;
-}
-
-LightweightString<wchar_t> substitute(LightweightString<wchar_t> text, const wchar_t* pattern,
-                                      const LightweightString<wchar_t>& value) {
-    const std::wstring_view wanted(pattern);
-    if (wanted.empty()) return text;
-    LightweightString<wchar_t> result;
-    std::wstring_view rest = text.view();
-    for (std::size_t at = rest.find(wanted); at != rest.npos; at = rest.find(wanted)) {
-        result += rest.substr(0, at);
-        result += value;
-        rest.remove_prefix(at + wanted.size());
-    }
-    result += rest;
-    return result;
 }

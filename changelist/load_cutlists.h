@@ -17,7 +17,3 @@ const char* load_cutlist_set(int* reel_start, EditLabel* reel_label, label_t* fi
 const char* flatten_cutlist(int* length_out, int frame_offset, int reel, chgdb& table, cutdb& list, label_t film_std);
 
 int fill_change_record(int frame_offset, int reel, ChangeRecord& row, const cut_report& cut);
-
-/// A copy of `text` with each `pattern` replaced by `value`.
-LightweightString<wchar_t> substitute(LightweightString<wchar_t> text, const wchar_t* pattern,
-                                      const LightweightString<wchar_t>& value);

@@ -10,6 +10,7 @@
 #include "reports/pull_list.h"
 #include "reports/reuse_scan.h"
 #include "reports/roll_list.h"
+#include "reports/substitute.h"
 #include "reports/timecode_list.h"
 
 #include <cstdio>
@@ -34,20 +35,6 @@ constexpr List lists[] = {
 };
 
 constexpr int end_of_run = 4;
-
-LightweightString<wchar_t> with_file_name(const LightweightString<wchar_t>& text,
-                                          const LightweightString<wchar_t>& path) {
-    constexpr std::wstring_view placeholder = L"$FILE$";
-    LightweightString<wchar_t> result;
-    std::wstring_view rest = text.view();
-    for (std::size_t at = rest.find(placeholder); at != rest.npos; at = rest.find(placeholder)) {
-        result += rest.substr(0, at);
-        result += path;
-        rest.remove_prefix(at + placeholder.size());
-    }
-    result += rest;
-    return result;
-}
 
 bool refuse(LoggerHandle& logger, const wchar_t* why) {
     logger.message(why, end_of_run);
@@ -120,7 +107,7 @@ ReportContext& report_context() {
 bool print_cutlist_reports(const LightweightString<wchar_t>& cdb_path, const LightweightString<wchar_t>& report_path,
                            LoggerHandle& logger, bool overwrite_report, const configb* options) {
     if (options) read_cutlist_options(options);
-    logger.message(with_file_name(resourceStrW(10471), cdb_path), 0);
+    logger.message(substitute(resourceStrW(10471), L"$FILE$", cdb_path), 0);
 
     recdb table(cdb_path, std::numeric_limits<int>::max(), false);
     if (!table.get_valid()) return refuse(logger, L"Unable to read CUTDB database");

@@ -2,6 +2,7 @@
 
 #include "changelist/change_record.h"
 #include "changelist/load_cutlists.h"
+#include "reports/substitute.h"
 #include "tests/changelist/cut_files.h"
 
 #include <memory>
