@@ -66,6 +66,13 @@ void show_all(recdb& table) {
     table.set_show_tags_only(0);
 }
 
+void show_events(recdb& table) {
+    show_all(table);
+    tag_rows(table, hf_optical, "1", 0);
+    table.invert_all_tags();
+    table.set_show_tags_only(1);
+}
+
 void tag_rows(recdb& table, chgdb_field field, const char* value, int add) {
     dbrecord* query = table.make_dummy_record();
     query->set_field(field, value, true);

@@ -65,6 +65,8 @@ public:
 
 /// Clears all tags and shows every row.
 void show_all(recdb& table);
+/// Shows the events alone, without the opticals.
+void show_events(recdb& table);
 /// Tags the rows whose field begins with `value`; `add` 0 starts afresh, 1 keeps the tags that stand.
 void tag_rows(recdb& table, chgdb_field field, const char* value, int add);
 /// Tags rows by the kind of change: "D" stands for "DU" and "DC".

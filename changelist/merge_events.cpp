@@ -12,10 +12,7 @@ constexpr int comparing_severity = 5;
 
 /// Opticals take no part; the rest stands in the order of its film.
 void order_by_film(chgdb& events) {
-    show_all(events);
-    tag_rows(events, hf_optical, "1", 0);
-    events.invert_all_tags();
-    events.set_show_tags_only(1);
+    show_events(events);
     int order[] = {hf_keycode_in, hf_reel_seq, hf_edit_in, -1};
     events.set_sortfields(order);
     events.sort(1, 1);

@@ -125,10 +125,7 @@ void show_inserts_by_key(chgdb& changes) {
 }
 
 void show_events_by_key(chgdb& events) {
-    show_all(events);
-    tag_rows(events, hf_optical, "1", 0);
-    events.invert_all_tags();
-    events.set_show_tags_only(1);
+    show_events(events);
     int by_key[] = {hf_keycode_in, -1};
     events.set_sortfields(by_key);
     events.sort(1, 1);
