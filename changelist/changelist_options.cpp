@@ -45,9 +45,9 @@ void read_field(const configb& block, const OptionField& field, ChangelistOption
 }
 
 // The units alone start afresh with every run.
-void read_units(const configb& block, ChangelistOptions& options) {
+void read_units(const configb* block, ChangelistOptions& options) {
     unsigned units = 0;
-    block.in(units_key, units);
+    if (block) block->in(units_key, units);
     options.units_frames = units == 0;
     options.units_feet = units == 1;
     options.units_timecode = units > 1;
@@ -60,10 +60,12 @@ ChangelistOptions& changelist_options() {
     return options;
 }
 
-void read_changelist_options(const configb& block) {
+void read_changelist_options(const configb* block) {
     ChangelistOptions& options = changelist_options();
-    for (const OptionField& field : option_fields)
-        read_field(block, field, options);
+    if (block) {
+        for (const OptionField& field : option_fields)
+            read_field(*block, field, options);
+    }
     read_units(block, options);
 }
 

@@ -28,4 +28,5 @@ struct ChangelistOptions {
 /// The record of the run in progress; it outlives the run.
 ChangelistOptions& changelist_options();
 
-void read_changelist_options(const configb& block);
+/// Null stands for a block without keys.
+void read_changelist_options(const configb* block);

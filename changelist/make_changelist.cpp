@@ -1,6 +1,7 @@
 #include "changelist/change_analysis.h"
 #include "changelist/changelist_options.h"
 #include "changelist/cutlist_set.h"
+#include "changelist/kept_steps.h"
 #include "changelist/run_state.h"
 #include "quillbrook/changelist.h"
 
@@ -30,11 +31,12 @@ const char* fill_set(CutlistSet& set, const changelist_reels& reels, Lightweight
 
 const char* mr_make_changelist(changelist_reels& reels, const LightweightString<wchar_t>& report_file, configb* config,
                                LoggerHandle& log) {
+    kept_run() = KeptRun();
     CutlistSet old_set;
     CutlistSet new_set;
     if (const char* error = fill_set(old_set, reels, &Names::first)) return error;
     if (const char* error = fill_set(new_set, reels, &Names::second)) return error;
-    if (config) read_changelist_options(*config);
+    read_changelist_options(config);
     if (old_set.reel_count < 1 || new_set.reel_count < 1) return "Error in reel count\n";
 
     ChangeRun& run = change_run();

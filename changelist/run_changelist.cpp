@@ -72,7 +72,6 @@ const char* run_changelist(const CutlistSet& old_set, const CutlistSet& new_set,
                            const LightweightString<wchar_t>& report_file, LoggerHandle& log) {
     const LifeSupport life_support;
     ChangeRun& run = change_run();
-    kept_run() = KeptRun();
     if (old_set.reel_count >= reel_slots || new_set.reel_count >= reel_slots)
         return "maximum cutting-copy reel count exceeded\n";
 

@@ -2,6 +2,7 @@
 
 #include "changelist/cutlist_set.h"
 #include "tests/changelist/cut_files.h"
+#include "tests/support/memory_files.h"
 
 #include <string>
 
@@ -9,10 +10,17 @@ namespace {
 
 using namespace changelist_test;
 
-using ChangelistEntry = ChangelistTest;
+class ChangelistEntry : public ChangelistTest {
+protected:
+    std::string refused_tracks(const Header& old_header, const Header& new_header) {
+        return run({write("a.cdb", one_shot, old_header)}, {write("b.cdb", one_shot, new_header)});
+    }
 
-const Cut one_shot = {{.frame = 0, .length = 100}};
-const Cut longer_shot = {{.frame = 0, .length = 120}};
+    const Cut one_shot = {{.frame = 0, .length = 100}};
+    const Cut longer_shot = {{.frame = 0, .length = 120}};
+    const Header picture{.channel = "V00"};
+    const Header sound{.channel = "A05"};
+};
 
 TEST_F(ChangelistEntry, AnEmptyListIsRefusedWithoutReadingTheOptions) {
     block.set("chg_summary_list", "1");
@@ -24,6 +32,12 @@ TEST_F(ChangelistEntry, ASideWithoutReelsIsRefused) {
     const std::string a = write("a.cdb", one_shot);
     EXPECT_EQ(run({a}, {}), "Error in reel count\n");
     EXPECT_EQ(run({}, {a}), "Error in reel count\n");
+}
+
+TEST_F(ChangelistEntry, TheOptionsAreReadBeforeTheReelsAreCounted) {
+    block.set("chg_summary_list", "7");
+    EXPECT_EQ(run({write("a.cdb", one_shot)}, {}), "Error in reel count\n");
+    EXPECT_EQ(changelist_options().summary_list, 7);
 }
 
 TEST_F(ChangelistEntry, OnlyThePlainUpperCaseWordEndsASide) {
@@ -56,6 +70,17 @@ TEST_F(ChangelistEntry, UnitsThatAreNotGivenAreFramesWhateverTheLastRunChose) {
     EXPECT_EQ(changelist_options().units_frames, 1);
 }
 
+TEST_F(ChangelistEntry, WithoutABlockTheOptionsStayButForTheUnits) {
+    ask_for_all();
+    block.set("chg_lengthunits", "1");
+    changes(one_shot, longer_shot);
+    changelist_reels reels{{wide(scratch.file("old.cdb")), wide(scratch.file("new.cdb"))}};
+    EXPECT_EQ(mr_make_changelist(reels, wide(scratch.file("changes.txt")), nullptr, logger), nullptr);
+    EXPECT_NE(report().find("DETAILED LIST OF CHANGES:"), std::string::npos);
+    EXPECT_EQ(changelist_options().units_feet, 0);
+    EXPECT_EQ(changelist_options().units_frames, 1);
+}
+
 TEST_F(ChangelistEntry, UnitsAboveOneAreTimecode) {
     ask_for_all();
     block.set("chg_lengthunits", "7");
@@ -79,12 +104,107 @@ TEST_F(ChangelistEntry, KeyColumnsThatWereTurnedOffStayOff) {
 
 TEST_F(ChangelistEntry, TransitionsStayOffAfterSoundUntilAskedForAgain) {
     ask_for_all();
-    const Header sound{.channel = "A05"};
     EXPECT_EQ(run({write("a.cdb", one_shot, sound)}, {write("b.cdb", longer_shot, sound)}), "");
     block = embedded::settings_block();
     EXPECT_EQ(changes(one_shot, longer_shot).find("TRANSITIONS"), std::string::npos);
     block.set("chg_dissolve_list", "1");
     EXPECT_NE(changes(one_shot, longer_shot).find("TRANSITIONS IN NEW SEQUENCE:"), std::string::npos);
+}
+
+TEST_F(ChangelistEntry, SoundWithTransitionsAloneHasNothingToPrint) {
+    block.set("chg_dissolve_list", "1");
+    EXPECT_EQ(refused_tracks(sound, sound), "No reports have been requested!\n");
+    EXPECT_EQ(refused_tracks(picture, picture), "");
+}
+
+TEST_F(ChangelistEntry, PictureIsNotComparedWithSoundWhicheverComesFirst) {
+    ask_for_all();
+    const std::string refusal = "Cutlists were made for different picture/sound tracks";
+    EXPECT_EQ(refused_tracks(picture, sound), refusal);
+    EXPECT_EQ(refused_tracks(sound, picture), refusal);
+    EXPECT_EQ(refused_tracks({.channel = ""}, sound), refusal);
+}
+
+TEST_F(ChangelistEntry, EachRunFindsOutAfreshWhetherItIsOfSound) {
+    ask_for_all();
+    EXPECT_NE(refused_tracks(sound, picture), "");
+    EXPECT_EQ(change_run().sound_track, 5);
+    EXPECT_EQ(refused_tracks(picture, picture), "");
+    EXPECT_EQ(change_run().sound_list, 0);
+    EXPECT_EQ(change_run().sound_track, 0);
+    EXPECT_EQ(refused_tracks(sound, {.channel = "A07"}), "");
+    EXPECT_EQ(change_run().sound_list, 1);
+    EXPECT_EQ(change_run().sound_track, 7);
+}
+
+TEST_F(ChangelistEntry, FilmIsComparedBeforeTheListsAreLookedAt) {
+    const std::string a = write("a.cdb", one_shot);
+    const std::string b = write("b.cdb", one_shot, {.film = "16mm-1p"});
+    EXPECT_EQ(run({a}, {b}), "The old and new cutlists have different film standards!\n");
+    EXPECT_EQ(run({a}, {a}), "No reports have been requested!\n");
+}
+
+TEST_F(ChangelistEntry, ProgressIsToldInTheOrderOfTheWork) {
+    ask_for_all();
+    const std::string a = write("a.cdb", one_shot);
+    const std::string b = write("b.cdb", longer_shot);
+    ASSERT_EQ(run({a, b}, {b}), "");
+    const auto text = [](ResId id) { return std::string(toUTF8(resourceStrW(id)).c_str()); };
+    EXPECT_EQ(logger.lines, (std::vector<LoggedLine>{{"Reading cutlist " + a, 0},
+                                                     {"Reading cutlist " + b, 0},
+                                                     {"Reading cutlist " + b, 0},
+                                                     {text(10266), 5},
+                                                     {text(10267), 0},
+                                                     {text(10269), 0},
+                                                     {text(10268), 0},
+                                                     {"Writing", 0},
+                                                     {text(10260), 0},
+                                                     {text(10264), 0},
+                                                     {text(10272), 0},
+                                                     {text(10265), 0}}));
+}
+
+TEST_F(ChangelistEntry, OnlyTheListsThatAreWrittenAreTold) {
+    block.set("chg_verbose_list", "1");
+    changes(one_shot, longer_shot);
+    EXPECT_EQ(logger.lines.back(), (LoggedLine{toUTF8(resourceStrW(10272)).c_str(), 0}));
+    EXPECT_FALSE(logger.said(toUTF8(resourceStrW(10260)).c_str(), 0));
+}
+
+TEST_F(ChangelistEntry, WorkingFilesAreReplacedBeforeTheReportIsOpened) {
+    ask_for_all();
+    const std::string a = write("a.cdb", one_shot);
+    MemoryFileSystem memory;
+    ASSERT_EQ(run({a}, {a}), "");
+    EXPECT_EQ(memory.disc.calls, (std::vector<std::string>{"remove " + scratch.file("oldcut__.chg"),
+                                                           "remove " + scratch.file("newcut__.chg"),
+                                                           "open " + scratch.file("changes.txt") + " 2 3 0 0"}));
+    EXPECT_TRUE(memory.disc.files.at(scratch.file("changes.txt"))->closed);
+    memory.disc.refuses = true;
+    EXPECT_EQ(run({a}, {a}), "ERROR: Couldn't create changelist report file\n");
+}
+
+TEST_F(ChangelistEntry, AListThatIsNotWantedOpensNothing) {
+    const std::string a = write("a.cdb", one_shot);
+    MemoryFileSystem memory;
+    EXPECT_NE(run({a}, {a}), "");
+    EXPECT_EQ(memory.disc.calls.size(), 2U);
+}
+
+TEST_F(ChangelistEntry, ARunThatDoesNotStartLeavesNoStepsOfTheOneBefore) {
+    ask_for_all();
+    const auto steps = [] {
+        unsigned count = 0;
+        change_steps(detailed_changes, count);
+        return count;
+    };
+    changes(one_shot, longer_shot);
+    ASSERT_EQ(steps(), 1U);
+    EXPECT_EQ(run({}, {}), "No edits in list\n");
+    EXPECT_EQ(steps(), 0U);
+    changes(one_shot, longer_shot);
+    EXPECT_EQ(run({scratch.file("old.cdb")}, {}), "Error in reel count\n");
+    EXPECT_EQ(steps(), 0U);
 }
 
 TEST_F(ChangelistEntry, WithoutAListNothingIsMade) {
@@ -98,6 +218,11 @@ TEST_F(ChangelistEntry, TakesFortyNineReelsASideAndNoMore) {
     EXPECT_EQ(run(std::vector<std::string>(49, a), {a}), "");
     EXPECT_EQ(run(std::vector<std::string>(50, a), {a}), "maximum cutting-copy reel count exceeded\n");
     EXPECT_EQ(run({a}, std::vector<std::string>(50, a)), "maximum cutting-copy reel count exceeded\n");
+}
+
+TEST_F(ChangelistEntry, TooManyReelsAreRefusedBeforeAnyIsRead) {
+    run({"none.cdb"}, std::vector<std::string>(50, "none.cdb"));
+    EXPECT_TRUE(logger.lines.empty());
 }
 
 TEST_F(ChangelistEntry, AReportThatCannotBeMadeIsToldOf) {
@@ -135,6 +260,8 @@ TEST(CutlistSets, RecordsOrderByReelThenByPart) {
     EXPECT_EQ(second.compare(first), 1);
     EXPECT_EQ(first.compare(part), -1);
     EXPECT_EQ(first.compare(CutlistSetRec(L"other.cdb", 1)), 0);
+    EXPECT_TRUE(first == CutlistSetRec(L"other.cdb", 1));
+    EXPECT_TRUE(first != part);
 }
 
 TEST(CutlistSets, ADoubledOrInvalidReelIsRefused) {
