@@ -46,10 +46,18 @@ TEST_F(ChgdbTest, RevisionEightAndAboveAreRead) {
 
 TEST_F(ChgdbTest, ATableWithoutARevisionIsNotValidAndNothingIsSaid) {
     const std::string path = directory.file("plain.chg");
-    put_bytes(path, "%recdb 1\nFILMLAB_STD_=35mm-4p\n\nevent1\na\n");
-    const chgdb read(fromUTF8(path.c_str(), -1), &logger);
-    EXPECT_EQ(read.get_valid(), 0);
+    const auto is_valid = [&](const char* revision) {
+        put_bytes(path, std::string("%recdb 1\n") + revision + "FILMLAB_STD_=35mm-4p\n\nevent1\na\n");
+        return chgdb(fromUTF8(path.c_str(), -1), &logger).get_valid();
+    };
+    EXPECT_EQ(is_valid("CHGDB=Rev 8\n"), 1);
+    EXPECT_EQ(is_valid(""), 0);
     EXPECT_TRUE(logger.lines.empty());
+}
+
+TEST_F(ChgdbTest, ARevisionWithoutANumberIsTheOldest) {
+    EXPECT_EQ(valid_with("Rev"), 0);
+    EXPECT_TRUE(logger.said("ERROR: Old CHGDB (rev 0) : cannot process\n", 0));
 }
 
 TEST_F(ChgdbTest, AMissingFileIsNotValidAndNothingIsSaid) {

@@ -104,6 +104,21 @@ TEST_F(LoadingCutlists, WhatCannotBeComparedIsRefusedByItsName) {
               name + " - cannot currently generate changelists with this film gauge");
 }
 
+TEST_F(LoadingCutlists, OfSeveralReasonsTheFirstIsTold) {
+    const std::string name = "CUTDB <" + scratch.file("cut.cdb") + ">";
+    Header faults{.film = "none", .channel = "A05", .type = "neg-cut", .mixed = "1"};
+    change_run().track_seen = 1;
+    EXPECT_EQ(load(two_shots, faults), name + " has an invalid film label standard");
+    faults.film = "24fps";
+    EXPECT_EQ(load(two_shots, faults), name + " has mixed film gauges - unsuitable for changelists");
+    faults.mixed = "0";
+    EXPECT_EQ(load(two_shots, faults), name + " - cannot currently generate changelists with this film gauge");
+    faults.film = "35mm-4p";
+    EXPECT_STREQ(load(two_shots, faults), "The cutlist was made for a NEG-CUT - must be a CUTTING-COPY");
+    faults.type = "cutting-copy";
+    EXPECT_STREQ(load(two_shots, faults), "Cutlists were made for different picture/sound tracks");
+}
+
 TEST_F(LoadingCutlists, ARefusalLeavesTheWorkingFileOfBefore) {
     ASSERT_EQ(load(two_shots), nullptr);
     const std::string before = bytes_of_file(chg_file());
@@ -232,6 +247,23 @@ TEST_F(LoadingCutlists, AGapInTheReelNumbersIsRefused) {
 TEST_F(LoadingCutlists, EachFileIsAnnounced) {
     ASSERT_EQ(load(two_shots), nullptr);
     EXPECT_TRUE(logger.said("Reading cutlist " + scratch.file("cut.cdb"), 0));
+}
+
+TEST_F(LoadingCutlists, AFileIsAnnouncedBeforeItIsRefused) {
+    const std::string good = write("a.cdb", two_shots);
+    ASSERT_NE(load_files({good, scratch.file("none.cdb"), good}), nullptr);
+    ASSERT_GE(logger.lines.size(), 2U);
+    EXPECT_EQ(logger.lines[0], (LoggedLine{"Reading cutlist " + good, 0}));
+    EXPECT_EQ(logger.lines[1], (LoggedLine{"Reading cutlist " + scratch.file("none.cdb"), 0}));
+    EXPECT_FALSE(std::filesystem::exists(chg_file()));
+}
+
+TEST_F(LoadingCutlists, NamesStandInMessagesAsTheyAre) {
+    const std::string name = scratch.file("F\xc3\xa4hre $FILE$ %s \xe5\x9b\x9b.cdb");
+    EXPECT_STREQ(load_files({name}), ("Unable to read CUTDB database " + name).c_str());
+    EXPECT_EQ(logger.lines.at(0), (LoggedLine{"Reading cutlist " + name, 0}));
+    EXPECT_TRUE(made_cut::write_cut(name, two_shots, {.mixed = "1"}));
+    EXPECT_EQ(load_files({name}), "CUTDB <" + name + "> has mixed film gauges - unsuitable for changelists");
 }
 
 TEST_F(LoadingCutlists, EachReelHasItsTimecode) {
