@@ -56,27 +56,25 @@ const char* refusal(const cutdb& list, const LightweightString<wchar_t>& file) {
     return nullptr;
 }
 
+struct Channel {
+    int type = 0;
+    int number = 0;
+
+    explicit Channel(const cutdb& list) { parse_channel_text(parameter(list, "channel"), type, number); }
+};
+
 /// Holds all files of a run to one kind of track, that of the first.
 const char* take_track(const cutdb& list) {
     ChangeRun& run = change_run();
-    int type = 0;
-    int number = 0;
-    parse_channel_text(parameter(list, "channel"), type, number);
-    const bool sound = type == sound_channel;
+    const Channel channel(list);
+    const bool sound = channel.type == sound_channel;
     if (run.track_seen && sound != (run.sound_list != 0))
         return "Cutlists were made for different picture/sound tracks";
-    run.sound_track = sound ? number : 0;
+    run.sound_track = sound ? channel.number : 0;
     run.sound_list = sound ? 1 : 0;
     if (sound) changelist_options().dissolve_list = 0;
     run.track_seen = 1;
     return nullptr;
-}
-
-int channel_type(const cutdb& list) {
-    int type = 0;
-    int number = 0;
-    parse_channel_text(parameter(list, "channel"), type, number);
-    return type;
 }
 
 /// One side on its way into a table.
@@ -238,7 +236,7 @@ const char* load_cutlist_set(int* reel_start, EditLabel* reel_label, label_t* fi
 }
 
 const char* flatten_cutlist(int* length_out, int frame_offset, int reel, chgdb& table, cutdb& list, label_t film_std) {
-    const int type = channel_type(list);
+    const int type = Channel(list).type;
     Flattener flattener(table, film_std);
     for (unsigned index = 0; index < list.get_num_records(); ++index) {
         ChangeRecord row(film_std);
