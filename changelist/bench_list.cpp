@@ -1,10 +1,10 @@
 #include "changelist/bench_list.h"
 
+#include "changelist/change_units.h"
 #include "changelist/changelist_options.h"
 #include "changelist/list_section.h"
 #include "changelist/run_state.h"
 #include "host/fixed_text.h"
-#include "reports/frame_math.h"
 
 #include <cstdio>
 #include <string_view>
@@ -23,27 +23,10 @@ constexpr ListHeads take_heads = {
     bench_stops, "\t  Step\t Reel\t      At\t Do This\t  Length\t First/Last KEY\t First/Last INK\t Scene\t    Reel",
     "\t\t\t    Feet\t\t    Feet\t\t\t Take\t  Length"};
 
-struct Words {
-    char text[48] = "";
-};
+ListText feet(int frames) { return foot_text(label_t_to_foot_label_t(change_run().old_side.film_std), frames); }
 
-/// Frames as feet and frames of the film.
-Words feet(int frames) {
-    LabelPoint point(0, label_t_to_foot_label_t(change_run().old_side.film_std));
-    point.set_sample(frame_product(point.cvt()->samples_per_frame(), frames));
-    Words words;
-    put_text(words.text, point.get_string());
-    return words;
-}
-
-Words code(LabelPoint point) {
-    Words words;
-    put_text(words.text, point.get_string());
-    return words;
-}
-
-Words action(const change_step& step) {
-    Words words;
+ListText action(const change_step& step) {
+    ListText words;
     switch (step.action) {
     case change_remove:
         put_text(words.text, "DELETE");
@@ -81,11 +64,11 @@ void print_step(report& out, const change_step& step) {
     const Names names = names_of(step);
     out.need_lines(2);
     out.print("\t %5d\t %4d\t %07d\t %s\t %07d", step.step, step.reel, step.position, action(step).text, step.length);
-    out.print("\t %s\t %s\t %s\t %07d\n", code(step.first_key).text, code(step.first_ink).text, names.first.c_str(),
-              step.reel_length);
+    out.print("\t %s\t %s\t %s\t %07d\n", point_text(step.first_key).text, point_text(step.first_ink).text,
+              names.first.c_str(), step.reel_length);
     out.print("\t\t\t %s\t\t %s", feet(step.position).text, feet(step.length).text);
-    out.print("\t %s\t %s\t %s\t %s\n", code(step.last_key).text, code(step.last_ink).text, names.second.c_str(),
-              feet(step.reel_length).text);
+    out.print("\t %s\t %s\t %s\t %s\n", point_text(step.last_key).text, point_text(step.last_ink).text,
+              names.second.c_str(), feet(step.reel_length).text);
 }
 
 } // namespace

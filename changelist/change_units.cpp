@@ -3,7 +3,6 @@
 #include "changelist/changelist_options.h"
 #include "changelist/run_state.h"
 #include "host/fixed_text.h"
-#include "reports/code_text.h"
 #include "reports/frame_math.h"
 
 #include <cstdio>
@@ -38,12 +37,6 @@ EditLabel counted_from_zero(EditLabel label) {
     return label;
 }
 
-ListText foot_text(label_t foot_kind, int frames) {
-    LabelPoint point(0, foot_kind);
-    point.set_sample(frame_product(point.cvt()->samples_per_frame(), frames));
-    return point_text(point);
-}
-
 } // namespace
 
 LengthText::LengthText(const char* lead, const char* number) {
@@ -76,6 +69,12 @@ LengthText ChangeUnits::behind(const char* lead, int frames) const {
     char digits[16];
     std::snprintf(digits, sizeof digits, "%07d", frames);
     return {lead, digits};
+}
+
+ListText foot_text(label_t foot_kind, int frames) {
+    LabelPoint point(0, foot_kind);
+    point.set_sample(frame_product(point.cvt()->samples_per_frame(), frames));
+    return point_text(point);
 }
 
 int magnitude(int frames) { return frames < 0 ? frame_difference(0, frames) : frames; }

@@ -1,7 +1,7 @@
 #pragma once
 // Lengths and positions of film as the change lists print them.
 
-#include "host/labels.h"
+#include "reports/code_text.h"
 
 /// A length or position as a list shows it; what doesn't fit is cut.
 struct LengthText {
@@ -37,6 +37,9 @@ private:
     EditLabel zero_label_;
     label_t foot_kind_;
 };
+
+/// Frames as feet and frames of a foot kind, without a lead.
+ListText foot_text(label_t foot_kind, int frames);
 
 /// The value without its sign.
 int magnitude(int frames);
