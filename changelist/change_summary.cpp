@@ -11,6 +11,7 @@
 
 namespace {
 
+constexpr ResId summary_message = 10260;
 constexpr int summary_stops[] = {1, 17, 33, 49, 65, 83, 0};
 
 constexpr ListHeads summary_heads = {summary_stops,
@@ -63,7 +64,7 @@ LengthText total_text(const ChangeUnits& units, const Leads& leads, int total) {
 } // namespace
 
 void write_summary(report& out, chgdb& changes, LoggerHandle& log) {
-    log.message(resourceStrW(10260), 0);
+    log.message(resourceStrW(summary_message), 0);
     start_section(out, "SUMMARY OF CHANGES:\n\n", summary_heads);
 
     const ChangeSums sums = add_up(changes);

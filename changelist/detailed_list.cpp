@@ -15,6 +15,7 @@
 
 namespace {
 
+constexpr ResId changes_message = 10272;
 constexpr int scene_take_key_stops[] = {1, 7, 19, 34, 56, 72, 91, 108, 125, 0};
 constexpr int scene_take_stops[] = {1, 7, 19, 34, 56, 72, 89, 106, 0};
 constexpr int name_key_stops[] = {1, 7, 19, 34, 56, 72, 91, 108, 0};
@@ -165,7 +166,7 @@ private:
 } // namespace
 
 void write_changes(report& out, chgdb& changes, LoggerHandle& log) {
-    log.message(resourceStrW(10272), 0);
+    log.message(resourceStrW(changes_message), 0);
     show_changes(changes);
     const Vector<Step> steps = steps_of(changes);
     start_section(out, "DETAILED LIST OF CHANGES:\n\n", chosen_heads(layouts));

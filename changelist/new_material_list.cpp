@@ -12,6 +12,7 @@
 
 namespace {
 
+constexpr ResId new_material_message = 10264;
 constexpr int scene_take_key_stops[] = {1, 22, 43, 59, 79, 95, 0};
 constexpr int scene_take_stops[] = {1, 22, 43, 59, 75, 0};
 constexpr int name_key_stops[] = {1, 22, 38, 58, 74, 0};
@@ -56,7 +57,7 @@ void print_material(report& out, const ListedRow& row, const ChangeUnits& units)
 } // namespace
 
 void write_new_material(report& out, chgdb& changes, LoggerHandle& log) {
-    log.message(resourceStrW(10264), 0);
+    log.message(resourceStrW(new_material_message), 0);
     start_section(out, "NEW MATERIAL:\n\n", chosen_heads(layouts));
     show_new_material(changes);
     if (changes.get_num_records() == 0) {

@@ -12,6 +12,7 @@
 
 namespace {
 
+constexpr ResId transitions_message = 10265;
 constexpr int transition_stops[] = {1, 17, 34, 54, 0};
 
 constexpr ListHeads transition_heads = {transition_stops,
@@ -88,7 +89,7 @@ int print_transitions(report& out, const ListedRow& row, const ChangeUnits& unit
 } // namespace
 
 void write_transitions(report& out, chgdb& new_events, LoggerHandle& log) {
-    log.message(resourceStrW(10265), 0);
+    log.message(resourceStrW(transitions_message), 0);
     start_section(out, "TRANSITIONS IN NEW SEQUENCE:\n\n", transition_heads);
     show_all(new_events);
     sort_by(new_events, {hf_reel_seq, hf_edit_in, -1});
