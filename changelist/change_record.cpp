@@ -10,6 +10,7 @@
 namespace {
 
 constexpr double speed_tolerance = 0.01;
+
 void read_number(const dbrecord& row, chgdb_field field, std::int32_t& number) {
     if (const char* text = row.get_field(static_cast<unsigned short>(field))) number = decimal_number(text);
 }
@@ -22,11 +23,28 @@ void read_ink(const dbrecord& row, chgdb_field field, LabelPoint& point) {
     }
 }
 
+// A count of its own length only belongs to a real key number.
+void read_film_codes(const dbrecord& row, ChangeRecord& record) {
+    if (record.keycode_missing) {
+        record.keycode_in.modify_count_length(missing_key_digits);
+        record.keycode_out.modify_count_length(missing_key_digits);
+    }
+    parse_code(row, hf_keycode_in, record.keycode_in);
+    parse_code(row, hf_keycode_out, record.keycode_out);
+    read_ink(row, hf_inkcode_in, record.inkcode_in);
+    read_ink(row, hf_inkcode_out, record.inkcode_out);
+}
+
+void read_timecodes(const dbrecord& row, ChangeRecord& record) {
+    record.prim_tc_in.set_type(timecode_kind(row));
+    record.prim_tc_out.set_type(record.prim_tc_in.type());
+    parse_timecode(row, hf_prim_tc_in, record.prim_tc_in);
+    parse_timecode(row, hf_prim_tc_out, record.prim_tc_out);
+}
+
 void write_text(dbrecord& row, chgdb_field field, const char* text) { row.set_field(field, text, true); }
 
 void write_point(dbrecord& row, chgdb_field field, LabelPoint point) { write_text(row, field, point.get_string()); }
-
-int step_of(const LabelPoint& point) { return point.is_valid() ? point.cvt()->samples_per_frame() : 1; }
 
 // Film frames that an event covers, one past its last. A held frame covers one.
 int frames_covered(const ChangeRecord& record) {
@@ -77,14 +95,7 @@ void ChangeRecord::read(const dbrecord& row) {
     read_number(row, hf_edit_length, edit_length);
     if (const char* text = row.get_field(hf_speed)) speed = floating_number(text);
     read_number(row, hf_keycode_missing, keycode_missing);
-    if (keycode_missing) {
-        keycode_in.modify_count_length(missing_key_digits);
-        keycode_out.modify_count_length(missing_key_digits);
-    }
-    parse_code(row, hf_keycode_in, keycode_in);
-    parse_code(row, hf_keycode_out, keycode_out);
-    read_ink(row, hf_inkcode_in, inkcode_in);
-    read_ink(row, hf_inkcode_out, inkcode_out);
+    read_film_codes(row, *this);
     read_number(row, hf_event1, event1);
     read_number(row, hf_event2, event2);
     read_number(row, hf_subevent1, subevent1);
@@ -108,11 +119,7 @@ void ChangeRecord::read(const dbrecord& row) {
     read_number(row, hf_relpos2, relpos2);
     read_number(row, hf_reel_seq, reel_seq);
     read_number(row, hf_old_reel_seq, old_reel_seq);
-
-    prim_tc_in.set_type(timecode_kind(row));
-    prim_tc_out.set_type(prim_tc_in.type());
-    parse_timecode(row, hf_prim_tc_in, prim_tc_in);
-    parse_timecode(row, hf_prim_tc_out, prim_tc_out);
+    read_timecodes(row, *this);
     parse_code(row, hf_bracket_in, bracket_in);
     parse_code(row, hf_bracket_out, bracket_out);
 }
@@ -156,9 +163,9 @@ void ChangeRecord::write(dbrecord& row) const {
     write_point(row, hf_bracket_out, bracket_out);
 }
 
-int ChangeRecord::key_step() const { return step_of(keycode_in); }
+int ChangeRecord::key_step() const { return samples_per_frame(keycode_in); }
 
-int ChangeRecord::ink_step() const { return step_of(inkcode_in); }
+int ChangeRecord::ink_step() const { return samples_per_frame(inkcode_in); }
 
 bool ChangeRecord::varispeed() const { return !same_speed(speed, 1.0); }
 
@@ -218,5 +225,7 @@ bool is_filler(const LabelPoint& point) {
     const char* prefix = point.get_prefix();
     return prefix[0] == '_' && prefix[1] == '_';
 }
+
+int samples_per_frame(const LabelPoint& point) { return point.is_valid() ? point.cvt()->samples_per_frame() : 1; }
 
 bool same_speed(double a, double b) { return std::fabs(a - b) <= speed_tolerance; }

@@ -79,5 +79,7 @@ bool overlaps(const ChangeRecord& a, const ChangeRecord& b);
 
 /// The text of a point begins with "__", so there is no film behind it.
 bool is_filler(const LabelPoint& point);
+/// Samples of a frame on the point's kind of film; 1 where the point is invalid.
+int samples_per_frame(const LabelPoint& point);
 /// Both speeds differ by at most 0.01.
 bool same_speed(double a, double b);

@@ -11,8 +11,6 @@ namespace {
 
 bool is_plain(const CutEvent& event) { return same_speed(event.speed, 1.0); }
 
-int samples_per_frame(const LabelPoint& point) { return point.is_valid() ? point.cvt()->samples_per_frame() : 1; }
-
 /// The point of an event's film `frames` of the cut behind its start.
 LabelPoint counted_on(const CutEvent& event, LabelPoint point, int frames) {
     if (!point.is_valid()) return point;

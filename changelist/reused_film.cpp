@@ -8,10 +8,8 @@
 
 namespace {
 
-int step_of(const LabelPoint& point) { return point.is_valid() ? point.cvt()->samples_per_frame() : 1; }
-
 int sample_behind(const LabelPoint& start, int frames) {
-    return start.is_valid() ? frame_sum(start.sample, frame_product(step_of(start), frames)) : 0;
+    return start.is_valid() ? frame_sum(start.sample, frame_product(samples_per_frame(start), frames)) : 0;
 }
 
 FilmRow film_row(FilmReader& reader, const dbrecord& row) {
@@ -30,7 +28,7 @@ int FilmSpan::key_end() const { return sample_behind(key_in, length); }
 
 int FilmSpan::ink_end() const { return sample_behind(ink_in, length); }
 
-int FilmSpan::frame_step() const { return step_of(key_in); }
+int FilmSpan::frame_step() const { return samples_per_frame(key_in); }
 
 void FilmSpan::set_length(int frames) {
     length = frames;
