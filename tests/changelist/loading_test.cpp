@@ -244,6 +244,25 @@ TEST_F(LoadingCutlists, AGapInTheReelNumbersIsRefused) {
                  "Reel number sequence error\n");
 }
 
+TEST_F(LoadingCutlists, AFurtherPartGoesOnWhereItsReelStands) {
+    CutlistSet set;
+    const std::string file = write("a.cdb", two_shots);
+    auto* part = new CutlistSetRec(wide(file), 1);
+    part->subreel = 2;
+    for (CutlistSetRec* record : {new CutlistSetRec(wide(file), 2), part, new CutlistSetRec(wide(file), 1)})
+        ASSERT_EQ(set.add_reel(record), nullptr);
+    ASSERT_EQ(load_cutlist_set(side.reel_start, side.reel_label, &side.film_std, wide(chg_file()), set, logger),
+              nullptr);
+    table = std::make_unique<chgdb>(wide(chg_file()), &logger);
+    ASSERT_EQ(table->get_num_records(), 6U);
+    EXPECT_EQ(row(2).reel_seq, 1);
+    EXPECT_EQ(row(2).edit_in, 150);
+    EXPECT_EQ(row(4).reel_seq, 2);
+    EXPECT_EQ(row(4).edit_in, 0);
+    EXPECT_EQ(side.reel_start[1], 300);
+    EXPECT_EQ(side.reel_start[2], 450);
+}
+
 TEST_F(LoadingCutlists, EachFileIsAnnounced) {
     ASSERT_EQ(load(two_shots), nullptr);
     EXPECT_TRUE(logger.said("Reading cutlist " + scratch.file("cut.cdb"), 0));
