@@ -157,6 +157,20 @@ TEST(AnalysisTest, AFadeThatCameAtTheEndIsOneChangeWithTheLastKeyNumber) {
     EXPECT_STREQ(read_row(made.changes.table, 0).keycode_out.get_string(), "KJ1234560012+15");
 }
 
+TEST(AnalysisTest, AChangeAtTheEndOfAPieceHasThePiecesLastNumbers) {
+    FilmEvent old_event = shot(count_10, 16, 0);
+    old_event.ink = "AA010010+00";
+    old_event.fx_op2 = "F";
+    old_event.fx_len2 = 8;
+    FilmEvent new_event = shot(count_10, 48, 0);
+    new_event.ink = old_event.ink;
+    const Comparison made({old_event}, {new_event});
+    EXPECT_EQ(made.rows().at(0), "FX KJ1234560010+00 16 O F8>0");
+    ChangeRecord change = read_row(made.changes.table, 0);
+    EXPECT_STREQ(change.keycode_out.get_string(), "KJ1234560010+15");
+    EXPECT_STREQ(change.inkcode_out.get_string(), "AA010010+15");
+}
+
 TEST(AnalysisTest, APlainCutIsNoTransition) {
     FilmEvent old_event = shot(count_10, 48, 0);
     old_event.fx_op1 = old_event.fx_op2 = "C";
@@ -177,6 +191,23 @@ TEST(AnalysisTest, OpticalsTakeNoPart) {
     FilmEvent optical = shot(count_10, 48, 0);
     optical.optical = 1;
     EXPECT_EQ(Comparison({optical}, {optical, shot(count_11, 8, 0)}).rows(), (Rows{"I KJ1234560011+00 8 new 1:0"}));
+}
+
+// Of two partial overlaps the one that stands first in the new cut wins, whatever its key number.
+TEST(AnalysisTest, ARollThatTheOldCutReachesIsMetInTheOrderOfTheNewCut) {
+    const Comparison made({shot(count_11, 16, 0)}, {shot(count_10, 24, 100), shot("KJ1234560011+04", 24, 0)});
+    EXPECT_EQ(made.rows().at(0), "== KJ1234560011+04 12 old 1:4 new 1:0");
+}
+
+TEST(AnalysisTest, RollsBehindTheOldCutsLastComeInTheOrderOfTheirKeys) {
+    const FilmEvent kept = shot("KA0000010000+00", 8, 0);
+    const std::vector<FilmEvent> new_events = {kept, shot("KB0000010020+00", 8, 8), shot("KB0000010010+00", 8, 16)};
+    EXPECT_EQ(
+        Comparison({kept}, new_events).rows(),
+        (Rows{"== KA0000010000+00 8 old 1:0 new 1:0", "I KB0000010010+00 8 new 1:16", "I KB0000010020+00 8 new 1:8"}));
+    EXPECT_EQ(Comparison({kept, shot("KC0000010000+00", 8, 8)}, new_events).rows(),
+              (Rows{"== KA0000010000+00 8 old 1:0 new 1:0", "I KB0000010020+00 8 new 1:8",
+                    "I KB0000010010+00 8 new 1:16", "DU KC0000010000+00 8 old 1:8"}));
 }
 
 TEST(AnalysisTest, RollsThatOneCutLacksAreDeletedOrInserted) {

@@ -2,6 +2,7 @@
 
 #include "changelist/change_record.h"
 #include "changelist/load_cutlists.h"
+#include "host/fixed_text.h"
 #include "reports/substitute.h"
 #include "tests/changelist/cut_files.h"
 
@@ -217,6 +218,16 @@ TEST_F(LoadingCutlists, PictureIsWidenedOverItsTransitions) {
     EXPECT_EQ(row(0).edit_length, 124);
 }
 
+TEST_F(LoadingCutlists, WhatIsNotKnownAsPictureIsNotWidened) {
+    const Cut cut = {{.frame = 0, .length = 100, .out_op = "FO", .out_length = 24}};
+    for (const char* channel : {"A05", ""}) {
+        change_run() = ChangeRun();
+        ASSERT_EQ(load(cut, {.channel = channel}), nullptr);
+        EXPECT_EQ(row(0).edit_length, 100) << channel;
+        EXPECT_EQ(row(0).fx_len2, 24) << channel;
+    }
+}
+
 TEST_F(LoadingCutlists, AnUnreadableFileIsNamedAndALongNameIsCut) {
     EXPECT_EQ(load_files({scratch.file("none.cdb")}), "Unable to read CUTDB database " + scratch.file("none.cdb"));
     const std::string long_name = scratch.file(std::string(200, 'x'));
@@ -291,6 +302,86 @@ TEST_F(LoadingCutlists, EachReelHasItsTimecode) {
     ASSERT_EQ(load_files({a, b}), nullptr);
     EXPECT_STREQ(side.reel_label[0].get_string(24), "01:00:01:00");
     EXPECT_STREQ(side.reel_label[1].get_string(25), "02:00:01:00");
+}
+
+cut_report any_event() {
+    cut_report cut;
+    cut.edit_in = 7;
+    cut.cut_length = 30;
+    cut.cut_key_in.set_type(label_key_35mm_4p);
+    cut.cut_key_in.set_sample("KJ1234560010+00");
+    cut.cut_ink_in.set_type(label_t_to_ink_label_t(label_key_35mm_4p));
+    cut.cut_ink_in.set_sample("AA120020+00");
+    cut.keycode_missing = 2;
+    cut.prim_tc = EditLabel(label_tc_24, MediumRollIdent(medium_source_picture, 1));
+    cut.prim_tc.set_start("01:00:00:00");
+    cut.prim_tc.end = 24;
+    return cut;
+}
+
+TEST(RowsOfEvents, HoldTheFilmOfTheCutlist) {
+    ChangeRecord row(label_key_35mm_4p);
+    EXPECT_EQ(fill_change_record(50, 3, row, any_event()), 0);
+    EXPECT_EQ(row.reel_seq, 3);
+    EXPECT_EQ(row.edit_in, 57);
+    EXPECT_EQ(row.edit_length, 30);
+    EXPECT_EQ(row.speed, 1.0);
+    EXPECT_EQ(row.keycode_missing, 2);
+    EXPECT_STREQ(row.keycode_in.get_string(), "KJ1234560010+00");
+    EXPECT_STREQ(row.keycode_out.get_string(), "KJ1234560011+13");
+    EXPECT_STREQ(row.inkcode_in.get_string(), "AA120020+00");
+    EXPECT_STREQ(row.inkcode_out.get_string(), "AA120021+13");
+    EXPECT_STREQ(row.prim_tc_in.get_string(), "01:00:00:00");
+    EXPECT_STREQ(row.prim_tc_out.get_string(), "01:00:01:00");
+}
+
+TEST(RowsOfEvents, HoldTheWordsOfTheCutlist) {
+    cut_report cut = any_event();
+    put_text(cut.cam_reel, "A001");
+    put_text(cut.description, "a wide shot");
+    put_text(cut.scene, "12A");
+    put_text(cut.take, "3");
+    put_text(cut.fx_name_out, "Iris");
+    cut.shot_name = L"Harbour";
+    cut.special = special_black;
+    ChangeRecord row(label_key_35mm_4p);
+    fill_change_record(0, 1, row, cut);
+    EXPECT_STREQ(row.cam_reel, "A001");
+    EXPECT_STREQ(row.description, "a wide shot");
+    EXPECT_STREQ(row.scene, "12A");
+    EXPECT_STREQ(row.take, "3");
+    EXPECT_STREQ(row.fx_name2, "Iris");
+    EXPECT_EQ(row.shot_name, LightweightString<wchar_t>(L"Harbour"));
+}
+
+TEST(RowsOfEvents, HoldAllOfAFadeAndTheirHalfOfADissolve) {
+    cut_report cut = any_event();
+    put_text(cut.fx_op_in, "DI");
+    cut.fx_len_in = 25;
+    put_text(cut.fx_op_out, "FO");
+    cut.fx_len_out = 25;
+    ChangeRecord row(label_key_35mm_4p);
+    fill_change_record(0, 1, row, cut);
+    EXPECT_STREQ(row.fx_op1, "DI");
+    EXPECT_EQ(row.fx_len1, 12);
+    EXPECT_STREQ(row.fx_op2, "FO");
+    EXPECT_EQ(row.fx_len2, 25);
+}
+
+TEST_F(LoadingCutlists, AnOpticalHasItsOwnNameAndStandsBehindTheFilmAhead) {
+    cut_s optical =
+        made_cut::cut_of({.length = 40, .optical_record = 1, .track = 0, .layers = 1}, 5, label_key_35mm_4p);
+    put_text(optical.optical_name, "Wipe 7");
+    cutdb list(&logger);
+    optical.to_record(*list.get_record(static_cast<unsigned>(list.add_records(1))));
+    chgdb rows(label_key_35mm_4p, &logger);
+    int length = -1;
+    EXPECT_EQ(flatten_cutlist(&length, 50, 3, rows, list, label_key_35mm_4p), nullptr);
+    EXPECT_EQ(length, 0);
+    ASSERT_EQ(rows.get_num_records(), 1U);
+    EXPECT_EQ(rows.getField(0, hf_shot_name).view(), "Wipe 7");
+    EXPECT_EQ(rows.getField(0, hf_edit_in).view(), "55");
+    EXPECT_EQ(rows.getField(0, hf_reel_seq).view(), "3");
 }
 
 TEST(Substitution, ReplacesEachOccurrenceAndNotWhatItPutThere) {

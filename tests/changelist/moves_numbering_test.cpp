@@ -134,6 +134,14 @@ TEST_F(NumberStepsTest, TheWalkFromTheTailTakesInLaterReels) {
     EXPECT_EQ(numbered(), Lines{"MB 1.0@0 3.0@0"});
 }
 
+// What comes from the later reel isn't there yet, so its length counts for nothing on the way to the head.
+TEST_F(NumberStepsTest, TheWalkFromTheTailLeavesOutWhatComesFromOtherReels) {
+    set_reels(2);
+    add(moved("MB", {1, 200}, {1, 0}, 10));
+    add(moved("MB", {2, 0}, {1, 50}, 20));
+    EXPECT_EQ(numbered(), (Lines{"MB 1.0@200 2.0@10", "MB 3.0@0 4.0@50"}));
+}
+
 TEST_F(NumberStepsTest, ReelsAboveTheLastHaveNoSteps) {
     add(inserted({2, 10}, 5));
     add(gone({3, 10}, 5));
