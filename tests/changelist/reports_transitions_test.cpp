@@ -71,7 +71,7 @@ TEST_F(TransitionsTest, InTimecodeElapsedTimeCountsFromZero) {
 TEST_F(TransitionsTest, AnEventWithoutAKeyNumberSaysSo) {
     MadeRow event = dissolved();
     event.fx_op1 = "";
-    event.missing = 1;
+    event.missing = 2; // any number but 0
     add(event);
     EXPECT_EQ(below_heads(transitions()), R"(                 Fade OUT_GOING
  01:00:04:22         0000118      NO KEYKODE              0000012
