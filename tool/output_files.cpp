@@ -74,6 +74,11 @@ void check_readable(const std::string& path) {
     if (!fault.empty()) throw JobError(path + ": " + fault);
 }
 
+void check_plain(const std::string& path) {
+    std::error_code ignored;
+    if (fs::is_other(path, ignored)) throw JobError(path + ": is no plain file");
+}
+
 void check_outputs(const std::string& input, const Output& output, const std::vector<std::string>& beside) {
     const std::string& report = output.report;
     check_named("-o", report);
