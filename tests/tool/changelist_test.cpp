@@ -291,6 +291,13 @@ TEST_F(Changelist, DevicesAndPipesAreNoTables) {
     expect_failure({"print", "pipe.cdb", "-o", "a.txt"}, "pipe.cdb: is no plain file");
 }
 
+TEST_F(Changelist, FilesMustHaveNames) {
+    expect_failure({"changelist", "--old", "", "--new", "new.cdb", "-o", "a.txt"}, "quillbrook: \"\": names no file\n");
+    expect_failure({"changelist", "--old", "old.cdb", "--new", "", "-o", "a.txt"}, "quillbrook: \"\": names no file\n");
+    expect_failure(line({"--edits", ""}), "quillbrook: \"\": names no file\n");
+    expect_failure(line({"--lists-dir", ""}), "quillbrook: \"\": no such directory\n");
+}
+
 TEST_F(Changelist, MissingFolderForWorkingFilesIsTold) {
     const ToolResult result = run(line(), {{"TMPDIR", path("none")}});
     EXPECT_EQ(result.status, 1);
