@@ -1,5 +1,6 @@
 // Two long cuts compared, and how much of the detailed list can be carried out as it is numbered.
 
+#include "bench/long_cut.h"
 #include "embedded/services.h"
 #include "quillbrook/changelist.h"
 #include "tests/support/recuts.h"
@@ -7,10 +8,10 @@
 
 #include <benchmark/benchmark.h>
 
-#include <random>
-
 namespace {
 
+using bench::long_cut;
+using bench::recut_of;
 using made_cut::Cut;
 using made_cut::Shot;
 
@@ -53,34 +54,6 @@ private:
     embedded::settings_block block_;
     changelist_reels reels_;
 };
-
-/// `events` shots of `rolls` rolls, each with film of its own.
-Cut long_cut(int events, int rolls) {
-    Cut cut;
-    for (int event = 0; event < events; ++event) {
-        Shot shot;
-        const int roll = event % rolls;
-        shot.roll = "KJ0000" + std::to_string(10 + roll);
-        shot.cam_reel = "A0" + std::to_string(10 + roll);
-        shot.frame = 200 * (event / rolls);
-        shot.length = 40 + event % 50;
-        shot.name = "take " + std::to_string(event);
-        cut.push_back(shot);
-    }
-    return cut;
-}
-
-/// One event in ten trimmed, one in ten moved, one in twenty gone, one in twenty new.
-Cut recut_of(Cut cut) {
-    std::mt19937 random(7);
-    const auto any = [&] { return random() % cut.size(); };
-    for (std::size_t change = 0; change < cut.size() / 10; ++change) {
-        cut[any()].length -= 5;
-        std::swap(cut[any()], cut[any()]);
-        if (change % 2 == 0) cut[any()].roll = "KN000099";
-    }
-    return cut;
-}
 
 /// The same events with all film moved along its rolls, so that nothing is in both.
 Cut other_film(Cut cut) {

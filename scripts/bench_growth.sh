@@ -1,7 +1,7 @@
 #!/bin/bash
 # How the cost of a whole run grows: instructions (callgrind) and peak memory of the command on edits of 2,500,
 # 5,000 and 9,999 events. Fails where twice the events cost more than 2.2 times the instructions; with opticals,
-# re-use and the single-layer lists the limit is 2.3.
+# re-use and the single-layer lists the limit is 2.3. Then the same of the changelist of a recut.
 # Usage: scripts/bench_growth.sh [BUILD], by default build/release.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -10,11 +10,18 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 export SOURCE_DATE_EPOCH=0
 
+# What is measured: a cutlist of "plain" cuts or of ones with "opticals", or the "changes" of a recut.
 run() { # events, then what runs the command
     local events=$1 lists=()
-    [ -z "$kind" ] || lists=(--single-layer 1,2,3,4)
     shift
-    "$@" "$build/quillbrook" cutlist "$work/$events.otio" -o "$work/$events.txt" --overwrite --quiet "${lists[@]}"
+    if [ "$kind" = changes ]; then
+        "$@" "$build/quillbrook" changelist --old "$work/$events-old.cdb" --new "$work/$events-new.cdb" \
+            -o "$work/changes.txt" --overwrite --quiet --lists summary,new,changes,transitions,bench
+        return
+    fi
+    [ "$kind" = plain ] || lists=(--single-layer 1,2,3,4)
+    "$@" "$build/quillbrook" cutlist "$work/$events-$kind.otio" -o "$work/$events-$kind.txt" --overwrite --quiet \
+        "${lists[@]}"
 }
 
 instructions() {
@@ -28,10 +35,14 @@ peak_memory() {
 
 measure() { # kind of edit, limit
     local kind=$1 limit=$2 before= count ratio
-    echo "${kind:-cuts}"
+    echo "$kind"
     printf '%8s %18s %10s %12s\n' events instructions ratio 'peak KiB'
     for events in 2500 5000 9999; do
-        "$build/bench/make_edit" "$events" ${kind:+"$kind"} >"$work/$events.otio"
+        case $kind in
+        plain) "$build/bench/make_edit" "$events" >"$work/$events-plain.otio" ;;
+        opticals) "$build/bench/make_edit" "$events" opticals >"$work/$events-opticals.otio" ;;
+        changes) "$build/bench/make_recut" "$events" "$work/$events-old.cdb" "$work/$events-new.cdb" ;;
+        esac
         count=$(instructions "$events")
         ratio=-
         [ -z "$before" ] || ratio=$(awk -v a="$before" -v b="$count" 'BEGIN { printf "%.3f", b / a }')
@@ -44,5 +55,6 @@ measure() { # kind of edit, limit
     done
 }
 
-measure '' 2.2
+measure plain 2.2
 measure opticals 2.3
+measure changes 2.2

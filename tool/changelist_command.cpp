@@ -3,6 +3,7 @@
 #include "embedded/services.h"
 #include "host/recdb.h"
 #include "quillbrook/changelist.h"
+#include "tool/change_faults.h"
 #include "tool/change_jobs.h"
 #include "tool/change_json.h"
 #include "tool/open_edit.h"
@@ -13,6 +14,7 @@
 #include "tool/tool_logger.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <iostream>
 
 namespace tool {
@@ -47,6 +49,9 @@ std::vector<std::string> working_files_of(const ChangelistJob& job) {
 
 void check_files(const ChangelistJob& job) {
     const std::vector<std::string> inputs = files_of(job);
+    for (const std::vector<std::string>* side : {&job.old_reels, &job.new_reels})
+        for (const std::string& reel : *side)
+            check_plain(reel);
     for (const EditInput& edit : job.edits)
         check_readable(edit.path);
     if (job.lists_dir) check_folder(*job.lists_dir);
@@ -58,6 +63,12 @@ void check_files(const ChangelistJob& job) {
     std::vector<std::string> others = working;
     others.push_back(job.output.report);
     check_output("--json", *job.json, job.output.overwrite, inputs, others);
+}
+
+void check_work_directory() {
+    const std::filesystem::path work = embedded::work_directory();
+    std::error_code ignored;
+    if (!std::filesystem::is_directory(work, ignored)) check_folder(work.parent_path());
 }
 
 /// A parameter of a table; empty where the table or the parameter isn't there.
@@ -117,19 +128,6 @@ std::string make_changelist(const ChangelistJob& job, const std::string& file) {
     return error ? one_line(error) : "";
 }
 
-/// What the system says of the reel that an error is about; empty where it isn't about one, or has no fault to find.
-std::string cause_of(const std::string& error, const ChangelistJob& job) {
-    constexpr std::size_t longest_error = 127;
-    for (const std::vector<std::string>* side : {&job.old_reels, &job.new_reels}) {
-        for (const std::string& reel : *side) {
-            const bool named = error == one_line(("Unable to read CUTDB database " + reel).substr(0, longest_error));
-            const std::string fault = named ? fault_of_input(reel) : "";
-            if (!fault.empty()) return ": " + fault;
-        }
-    }
-    return "";
-}
-
 void write_whole(const std::string& path, const std::string& bytes) {
     std::string why;
     if (!embedded::write_file_whole(path, bytes, &why)) throw JobError(path + ": couldn't be written: " + why);
@@ -176,10 +174,11 @@ int prove(const Options& options) {
 int run(const ChangelistJob& job) {
     check_files(job);
     if (job.lists_dir) embedded::set_lists_directory(*job.lists_dir);
+    check_work_directory();
     const std::string made = embedded::work_directory() + "/changes.txt";
     const std::string error = make_changelist(job, made);
     if (!error.empty()) {
-        std::cerr << "error: " << error << cause_of(error, job) << '\n';
+        std::cerr << "error: " << told_error(error, job) << '\n';
         return exit_failed;
     }
     put_report(made, job.output.report);

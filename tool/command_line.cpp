@@ -264,6 +264,14 @@ Request LogCommands::request(const Values& values) const {
 
 std::string first_line(const std::string& text) { return text.substr(0, text.find('\n')); }
 
+/// The command that the line has come to, as "quillbrook log show".
+std::string command_name(const CLI::App& app) {
+    std::string name = app.get_name();
+    for (const CLI::App* command : app.get_subcommands())
+        name += ' ' + command_name(*command);
+    return name;
+}
+
 } // namespace
 
 Request parse_command_line(int argc, const char* const* argv) {
@@ -285,7 +293,7 @@ Request parse_command_line(int argc, const char* const* argv) {
     } catch (const CLI::CallForHelp&) {
         return app.help();
     } catch (const CLI::ParseError& error) {
-        throw UsageError(first_line(error.what()) + "; see quillbrook --help");
+        throw UsageError(first_line(error.what()) + "; see " + command_name(app) + " --help");
     }
     if (cutlist->parsed()) return cutlist_job(values);
     if (print->parsed()) return print_job(values);

@@ -20,6 +20,8 @@ std::string folder_of(const std::string& path) {
     return slash == std::string::npos ? "./" : path.substr(0, slash + 1);
 }
 
+std::string shown(const std::string& path) { return path.empty() ? "\"\"" : path; }
+
 bool same_file(const std::string& a, const std::string& b) {
     std::error_code ignored;
     if (fs::equivalent(a, b, ignored)) return true;
@@ -30,7 +32,7 @@ bool same_file(const std::string& a, const std::string& b) {
 void check_named(const char* option, const std::string& path) {
     const fs::path name = fs::path(path).filename();
     if (name.empty() || name == "." || name == "..")
-        throw JobError(std::string(option) + ' ' + (path.empty() ? "\"\"" : path) + ": names no file");
+        throw JobError(std::string(option) + ' ' + shown(path) + ": names no file");
 }
 
 void check_not_folder(const std::string& path) {
@@ -53,7 +55,7 @@ void check_folder(const std::string& folder) {
     // With the slash at its end a file would count as missing.
     const bool slash = folder.size() > 1 && folder.back() == '/';
     const std::string name = slash ? folder.substr(0, folder.size() - 1) : folder;
-    if (!fs::exists(name, trouble)) throw JobError(folder + ": no such directory");
+    if (!fs::exists(name, trouble)) throw JobError(shown(folder) + ": no such directory");
     if (!fs::is_directory(name, trouble)) throw JobError(folder + ": not a directory");
     if (access(folder.c_str(), W_OK | X_OK) != 0) throw JobError(folder + ": " + std::strerror(errno));
 }
@@ -64,6 +66,7 @@ std::string beside_report(const std::string& report, const char* extension) {
 }
 
 std::string fault_of_input(const std::string& path) {
+    if (path.empty()) return "names no file";
     std::error_code trouble;
     if (fs::is_directory(path, trouble)) return "is a directory";
     return access(path.c_str(), R_OK) != 0 ? std::strerror(errno) : "";
@@ -71,7 +74,13 @@ std::string fault_of_input(const std::string& path) {
 
 void check_readable(const std::string& path) {
     const std::string fault = fault_of_input(path);
-    if (!fault.empty()) throw JobError(path + ": " + fault);
+    if (!fault.empty()) throw JobError(shown(path) + ": " + fault);
+}
+
+void check_plain(const std::string& path) {
+    std::error_code ignored;
+    if (path.empty()) throw JobError(shown(path) + ": names no file");
+    if (fs::is_other(path, ignored)) throw JobError(path + ": is no plain file");
 }
 
 void check_outputs(const std::string& input, const Output& output, const std::vector<std::string>& beside) {

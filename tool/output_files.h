@@ -12,6 +12,9 @@ std::string beside_report(const std::string& report, const char* extension);
 std::string fault_of_input(const std::string& path);
 /// Throws `JobError` unless the file is there and can be read.
 void check_readable(const std::string& path);
+/// Throws `JobError` where a table has no name, or is a device or a pipe: it is read more than once. One that isn't
+/// there is let pass.
+void check_plain(const std::string& path);
 
 /// Throws `JobError` unless the report and the files beside it can be made: the report's folder is there and
 /// writable, no file takes the place of another one or of `input`, and a report that is there may be replaced.

@@ -44,6 +44,7 @@ std::vector<std::string> warnings_of(const PrintJob& job) {
 } // namespace
 
 int run(const PrintJob& job) {
+    check_plain(job.table);
     check_readable(job.table);
     check_outputs(job.table, job.output, {});
     apply_settings(job.settings);

@@ -42,25 +42,25 @@ TEST_F(BenchList, TellsEachStepInTwoLines) {
     EXPECT_EQ(list(), "\n\n\n\n\n\nBENCH LIST:\n\n"
                       "   Step  Reel       At   Do This                Length   First/Last KEY       First/Last INK   "
                       "Shot Name            Reel\n"
-                      "                  Feet                            Feet                                          "
+                      "                  Feet   Camera Roll              Feet                                          "
                       "                  Length" +
                           reports_test::rule() +
                           "\n"
                           "      1     1  0000000   PICK UP  TO 3         0000024   KJ1234560010+00      AA120005+00   "
                           "   harbour           0000017\n"
-                          "               0000+00                         0001+08   KJ1234560011+07      AA120006+07   "
+                          "               0000+00   KJ12                  0001+08   KJ1234560011+07      AA120006+07   "
                           "                     0001+01\n"
                           "      2     1  0000000   DELETE                0000017   EA0000010050+00                    "
                           "   quay              0000000\n"
-                          "               0000+00                         0001+01   EA0000010051+00                    "
+                          "               0000+00   EA00                  0001+01   EA0000010051+00                    "
                           "                     0000+00\n"
                           "      3     2  0000040   PUT DOWN FROM 1       0000024   KJ1234560010+00      AA120005+00   "
                           "   harbour           0000064\n"
-                          "               0002+08                         0001+08   KJ1234560011+07      AA120006+07   "
+                          "               0002+08   KJ12                  0001+08   KJ1234560011+07      AA120006+07   "
                           "                     0004+00\n"
                           "      4     2  0000064   INSERT                0000008   KJ1234560100+00      AA120000+08   "
                           "   a name of more t  0000072\n"
-                          "               0004+00                         0000+08   KJ1234560100+07      AA120000+15   "
+                          "               0004+00   KJ12                  0000+08   KJ1234560100+07      AA120000+15   "
                           "                     0004+08\n" +
                           reports_test::rule());
 }
@@ -76,9 +76,20 @@ TEST_F(BenchList, ShowsSceneAndTakeBelowEachOtherWhenAsked) {
     plan({}, {{1, 0, 10, 5}});
     EXPECT_EQ(below_heads(list()), "      1     1  0000000   INSERT                0000010   KJ1234560000+05           "
                                    "            12A               0000010\n"
-                                   "               0000+00                         0000+10   KJ1234560000+14           "
+                                   "               0000+00   KJ12                  0000+10   KJ1234560000+14           "
                                    "            3                 0000+10\n" +
                                        reports_test::rule());
+}
+
+TEST_F(BenchList, KeepsTheLinesThatANameWouldBreak) {
+    plan({}, {{1, 0, 10, 5, "KJ123456", 1.0, -1, "a\nb\tc"}});
+    EXPECT_NE(list().find(" a b c "), std::string::npos);
+}
+
+TEST_F(BenchList, NamesNoCameraRollForBlack) {
+    Film black{1, 0, 10, 0, "__BLACK_"};
+    plan({}, {black});
+    EXPECT_EQ(list().find("__BL "), std::string::npos);
 }
 
 TEST_F(BenchList, ShowsKeysWhateverTheOptionSays) {
@@ -91,7 +102,7 @@ TEST_F(BenchList, ShowsKeysWhateverTheOptionSays) {
 TEST_F(BenchList, CountsFramesWhereTheFilmHasNoFeet) {
     change_run().old_side.film_std = edlstr_to_label_type("65mm-5p80");
     plan({}, {{1, 0, 40, 0}});
-    EXPECT_NE(list().find("\n               0                               40        "), std::string::npos) << list();
+    EXPECT_NE(list().find("\n               0         KJ12                  40 "), std::string::npos) << list();
 }
 
 TEST_F(BenchList, CutsLongNamesByCharacters) {

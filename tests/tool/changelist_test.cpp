@@ -5,6 +5,8 @@
 
 #include <gmock/gmock.h>
 
+#include <sys/stat.h>
+
 using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -236,11 +238,71 @@ TEST_F(Changelist, ErrorsOfTheComparisonAreOneLine) {
     const auto against = [](const std::string& name) {
         return std::vector<std::string>{"changelist", "--old", "old.cdb", "--new", name, "-o", "a.txt", "--quiet"};
     };
-    expect_failure(against("broken.cdb"), "error: Unable to read CUTDB database broken.cdb\n");
-    expect_failure(against("empty.cdb"), "error: Unable to read CUTDB database empty.cdb\n");
-    expect_failure(against("negative.cdb"), "error: The cutlist was made for a NEG-CUT - must be a CUTTING-COPY\n");
-    expect_failure(against("sound.cdb"), "error: Cutlists were made for different picture/sound tracks\n");
-    expect_failure(against("narrow.cdb"), "error: The old and new cutlists have different film standards!\n");
+    expect_failure(against("broken.cdb"),
+                   "error: Unable to read CUTDB database broken.cdb: is no table, or a damaged one\n");
+    expect_failure(against("empty.cdb"), "error: Unable to read CUTDB database empty.cdb: holds no event\n");
+    expect_failure(against("negative.cdb"),
+                   "error: The cutlist was made for a NEG-CUT - must be a CUTTING-COPY: negative.cdb\n");
+    expect_failure(against("sound.cdb"), "error: Cutlists were made for different picture/sound tracks: "
+                                         "old.cdb (picture), sound.cdb (sound)\n");
+    expect_failure(against("narrow.cdb"), "error: The old and new cutlists have different film standards! "
+                                          "old.cdb (35mm-4p), narrow.cdb (35mm-3p)\n");
+}
+
+TEST_F(Changelist, ReelOfAnotherFilmOrVersionIsNamed) {
+    write("narrow.cdb", cut_table({lamp}, {{"film label_std", "35mm-3p"}}));
+    write("other.cdb", cut_table({lamp}, {{"CUTDB", "Rev 21"}}));
+    expect_failure({"changelist", "--old", "old.cdb", "narrow.cdb", "--new", "new.cdb", "-o", "a.txt"},
+                   "error: The cutlists have different film standards: old.cdb (35mm-4p), narrow.cdb (35mm-3p)\n");
+    expect_failure({"changelist", "--old", "old.cdb", "--new", "new.cdb", "other.cdb", "-o", "a.txt"},
+                   "error: Unable to read CUTDB database other.cdb: is a cutlist of another version, \"Rev 21\"\n");
+}
+
+// The comparison cuts an error that names a table at 127 bytes.
+TEST_F(Changelist, LongPathsLeaveRoomForTheCause) {
+    const std::string folder(70, 'f'), name = folder + '/' + std::string(60, 'n');
+    std::filesystem::create_directory(path(folder));
+    write(name + "1.cdb", read("new.cdb"));
+    write(name + "2.cdb", cut_table({lamp}, {{"mixed_kc_standard", "1"}}));
+    write(name + "3.cdb", "not a table\n");
+    write(name + "4.cdb", cut_table({lamp}, {{"film label_std", "24fps"}}));
+    write(name + "5.cdb", cut_table({lamp}, {{"film label_std", "48mm"}}));
+    const auto with = [&](const char* reel) {
+        return std::vector<std::string>{"changelist",   "--old",     "old.cdb", "--new",
+                                        name + "1.cdb", name + reel, "-o",      "a.txt"};
+    };
+    expect_failure(with("2.cdb"),
+                   "error: CUTDB <" + name + "2.cdb> has mixed film gauges - unsuitable for changelists\n");
+    expect_failure(with("3.cdb"),
+                   "error: Unable to read CUTDB database " + name + "3.cdb: is no table, or a damaged one\n");
+    expect_failure(with("4.cdb"),
+                   "error: CUTDB <" + name + "4.cdb> - cannot currently generate changelists with this film gauge\n");
+    expect_failure(with("5.cdb"), "error: CUTDB <" + name + "5.cdb> has an invalid film label standard\n");
+    expect_failure(with("6.cdb"),
+                   "error: Unable to read CUTDB database " + name + "6.cdb: No such file or directory\n");
+}
+
+TEST_F(Changelist, DevicesAndPipesAreNoTables) {
+    ASSERT_EQ(mkfifo(path("pipe.cdb").c_str(), 0600), 0);
+    expect_failure({"changelist", "--old", "pipe.cdb", "--new", "new.cdb", "-o", "a.txt"},
+                   "pipe.cdb: is no plain file");
+    expect_failure({"changelist", "--old", "old.cdb", "--new", "/dev/zero", "-o", "a.txt"},
+                   "/dev/zero: is no plain file");
+    expect_failure({"print", "pipe.cdb", "-o", "a.txt"}, "pipe.cdb: is no plain file");
+}
+
+TEST_F(Changelist, FilesMustHaveNames) {
+    expect_failure({"changelist", "--old", "", "--new", "new.cdb", "-o", "a.txt"}, "quillbrook: \"\": names no file\n");
+    expect_failure({"changelist", "--old", "old.cdb", "--new", "", "-o", "a.txt"}, "quillbrook: \"\": names no file\n");
+    expect_failure(line({"--edits", ""}), "quillbrook: \"\": names no file\n");
+    expect_failure(line({"--lists-dir", ""}), "quillbrook: \"\": no such directory\n");
+}
+
+TEST_F(Changelist, MissingFolderForWorkingFilesIsTold) {
+    const ToolResult result = run(line(), {{"TMPDIR", path("none")}});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err, "quillbrook: " + path("none") + ": no such directory\n");
+    EXPECT_FALSE(exists("out.txt"));
 }
 
 TEST_F(Changelist, ReportThatWasThereSurvivesAnError) {
@@ -312,6 +374,7 @@ TEST_F(Changelist, WrongLinesAreToldWhatIsWrong) {
     expect_wrong(line({"--set", "chg_pull_list"}), "KEY=VALUE");
     expect_wrong(line({"--edits", "cut.otio", "--rate", "26"}), "--rate");
     expect_wrong(line({"extra.cdb", "--nothing"}), "--nothing");
+    expect_wrong(line({"--nothing"}), "; see quillbrook changelist --help\n");
 }
 
 TEST_F(Changelist, HelpNamesEveryOption) {
