@@ -35,10 +35,6 @@ int dbrecord::set_field(int field, const char* value, bool) {
 }
 
 dbrecord& dbrecord::operator=(const dbrecord& other) {
-    if (this == &other) return *this;
-    for (std::size_t field = 0; field < impl_->fields.count(); ++field) {
-        const char* text = other.impl_->fields.get(field);
-        impl_->fields.set(field, std::string_view(text ? text : ""));
-    }
+    impl_->fields.assign(other.impl_->fields);
     return *this;
 }

@@ -88,6 +88,8 @@ void ReplacementFile::write(const void* data, std::size_t count) {
     }
     if (pending_.size() + count > buffer_size) flush();
     const char* bytes = static_cast<const char*>(data);
+    // Pages come byte by byte.
+    if (count == 1) return pending_.push_back(*bytes);
     pending_.insert(pending_.end(), bytes, bytes + count);
 }
 

@@ -14,9 +14,8 @@
 
 namespace embedded {
 
-/// The texts of one row. A field without text is null. Texts that were read together lie in one block; a
-/// field that is set later has a block of its own where it needs more room, so a text stays where it is
-/// until its own field is set.
+/// The texts of one row. A field without text is null. Texts lie behind each other in one block as long as it
+/// has room; what comes later has a block of its own, so a text stays where it is until its own field is set.
 class RowFields {
 public:
     explicit RowFields(std::size_t count) : count_(static_cast<std::uint32_t>(count)) {}
@@ -30,16 +29,22 @@ public:
     /// `text` holds no zero and may be part of this row. False when there is no such field.
     bool set(std::size_t field, std::string_view text);
     void clear();
+    /// Takes over all texts of another row with as many fields.
+    void assign(const RowFields& other);
     /// Fills a new row from a line of a table file; false when the line doesn't fit the columns.
     bool decode(std::string_view line);
 
 private:
     void place(std::size_t field, char* text);
     void release(char* text);
+    void make_block(std::size_t size);
+    /// A copy in the block where it has room, else in a block of its own.
+    char* keep(std::string_view text);
 
     std::unique_ptr<char*[]> texts_; ///< made when the first field gets a text
     std::unique_ptr<char[]> block_;
-    std::size_t block_size_ = 0;
+    std::uint32_t block_size_ = 0;
+    std::uint32_t block_used_ = 0;
     std::uint32_t count_;
 };
 

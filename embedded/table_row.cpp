@@ -6,11 +6,15 @@
 namespace embedded {
 namespace {
 
-char* copy_of(std::string_view text) {
-    char* copy = new char[text.size() + 1];
-    std::memcpy(copy, text.data(), text.size());
-    copy[text.size()] = '\0';
-    return copy;
+/// Room for the texts of a usual row, so that a row that is filled field by field takes two blocks in all.
+constexpr std::size_t usual_block = 384;
+/// What a row that was copied may still grow by.
+constexpr std::size_t spare_room = 64;
+
+char* put_copy(char* to, std::string_view text) {
+    std::memcpy(to, text.data(), text.size());
+    to[text.size()] = '\0';
+    return to;
 }
 
 /// The character that an escape stands for; zero for an escape that doesn't exist.
@@ -38,7 +42,21 @@ void RowFields::clear() {
         release(texts_[field]);
     texts_.reset();
     block_.reset();
-    block_size_ = 0;
+    block_size_ = block_used_ = 0;
+}
+
+void RowFields::make_block(std::size_t size) {
+    block_ = std::make_unique_for_overwrite<char[]>(size);
+    block_size_ = static_cast<std::uint32_t>(size);
+    block_used_ = 0;
+}
+
+char* RowFields::keep(std::string_view text) {
+    if (!texts_ && !block_) make_block(usual_block);
+    if (text.size() >= block_size_ - block_used_) return put_copy(new char[text.size() + 1], text);
+    char* room = block_.get() + block_used_;
+    block_used_ += static_cast<std::uint32_t>(text.size() + 1);
+    return put_copy(room, text);
 }
 
 void RowFields::release(char* text) {
@@ -62,15 +80,28 @@ bool RowFields::set(std::size_t field, std::string_view text) {
         std::memmove(old, text.data(), text.size());
         old[text.size()] = '\0';
     } else {
-        place(field, copy_of(text));
+        place(field, keep(text));
         release(old);
     }
     return true;
 }
 
+void RowFields::assign(const RowFields& other) {
+    if (this == &other) return;
+    clear();
+    std::size_t room = spare_room;
+    for (std::size_t field = 0; field < count_; ++field) {
+        if (const char* text = other.get(field)) room += std::strlen(text) + 1;
+    }
+    make_block(room);
+    for (std::size_t field = 0; field < count_; ++field) {
+        if (const char* text = other.get(field)) place(field, keep(text));
+    }
+}
+
 bool RowFields::decode(std::string_view line) {
-    block_size_ = line.size() + 1;
-    block_ = std::make_unique_for_overwrite<char[]>(block_size_);
+    make_block(line.size() + 1);
+    block_used_ = block_size_;
     char* out = block_.get();
     char* start = out;
     std::size_t field = 0;
