@@ -2,6 +2,8 @@
 
 #include "host/recdb.h"
 
+#include <gtest/gtest.h>
+
 #include <rapidcheck/gtest.h>
 
 #include <array>
