@@ -1,5 +1,6 @@
 #!/bin/bash
-# Each header that is installed compiles alone, with both compilers, and without exceptions.
+# Each header that is installed compiles alone, with both compilers, and without exceptions. No two headers of the film
+# library give one name to two types: the linker takes one of them for both, and only a sanitizer notices.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 headers=$(ls include/quillbrook/*.h host/*.h embedded/{edit_builder,fraction,rates,services}.h formats/otio_reader.h)
@@ -15,3 +16,9 @@ for compiler in g++-12 clang++-14; do
     done
 done
 echo "headers: all compile alone"
+
+doubled=$(grep -hoE '^(template <.*> )?(struct|class|union) (QUILLBROOK_API )?[A-Za-z_0-9]+ *(final *)?[:{]' \
+    include/quillbrook/*.h {host,cutlist,reports,changelist,logging}/*.h | sed -E 's/ *(final *)?[:{]$//; s/.* //' |
+    sort | uniq -d)
+[ -z "$doubled" ] || { echo "headers: names that two types have:"; echo "$doubled"; exit 1; }
+echo "headers: each type has a name of its own"
