@@ -140,12 +140,12 @@ std::uint32_t first_overlap(const ChangeRecord& x, const CandidateGroup& group, 
 std::uint32_t first_film(const ChangeRecord& x, Candidates& candidates) {
     const CandidateGroup all(x, false);
     const CandidateGroup own_reel = all.with_reel(x.reel_seq);
-    for (const CandidateGroup& group : {own_reel, all}) {
-        const std::uint32_t found = first_of_any_speed(candidates, group, SameEvent{x, candidates});
-        if (found != no_event) return found;
-    }
-    const std::uint32_t found = first_overlap(x, own_reel, candidates);
-    return found != no_event ? found : first_overlap(x, all, candidates);
+    const bool one_reel = candidates.are_on_reel(x.reel_seq);
+    std::uint32_t found = first_of_any_speed(candidates, own_reel, SameEvent{x, candidates});
+    if (found == no_event && !one_reel) found = first_of_any_speed(candidates, all, SameEvent{x, candidates});
+    if (found == no_event) found = first_overlap(x, own_reel, candidates);
+    if (found == no_event && !one_reel) found = first_overlap(x, all, candidates);
+    return found;
 }
 
 int index_of(std::uint32_t event) { return event == no_event ? -1 : static_cast<int>(event); }
@@ -263,8 +263,16 @@ void Candidates::learn() {
         ChangeRecord& event = events_.emplace_back(film_std_);
         event.read(*table_.get_record(row));
         spans_.push_back({event.key_in(), event.key_end(), event.edit_length, false, event.speed});
+        const Bounds<int> reel(event.reel_seq);
+        if (row == 0) reels_ = reel;
+        reels_.add(reel);
         enter(row);
     }
+}
+
+bool Candidates::are_on_reel(int reel) {
+    learn();
+    return events_.empty() || (reels_.low == reel && reels_.high == reel);
 }
 
 void Candidates::enter(std::uint32_t index) {

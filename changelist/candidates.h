@@ -63,6 +63,8 @@ public:
     /// Good until the next call that changes the table.
     const ChangeRecord& operator[](int index) const { return events_[static_cast<std::size_t>(index)]; }
     label_t film_std() const { return film_std_; }
+    /// No candidate lies on another reel.
+    bool are_on_reel(int reel);
 
     /// The first event of a group that a query takes, ahead of `best`.
     template <class Query>
@@ -81,6 +83,7 @@ private:
     unsigned rows_ = 0;
     Vector<ChangeRecord> events_; ///< the rows that have been read
     Vector<EventSpan> spans_;
+    Bounds<int> reels_{0};
     CandidateGroups groups_;
 };
 

@@ -2,6 +2,7 @@
 #include "embedded/table_data.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstring>
 
 namespace {
@@ -26,7 +27,11 @@ int dbrecord::in_field(int field, char* buffer, int max_chars) const {
     return static_cast<int>(length);
 }
 
-int dbrecord::set_field(int field, int value) { return store(*impl_, field, std::to_string(value)); }
+int dbrecord::set_field(int field, int value) {
+    char text[12];
+    const char* end = std::to_chars(text, text + sizeof text, value).ptr;
+    return store(*impl_, field, std::string_view(text, static_cast<std::size_t>(end - text)));
+}
 
 int dbrecord::set_field(int field, double value) { return store(*impl_, field, embedded::text_of_double(value)); }
 

@@ -1,6 +1,7 @@
 #include "embedded/number_text.h"
 
 #include <charconv>
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
@@ -26,7 +27,10 @@ double double_of_text(const char* text) {
     return value;
 }
 
+// Most are whole: a speed of 1.
 std::string text_of_double(double value) {
+    const bool small = value < 1e6 && !std::signbit(value);
+    if (small && value == static_cast<int>(value)) return std::to_string(static_cast<int>(value));
     for (int digits = 15; digits < 17; ++digits) {
         const std::string text = with_digits(value, digits);
         if (double_of_text(text.c_str()) == value) return text;

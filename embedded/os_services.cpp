@@ -31,7 +31,10 @@ public:
     ~ReplacementStream() override {
         if (!file_.commit()) note_write_failure(path_);
     }
-    void write(const void* data, unsigned int count) override { file_.write(data, count); }
+    void write(const void* data, unsigned int count) override {
+        if (count == 1) return file_.put(*static_cast<const char*>(data));
+        file_.write(data, count);
+    }
     bool good() const { return file_.good(); }
 
 private:

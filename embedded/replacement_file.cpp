@@ -14,8 +14,6 @@
 namespace embedded {
 namespace {
 
-constexpr std::size_t buffer_size = 64 * 1024;
-
 // A link stays a link: the file that it leads to is the one replaced.
 std::string resolved(const std::string& path) {
     char* real = ::realpath(path.c_str(), nullptr);
@@ -88,8 +86,6 @@ void ReplacementFile::write(const void* data, std::size_t count) {
     }
     if (pending_.size() + count > buffer_size) flush();
     const char* bytes = static_cast<const char*>(data);
-    // Pages come byte by byte.
-    if (count == 1) return pending_.push_back(*bytes);
     pending_.insert(pending_.end(), bytes, bytes + count);
 }
 
@@ -165,7 +161,8 @@ bool read_file(const std::string& path, std::string* bytes, std::string* why) {
     const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     int error = descriptor < 0 ? errno : 0;
     bytes->clear();
-    std::vector<char> block(descriptor < 0 ? 0 : buffer_size);
+    constexpr std::size_t block_size = 64 * 1024;
+    std::vector<char> block(descriptor < 0 ? 0 : block_size);
     while (error == 0) {
         const ssize_t got = ::read(descriptor, block.data(), block.size());
         if (got == 0) break;

@@ -21,12 +21,19 @@ public:
     /// False when the file can't be made, or once a write failed.
     bool good() const { return error_ == 0; }
     void write(const void* data, std::size_t count);
+    /// The same for one byte; pages come so.
+    void put(char byte) {
+        if (pending_.size() == buffer_size) flush();
+        if (good()) pending_.push_back(byte);
+    }
     /// Puts the file in its place; false if anything failed since it was opened.
     bool commit();
     /// The reason in words once something failed.
     std::string why() const;
 
 private:
+    static constexpr std::size_t buffer_size = 64 * 1024;
+
     void open_beside();
     void flush();
     void send(const char* data, std::size_t count);
