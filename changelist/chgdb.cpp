@@ -2,6 +2,7 @@
 
 #include "host/settings.h"
 #include "reports/number_text.h"
+#include "reports/text_columns.h"
 
 #include <cstdio>
 #include <limits>
@@ -17,18 +18,9 @@ constexpr const char* column_names[hf_count] = {
     "xref_recnum",  "prim_tc_in",  "prim_tc_out", "prim_tc_std",     "bracket_in",  "bracket_out",
 };
 
-struct Schema {
-    DBFieldDesc columns[hf_count + 1];
-
-    Schema() {
-        for (int field = 0; field < hf_count; ++field)
-            columns[field] = {column_names[field], DBFieldTypes::text};
-    }
-};
-
-const Schema& schema() {
-    static const Schema built;
-    return built;
+const DBFieldDesc* change_columns() {
+    static const TextColumns schema(column_names);
+    return schema.columns;
 }
 
 } // namespace
@@ -49,7 +41,7 @@ chgdb::chgdb(LightweightString<wchar_t> file, LoggerHandle* logger)
     }
 }
 
-chgdb::chgdb(label_t film_std, LoggerHandle* logger) : recdb(schema().columns), log(logger) {
+chgdb::chgdb(label_t film_std, LoggerHandle* logger) : recdb(change_columns()), log(logger) {
     char revision[16];
     std::snprintf(revision, sizeof revision, "Rev %d", chgdb_revision);
     add_param("CHGDB", revision);

@@ -2,6 +2,7 @@
 
 #include "host/settings.h"
 #include "reports/number_text.h"
+#include "reports/text_columns.h"
 
 #include <cstdio>
 #include <cstring>
@@ -67,17 +68,8 @@ constexpr const char* column_names[cf_count] = {
     "utr_fx_name",
 };
 
-struct Schema {
-    DBFieldDesc columns[cf_count + 1];
-
-    Schema() {
-        for (int field = 0; field < cf_count; ++field)
-            columns[field] = {column_names[field], DBFieldTypes::text};
-    }
-};
-
 const DBFieldDesc* cutlist_columns() {
-    static const Schema schema;
+    static const TextColumns schema(column_names);
     return schema.columns;
 }
 
