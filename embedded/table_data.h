@@ -43,8 +43,8 @@ private:
 
     std::unique_ptr<char*[]> texts_; ///< made when the first field gets a text
     std::unique_ptr<char[]> block_;
-    std::uint32_t block_size_ = 0;
-    std::uint32_t block_used_ = 0;
+    std::size_t block_size_ = 0;
+    std::size_t block_used_ = 0;
     std::uint32_t count_;
 };
 

@@ -47,7 +47,7 @@ void RowFields::clear() {
 
 void RowFields::make_block(std::size_t size) {
     block_ = std::make_unique_for_overwrite<char[]>(size);
-    block_size_ = static_cast<std::uint32_t>(size);
+    block_size_ = size;
     block_used_ = 0;
 }
 
@@ -55,7 +55,7 @@ char* RowFields::keep(std::string_view text) {
     if (!texts_ && !block_) make_block(usual_block);
     if (text.size() >= block_size_ - block_used_) return put_copy(new char[text.size() + 1], text);
     char* room = block_.get() + block_used_;
-    block_used_ += static_cast<std::uint32_t>(text.size() + 1);
+    block_used_ += text.size() + 1;
     return put_copy(room, text);
 }
 
