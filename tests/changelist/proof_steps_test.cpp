@@ -222,6 +222,35 @@ TEST_F(Proof, HasNothingToSayWithoutARun) {
 // The detailed list numbers its steps by rules of its own. These are the smallest cuts whose steps can't be carried
 // out; the bench list of each can.
 
+/// A step with the position that its row has for it.
+struct NumberedAt {
+    int step;
+    int relpos;
+};
+
+struct PlaceOnReel {
+    int reel;
+    int frame;
+};
+
+/// A shot of one frame that lies elsewhere in the new cut.
+change_rows::Row moved(const char* kind, char letter, NumberedAt picked_up, NumberedAt put_down, PlaceOnReel from,
+                       PlaceOnReel to) {
+    change_rows::Row row;
+    row.kind = kind;
+    row.event1 = picked_up.step;
+    row.relpos1 = picked_up.relpos;
+    row.event2 = put_down.step;
+    row.relpos2 = put_down.relpos;
+    row.length = 1;
+    row.film = shot(0, letter, 1).film;
+    row.old_reel = from.reel;
+    row.old_frame = from.frame;
+    row.new_reel = to.reel;
+    row.new_frame = to.frame;
+    return row;
+}
+
 class DetailedSteps : public Proof {
 protected:
     void expect_bench_list_holds() { EXPECT_TRUE(prove().proved); }
@@ -229,45 +258,15 @@ protected:
 
 TEST_F(DetailedSteps, HoldForAPlainSwap) {
     make({shot(1, 'A', 2), shot(1, 'B', 1)}, {shot(1, 'B', 1), shot(1, 'A', 2)});
-    EXPECT_TRUE(prove_steps(run, steps_of({{.kind = "MB",
-                                            .event1 = 1,
-                                            .relpos1 = 2,
-                                            .event2 = 2,
-                                            .relpos2 = 1,
-                                            .length = 1,
-                                            .film = 160,
-                                            .old_reel = 1,
-                                            .old_frame = 2,
-                                            .new_reel = 1}}))
-                    .proved);
+    EXPECT_TRUE(prove_steps(run, steps_of({moved("MB", 'B', {1, 2}, {2, 1}, {1, 2}, {1, 0})})).proved);
 }
 
 // D is kept behind A, and belongs ahead of it.
 TEST_F(DetailedSteps, CanKeepAShotOutOfOrder) {
     make({shot(1, 'A', 2), shot(1, 'B', 1), shot(1, 'C', 1), shot(1, 'D', 1)},
          {shot(1, 'B', 1), shot(1, 'D', 1), shot(1, 'A', 2), shot(1, 'C', 1)});
-    const Vector<change_step> steps = steps_of({{.kind = "MB",
-                                                 .event1 = 1,
-                                                 .relpos1 = 2,
-                                                 .event2 = 4,
-                                                 .relpos2 = 2,
-                                                 .length = 1,
-                                                 .film = 160,
-                                                 .old_reel = 1,
-                                                 .old_frame = 2,
-                                                 .new_reel = 1,
-                                                 .new_frame = 0},
-                                                {.kind = "MF",
-                                                 .event1 = 2,
-                                                 .relpos1 = 3,
-                                                 .event2 = 3,
-                                                 .relpos2 = 5,
-                                                 .length = 1,
-                                                 .film = 320,
-                                                 .old_reel = 1,
-                                                 .old_frame = 3,
-                                                 .new_reel = 1,
-                                                 .new_frame = 4}});
+    const Vector<change_step> steps =
+        steps_of({moved("MB", 'B', {1, 2}, {4, 2}, {1, 2}, {1, 0}), moved("MF", 'C', {2, 3}, {3, 5}, {1, 3}, {1, 4})});
     expect_parts(prove_steps(run, steps), 0, 1, 1,
                  "the cutting copy has KJ1234560000+00 of KJ12 where the new cut has KJ1234560030+00 of KJ12");
     expect_bench_list_holds();
@@ -276,28 +275,8 @@ TEST_F(DetailedSteps, CanKeepAShotOutOfOrder) {
 // Step 4 counts from the head of reel 1 as it will be, and steps count what step 1 took as if it still lay there.
 TEST_F(DetailedSteps, CanPutAnArrivalFromALaterReelAheadOfTheReel) {
     make({shot(1, 'A', 1), shot(2, 'B', 1)}, {shot(1, 'B', 1), shot(2, 'A', 1)});
-    const Vector<change_step> steps = steps_of({{.kind = "MF",
-                                                 .event1 = 1,
-                                                 .relpos1 = 0,
-                                                 .event2 = 3,
-                                                 .relpos2 = 1,
-                                                 .length = 1,
-                                                 .film = 0,
-                                                 .old_reel = 1,
-                                                 .old_frame = 0,
-                                                 .new_reel = 2,
-                                                 .new_frame = 0},
-                                                {.kind = "MB",
-                                                 .event1 = 2,
-                                                 .relpos1 = 0,
-                                                 .event2 = 4,
-                                                 .relpos2 = 0,
-                                                 .length = 1,
-                                                 .film = 160,
-                                                 .old_reel = 2,
-                                                 .old_frame = 0,
-                                                 .new_reel = 1,
-                                                 .new_frame = 0}});
+    const Vector<change_step> steps =
+        steps_of({moved("MF", 'A', {1, 0}, {3, 1}, {1, 0}, {2, 0}), moved("MB", 'B', {2, 0}, {4, 0}, {2, 0}, {1, 0})});
     EXPECT_THAT(words_of(steps), ElementsAre("pick up 1 at 0 of 1 to 3", "pick up 1 at 0 of 2 to 4",
                                              "put down 1 at 0 of 2 from 1", "put down 1 at -1 of 1 from 2"));
     expect_parts(prove_steps(run, steps), 4, 1, -1, "the reel starts behind that");
@@ -308,28 +287,8 @@ TEST_F(DetailedSteps, CanPutAnArrivalFromALaterReelAheadOfTheReel) {
 TEST_F(DetailedSteps, CanBeLedAstrayByWhatMovesBackOnALaterReel) {
     make({shot(1, 'A', 2), shot(1, 'B', 1), shot(2, 'C', 2), shot(2, 'D', 1)},
          {shot(1, 'B', 1), shot(1, 'A', 2), shot(2, 'D', 1), shot(2, 'C', 2)});
-    const Vector<change_step> steps = steps_of({{.kind = "MB",
-                                                 .event1 = 1,
-                                                 .relpos1 = 2,
-                                                 .event2 = 2,
-                                                 .relpos2 = 2,
-                                                 .length = 1,
-                                                 .film = 160,
-                                                 .old_reel = 1,
-                                                 .old_frame = 2,
-                                                 .new_reel = 1,
-                                                 .new_frame = 0},
-                                                {.kind = "MB",
-                                                 .event1 = 3,
-                                                 .relpos1 = 2,
-                                                 .event2 = 4,
-                                                 .relpos2 = 1,
-                                                 .length = 1,
-                                                 .film = 480,
-                                                 .old_reel = 2,
-                                                 .old_frame = 2,
-                                                 .new_reel = 2,
-                                                 .new_frame = 0}});
+    const Vector<change_step> steps =
+        steps_of({moved("MB", 'B', {1, 2}, {2, 2}, {1, 2}, {1, 0}), moved("MB", 'D', {3, 2}, {4, 1}, {2, 2}, {2, 0})});
     expect_parts(prove_steps(run, steps), 0, 1, 0,
                  "the cutting copy has KJ1234560000+00 of KJ12 where the new cut has KJ1234560010+00 of KJ12");
     expect_bench_list_holds();
