@@ -1,13 +1,9 @@
 #include "tool/change_faults.h"
 
-#include "host/labels.h"
-#include "host/recdb.h"
-#include "tool/open_logs.h"
+#include "tool/cutlist_table.h"
 #include "tool/output_files.h"
 #include "tool/tool_logger.h"
 
-#include <cctype>
-#include <climits>
 #include <optional>
 
 namespace tool {
@@ -15,22 +11,6 @@ namespace {
 
 /// Longest error that can name a table: what goes beyond is cut.
 constexpr std::size_t longest_error = 127;
-
-class Table {
-public:
-    explicit Table(const std::string& path) : table_(wide_path(path), INT_MAX, false) {}
-
-    bool is_readable() const { return table_.get_valid() != 0; }
-    bool is_empty() const { return table_.get_num_records() == 0; }
-    std::string parameter(const char* name) const {
-        const char* value = is_readable() ? table_.get_param_val(name) : nullptr;
-        return value ? value : "";
-    }
-    label_t film() const { return edlstr_to_label_type(parameter("film label_std").c_str()); }
-
-private:
-    recdb table_;
-};
 
 using Cause = std::optional<std::string>;
 
@@ -40,7 +20,7 @@ Cause if_true(bool meant) { return meant ? Cause("") : std::nullopt; }
 Cause unreadable(const std::string& path) {
     const std::string fault = fault_of_input(path);
     if (!fault.empty()) return ": " + fault;
-    const Table table(path);
+    const CutlistTable table(path);
     if (!table.is_readable()) return ": is no table, or a damaged one";
     if (table.parameter("CUTDB").empty()) return ": is a table, but no cutlist";
     return table.is_empty() ? Cause(": holds no event") : std::nullopt;
@@ -48,15 +28,15 @@ Cause unreadable(const std::string& path) {
 
 /// Of a table that has nothing else wrong with it.
 Cause other_version(const std::string& path) {
-    return ": is a cutlist of another version, \"" + Table(path).parameter("CUTDB") + '"';
+    return ": is a cutlist of another version, \"" + CutlistTable(path).parameter("CUTDB") + '"';
 }
 
-Cause no_film(const std::string& path) { return if_true(Table(path).film() == label_none); }
+Cause no_film(const std::string& path) { return if_true(CutlistTable(path).film() == label_none); }
 
-Cause mixed_film(const std::string& path) { return if_true(Table(path).parameter("mixed_kc_standard") == "1"); }
+Cause mixed_film(const std::string& path) { return if_true(CutlistTable(path).parameter("mixed_kc_standard") == "1"); }
 
 Cause film_without_feet(const std::string& path) {
-    return if_true(label_t_to_foot_label_t(Table(path).film()) == label_none);
+    return if_true(label_t_to_foot_label_t(CutlistTable(path).film()) == label_none);
 }
 
 /// An error that names a table.
@@ -74,12 +54,6 @@ constexpr NamedError named_errors[] = {
     {"Unable to read CUTDB database ", "", other_version},
 };
 
-std::vector<std::string> reels_of(const ChangelistJob& job) {
-    std::vector<std::string> reels = job.old_reels;
-    reels.insert(reels.end(), job.new_reels.begin(), job.new_reels.end());
-    return reels;
-}
-
 /// The error in full, where it names a table; otherwise empty. Paths that are cut may be alike, so the table is the
 /// one that the error is true of.
 std::string whole_error(const std::string& error, const std::vector<std::string>& reels) {
@@ -93,19 +67,15 @@ std::string whole_error(const std::string& error, const std::vector<std::string>
     return "";
 }
 
-std::string kind_of_track(const Table& table) {
-    const std::string channel = table.parameter("channel");
-    const bool picture = channel.empty() || std::toupper(static_cast<unsigned char>(channel[0])) == 'V';
-    return picture ? "picture" : "sound";
-}
+std::string kind_of_track(const CutlistTable& table) { return table.is_sound() ? "sound" : "picture"; }
 
-std::string kind_of_film(const Table& table) { return table.parameter("film label_std"); }
+std::string kind_of_film(const CutlistTable& table) { return table.parameter("film label_std"); }
 
 /// The first table and the first that is of another kind.
-std::string difference(const std::vector<std::string>& reels, std::string (*kind)(const Table&)) {
-    const std::string first = kind(Table(reels.front()));
+std::string difference(const std::vector<std::string>& reels, std::string (*kind)(const CutlistTable&)) {
+    const std::string first = kind(CutlistTable(reels.front()));
     for (const std::string& reel : reels) {
-        const std::string other = kind(Table(reel));
+        const std::string other = kind(CutlistTable(reel));
         if (other != first) return reels.front() + " (" + first + "), " + reel + " (" + other + ')';
     }
     return "";
@@ -117,7 +87,7 @@ std::string films_that_differ(const std::vector<std::string>& reels) { return di
 
 std::string first_neg_cut(const std::vector<std::string>& reels) {
     for (const std::string& reel : reels)
-        if (Table(reel).parameter("cutlist_type") != "cutting-copy") return reel;
+        if (CutlistTable(reel).parameter("cutlist_type") != "cutting-copy") return reel;
     return "";
 }
 
@@ -137,7 +107,7 @@ constexpr NamelessError nameless_errors[] = {
 } // namespace
 
 std::string told_error(const std::string& error, const ChangelistJob& job) {
-    const std::vector<std::string> reels = reels_of(job);
+    const std::vector<std::string> reels = tables_of(job);
     const std::string whole = whole_error(error, reels);
     if (!whole.empty()) return whole;
     for (const NamelessError& nameless : nameless_errors) {

@@ -18,6 +18,13 @@ struct ChangelistJob {
     bool prove = false;
 };
 
+/// The tables of both cuts, the old one's first.
+inline std::vector<std::string> tables_of(const ChangelistJob& job) {
+    std::vector<std::string> tables = job.old_reels;
+    tables.insert(tables.end(), job.new_reels.begin(), job.new_reels.end());
+    return tables;
+}
+
 /// The exit status; `exit_not_proved` when a proof was asked for and failed.
 int run(const ChangelistJob& job);
 

@@ -1,11 +1,11 @@
 // "quillbrook changelist": the cutlists of two cuts into a report of what to do to the cutting copy.
 
 #include "embedded/services.h"
-#include "host/recdb.h"
 #include "quillbrook/changelist.h"
 #include "tool/change_faults.h"
 #include "tool/change_jobs.h"
 #include "tool/change_json.h"
+#include "tool/cutlist_table.h"
 #include "tool/open_edit.h"
 #include "tool/open_logs.h"
 #include "tool/output_files.h"
@@ -33,8 +33,7 @@ constexpr ProvableList provable_lists[] = {{detailed_changes, "changes", "chg_ve
                                            {bench_changes, "bench", "chg_bench_list"}};
 
 std::vector<std::string> files_of(const ChangelistJob& job) {
-    std::vector<std::string> files = job.old_reels;
-    files.insert(files.end(), job.new_reels.begin(), job.new_reels.end());
+    std::vector<std::string> files = tables_of(job);
     for (const EditInput& edit : job.edits)
         files.push_back(edit.path);
     return files;
@@ -49,9 +48,8 @@ std::vector<std::string> working_files_of(const ChangelistJob& job) {
 
 void check_files(const ChangelistJob& job) {
     const std::vector<std::string> inputs = files_of(job);
-    for (const std::vector<std::string>* side : {&job.old_reels, &job.new_reels})
-        for (const std::string& reel : *side)
-            check_plain(reel);
+    for (const std::string& table : tables_of(job))
+        check_plain(table);
     for (const EditInput& edit : job.edits)
         check_readable(edit.path);
     if (job.lists_dir) check_folder(*job.lists_dir);
@@ -71,24 +69,20 @@ void check_work_directory() {
     if (!std::filesystem::is_directory(work, ignored)) check_folder(work.parent_path());
 }
 
-/// A parameter of a table; empty where the table or the parameter isn't there.
-std::string parameter_of(const std::string& path, const char* name) {
-    const recdb table(wide_path(path), 1, false);
-    const char* value = table.get_valid() ? table.get_param_val(name) : nullptr;
-    return value ? value : "";
-}
+/// The tables of the first reels, which speak for their cuts.
+struct Heads {
+    CutlistTable old_cut;
+    CutlistTable new_cut;
 
-bool is_sound(const std::string& table) {
-    const std::string channel = parameter_of(table, "channel");
-    return !channel.empty() && channel[0] != 'V' && channel[0] != 'v';
-}
+    explicit Heads(const ChangelistJob& job) : old_cut(job.old_reels.front(), 1), new_cut(job.new_reels.front(), 1) {}
+};
 
-embedded::settings_block block_of(const ChangelistJob& job) {
+embedded::settings_block block_of(const ChangelistJob& job, const Heads& heads) {
     embedded::settings_block block;
-    block.set("CHAN_TYPE", is_sound(job.old_reels.front()) ? "2" : "1");
+    block.set("CHAN_TYPE", heads.old_cut.is_sound() ? "2" : "1");
     block.set("CHAN_NUM", "0");
-    block.set("old_cookie", parameter_of(job.old_reels.front(), "edit_cookie"));
-    block.set("new_cookie", parameter_of(job.new_reels.front(), "edit_cookie"));
+    block.set("old_cookie", heads.old_cut.parameter("edit_cookie"));
+    block.set("new_cookie", heads.new_cut.parameter("edit_cookie"));
     apply_options(job.options, block);
     return block;
 }
@@ -117,9 +111,9 @@ std::vector<EditPtr> open_edits(const ChangelistJob& job) {
 }
 
 /// The text of the error, empty when the report was made in `file`.
-std::string make_changelist(const ChangelistJob& job, const std::string& file) {
+std::string make_changelist(const ChangelistJob& job, const Heads& heads, const std::string& file) {
     const std::vector<EditPtr> kept_open = open_edits(job);
-    embedded::settings_block block = block_of(job);
+    embedded::settings_block block = block_of(job, heads);
     changelist_reels reels = reels_of(job);
     ToolLogger logger(job.output.report, job.output.quiet);
     const char* error = mr_make_changelist(reels, wide_path(file), &block, logger);
@@ -176,13 +170,14 @@ int run(const ChangelistJob& job) {
     if (job.lists_dir) embedded::set_lists_directory(*job.lists_dir);
     check_work_directory();
     const std::string made = embedded::work_directory() + "/changes.txt";
-    const std::string error = make_changelist(job, made);
+    const Heads heads(job);
+    const std::string error = make_changelist(job, heads, made);
     if (!error.empty()) {
         std::cerr << "error: " << told_error(error, job) << '\n';
         return exit_failed;
     }
     put_report(made, job.output.report);
-    if (job.json) write_whole(*job.json, change_document(parameter_of(job.old_reels.front(), "film label_std")));
+    if (job.json) write_whole(*job.json, change_document(heads.old_cut.parameter("film label_std")));
     return job.prove ? prove(job.options) : exit_done;
 }
 

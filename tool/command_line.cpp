@@ -28,6 +28,16 @@ struct Values {
     bool neg_cut = false, frames = false, all_effects = false, overwrite = false, quiet = false;
 };
 
+void add_set(CLI::App& command, Values& values) {
+    command.add_option("--set", values.options, "An option of the library; wins over all else")
+        ->type_name("KEY=VALUE")
+        ->allow_extra_args(false);
+}
+
+void add_quiet(CLI::App& command, Values& values) {
+    command.add_flag("--quiet", values.quiet, "Tell neither progress nor warnings");
+}
+
 void add_input_options(CLI::App& command, Values& values) {
     command.add_option("EDIT", values.edits, "The edit (.otio), or the edit lists of one programme (.edl)")->required();
     command.add_option("--rate", values.rate, "Frames a second of the edit, in place of what the file says")
@@ -47,14 +57,12 @@ void add_report_options(CLI::App& command, Values& values) {
                     "Frames apart at which two cuts of a roll still count as re-use; by default 1")
         ->type_name("N");
     command.add_flag("--sort-by-key", values.lists.sort_by_key, "Pull lists by key number in place of by roll");
-    command.add_option("--set", values.options, "An option of the library; wins over all else")
-        ->type_name("KEY=VALUE")
-        ->allow_extra_args(false);
+    add_set(command, values);
     command.add_option("--config", values.settings, "A host-wide setting")
         ->type_name("KEY=VALUE")
         ->allow_extra_args(false);
     command.add_flag("--overwrite", values.overwrite, "Replace a report that is there");
-    command.add_flag("--quiet", values.quiet, "Tell neither progress nor warnings");
+    add_quiet(command, values);
 }
 
 CLI::App* add_cutlist(CLI::App& app, Values& values) {
@@ -118,11 +126,9 @@ CLI::App* add_changelist(CLI::App& app, Values& values) {
     add_change_files(*command, values);
     add_change_lists(*command, values.changes);
     command->add_flag("--prove", values.prove, "Carry the steps out on the old cut and compare with the new");
-    command->add_option("--set", values.options, "An option of the library; wins over all else")
-        ->type_name("KEY=VALUE")
-        ->allow_extra_args(false);
+    add_set(*command, values);
     command->add_flag("--overwrite", values.overwrite, "Replace a report and a file for scripts that are there");
-    command->add_flag("--quiet", values.quiet, "Tell neither progress nor warnings");
+    add_quiet(*command, values);
     command->footer(changelist_examples);
     return command;
 }
@@ -146,7 +152,7 @@ void add_log_inputs(CLI::App& command, Values& values, const char* what) {
 void add_table_output(CLI::App& command, Values& values) {
     command.add_option("-o", values.report, "The table to write")->type_name("FILE")->required();
     command.add_flag("--overwrite", values.overwrite, "Replace a table that is there");
-    command.add_flag("--quiet", values.quiet, "Tell neither progress nor warnings");
+    add_quiet(command, values);
 }
 
 CLI::App* add_log_import(CLI::App& log, Values& values) {

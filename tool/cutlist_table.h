@@ -1,0 +1,34 @@
+#pragma once
+// What the command itself wants to know of a cutlist table.
+
+#include "host/labels.h"
+#include "host/recdb.h"
+#include "tool/open_logs.h"
+
+#include <climits>
+
+namespace tool {
+
+class CutlistTable {
+public:
+    /// Reads at most `records` records; a table of which only the head is wanted needs one.
+    explicit CutlistTable(const std::string& path, int records = INT_MAX) : table_(wide_path(path), records, false) {}
+
+    bool is_readable() const { return table_.get_valid() != 0; }
+    bool is_empty() const { return table_.get_num_records() == 0; }
+    /// Empty where the table or the parameter isn't there.
+    std::string parameter(const char* name) const {
+        const char* value = is_readable() ? table_.get_param_val(name) : nullptr;
+        return value ? value : "";
+    }
+    label_t film() const { return edlstr_to_label_type(parameter("film label_std").c_str()); }
+    bool is_sound() const {
+        const std::string channel = parameter("channel");
+        return !channel.empty() && channel[0] != 'V' && channel[0] != 'v';
+    }
+
+private:
+    recdb table_;
+};
+
+} // namespace tool
