@@ -1,6 +1,6 @@
 // Edit lists of growing length into edits.
 
-#include "formats/edl_reader.h"
+#include "formats/edl/edl_reader.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,8 +1,8 @@
 // How fast logs of as many rows as a table holds are read.
 
-#include "formats/ale_reader.h"
-#include "formats/log_check.h"
-#include "formats/log_table.h"
+#include "formats/logs/ale_reader.h"
+#include "formats/logs/log_check.h"
+#include "formats/logs/log_table.h"
 #include "quillbrook/logging_tables.h"
 
 #include <benchmark/benchmark.h>

@@ -6,7 +6,7 @@
 #include "reports/cut_s.h"
 #include "reports/cutdb.h"
 #include "reports/report.h"
-#include "reports/report_driver.h"
+#include "reports/report_context.h"
 
 #include <benchmark/benchmark.h>
 

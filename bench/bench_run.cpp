@@ -3,7 +3,7 @@
 #include "bench/long_edit.h"
 #include "embedded/edit_builder.h"
 #include "embedded/services.h"
-#include "formats/otio_reader.h"
+#include "formats/otio/otio_reader.h"
 #include "quillbrook/cutlist.h"
 
 #include <benchmark/benchmark.h>

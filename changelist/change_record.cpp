@@ -1,8 +1,8 @@
 #include "changelist/change_record.h"
 
+#include "base/frame_math.h"
 #include "changelist/row_fields.h"
 #include "host/fixed_text.h"
-#include "reports/frame_math.h"
 
 #include <cmath>
 #include <strings.h>

@@ -2,10 +2,10 @@
 
 #include "changelist/change_reports.h"
 
-#include "changelist/bench_list.h"
+#include "changelist/bench/bench_list.h"
 #include "changelist/changelist_options.h"
-#include "changelist/kept_steps.h"
 #include "changelist/run_state.h"
+#include "changelist/steps/kept_steps.h"
 #include "reports/report.h"
 
 namespace {

@@ -1,8 +1,8 @@
 #include "changelist/chgdb.h"
 
+#include "base/number_text.h"
+#include "base/text_columns.h"
 #include "host/settings.h"
-#include "reports/number_text.h"
-#include "reports/text_columns.h"
 
 #include <cstdio>
 #include <limits>

@@ -1,5 +1,7 @@
 #include "changelist/load_cutlists.h"
 
+#include "base/frame_math.h"
+#include "base/substitute.h"
 #include "changelist/change_record.h"
 #include "changelist/changelist_options.h"
 #include "changelist/run_state.h"
@@ -7,8 +9,6 @@
 #include "host/fixed_text.h"
 #include "reports/cut_s.h"
 #include "reports/cutdb.h"
-#include "reports/frame_math.h"
-#include "reports/substitute.h"
 
 #include <cstdio>
 #include <memory>

@@ -1,8 +1,8 @@
 #include "changelist/change_analysis.h"
 #include "changelist/changelist_options.h"
 #include "changelist/cutlist_set.h"
-#include "changelist/kept_steps.h"
 #include "changelist/run_state.h"
+#include "changelist/steps/kept_steps.h"
 #include "quillbrook/changelist.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #pragma once
 // Single fields of a row, for passes and lists that need few of them: a whole record has many labels to parse.
 
+#include "base/number_text.h"
 #include "changelist/chgdb.h"
-#include "reports/number_text.h"
 
 #include <cstring>
 

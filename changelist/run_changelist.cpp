@@ -1,10 +1,10 @@
 #include "changelist/change_analysis.h"
 #include "changelist/change_reports.h"
 #include "changelist/changelist_options.h"
-#include "changelist/kept_steps.h"
 #include "changelist/load_cutlists.h"
-#include "changelist/moves.h"
 #include "changelist/run_state.h"
+#include "changelist/steps/kept_steps.h"
+#include "changelist/steps/moves.h"
 #include "reports/report.h"
 
 namespace {

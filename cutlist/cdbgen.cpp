@@ -1,9 +1,9 @@
 #include "cutlist/cdbgen.h"
 
+#include "base/messages.h"
 #include "cutlist/classify_opticals.h"
 #include "cutlist/cutlist_options.h"
 #include "cutlist/generator_labels.h"
-#include "cutlist/messages.h"
 #include "cutlist/single_layer_lists.h"
 #include "cutlist/track_analysis.h"
 #include "logging/log_shot_list.h"

@@ -1,7 +1,7 @@
 #include "cutlist/film_stretch.h"
 
+#include "base/frame_math.h"
 #include "host/fixed_text.h"
-#include "reports/frame_math.h"
 
 #include <string_view>
 

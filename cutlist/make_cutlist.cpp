@@ -1,6 +1,6 @@
+#include "base/messages.h"
 #include "cutlist/cdbgen.h"
 #include "cutlist/cutlist_options.h"
-#include "cutlist/messages.h"
 #include "quillbrook/cutlist.h"
 
 namespace {

@@ -1,7 +1,7 @@
 #include "cutlist/single_layer_tables.h"
 
+#include "base/messages.h"
 #include "cutlist/cutlist_options.h"
-#include "cutlist/messages.h"
 #include "cutlist/single_layer_records.h"
 #include "host/os.h"
 #include "host/settings.h"

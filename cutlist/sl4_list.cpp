@@ -1,11 +1,11 @@
 // Events with cues.
 
+#include "base/frame_math.h"
 #include "cutlist/film_stretch.h"
 #include "cutlist/single_layer_lists.h"
 #include "cutlist/single_layer_tables.h"
 #include "host/fixed_text.h"
 #include "reports/cutdb.h"
-#include "reports/frame_math.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
 #include "cutlist/track_analysis.h"
 
+#include "base/messages.h"
 #include "cutlist/cdbgen.h"
 #include "cutlist/convert_labels.h"
 #include "cutlist/convert_shots.h"
 #include "cutlist/fx_opticals.h"
-#include "cutlist/messages.h"
 #include "host/fixed_text.h"
 
 #include <cstdio>

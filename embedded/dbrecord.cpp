@@ -1,4 +1,4 @@
-#include "embedded/number_text.h"
+#include "embedded/decimal_text.h"
 #include "embedded/table_data.h"
 
 #include <algorithm>

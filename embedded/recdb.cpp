@@ -1,6 +1,6 @@
 #include "host/recdb.h"
 
-#include "embedded/number_text.h"
+#include "embedded/decimal_text.h"
 #include "embedded/replacement_file.h"
 #include "embedded/services.h"
 #include "embedded/table_data.h"

@@ -2,7 +2,7 @@
 // events in order, and each message must say something.
 
 #include "embedded/edit_builder.h"
-#include "formats/edl_reader.h"
+#include "formats/edl/edl_reader.h"
 
 #include <cstdint>
 #include <cstdlib>

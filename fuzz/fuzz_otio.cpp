@@ -2,7 +2,7 @@
 // its events in order, and what is refused must say why.
 
 #include "embedded/edit_builder.h"
-#include "formats/otio_reader.h"
+#include "formats/otio/otio_reader.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,8 +1,8 @@
 #pragma once
 // What the fuzz targets of all readers of logs do.
 
-#include "formats/log_check.h"
-#include "formats/log_table.h"
+#include "formats/logs/log_check.h"
+#include "formats/logs/log_table.h"
 #include "formats/text_lines.h"
 #include "quillbrook/logging_tables.h"
 

@@ -1,7 +1,7 @@
+#include "base/number_text.h"
 #include "host/settings.h"
 #include "logging/log_columns.h"
 #include "quillbrook/logging_tables.h"
-#include "reports/number_text.h"
 
 #include <charconv>
 #include <cstdio>

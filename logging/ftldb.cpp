@@ -1,11 +1,11 @@
+#include "base/messages.h"
+#include "base/number_text.h"
 #include "cutlist/cutlist_options.h"
-#include "cutlist/messages.h"
 #include "host/fixed_text.h"
 #include "logging/keylog_columns.h"
+#include "logging/keylog_lines.h"
 #include "logging/log_columns.h"
-#include "logging/text_lines.h"
 #include "quillbrook/keylog.h"
-#include "reports/number_text.h"
 
 #include <cctype>
 #include <cstring>

@@ -1,10 +1,10 @@
 #include "logging/log_shot.h"
 
+#include "base/number_text.h"
 #include "host/fixed_text.h"
 #include "host/recdb.h"
 #include "logging/log_shot_columns.h"
 #include "logging/log_shot_list.h"
-#include "reports/number_text.h"
 
 #include <cctype>
 #include <cstdio>

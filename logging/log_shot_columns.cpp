@@ -1,6 +1,6 @@
 #include "logging/log_shot_columns.h"
 
-#include "cutlist/messages.h"
+#include "base/messages.h"
 #include "host/recdb.h"
 
 #include <cstddef>

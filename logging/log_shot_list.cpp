@@ -1,9 +1,9 @@
 #include "logging/log_shot_list.h"
 
-#include "cutlist/messages.h"
+#include "base/messages.h"
+#include "base/number_text.h"
 #include "host/recdb.h"
 #include "logging/log_shot_columns.h"
-#include "reports/number_text.h"
 
 LogShotList::LogShotList(recdb& log, int long_keycode_option, LoggerHandle& log_messages, int film_reel_option)
     : long_keycode(long_keycode_option), film_reel(film_reel_option), logger(&log_messages) {

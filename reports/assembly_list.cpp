@@ -1,11 +1,13 @@
 #include "reports/assembly_list.h"
 
+#include "base/code_text.h"
+#include "base/frame_math.h"
+#include "base/table_order.h"
 #include "cutlist/cutlist_options.h"
 #include "host/fixed_text.h"
-#include "reports/code_text.h"
 #include "reports/cutdb.h"
-#include "reports/frame_math.h"
-#include "reports/report_driver.h"
+#include "reports/list_headings.h"
+#include "reports/report_context.h"
 
 #include <cstring>
 

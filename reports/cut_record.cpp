@@ -1,9 +1,9 @@
 // A cutlist record to and from its row.
 
+#include "base/number_text.h"
 #include "host/recdb.h"
 #include "reports/cut_s.h"
 #include "reports/cutdb.h"
-#include "reports/number_text.h"
 
 #include <cstddef>
 

@@ -1,9 +1,9 @@
 // The positions that lists print.
 
+#include "base/frame_math.h"
 #include "host/recdb.h"
 #include "reports/cut_s.h"
 #include "reports/cutdb.h"
-#include "reports/frame_math.h"
 
 #include <cmath>
 

@@ -1,8 +1,10 @@
 #include "reports/optical_drawing.h"
 
+#include "reports/report_context.h"
+
+#include "base/code_text.h"
+#include "base/frame_math.h"
 #include "host/fixed_text.h"
-#include "reports/code_text.h"
-#include "reports/frame_math.h"
 
 #include <cmath>
 #include <cstdarg>

@@ -1,12 +1,14 @@
 #include "reports/opticals_list.h"
 
+#include "base/code_text.h"
+#include "base/frame_math.h"
+#include "base/table_order.h"
 #include "cutlist/cutlist_options.h"
-#include "reports/code_text.h"
 #include "reports/cut_s.h"
 #include "reports/cutdb.h"
-#include "reports/frame_math.h"
+#include "reports/list_headings.h"
 #include "reports/optical_drawing.h"
-#include "reports/report_driver.h"
+#include "reports/report_context.h"
 
 #include <algorithm>
 

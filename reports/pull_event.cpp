@@ -1,9 +1,11 @@
 #include "reports/pull_event.h"
 
+#include "reports/report_context.h"
+
+#include "base/code_text.h"
+#include "base/frame_math.h"
 #include "cutlist/cutlist_options.h"
 #include "host/fixed_text.h"
-#include "reports/code_text.h"
-#include "reports/frame_math.h"
 
 #include <cstdio>
 #include <cstring>

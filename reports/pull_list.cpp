@@ -1,10 +1,11 @@
 #include "reports/pull_list.h"
 
+#include "base/table_order.h"
 #include "cutlist/cutlist_options.h"
 #include "reports/cut_s.h"
 #include "reports/cutdb.h"
+#include "reports/list_headings.h"
 #include "reports/pull_event.h"
-#include "reports/report_driver.h"
 #include "reports/reuse_report.h"
 #include "reports/reuse_scan.h"
 

@@ -1,19 +1,19 @@
 #include "reports/report_driver.h"
 
+#include "base/number_text.h"
+#include "base/substitute.h"
 #include "cutlist/cutlist_options.h"
-#include "host/fixed_text.h"
+#include "host/os.h"
+#include "host/recdb.h"
 #include "reports/assembly_list.h"
-#include "reports/code_text.h"
 #include "reports/cutdb.h"
-#include "reports/number_text.h"
 #include "reports/opticals_list.h"
 #include "reports/pull_list.h"
+#include "reports/report_context.h"
 #include "reports/reuse_scan.h"
 #include "reports/roll_list.h"
-#include "reports/substitute.h"
 #include "reports/timecode_list.h"
 
-#include <cstdio>
 #include <limits>
 #include <string_view>
 #include <utility>
@@ -41,29 +41,6 @@ bool refuse(LoggerHandle& logger, const wchar_t* why) {
     return false;
 }
 
-void take_film_standard(const recdb& table) {
-    ReportContext& context = report_context();
-    const char* standard = table.get_param_val("film label_std");
-    if (!standard) standard = "";
-    context.film_label = edlstr_to_label_type(standard, user_label_key);
-    context.ink_label = edlstr_to_label_type(standard, user_label_ink);
-
-    const char* mixed = table.get_param_val("mixed_kc_standard");
-    if (mixed && std::string_view(mixed) == "1") context.mixed_standards = cutlist_options().edit_units = 1;
-}
-
-// A standard without feet is listed in frames.
-void choose_unit() {
-    ReportContext& context = report_context();
-    context.film_cvt = get_static_label_cvt(context.film_label);
-    context.ink_cvt = get_static_label_cvt(context.ink_label);
-    context.frame_label = EditLabel(label_t_to_foot_label_t(context.film_label), MediumRollIdent(medium_film, 1));
-    const label_t feet = context.frame_label.type();
-    if (feet != label_none && feet != label_frames) return;
-    context.frame_label.set_type(context.film_label);
-    cutlist_options().edit_units = 1;
-}
-
 void set_layout(report& out) {
     out.passthrough = 0;
     out.page_length = 60;
@@ -87,22 +64,7 @@ void print_lists(report& out, recdb& table, LoggerHandle& logger) {
     }
 }
 
-const char* format_name() {
-    const ReportContext& context = report_context();
-    return context.mixed_standards ? "-- Mixed Edgecode Format --" : edgecode_name(context.film_cvt->label_type());
-}
-
-const char* parameter(const recdb& table, const char* name) {
-    const char* value = table.get_param_val(name);
-    return value ? value : "";
-}
-
 } // namespace
-
-ReportContext& report_context() {
-    static ReportContext context;
-    return context;
-}
 
 bool print_cutlist_reports(const LightweightString<wchar_t>& cdb_path, const LightweightString<wchar_t>& report_path,
                            LoggerHandle& logger, bool overwrite_report, const configb* options) {
@@ -131,46 +93,4 @@ bool print_cutlist_reports(const LightweightString<wchar_t>& cdb_path, const Lig
     print_lists(out, table, logger);
     release_reuse_scan();
     return true;
-}
-
-UpperParameter::UpperParameter(const recdb& table, const char* name, unsigned max_chars) {
-    put_text(text, std::string_view(parameter(table, name)).substr(0, max_chars));
-    for (char* c = text; *c; ++c) {
-        if (*c >= 'a' && *c <= 'z') *c = static_cast<char>(*c - 'a' + 'A');
-    }
-}
-
-void print_list_header(report& out, recdb& table, const char* title) {
-    const CutlistOptions& options = cutlist_options();
-    out.page = 0;
-    out.print("Edit:         %-25.25s Project: %s \nEdit dated:   %-26.26sFormat:  %s\nReport dated: %-26.26s",
-              UpperParameter(table, "edit_name").text, UpperParameter(table, "project_name").text,
-              parameter(table, "edit_date"), format_name(), out.date.get_named_date());
-    out.print("%s version %d ", options.pull_match_assembly ? "CUTTING-COPY" : "NEG-CUT", report_version);
-    if (options.pgm_id[0]) out.print("(%s)", options.pgm_id);
-    out.print("\n");
-    if (options.chan_type == 2) {
-        out.print("                                  SOUND TRACK %d\n", options.chan_num);
-    } else if (options.pull_match_assembly) {
-        out.print("\n                                PICTURE TRACK 1\n");
-    } else {
-        out.print("\n                                 PICTURE TRACK\n");
-    }
-    out.print("%s", title);
-    out.rule();
-}
-
-void set_page_heading(report& out, const recdb& table, unsigned name_chars, const char* list, const char* gap,
-                      const char* heads) {
-    // Static, as a page may break in the first heading of the next list.
-    static char heading[318];
-    std::snprintf(heading, sizeof heading, "Edit:  %-21.21s%s|d  page |p%s%s",
-                  UpperParameter(table, "edit_name", name_chars).text, list, gap, heads);
-    out.page_header = heading;
-}
-
-void print_heads(report& out, const char* heads) {
-    out.print("%s", heads);
-    out.rule();
-    out.print("\n");
 }

@@ -1,9 +1,10 @@
 #include "reports/reuse_report.h"
 
+#include "base/code_text.h"
+#include "base/number_text.h"
 #include "host/labels.h"
-#include "reports/code_text.h"
-#include "reports/number_text.h"
-#include "reports/report_driver.h"
+#include "reports/list_headings.h"
+#include "reports/report_context.h"
 #include "reports/reuse_scan.h"
 
 #include <algorithm>

@@ -1,11 +1,12 @@
 #include "reports/reuse_scan.h"
 
+#include "base/frame_math.h"
+#include "base/table_order.h"
 #include "cutlist/cutlist_options.h"
 #include "reports/cut_s.h"
 #include "reports/cutdb.h"
 #include "reports/film_overlap.h"
-#include "reports/frame_math.h"
-#include "reports/report_driver.h"
+#include "reports/report_context.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,7 +1,7 @@
 #include "reports/roll_list.h"
 
 #include "reports/cutdb.h"
-#include "reports/report_driver.h"
+#include "reports/list_headings.h"
 
 void print_roll_list(report& out, recdb& table, LoggerHandle& logger) {
     logger.message(resourceStrW(10475), 0);

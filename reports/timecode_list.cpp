@@ -1,13 +1,15 @@
 #include "reports/timecode_list.h"
 
+#include "base/code_text.h"
+#include "base/frame_math.h"
+#include "base/table_order.h"
 #include "cutlist/cutlist_options.h"
 #include "host/edit.h"
 #include "host/fixed_text.h"
-#include "reports/code_text.h"
 #include "reports/cut_s.h"
 #include "reports/cutdb.h"
-#include "reports/frame_math.h"
-#include "reports/report_driver.h"
+#include "reports/list_headings.h"
+#include "reports/report_context.h"
 
 #include <limits>
 

@@ -3,7 +3,7 @@
 # library give one name to two types: the linker takes one of them for both, and only a sanitizer notices.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-headers=$(ls include/quillbrook/*.h host/*.h embedded/{edit_builder,fraction,rates,services}.h formats/otio_reader.h)
+headers=$(ls include/quillbrook/*.h host/*.h embedded/{edit_builder,fraction,rates,services}.h formats/otio/otio_reader.h)
 
 alone() {
     echo "#include \"$2\"" | "$1" -std=c++20 $3 -fsyntax-only -Wall -Wextra -Wconversion -Wshadow -Werror -I. -Iinclude \
@@ -18,7 +18,7 @@ done
 echo "headers: all compile alone"
 
 doubled=$(grep -hoE '^(template <.*> )?(struct|class|union) (QUILLBROOK_API )?[A-Za-z_0-9]+ *(final *)?[:{]' \
-    include/quillbrook/*.h {host,cutlist,reports,changelist,logging}/*.h | sed -E 's/ *(final *)?[:{]$//; s/.* //' |
+    $(git ls-files -co --exclude-standard -- include/*.h {host,base,cutlist,reports,changelist,logging}/*.h) | sed -E 's/ *(final *)?[:{]$//; s/.* //' |
     sort | uniq -d)
 [ -z "$doubled" ] || { echo "headers: names that two types have:"; echo "$doubled"; exit 1; }
 echo "headers: each type has a name of its own"

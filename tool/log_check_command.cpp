@@ -1,6 +1,6 @@
 // "quillbrook log show" and "quillbrook log check": what a log or logging table holds, and what is wrong with it.
 
-#include "formats/log_check.h"
+#include "formats/logs/log_check.h"
 #include "tool/open_logs.h"
 #include "tool/text_table.h"
 #include "tool/tool_error.h"

@@ -1,6 +1,6 @@
 // "quillbrook log import" and "quillbrook log merge": logs and tables into one table.
 
-#include "formats/log_table.h"
+#include "formats/logs/log_table.h"
 #include "quillbrook/keylog.h"
 #include "tool/open_logs.h"
 #include "tool/tool_error.h"

@@ -1,8 +1,8 @@
 #include "tool/log_use.h"
 
 #include "embedded/services.h"
-#include "formats/log_reader.h"
-#include "formats/log_table.h"
+#include "formats/logs/log_reader.h"
+#include "formats/logs/log_table.h"
 #include "host/recdb.h"
 #include "tool/open_logs.h"
 #include "tool/tool_error.h"

@@ -1,8 +1,8 @@
 #include "tool/open_edit.h"
 
 #include "embedded/services.h"
-#include "formats/edl_reader.h"
-#include "formats/otio_reader.h"
+#include "formats/edl/edl_reader.h"
+#include "formats/otio/otio_reader.h"
 #include "tool/output_files.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"

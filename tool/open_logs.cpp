@@ -1,8 +1,8 @@
 #include "tool/open_logs.h"
 
-#include "formats/film_values.h"
-#include "formats/log_reader.h"
-#include "formats/log_table.h"
+#include "formats/logs/film_values.h"
+#include "formats/logs/log_reader.h"
+#include "formats/logs/log_table.h"
 #include "tool/output_files.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"

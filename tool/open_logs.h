@@ -1,7 +1,7 @@
 #pragma once
 // Opens logs and logging tables for the commands.
 
-#include "formats/log_row.h"
+#include "formats/logs/log_row.h"
 #include "quillbrook/logging_tables.h"
 #include "tool/log_jobs.h"
 

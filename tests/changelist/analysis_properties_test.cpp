@@ -1,4 +1,4 @@
-#include "changelist/match_event.h"
+#include "changelist/matching/match_event.h"
 #include "tests/changelist/film_events.h"
 #include "tests/changelist/plain_analysis.h"
 

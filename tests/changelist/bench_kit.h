@@ -1,7 +1,7 @@
 #pragma once
 // Runs made of film by hand: events on reels, and pieces that match.
 
-#include "changelist/kept_steps.h"
+#include "changelist/steps/kept_steps.h"
 #include "host/fixed_text.h"
 
 #include <string>

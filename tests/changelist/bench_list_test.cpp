@@ -1,4 +1,4 @@
-#include "changelist/bench_list.h"
+#include "changelist/bench/bench_list.h"
 
 #include "tests/changelist/bench_kit.h"
 #include "tests/changelist/frame_by_frame.h"

@@ -1,6 +1,6 @@
 // The least film moves.
 
-#include "changelist/heaviest_run.h"
+#include "changelist/bench/heaviest_run.h"
 #include "tests/changelist/random_runs.h"
 
 #include <gtest/gtest.h>

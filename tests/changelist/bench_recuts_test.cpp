@@ -1,6 +1,6 @@
 // The bench list holds for any recut.
 
-#include "changelist/proof.h"
+#include "changelist/proof/proof.h"
 #include "tests/changelist/random_runs.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Whole runs on random recuts: the bench list of each holds, and the proof of either list says what work frame by
 // frame does.
 
-#include "changelist/kept_steps.h"
+#include "changelist/steps/kept_steps.h"
 #include "tests/changelist/cut_files.h"
 #include "tests/changelist/frame_by_frame.h"
 #include "tests/support/recuts.h"

@@ -1,4 +1,4 @@
-#include "changelist/candidates.h"
+#include "changelist/matching/candidates.h"
 
 #include "tests/changelist/film_events.h"
 

@@ -1,6 +1,6 @@
 // Strips of film behave as lists of single frames do.
 
-#include "changelist/film_strips.h"
+#include "changelist/proof/film_strips.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck.h>

@@ -1,7 +1,7 @@
 #pragma once
 // A cutting copy of single frames in plain lists, worked on by erasing and inserting: slow, and plain to see.
 
-#include "changelist/kept_steps.h"
+#include "changelist/steps/kept_steps.h"
 
 #include <string>
 #include <vector>

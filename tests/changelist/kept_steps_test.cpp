@@ -1,4 +1,4 @@
-#include "changelist/kept_steps.h"
+#include "changelist/steps/kept_steps.h"
 
 #include "tests/changelist/change_rows.h"
 

@@ -1,9 +1,9 @@
 // Cutlists on their way into the table that is compared.
 
+#include "base/substitute.h"
 #include "changelist/change_record.h"
 #include "changelist/load_cutlists.h"
 #include "host/fixed_text.h"
-#include "reports/substitute.h"
 #include "tests/changelist/cut_files.h"
 
 #include <memory>

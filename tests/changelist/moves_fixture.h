@@ -2,8 +2,8 @@
 // Tables of matched, new and gone film made in code, and what the passes make of them.
 
 #include "changelist/change_record.h"
-#include "changelist/moves.h"
 #include "changelist/run_state.h"
+#include "changelist/steps/moves.h"
 #include "host/fixed_text.h"
 #include "tests/support/recording_logger.h"
 

@@ -1,8 +1,8 @@
 #include "tests/changelist/plain_moves.h"
 
+#include "base/frame_math.h"
 #include "changelist/change_record.h"
 #include "host/fixed_text.h"
-#include "reports/frame_math.h"
 
 #include <cstring>
 #include <strings.h>

@@ -1,6 +1,6 @@
 // Where a proof parts from a list, and what it says there.
 
-#include "changelist/proof.h"
+#include "changelist/proof/proof.h"
 
 #include "tests/changelist/change_rows.h"
 #include "tests/changelist/frame_by_frame.h"

@@ -2,7 +2,7 @@
 
 #include "changelist/change_analysis.h"
 #include "changelist/change_record.h"
-#include "changelist/moves.h"
+#include "changelist/steps/moves.h"
 #include "tests/changelist/cut_files.h"
 #include "tests/support/recuts.h"
 

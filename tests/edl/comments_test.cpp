@@ -1,6 +1,6 @@
 // What comments say of clips.
 
-#include "formats/edl_list.h"
+#include "formats/edl/edl_list.h"
 #include "tests/edl/listed_edit.h"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,6 @@
 // How lines are read, and what is said of those that can't be.
 
-#include "formats/edl_list.h"
+#include "formats/edl/edl_list.h"
 #include "tests/edl/listed_edit.h"
 
 #include <gmock/gmock.h>

@@ -2,7 +2,7 @@
 // Short ways to read edit lists and to look at the edits that come of them.
 
 #include "embedded/edit_builder.h"
-#include "formats/edl_reader.h"
+#include "formats/edl/edl_reader.h"
 
 #include <string>
 #include <vector>

@@ -1,6 +1,7 @@
 // Lists from the world: each reads, or is refused with its line and reason.
 
-#include "formats/edl_reader.h"
+#include "formats/edl/edl_reader.h"
+#include "tests/support/project_paths.h"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +16,7 @@ namespace fs = std::filesystem;
 std::vector<fs::path> lists() {
     std::vector<fs::path> found;
     for (const char* folder : {"cmx3600", "edl", "otio-history"}) {
-        const fs::path place = fs::path(QUILLBROOK_SHARED_DIR) / "samples/edits" / folder;
+        const fs::path place = fs::path((project_folder() + "/../shared")) / "samples/edits" / folder;
         if (!fs::is_directory(place)) continue;
         for (const fs::directory_entry& entry : fs::directory_iterator(place)) {
             std::string extension = entry.path().extension();

@@ -4,7 +4,7 @@
 #include "table_file.h"
 
 #include "embedded/services.h"
-#include "formats/otio_reader.h"
+#include "formats/otio/otio_reader.h"
 #include "quillbrook/changelist.h"
 
 #include <algorithm>

@@ -2,8 +2,9 @@
 
 #include "embedded/edit_builder.h"
 #include "embedded/services.h"
-#include "formats/otio_reader.h"
+#include "formats/otio/otio_reader.h"
 #include "quillbrook/cutlist.h"
+#include "tests/support/project_paths.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -92,7 +93,7 @@ std::vector<std::string> extensions_of(const List& list) {
     return {".cdb", ".txt", ".sl1", ".sl2", ".sl3", ".sl4"};
 }
 
-std::string examples_folder() { return QUILLBROOK_SOURCE_DIR "/examples"; }
+std::string examples_folder() { return project_folder() + "/examples"; }
 
 std::string expected_stem(const List& list) {
     return examples_folder() + "/" + list.folder + "/expected/" + list.name();

@@ -1,6 +1,6 @@
 // Key numbers, kinds of film and the other values of logs in the spellings that are about.
 
-#include "formats/film_values.h"
+#include "formats/logs/film_values.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck.h>

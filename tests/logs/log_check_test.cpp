@@ -1,7 +1,7 @@
 // What a check of logs finds, one thing at a time.
 
-#include "formats/log_check.h"
-#include "formats/log_table.h"
+#include "formats/logs/log_check.h"
+#include "formats/logs/log_table.h"
 #include "logging/log_shot_list.h"
 #include "quillbrook/logging_tables.h"
 #include "tests/logs/log_texts.h"

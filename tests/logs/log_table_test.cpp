@@ -1,6 +1,6 @@
 // Rows as logging tables: what the list of shots reads of them, round trips and merging.
 
-#include "formats/log_table.h"
+#include "formats/logs/log_table.h"
 #include "logging/log_shot_list.h"
 #include "quillbrook/logging_tables.h"
 #include "tests/logging/film_tables.h"

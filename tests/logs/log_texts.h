@@ -1,7 +1,7 @@
 #pragma once
 // Logs put together for the tests.
 
-#include "formats/log_reader.h"
+#include "formats/logs/log_reader.h"
 
 #include <gmock/gmock.h>
 

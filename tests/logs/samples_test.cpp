@@ -1,6 +1,7 @@
 // Logs of other programs: each gives its rows, or is refused with line and reason.
 
-#include "formats/log_reader.h"
+#include "formats/logs/log_reader.h"
+#include "tests/support/project_paths.h"
 
 #include <filesystem>
 #include <fstream>
@@ -11,7 +12,7 @@ using namespace formats;
 namespace {
 
 TEST(LogSamples, EachGivesARowALineOrIsRefusedWithAReason) {
-    const std::filesystem::path folder = std::filesystem::path(QUILLBROOK_SHARED_DIR) / "samples/logs";
+    const std::filesystem::path folder = std::filesystem::path((project_folder() + "/../shared")) / "samples/logs";
     if (!std::filesystem::exists(folder)) GTEST_SKIP() << "no samples here";
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
         if (!entry.is_regular_file()) continue;

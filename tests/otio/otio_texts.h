@@ -2,7 +2,7 @@
 // Small edit files as texts, and short ways to look at what they become. Times are seconds unless a rate is given.
 
 #include "embedded/edit_builder.h"
-#include "formats/otio_reader.h"
+#include "formats/otio/otio_reader.h"
 #include "tests/edit_model/made_edits.h"
 
 #include <initializer_list>

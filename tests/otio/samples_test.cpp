@@ -1,6 +1,7 @@
 // Every edit file at hand is read, or refused with a message that names it.
 
-#include "formats/otio_reader.h"
+#include "formats/otio/otio_reader.h"
+#include "tests/support/project_paths.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +10,7 @@
 namespace {
 
 TEST(OtioSamples, AreReadOrRefusedWithAReason) {
-    const std::filesystem::path folder = std::filesystem::path(QUILLBROOK_SHARED_DIR) / "samples" / "edits";
+    const std::filesystem::path folder = std::filesystem::path((project_folder() + "/../shared")) / "samples" / "edits";
     if (!std::filesystem::exists(folder)) GTEST_SKIP() << "no samples here";
     int read = 0;
     for (const auto& file : std::filesystem::recursive_directory_iterator(folder)) {

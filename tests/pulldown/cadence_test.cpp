@@ -1,6 +1,6 @@
 // How film frames are counted from video frames, held against the fields of the cadence one by one.
 
-#include "formats/edl_reader.h"
+#include "formats/edl/edl_reader.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
+#include "base/frame_math.h"
 #include "reports/film_overlap.h"
-#include "reports/frame_math.h"
 #include "reports/reuse_scan.h"
 #include "tests/report_lists/reuse_fixture.h"
 

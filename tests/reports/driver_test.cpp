@@ -1,3 +1,4 @@
+#include "reports/report_context.h"
 #include "reports/report_driver.h"
 #include "tests/reports/list_fixture.h"
 #include "tests/support/scratch_directory.h"

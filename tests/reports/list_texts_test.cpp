@@ -1,6 +1,6 @@
 // The small texts of the lists.
 
-#include "reports/code_text.h"
+#include "base/code_text.h"
 #include "tests/reports/list_fixture.h"
 
 #include <rapidcheck.h>

@@ -1,6 +1,7 @@
 // The steps of "quillbrook changelist": the file for scripts, and what --prove says of them.
 
 #include "formats/json_document.h"
+#include "tests/support/project_paths.h"
 #include "tests/tool/cut_table.h"
 #include "tests/tool/tool_process.h"
 
@@ -25,7 +26,7 @@ const CutShot street{"KN111111", 160, 24, "Street", "13", "2"};
 
 std::string source_file(const std::string& name) {
     std::ostringstream bytes;
-    bytes << std::ifstream(QUILLBROOK_SOURCE_DIR "/" + name, std::ios::binary).rdbuf();
+    bytes << std::ifstream(project_folder() + "/" + name, std::ios::binary).rdbuf();
     return bytes.str();
 }
 

@@ -1,5 +1,6 @@
 // The way from the lab's logs and an edit list to the lists, from outside.
 
+#include "tests/support/project_paths.h"
 #include "tests/tool/tool_process.h"
 
 #include <gmock/gmock.h>
@@ -17,7 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const fs::path example = QUILLBROOK_SOURCE_DIR "/examples/edl";
+const fs::path example = project_folder() + "/examples/edl";
 const std::map<std::string, std::string> surroundings = {{"SOURCE_DATE_EPOCH", "1790000000"}, {"TZ", "UTC"}};
 
 constexpr const char* event = "001  A V C 01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n";

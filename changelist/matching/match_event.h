@@ -1,0 +1,9 @@
+#pragma once
+// Matches one event of the old cut with the new events of its roll.
+
+#include "changelist/matching/candidates.h"
+
+/// Cuts `x` and the candidates that it meets into pieces: what is in both cuts goes to `changes`, what is left of a
+/// candidate back among the candidates, and what is left of `x` is matched again until it goes to `changes` as "DU".
+/// Null for success.
+const char* match_event(ChangeRecord& x, Candidates& candidates, chgdb& changes);

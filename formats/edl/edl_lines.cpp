@@ -1,0 +1,119 @@
+#include "formats/edl/edl_lines.h"
+
+#include <algorithm>
+
+namespace formats::edl {
+namespace {
+
+bool is_blank(char c) { return static_cast<unsigned char>(c) <= ' ' || c == '\x7F'; }
+char capital(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+
+struct Head {
+    std::string_view text;
+    LineKind kind;
+    bool whole_word; ///< what follows must be a blank or nothing
+};
+
+constexpr Head heads[] = {
+    {"TITLE:", LineKind::title, false},
+    {"FCM:", LineKind::fcm, false},
+    {"SPLIT:", LineKind::split, false},
+    {"M2", LineKind::speed, true},
+    {"AUD", LineKind::audio, true},
+    {"*", LineKind::comment, false},
+    {">>>", LineKind::comment, false},
+    {"REM", LineKind::comment, true},
+    {"EFFECTS NAME IS", LineKind::comment, true},
+    {"FINAL CUT PRO REEL:", LineKind::comment, false},
+    {"FROM CLIP", LineKind::comment, false},
+    {"TO CLIP", LineKind::comment, false},
+    {"KEY CLIP", LineKind::comment, false},
+    {"SOURCE FILE:", LineKind::comment, false},
+    {"FRAME RATE:", LineKind::comment, false},
+};
+
+bool begins_with(std::string_view text, const Head& head) {
+    if (!equal_in_any_case(text.substr(0, head.text.size()), head.text)) return false;
+    return !head.whole_word || text.size() == head.text.size() || is_blank(text[head.text.size()]);
+}
+
+std::string_view without_byte_order_mark(std::string_view bytes) {
+    constexpr std::string_view mark = "\xEF\xBB\xBF";
+    return bytes.substr(0, mark.size()) == mark ? bytes.substr(mark.size()) : bytes;
+}
+
+} // namespace
+
+bool is_digit(char c) { return c >= '0' && c <= '9'; }
+
+bool all_digits(std::string_view text) { return !text.empty() && std::all_of(text.begin(), text.end(), is_digit); }
+
+std::optional<int> whole_number(std::string_view text) {
+    constexpr std::size_t most_digits = 9;
+    if (!all_digits(text) || text.size() > most_digits) return std::nullopt;
+    int value = 0;
+    for (const char c : text)
+        value = value * 10 + (c - '0');
+    return value;
+}
+
+bool equal_in_any_case(std::string_view a, std::string_view b) {
+    if (a.size() != b.size() || (!a.empty() && capital(a[0]) != capital(b[0]))) return false;
+    return std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return capital(x) == capital(y); });
+}
+
+std::string_view trimmed(std::string_view text) {
+    while (!text.empty() && is_blank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && is_blank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+std::vector<std::string_view> words_of(std::string_view text) {
+    constexpr std::size_t words_of_an_event = 10;
+    std::vector<std::string_view> words;
+    words.reserve(words_of_an_event);
+    std::size_t at = 0;
+    while (at < text.size()) {
+        while (at < text.size() && is_blank(text[at]))
+            ++at;
+        const std::size_t start = at;
+        while (at < text.size() && !is_blank(text[at]))
+            ++at;
+        if (at > start) words.push_back(text.substr(start, at - start));
+    }
+    return words;
+}
+
+std::optional<std::string_view> behind(std::string_view text, std::string_view head) {
+    if (text.size() < head.size() || !equal_in_any_case(text.substr(0, head.size()), head)) return std::nullopt;
+    return trimmed(text.substr(head.size()));
+}
+
+std::vector<Line> split_lines(std::string_view bytes) {
+    bytes = without_byte_order_mark(bytes);
+    constexpr std::size_t usual_line = 50;
+    std::vector<Line> lines;
+    lines.reserve(bytes.size() / usual_line);
+    std::size_t start = 0;
+    while (start < bytes.size()) {
+        std::size_t end = start;
+        while (end < bytes.size() && bytes[end] != '\r' && bytes[end] != '\n')
+            ++end;
+        lines.push_back({static_cast<int>(lines.size()) + 1, trimmed(bytes.substr(start, end - start))});
+        const bool pair = end + 1 < bytes.size() && bytes[end] == '\r' && bytes[end + 1] == '\n';
+        start = end + (pair ? 2 : 1);
+    }
+    return lines;
+}
+
+LineKind kind_of(std::string_view line) {
+    if (line.empty()) return LineKind::blank;
+    if (is_digit(line.front())) return LineKind::event;
+    for (const Head& head : heads)
+        if (capital(line.front()) == head.text.front() && begins_with(line, head)) return head.kind;
+    return LineKind::unknown;
+}
+
+} // namespace formats::edl

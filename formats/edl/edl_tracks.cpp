@@ -1,0 +1,318 @@
+#include "formats/edl/edl_tracks.h"
+
+#include <algorithm>
+
+namespace formats::edl {
+namespace {
+
+constexpr std::int64_t seconds_of_day = 86400;
+
+Fraction magnitude(const Fraction& value) { return value < Fraction() ? -value : value; }
+
+/// Normal speed is written as the true rate, cut to a digit, or as the counting.
+bool is_normal_speed(const Fraction& frames, const RateInfo& rate) {
+    const Fraction cut = Fraction((rate.rate() * Fraction(10)).floor(), 10);
+    return cut <= frames && frames <= Fraction(rate.nominal);
+}
+
+Fraction ratio_of(const Fraction& speed, const RateInfo& rate) {
+    if (is_normal_speed(magnitude(speed), rate)) return speed < Fraction() ? -1 : 1;
+    return speed / Fraction(rate.nominal);
+}
+
+/// Lays out one list after the other, then settles each track.
+class Layout {
+public:
+    Layout(const std::vector<NamedList>& lists, const RateInfo& rate) : lists_(lists), rate_(rate) {}
+
+    Tracks run();
+
+private:
+    void warn(int line, const std::string& text) { tracks_.warnings.push_back(place_of(path_, line) + ": " + text); }
+
+    void add_list(std::size_t index);
+    void add_event(const Event& event);
+    void add_line(const Event& event, const EventLine& line);
+    void add_picture(const PlacedLine& placed);
+    void add_sound(const PlacedLine& placed);
+    void add_clip(const TrackPlace& place, const PlacedLine& placed, const std::optional<Timecode>& delay);
+    void delay_clip(Clip& clip, const Timecode& delay);
+    void take_from(const TrackPlace& place, Clip& clip);
+    void end_event();
+    bool sound_is_taken(int channel);
+
+    PlacedLine place(const Event& event, const EventLine& line);
+    std::int64_t frames(const Timecode& time, bool drop, const EventLine& line);
+    std::int64_t record_length(const EventLine& line, std::int64_t in, std::int64_t out, std::int64_t source);
+    void check_source_length(const PlacedLine& placed, std::int64_t source);
+
+    void pass_midnight();
+    void settle(std::vector<Clip>& clips);
+    void hold_before_split(Clip& before, const Clip& clip);
+    bool cut_before(Clip& before, const Clip& clip);
+    void join(Clip& before, Clip& clip);
+    void find_start();
+
+    const std::vector<NamedList>& lists_;
+    const RateInfo& rate_;
+    Tracks tracks_;
+    std::size_t list_ = 0;
+    std::string path_;
+    std::map<TrackPlace, PlacedLine> from_;  ///< lines without length that wait for their transition
+    std::map<int, std::size_t> sound_lists_; ///< which list a sound channel comes from
+    bool told_of_sound_ = false;
+    bool over_midnight_ = false;
+};
+
+std::int64_t Layout::frames(const Timecode& time, bool drop, const EventLine& line) {
+    bool skipped = false;
+    const std::int64_t found = frames_of(time, rate_, drop, &skipped);
+    if (skipped) warn(line.line, "a timecode that drop-frame leaves out; the next one counts");
+    return found;
+}
+
+// The record's length where its out lies before its in: over midnight, or never filled in.
+std::int64_t Layout::record_length(const EventLine& line, std::int64_t in, std::int64_t out, std::int64_t source) {
+    if (out >= in) return out - in;
+    const std::int64_t wrapped = out - in + frames_of_day(rate_, tracks_.drop);
+    const bool short_enough = wrapped < frames_of_day(rate_, tracks_.drop) / 2;
+    if (wrapped == source || (line.speed && short_enough && out > 0)) {
+        over_midnight_ = true;
+        return wrapped;
+    }
+    if (out != 0) throw BadLine{"the record out lies before the record in"};
+    warn(line.line, "no record out; the source's length counts");
+    return std::max<std::int64_t>(0, source);
+}
+
+// Lists give the source's length in two ways where a speed follows: as long as the record, or as much as is used.
+void Layout::check_source_length(const PlacedLine& placed, std::int64_t source) {
+    const std::int64_t record = placed.out - placed.in;
+    if (source == record || record == 0 || placed.line->black()) return;
+    const Fraction used = magnitude(placed.speed) * Fraction(record);
+    const Fraction between = magnitude(placed.speed) * Fraction(record - 1) + Fraction(1);
+    const bool near =
+        magnitude(used - Fraction(source)) <= Fraction(1) || magnitude(between - Fraction(source)) <= Fraction(1);
+    if (placed.speed == Fraction(1) ? true : !near)
+        warn(placed.line->line, "the source is " + std::to_string(source) + " frames long and the record " +
+                                    std::to_string(record) + "; the record counts");
+}
+
+PlacedLine Layout::place(const Event& event, const EventLine& line) {
+    PlacedLine placed;
+    placed.line = &line;
+    placed.event = &event;
+    placed.source_drop = line.source_drop && rate_.can_drop();
+    const std::int64_t source_in = frames(line.source_in, placed.source_drop, line);
+    std::int64_t source = frames(line.source_out, placed.source_drop, line) - source_in;
+    if (source < 0) source += frames_of_day(rate_, placed.source_drop);
+    placed.source_in = source_in;
+    placed.in = frames(line.record_in, tracks_.drop, line);
+    placed.out = placed.in + record_length(line, placed.in, frames(line.record_out, tracks_.drop, line), source);
+    if (line.speed)
+        placed.speed = ratio_of(*line.speed, rate_);
+    else if (line.freeze && source != placed.out - placed.in)
+        placed.speed = 0;
+    check_source_length(placed, source);
+    return placed;
+}
+
+bool Layout::sound_is_taken(int channel) {
+    const auto [owner, fresh] = sound_lists_.try_emplace(channel, list_);
+    if (fresh || owner->second == list_) return false;
+    if (!told_of_sound_) warn(0, "its sound is left out where a list before it has that channel");
+    told_of_sound_ = true;
+    return true;
+}
+
+void Layout::delay_clip(Clip& clip, const Timecode& delay) {
+    const std::int64_t wait = std::min(frames_of(delay, rate_, false), clip.placed.out - clip.placed.in);
+    clip.placed.in += wait;
+    // Backward the stretch is left out at its upper end.
+    if (clip.placed.speed > Fraction())
+        clip.placed.source_in = clip.placed.source_in + clip.placed.speed * Fraction(wait);
+}
+
+void Layout::take_from(const TrackPlace& place, Clip& clip) {
+    const auto found = from_.find(place);
+    if (found == from_.end()) return;
+    if (found->second.in == clip.held_from && clip.line().type != EditType::cut)
+        clip.from = found->second;
+    else
+        warn(found->second.line->line, "an event without length that no transition follows, left out");
+    from_.erase(found);
+}
+
+void Layout::add_clip(const TrackPlace& place, const PlacedLine& placed, const std::optional<Timecode>& delay) {
+    Clip clip;
+    clip.placed = placed;
+    clip.type = placed.line->type;
+    clip.frames = placed.line->frames;
+    clip.held_from = placed.in;
+    clip.name = placed.line->name;
+    clip.list = list_;
+    const bool before_transition = placed.in == placed.out && placed.line->type != EditType::key_out;
+    if (before_transition) {
+        from_.insert_or_assign(place, placed);
+        return;
+    }
+    take_from(place, clip);
+    if (delay) delay_clip(clip, *delay);
+    tracks_.clips[place].push_back(clip);
+}
+
+void Layout::add_picture(const PlacedLine& placed) {
+    const bool key = placed.line->type == EditType::key || placed.line->type == EditType::key_out;
+    for (const int track : placed.line->channels.picture)
+        add_clip({1, list_, track, key}, placed, placed.event->picture_delay);
+}
+
+void Layout::add_sound(const PlacedLine& placed) {
+    for (const int channel : placed.line->channels.sound)
+        if (!sound_is_taken(channel)) add_clip({2, 0, channel, false}, placed, placed.event->sound_delay);
+}
+
+void Layout::add_line(const Event& event, const EventLine& line) {
+    try {
+        const PlacedLine placed = place(event, line);
+        add_picture(placed);
+        if (line.type != EditType::key && line.type != EditType::key_out) add_sound(placed);
+    } catch (const BadLine& bad) {
+        warn(line.line, bad.reason + "; the event is left out");
+    }
+}
+
+void Layout::end_event() {
+    for (const auto& [place, placed] : from_)
+        warn(placed.line->line, "an event without length that no transition follows, left out");
+    from_.clear();
+}
+
+// A line without length may carry a number of its own, so it waits for the next event too.
+void Layout::add_event(const Event& event) {
+    for (const EventLine& line : event.lines)
+        add_line(event, line);
+}
+
+void Layout::add_list(std::size_t index) {
+    list_ = index;
+    path_ = lists_[index].path;
+    told_of_sound_ = false;
+    for (const Event& event : lists_[index].list.events)
+        add_event(event);
+    end_event();
+}
+
+// A programme that runs over midnight goes on behind it.
+void Layout::pass_midnight() {
+    if (!over_midnight_) return;
+    tracks_.midnight_shift = frames_of_day(rate_, tracks_.drop);
+    for (auto& [place, clips] : tracks_.clips)
+        for (Clip& clip : clips) {
+            if (clip.placed.in >= tracks_.midnight_shift / 2) continue;
+            for (std::int64_t* time : {&clip.placed.in, &clip.placed.out, &clip.held_from})
+                *time += tracks_.midnight_shift;
+        }
+}
+
+// Until the delayed clip comes, the one before it goes on.
+void Layout::hold_before_split(Clip& before, const Clip& clip) {
+    const std::int64_t longer = clip.placed.in - clip.held_from;
+    if (longer == 0 || before.placed.out != clip.held_from) return;
+    before.placed.out = clip.placed.in;
+    if (before.placed.speed < Fraction())
+        before.placed.source_in = before.placed.source_in + before.placed.speed * Fraction(longer);
+}
+
+// What is recorded later covers the end of what is there. False when nothing is left.
+bool Layout::cut_before(Clip& before, const Clip& clip) {
+    const std::int64_t over = before.placed.out - clip.placed.in;
+    if (over <= 0) return true;
+    path_ = lists_[before.list].path;
+    warn(before.line().line, "cut by " + std::to_string(over) + " frames, as line " + std::to_string(clip.line().line) +
+                                 " is recorded over its end");
+    before.placed.out -= over;
+    if (before.placed.speed < Fraction())
+        before.placed.source_in = before.placed.source_in - before.placed.speed * Fraction(over);
+    return before.placed.out > before.placed.in;
+}
+
+// The line without length before a transition goes on with the clip that is there, and may name it.
+void Layout::join(Clip& before, Clip& clip) {
+    if (before.placed.out != clip.placed.in) return;
+    clip.joined = !clip.from || equal_in_any_case(clip.from->line->reel, before.line().reel);
+    if (clip.joined && clip.from && before.name.empty()) before.name = clip.from->line->name;
+}
+
+void Layout::settle(std::vector<Clip>& clips) {
+    const auto earlier = [](const Clip& a, const Clip& b) { return a.placed.in < b.placed.in; };
+    if (!std::is_sorted(clips.begin(), clips.end(), earlier)) std::stable_sort(clips.begin(), clips.end(), earlier);
+    std::vector<Clip> settled;
+    settled.reserve(clips.size());
+    for (Clip& clip : clips) {
+        if (!settled.empty()) {
+            hold_before_split(settled.back(), clip);
+            if (!cut_before(settled.back(), clip)) settled.pop_back();
+        }
+        if (!settled.empty()) join(settled.back(), clip);
+        settled.push_back(std::move(clip));
+    }
+    clips = std::move(settled);
+}
+
+void Layout::find_start() {
+    bool found = false;
+    for (const auto& [place, clips] : tracks_.clips) {
+        if (clips.empty()) continue;
+        const std::int64_t first = clips.front().placed.in;
+        tracks_.start = found ? std::min(tracks_.start, first) : first;
+        found = true;
+    }
+}
+
+Tracks Layout::run() {
+    for (const NamedList& one : lists_)
+        tracks_.drop = tracks_.drop || (one.list.record_drop && rate_.can_drop());
+    for (std::size_t i = 0; i < lists_.size(); ++i)
+        add_list(i);
+    pass_midnight();
+    for (auto& [place, clips] : tracks_.clips)
+        settle(clips);
+    find_start();
+    return std::move(tracks_);
+}
+
+} // namespace
+
+std::int64_t frames_of_day(const RateInfo& rate, bool drop) {
+    constexpr int dropping_minutes = 24 * 60 - 24 * 6;
+    const std::int64_t dropped = drop ? dropping_minutes * (rate.nominal / 15) : 0;
+    return seconds_of_day * rate.nominal - dropped;
+}
+
+// Two labels of 30, four of 60 are left out at each minute but the tenth.
+std::int64_t frames_of(const Timecode& time, const RateInfo& rate, bool drop, bool* skipped) {
+    if (time.frames >= rate.nominal)
+        throw BadLine{"frame " + std::to_string(time.frames) + " doesn't exist at " + rate.name + " a second"};
+    const std::int64_t minutes = time.hours * 60 + time.minutes;
+    const int left_out = drop ? rate.nominal / 15 : 0;
+    int frames = time.frames;
+    if (time.seconds == 0 && minutes % 10 != 0 && frames < left_out) {
+        frames = left_out;
+        if (skipped) *skipped = true;
+    }
+    return (minutes * 60 + time.seconds) * rate.nominal + frames - left_out * (minutes - minutes / 10);
+}
+
+std::int64_t Tracks::record_frames(const Timecode& time, const RateInfo& rate) const {
+    const std::int64_t frames = frames_of(time, rate, drop);
+    return frames < midnight_shift / 2 ? frames + midnight_shift : frames;
+}
+
+std::string place_of(const std::string& path, int line) {
+    return line == 0 ? path : path + ": line " + std::to_string(line);
+}
+
+Tracks lay_out_tracks(const std::vector<NamedList>& lists, const RateInfo& rate) { return Layout(lists, rate).run(); }
+
+} // namespace formats::edl

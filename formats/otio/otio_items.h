@@ -1,0 +1,83 @@
+#pragma once
+// The items of a channel: what tracks, nests and gaps come down to.
+//
+//     | A . . | [ nest: | B . . | C . . | ] | D . . |      a nest of one track is spliced in, trimmed;
+//     | A . . |   B . |   C . .           | | D . . |      one of several is a single event, rendered
+
+#include "formats/otio/otio_details.h"
+
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+namespace formats::otio {
+
+struct Item {
+    enum class Kind { event, black, gap, transition };
+
+    Kind kind = Kind::gap;
+    int depth = 0;                    ///< nests around it
+    embedded::EventDescription event; ///< of black and gaps only length, effects and label count
+    std::vector<Mark> marks;          ///< seconds from the item's start, all inside it
+    std::unique_ptr<embedded::TransitionDescription> transition;
+
+    const Fraction& length() const { return event.duration; }
+    bool is_transition() const { return kind == Kind::transition; }
+};
+
+using Items = std::vector<Item>;
+
+constexpr int picture_kind = 1;
+constexpr int sound_kind = 2;
+
+/// 0 for kinds that are neither picture nor sound.
+int kind_of_track(const JsonValue& track);
+/// The children of a composition that a channel of that kind is made from: of a track the track itself.
+std::vector<Place> tracks_of_kind(const Place& composition, int kind);
+bool has_effects(const Place& object, const Context& context);
+
+struct Stretch {
+    Fraction from, to;
+};
+/// The items between two times, cut at both. A transition stays where its cut lies inside, not at an end.
+Items trimmed(Items items, const Stretch& stretch);
+Fraction length_of(const Items& items);
+/// What of a track's content its own range leaves. A range that meets nothing of it is left out with a warning.
+Stretch stretch_of_track(const Place& track, const Fraction& content, const Context& context);
+
+/// Brings tracks down to items.
+class Flattener {
+public:
+    Flattener(const Context& context, Sources& sources) : context_(context), sources_(sources) {}
+
+    /// All children of a track, untrimmed; `effects_of_gaps` on FX channels, where gaps with effects count.
+    Items children(const Place& track, int kind, bool effects_of_gaps);
+    /// A child of a stack that isn't a track.
+    Items single(const Place& item, int kind);
+    /// Seconds that a child takes in its composition, a track in a stack.
+    Fraction length(const Place& item);
+    Fraction content_of_track(const Place& track);
+
+private:
+    void add(const Place& item, Items& items);
+    void add_clip(const Place& clip, Items& items);
+    void add_gap(const Place& gap, Items& items);
+    void add_nest(const Place& nest, Items& items);
+    void add_rendered(const Place& nest, const Effects& effects, Items& items);
+    void splice(const Place& nest, const Place& track, Items& items);
+    Items track_in_nest(const Place& nest, const Place& track);
+    Item rendered_clip(const Place& clip, const Media& media, const Effects& effects);
+    void add_marks(const Place& object, const std::optional<Time>& start, Item& item);
+    Item gap_of(const Place& object, const Fraction& length) const;
+    Fraction measure(const Place& item);
+    Fraction longest_child(const Place& stack);
+
+    const Context& context_;
+    Sources& sources_;
+    int kind_ = picture_kind;
+    int depth_ = 0;
+    bool on_fx_ = false;
+    std::unordered_map<const JsonValue*, Fraction> lengths_;
+};
+
+} // namespace formats::otio

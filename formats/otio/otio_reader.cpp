@@ -1,0 +1,160 @@
+#include "formats/otio/otio_reader.h"
+
+#include "embedded/services.h"
+#include "formats/otio/otio_unrender.h"
+
+#include <sys/stat.h>
+
+#include <memory>
+#include <utility>
+
+namespace formats {
+namespace {
+
+/// What a de-rendered copy takes over from the edit that it is made of.
+struct Original {
+    std::string name;
+    std::int64_t modification_time = 0;
+    const embedded::RateInfo* rate = nullptr;
+    bool all_effects = false;
+};
+
+/// One reading of one text.
+class Reading {
+public:
+    Reading(std::string_view bytes, std::string path, std::int64_t file_time, const ReadOptions& options)
+        : bytes_(bytes), path_(std::move(path)), file_time_(file_time), options_(options) {}
+
+    ReadResult run(const Original* original);
+    /// The text with rendered clips replaced; empty where it can't be read.
+    std::string unrendered_text();
+
+private:
+    bool parse();
+    void read(const Original* original);
+    otio::Context context_for(const otio::Root& root);
+    embedded::EditDescription description(const otio::Root& root, const otio::Context& context,
+                                          const Original* original);
+    embedded::EditBuilder::Unrender unrender_hooks(const embedded::EditDescription& edit) const;
+    void add_warnings(const std::vector<std::string>& warnings);
+
+    std::string_view bytes_;
+    std::string path_;
+    std::int64_t file_time_;
+    ReadOptions options_;
+    JsonDocument document_;
+    std::vector<std::string> warnings_;
+    ReadResult result_;
+};
+
+bool Reading::parse() {
+    if (!document_.parse(bytes_)) {
+        result_.error = path_ + ": " + document_.error();
+        return false;
+    }
+    otio::refuse_newer_versions(document_.root());
+    return true;
+}
+
+otio::Context Reading::context_for(const otio::Root& root) {
+    otio::Context context;
+    context.rate = options_.rate ? options_.rate : otio::rate_of_edit(root);
+    context.all_effects = options_.all_effects;
+    context.warnings = &warnings_;
+    if (root.is_timeline())
+        context.drop_frame = json_truth(json_member(otio::own_metadata_of(root.object().value), "drop_frame"));
+    return context;
+}
+
+embedded::EditDescription Reading::description(const otio::Root& root, const otio::Context& context,
+                                               const Original* original) {
+    embedded::EditDescription edit = otio::describe_edit(root, context, path_, file_time_);
+    if (original) {
+        edit.name = original->name;
+        edit.modification_time = original->modification_time;
+    }
+    if (original || options_.unrender) edit.identity = "copy:" + edit.name;
+    return edit;
+}
+
+embedded::EditBuilder::Unrender Reading::unrender_hooks(const embedded::EditDescription& edit) const {
+    const auto bytes = std::make_shared<const std::string>(bytes_);
+    const Original original{edit.name, edit.modification_time, edit.rate, options_.all_effects};
+    ReadOptions options = options_;
+    options.rate = edit.rate;
+    embedded::EditBuilder::Unrender hooks;
+    hooks.write = [bytes, options, from = path_](const std::string& path) {
+        const std::string text = Reading(*bytes, from, 0, options).unrendered_text();
+        return !text.empty() && embedded::write_file_whole(path, text, nullptr);
+    };
+    hooks.open = [original, options](const std::string& path) {
+        std::string text;
+        if (!embedded::read_file(path, &text, nullptr)) return EditPtr();
+        return Reading(text, path, 0, options).run(&original).edit;
+    };
+    return hooks;
+}
+
+void Reading::add_warnings(const std::vector<std::string>& warnings) {
+    for (const std::string& warning : warnings)
+        result_.warnings.push_back(path_ + ": " + warning);
+}
+
+void Reading::read(const Original* original) {
+    if (!parse()) return;
+    if (options_.unrender) {
+        const otio::Root root(document_.root());
+        options_.rate = context_for(root).rate;
+        otio::unrender(document_.document(), context_for(root));
+    }
+    const otio::Root root(document_.root());
+    const otio::Context context = context_for(root);
+    const embedded::EditDescription edit = description(root, context, original);
+    embedded::EditBuilder builder(edit);
+    builder.set_unrender(unrender_hooks(edit));
+    otio::add_channels(root, context, builder);
+    result_.edit = builder.finish();
+    add_warnings(warnings_);
+    add_warnings(builder.warnings());
+    if (!result_.edit) result_.error = path_ + ": the edit can't be stored";
+}
+
+ReadResult Reading::run(const Original* original) {
+    try {
+        read(original);
+    } catch (const otio::ReadError& error) {
+        result_.error = path_ + ": " + error.message;
+    }
+    return std::move(result_);
+}
+
+std::string Reading::unrendered_text() {
+    try {
+        if (!parse()) return {};
+        const otio::Root root(document_.root());
+        otio::unrender(document_.document(), context_for(root));
+        return json_to_text(document_.root());
+    } catch (const otio::ReadError&) {
+        return {};
+    }
+}
+
+} // namespace
+
+ReadResult read_otio_bytes(std::string_view bytes, const std::string& path_for_messages, std::int64_t file_time,
+                           const ReadOptions& options) {
+    return Reading(bytes, path_for_messages, file_time, options).run(nullptr);
+}
+
+ReadResult read_otio(const std::string& path, const ReadOptions& options) {
+    ReadResult result;
+    std::string bytes, why;
+    struct stat status {};
+    if (!embedded::read_file(path, &bytes, &why) || ::stat(path.c_str(), &status) != 0) {
+        result.error = path + ": " + (why.empty() ? "can't be read" : why);
+        return result;
+    }
+    return read_otio_bytes(bytes, path, status.st_mtime, options);
+}
+
+} // namespace formats

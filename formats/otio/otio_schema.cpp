@@ -1,0 +1,148 @@
+#include "formats/otio/otio_schema.h"
+
+#include <charconv>
+#include <vector>
+
+namespace formats::otio {
+namespace {
+
+struct KnownName {
+    std::string_view name;
+    Schema schema;
+    int newest;
+};
+
+constexpr KnownName known_names[] = {
+    {"RationalTime", Schema::rational_time, 1},
+    {"TimeRange", Schema::time_range, 1},
+    {"Clip", Schema::clip, 2},
+    {"ExternalReference", Schema::external_reference, 1},
+    {"MissingReference", Schema::missing_reference, 1},
+    {"Gap", Schema::gap, 1},
+    {"Filler", Schema::gap, 1},
+    {"Transition", Schema::transition, 1},
+    {"Marker", Schema::marker, 3},
+    {"Effect", Schema::effect, 1},
+    {"TimeEffect", Schema::effect, 1},
+    {"LinearTimeWarp", Schema::linear_time_warp, 1},
+    {"FreezeFrame", Schema::freeze_frame, 1},
+    {"Track", Schema::track, 1},
+    {"Sequence", Schema::track, 1},
+    {"Stack", Schema::stack, 1},
+    {"Timeline", Schema::timeline, 1},
+    {"SerializableCollection", Schema::collection, 1},
+    {"GeneratorReference", Schema::generator_reference, 1},
+    {"ImageSequenceReference", Schema::image_sequence, 1},
+    {"MediaReference", Schema::missing_reference, 1},
+    {"TimeTransform", Schema::other, 1},
+    {"SerializableObject", Schema::other, 1},
+    {"SerializableObjectWithMetadata", Schema::other, 1},
+    {"Composable", Schema::other, 1},
+    {"Item", Schema::other, 1},
+    {"Composition", Schema::other, 1},
+    {"Color", Schema::other, 1},
+    {"Box2d", Schema::other, 1},
+    {"V2d", Schema::other, 1},
+};
+
+ObjectType named_type(std::string_view text) {
+    const std::size_t dot = text.rfind('.');
+    if (dot == std::string_view::npos) return {Schema::unknown, 0, 0};
+    const std::string_view digits = text.substr(dot + 1);
+    int version = 0;
+    const auto [end, trouble] = std::from_chars(digits.data(), digits.data() + digits.size(), version);
+    const bool too_high = trouble == std::errc::result_out_of_range;
+    if ((trouble != std::errc() && !too_high) || end != digits.data() + digits.size()) return {Schema::unknown, 0, 0};
+    if (too_high) version = 1 << 30;
+    for (const KnownName& known : known_names)
+        if (text.substr(0, dot) == known.name && version > 0) return {known.schema, version, known.newest};
+    return {Schema::unknown, version, 0};
+}
+
+std::string segment(const Place& place) {
+    if (place.value && schema_of(*place.value) == Schema::track && place.index >= 0) {
+        std::string name = name_of(*place.value);
+        if (!name.empty()) return name;
+    }
+    std::string text(place.key);
+    if (place.index >= 0) text += "[" + std::to_string(place.index) + "]";
+    return text;
+}
+
+void check_version(const Place& place) {
+    const ObjectType type = object_type(*place.value);
+    if (type.newest == 0 || type.version <= type.newest) return;
+    refuse(place, "\"" + std::string(json_string(json_member(*place.value, "OTIO_SCHEMA"))) +
+                      "\" has a higher version than this program reads (" + std::to_string(type.newest) + ")");
+}
+
+void check_versions_below(const Place& place) {
+    if (place.value->IsObject()) {
+        check_version(place);
+        for (const auto& member : place.value->GetObject())
+            if (member.value.IsObject() || member.value.IsArray())
+                check_versions_below(place.step(json_string(&member.name), member.value));
+        return;
+    }
+    int index = 0;
+    for (const JsonValue& element : place.value->GetArray()) {
+        if (element.IsObject() || element.IsArray()) check_versions_below({place.up, place.key, index, &element});
+        ++index;
+    }
+}
+
+} // namespace
+
+ObjectType object_type(const JsonValue& value) {
+    if (!value.IsObject()) return {};
+    const JsonValue* schema = json_member(value, "OTIO_SCHEMA");
+    if (!schema) return {};
+    return schema->IsString() ? named_type(json_string(schema)) : ObjectType{Schema::unknown, 0, 0};
+}
+
+std::string Place::text() const {
+    std::vector<const Place*> steps;
+    for (const Place* step = this; step; step = step->up)
+        if (!step->key.empty()) steps.push_back(step);
+    std::string result;
+    for (auto step = steps.rbegin(); step != steps.rend(); ++step)
+        result += (result.empty() ? "" : "/") + segment(**step);
+    const std::string name = value ? name_of(*value) : std::string();
+    const bool shown = !steps.empty() && segment(*this) == name;
+    if (!name.empty() && !shown) result += (result.empty() ? "\"" : " \"") + name + "\"";
+    return result.empty() ? "the root" : result;
+}
+
+void refuse(const Place& place, const std::string& reason) { throw ReadError{place.text() + ": " + reason}; }
+
+void refuse_newer_versions(const JsonValue& root) {
+    if (root.IsObject() || root.IsArray()) check_versions_below({nullptr, {}, -1, &root});
+}
+
+const JsonValue& array_of(const Place& place, std::string_view key) {
+    static const JsonValue empty(rapidjson::kArrayType);
+    const JsonValue* found = json_member(*place.value, key);
+    if (!found) return empty;
+    if (!found->IsArray()) refuse(place, "\"" + std::string(key) + "\" isn't an array");
+    return *found;
+}
+
+std::string type_name(const JsonValue& object) {
+    const std::string name(json_string(json_member(object, "OTIO_SCHEMA")));
+    return name.empty() ? "no type" : "type \"" + name + "\"";
+}
+
+std::string name_of(const JsonValue& object) { return json_text(json_member(object, "name")); }
+
+bool is_enabled(const Place& place) {
+    const JsonValue* enabled = json_member(*place.value, "enabled");
+    if (!enabled) return true;
+    if (!enabled->IsBool()) refuse(place, "\"enabled\" isn't true or false");
+    return enabled->GetBool();
+}
+
+const JsonValue* metadata_of(const JsonValue* object) { return json_object(object, "metadata"); }
+
+const JsonValue* own_metadata_of(const JsonValue* object) { return json_object(metadata_of(object), "quillbrook"); }
+
+} // namespace formats::otio

@@ -1,0 +1,319 @@
+#include "formats/otio/otio_source.h"
+
+#include "formats/key_number.h"
+#include "formats/otio/otio_metadata.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace formats::otio {
+namespace {
+
+using embedded::LabelDescription;
+using embedded::SourceDescription;
+
+struct ReelField {
+    std::pair<int, int> medium;
+    FieldName name;
+};
+
+constexpr ReelField reel_fields[] = {
+    {{1, 2}, {"reel", "Tape", true}},          {{4, 3}, {"snd_reel", "Soundroll", false}},
+    {{15, 1}, {"reel_24p", "", false}},        {{2, 1}, {"cam_reel", "Camroll", false}},
+    {{10, 1}, {"lab_reel", "Labroll", false}}, {{11, 1}, {"comp_reel", "", false}},
+};
+
+std::string lower_case(std::string text) {
+    for (char& c : text)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    return text;
+}
+
+bool is_media(Schema schema) {
+    return schema == Schema::external_reference || schema == Schema::generator_reference ||
+           schema == Schema::image_sequence || schema == Schema::missing_reference;
+}
+
+/// The reference that counts: `Clip.1` has one, later clips a map of them and a key.
+const JsonValue* active_reference(const Place& clip, const Context& context) {
+    if (object_type(*clip.value).version == 1) return json_member(*clip.value, "media_reference");
+    const JsonValue* map = json_member(*clip.value, "media_references");
+    const JsonValue* key = json_member(*clip.value, "active_media_reference_key");
+    if (map && !map->IsObject()) refuse(clip, "\"media_references\" isn't an object");
+    if (key && !key->IsString()) refuse(clip, "\"active_media_reference_key\" isn't a text");
+    if (!map && !key) return nullptr;
+    const std::string_view name = key ? json_string(key) : "DEFAULT_MEDIA";
+    if (map)
+        for (const auto& member : map->GetObject())
+            if (json_string(&member.name) == name) return member.value.IsNull() ? nullptr : &member.value;
+    context.warn(clip, "there is no media reference \"" + std::string(name) + "\", so it has no media");
+    return nullptr;
+}
+
+/// The address of the medium; of a sequence of images what all its files begin with.
+std::string url_of(const Media& media) {
+    if (media.schema == Schema::external_reference) return json_text(json_member(media.reference, "target_url"));
+    if (media.schema != Schema::image_sequence) return {};
+    return json_text(json_member(media.reference, "target_url_base")) +
+           json_text(json_member(media.reference, "name_prefix"));
+}
+
+std::string last_part_without_extension(const std::string& url) {
+    const std::size_t slash = url.rfind('/');
+    const std::string part = slash == std::string::npos ? url : url.substr(slash + 1);
+    const std::size_t dot = part.rfind('.');
+    return dot == std::string::npos || dot == 0 ? part : part.substr(0, dot);
+}
+
+std::string generator_kind(const Media& media) { return json_text(json_member(media.reference, "generator_kind")); }
+
+std::string shot_name(const Place& clip, const Media& media) {
+    std::string name = media.reference ? name_of(*media.reference) : std::string();
+    if (name.empty()) name = name_of(*clip.value);
+    if (name.empty()) name = media.generator() ? generator_kind(media) : last_part_without_extension(url_of(media));
+    return name;
+}
+
+/// What the labels of one source are made from.
+struct LabelMaker {
+    const Place& clip;
+    const Media& media;
+    const Context& context;
+    const FieldSource& fields;
+    SourceDescription& source;
+
+    std::optional<LabelDescription> label(label_t type, const std::string& text, std::string_view what) const {
+        return label_from_text(clip, context, type, text, what);
+    }
+    TCInf standard(std::string_view key) const;
+    const RateInfo* rate_of_ranges() const;
+    bool timecodes() const;
+    bool video(const RateInfo& rate, bool drop) const;
+    void sound(const TCInf& standard_of_video) const;
+    void film_numbers() const;
+};
+
+TCInf LabelMaker::standard(std::string_view key) const {
+    const std::string text = fields.text({key, {}, false});
+    if (text.empty()) return {};
+    const TCInf found = edlstr_to_tv_standard(text.c_str());
+    if (found.rate == Qb::frame_rate_unset)
+        context.warn(clip, "\"" + text + "\" of \"" + std::string(key) + "\" is no timecode standard");
+    return found;
+}
+
+/// The rate of the medium's times, else of the clip's, else the edit's.
+const RateInfo* LabelMaker::rate_of_ranges() const {
+    const std::optional<Time>* times[] = {
+        media.available ? &media.available->start : nullptr,
+        media.source_range ? &media.source_range->start : nullptr,
+        media.source_range ? &media.source_range->duration : nullptr,
+    };
+    for (const auto* time : times) {
+        if (!time || !*time) continue;
+        const RateInfo* listed = (*time)->info;
+        // Times of the edit's counting go frame for frame with it, so 24 in an edit at 23.976 is 23.976.
+        return listed && listed->nominal != context.rate->nominal ? listed : context.rate;
+    }
+    return context.rate;
+}
+
+/// A frame number as a label's sample: timecode turns over each day, so whole days go where it doesn't fit.
+int sample_of(std::int64_t frame, int nominal) {
+    if (frame < std::numeric_limits<int>::min() || frame > std::numeric_limits<int>::max())
+        frame %= std::int64_t{86400} * nominal;
+    return static_cast<int>(frame);
+}
+
+/// Whether a text of its own gave it.
+bool LabelMaker::video(const RateInfo& rate, bool drop) const {
+    const label_t type = drop ? rate.drop_timecode : rate.timecode;
+    const std::string text = fields.text({"timecode", {}, false});
+    if (!text.empty()) source.video_timecode = label(type, text, "timecode");
+    const bool given = source.video_timecode.has_value();
+    if (!given && !media.generator()) {
+        const bool known = media.available && media.available->start;
+        const Fraction start = known ? media.available->start->seconds_on(*context.rate) : Fraction(0);
+        const std::int64_t frame = (start * rate.rate()).nearest();
+        source.video_timecode = LabelDescription{type, {}, sample_of(frame, rate.nominal), {}};
+    }
+    if (source.video_timecode) source.video_timecode->rate = rate.rate();
+    return given;
+}
+
+void LabelMaker::sound(const TCInf& standard_of_video) const {
+    const std::string text = fields.text({"sound_timecode", "Sound TC", false});
+    if (text.empty()) return;
+    TCInf used = standard("sound_std");
+    if (used.rate == Qb::frame_rate_unset) used = standard_of_video;
+    source.sound_timecode = label(TvStd_to_label_type(used), text, "sound timecode");
+    const RateInfo* info = embedded::rate_info(used.rate);
+    if (source.sound_timecode && info) source.sound_timecode->rate = info->rate();
+}
+
+/// Whether any of them is given.
+bool LabelMaker::timecodes() const {
+    const TCInf given = standard("timecode_std");
+    const RateInfo* listed = embedded::rate_info(given.rate);
+    const RateInfo& rate = listed ? *listed : *rate_of_ranges();
+    source.rate = &rate;
+    const bool marked = fields.text({"timecode", {}, false}).find(';') != std::string::npos;
+    const bool drop = rate.can_drop() && (marked || context.drop_frame || given.drop != 0);
+    const bool own_video = video(rate, drop);
+    TCInf standard_of_video;
+    standard_of_video.rate = rate.code;
+    standard_of_video.drop = drop ? 1 : 0;
+    sound(standard_of_video);
+
+    const std::string text = fields.text({"timecode_24p", "TC 24", false});
+    if (!text.empty()) source.timecode_24p = label(label_tc_24, text, "24-frame timecode");
+    if (source.timecode_24p)
+        source.timecode_24p->rate = source.film_rate ? *source.film_rate : embedded::film_rate_of(rate);
+    return own_video || source.sound_timecode || source.timecode_24p;
+}
+
+void LabelMaker::film_numbers() const {
+    std::string film = fields.text({"film", {}, false});
+    if (film.empty()) film = "35mm-4p";
+    const std::string key = fields.text({"keycode", "KN Start", false});
+    if (!key.empty())
+        source.key = label(edlstr_to_label_type(film.c_str(), user_label_key), plain_key_number(key), "key number");
+
+    std::string ink_kind = fields.text({"ink", {}, false});
+    if (ink_kind.empty()) ink_kind = film;
+    const std::string ink = fields.text({"inkcode", "Ink Number", false});
+    if (!ink.empty()) source.ink = label(edlstr_to_label_type(ink_kind.c_str(), user_label_ink), ink, "ink number");
+}
+
+void append(std::string& key, const std::string& text) { key += std::to_string(text.size()) + ":" + text; }
+
+void append(std::string& key, const Fraction& value) {
+    const Fraction::wide parts[] = {value.num(), value.den()};
+    key.append(reinterpret_cast<const char*>(parts), sizeof parts);
+}
+
+void append(std::string& key, const std::optional<Fraction>& value) {
+    key += value ? 'y' : 'n';
+    if (value) append(key, *value);
+}
+
+void append(std::string& key, const std::optional<LabelDescription>& label) {
+    key += label ? 'y' : 'n';
+    if (!label) return;
+    append(key, label->text);
+    key += std::to_string(label->type) + "," + (label->sample ? std::to_string(*label->sample) : "");
+    append(key, label->rate);
+}
+
+std::string key_of(const SourceDescription& source) {
+    std::string key;
+    append(key, source.identity);
+    append(key, source.name);
+    key += source.opens ? 'o' : 'c';
+    key += source.rendered ? 'r' : 'm';
+    key += std::to_string(source.rate ? source.rate->code : 0);
+    append(key, source.film_rate);
+    append(key, source.start_strip);
+    for (const auto& [medium, reel] : source.reels) {
+        key += std::to_string(medium.first) + "," + std::to_string(medium.second);
+        append(key, reel);
+    }
+    for (const auto* label :
+         {&source.video_timecode, &source.sound_timecode, &source.timecode_24p, &source.key, &source.ink})
+        append(key, *label);
+    for (const auto* text : {&source.scene, &source.take, &source.description})
+        append(key, *text);
+    return key;
+}
+
+} // namespace
+
+bool Media::black() const {
+    if (!generator()) return false;
+    std::string kind = generator_kind(*this);
+    if (kind.empty()) kind = name_of(*reference);
+    kind = lower_case(kind);
+    return kind == "black" || kind == "slug";
+}
+
+std::optional<Time> Media::length() const {
+    if (source_range && source_range->duration) return source_range->duration;
+    return available ? available->duration : std::nullopt;
+}
+
+Media media_of(const Place& clip, const Context& context) {
+    Media media;
+    media.source_range = read_range(clip, "source_range");
+    const JsonValue* reference = active_reference(clip, context);
+    if (!reference) return media;
+    if (!reference->IsObject()) refuse(clip, "its media reference isn't an object");
+    const Schema schema = schema_of(*reference);
+    if (!is_media(schema) && schema != Schema::unknown) refuse(clip, "its media reference isn't one");
+    if (schema == Schema::unknown) context.warn(clip, "its media reference is of an unknown type: missing media");
+    media.reference = reference;
+    media.schema = schema == Schema::unknown ? Schema::missing_reference : schema;
+    const Place place = clip.step("media_reference", *reference);
+    media.available = read_range(place, "available_range");
+    return media;
+}
+
+Fraction length_of_clip(const Place& clip, const Media& media, const Context& context) {
+    const std::optional<Time> length = media.length();
+    if (!length) refuse(clip, "the clip has no length: neither source_range nor available_range gives one");
+    return length->seconds_on(*context.rate);
+}
+
+Fraction source_in_of(const Media& media, const Context& context) {
+    if (!media.source_range || !media.source_range->start) return {};
+    const Fraction start = media.source_range->start->seconds_on(*context.rate);
+    if (!media.available || !media.available->start) return start;
+    return start - media.available->start->seconds_on(*context.rate);
+}
+
+bool is_rendered(const JsonValue& clip) { return json_truth(json_member(own_metadata_of(&clip), "rendered")); }
+
+std::optional<LabelDescription> label_from_text(const Place& place, const Context& context, label_t type,
+                                                const std::string& text, std::string_view what) {
+    if (type == label_none) {
+        context.warn(place, "the kind of its " + std::string(what) + " is unknown, so it is left out");
+        return std::nullopt;
+    }
+    LabelPoint point(0, type);
+    point.set_sample(text.c_str());
+    if (point.is_useful() && text.find('\0') == std::string::npos) return LabelDescription{type, text, {}, {}};
+    context.warn(place, "\"" + text + "\" can't be read as its " + std::string(what));
+    return std::nullopt;
+}
+
+SourceDescription describe_source(const Place& clip, const Media& media, const Context& context) {
+    SourceDescription source;
+    const FieldSource fields(*clip.value, media.reference);
+    source.name = shot_name(clip, media);
+    source.identity = url_of(media);
+    if (source.identity.empty()) source.identity = "name:" + source.name;
+    source.rendered = is_rendered(*clip.value);
+    source.film_rate = read_rate(clip, fields.own("film_rate"), "\"film_rate\"");
+    if (const JsonValue* strip = fields.own("start_strip"))
+        source.start_strip = read_number(clip, *strip, "\"start_strip\"", longest_time);
+    for (const ReelField& field : reel_fields) {
+        std::string reel = fields.text(field.name);
+        if (!reel.empty()) source.reels.emplace(field.medium, std::move(reel));
+    }
+    const LabelMaker labels{clip, media, context, fields, source};
+    const bool timed = labels.timecodes();
+    labels.film_numbers();
+    source.scene = fields.text({"scene", "Scene", false});
+    source.take = fields.text({"take", "Take", false});
+    source.description = fields.text({"description", {}, false});
+    // Film is conformed from its numbers: media that is lost still opens from them.
+    source.opens = !media.missing() || timed || !source.reels.empty() || source.key || source.ink || media.available;
+    return source;
+}
+
+embedded::SourceId Sources::add(SourceDescription source) {
+    const auto [entry, fresh] = known_.try_emplace(key_of(source), 0);
+    if (fresh) entry->second = builder_.add_source(std::move(source));
+    return entry->second;
+}
+
+} // namespace formats::otio

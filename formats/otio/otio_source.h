@@ -1,0 +1,59 @@
+#pragma once
+// Where a clip's material comes from: its media reference, and the metadata of both as reels, labels and log fields.
+
+#include "embedded/edit_builder.h"
+#include "formats/otio/otio_time.h"
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace formats::otio {
+
+/// What reading an edit needs to know everywhere.
+struct Context {
+    const RateInfo* rate = nullptr; ///< the edit's
+    bool drop_frame = false;        ///< the timeline says so
+    bool all_effects = false;
+    std::vector<std::string>* warnings = nullptr;
+
+    void warn(const Place& place, const std::string& what) const { warnings->push_back(place.text() + ": " + what); }
+};
+
+/// A clip with the medium that it uses.
+struct Media {
+    const JsonValue* reference = nullptr; ///< null or without type for missing media
+    Schema schema = Schema::missing_reference;
+    std::optional<Range> available;
+    std::optional<Range> source_range; ///< the clip's
+
+    bool missing() const { return schema == Schema::missing_reference; }
+    bool generator() const { return schema == Schema::generator_reference; }
+    bool black() const;
+    /// The clip's length; empty where neither range has one.
+    std::optional<Time> length() const;
+};
+
+Media media_of(const Place& clip, const Context& context);
+/// Refused for a clip without any length.
+Fraction length_of_clip(const Place& clip, const Media& media, const Context& context);
+/// Seconds from the medium's first frame to the clip's.
+Fraction source_in_of(const Media& media, const Context& context);
+bool is_rendered(const JsonValue& clip);
+embedded::SourceDescription describe_source(const Place& clip, const Media& media, const Context& context);
+/// The label for a text, or a warning and none when it isn't one of that kind.
+std::optional<embedded::LabelDescription> label_from_text(const Place& place, const Context& context, label_t type,
+                                                          const std::string& text, std::string_view what);
+
+/// Gives the same number to equal sources, so that clips of one medium share it.
+class Sources {
+public:
+    explicit Sources(embedded::EditBuilder& builder) : builder_(builder) {}
+    embedded::SourceId add(embedded::SourceDescription source);
+
+private:
+    embedded::EditBuilder& builder_;
+    std::unordered_map<std::string, embedded::SourceId> known_;
+};
+
+} // namespace formats::otio

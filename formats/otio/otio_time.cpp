@@ -1,0 +1,90 @@
+#include "formats/otio/otio_time.h"
+
+#include <cmath>
+#include <cstdlib>
+
+namespace formats::otio {
+namespace {
+
+constexpr double lowest_rate = 1e-6;
+constexpr double highest_rate = 1e15;
+
+Fraction near_whole(double value) {
+    const double whole = std::nearbyint(value);
+    return Fraction::exactly(std::fabs(value - whole) <= 1e-4 ? whole : value);
+}
+
+double number_of(const Place& place, std::string_view key) {
+    const JsonValue* number = json_member(*place.value, key);
+    if (!number || !number->IsNumber()) refuse(place, "\"" + std::string(key) + "\" isn't a number");
+    return number->GetDouble();
+}
+
+void check_rate(const Place& place, double rate, std::string_view what) {
+    if (!std::isfinite(rate) || rate <= 0) refuse(place, std::string(what) + " isn't a number above 0");
+    if (rate < lowest_rate || rate > highest_rate) refuse(place, std::string(what) + " is beyond any use");
+}
+
+Fraction listed_or_exact(double rate) {
+    const RateInfo* info = embedded::nearest_rate(rate);
+    return info ? info->rate() : Fraction::exactly(rate);
+}
+
+Time time_at(const Place& place) {
+    if (schema_of(*place.value) != Schema::rational_time) refuse(place, "isn't a RationalTime");
+    const double rate = number_of(place, "rate");
+    const double value = number_of(place, "value");
+    check_rate(place, rate, "the rate");
+    if (!std::isfinite(value)) refuse(place, "the value isn't a finite number");
+    if (!(std::fabs(value / rate) <= longest_time)) refuse(place, "the time is beyond ten years");
+    return {near_whole(value), listed_or_exact(rate), embedded::nearest_rate(rate)};
+}
+
+} // namespace
+
+Fraction Time::frames_at(const RateInfo& other) const {
+    if (info && info->nominal == other.nominal) return value;
+    return seconds() * other.rate();
+}
+
+std::optional<Time> read_time(const Place& place, std::string_view key) {
+    const JsonValue* time = json_member(*place.value, key);
+    if (!time) return std::nullopt;
+    return time_at(place.step(key, *time));
+}
+
+std::optional<Range> read_range(const Place& place, std::string_view key) {
+    const JsonValue* found = json_member(*place.value, key);
+    if (!found) return std::nullopt;
+    const Place range = place.step(key, *found);
+    if (schema_of(*found) != Schema::time_range) refuse(range, "isn't a TimeRange");
+    Range result{read_time(range, "start_time"), read_time(range, "duration")};
+    if (result.duration && result.duration->value < Fraction(0))
+        refuse(place, "the length in \"" + std::string(key) + "\" is negative");
+    return result;
+}
+
+std::optional<Fraction> read_rate(const Place& place, const JsonValue* value, std::string_view what) {
+    if (!value) return std::nullopt;
+    double rate = 0;
+    if (value->IsNumber()) {
+        rate = value->GetDouble();
+    } else {
+        const std::string text = json_text(value);
+        if (text.empty()) return std::nullopt;
+        char* end = nullptr;
+        rate = std::strtod(text.c_str(), &end);
+        if (*end != '\0') rate = 0;
+    }
+    check_rate(place, rate, what);
+    return listed_or_exact(rate);
+}
+
+Fraction read_number(const Place& place, const JsonValue& value, std::string_view what, double limit) {
+    if (!value.IsNumber()) refuse(place, std::string(what) + " isn't a number");
+    const double number = value.GetDouble();
+    if (!(std::fabs(number) <= limit)) refuse(place, std::string(what) + " is beyond any use");
+    return Fraction::exactly(number);
+}
+
+} // namespace formats::otio

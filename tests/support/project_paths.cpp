@@ -1,0 +1,3 @@
+#include "tests/support/project_paths.h"
+
+std::string project_folder() { return QUILLBROOK_SOURCE_DIR; }
