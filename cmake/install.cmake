@@ -17,7 +17,7 @@ install(FILES ${host_headers} DESTINATION ${installed_headers}/host)
 foreach(header edit_builder fraction rates services)
     install(FILES ${PROJECT_SOURCE_DIR}/embedded/${header}.h DESTINATION ${installed_headers}/embedded)
 endforeach()
-install(FILES ${PROJECT_SOURCE_DIR}/formats/otio_reader.h DESTINATION ${installed_headers}/formats)
+install(FILES ${PROJECT_SOURCE_DIR}/formats/otio/otio_reader.h DESTINATION ${installed_headers}/formats/otio)
 
 # find_package(quillbrook): quillbrook::quillbrook and quillbrook::embedded.
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/quillbrook)
