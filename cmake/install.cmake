@@ -14,9 +14,10 @@ file(GLOB library_headers ${PROJECT_SOURCE_DIR}/include/quillbrook/*.h)
 file(GLOB host_headers ${PROJECT_SOURCE_DIR}/host/*.h)
 install(FILES ${library_headers} DESTINATION ${installed_headers})
 install(FILES ${host_headers} DESTINATION ${installed_headers}/host)
-foreach(header edit_builder fraction rates services)
+foreach(header edit_builder fraction rates services warning)
     install(FILES ${PROJECT_SOURCE_DIR}/embedded/${header}.h DESTINATION ${installed_headers}/embedded)
 endforeach()
+install(FILES ${PROJECT_SOURCE_DIR}/formats/edit_reading.h DESTINATION ${installed_headers}/formats)
 install(FILES ${PROJECT_SOURCE_DIR}/formats/otio/otio_reader.h DESTINATION ${installed_headers}/formats/otio)
 
 # find_package(quillbrook): quillbrook::quillbrook and quillbrook::embedded.

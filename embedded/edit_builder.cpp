@@ -3,6 +3,7 @@
 #include "embedded/edit_data.h"
 #include "embedded/edit_store.h"
 #include "embedded/event_layout.h"
+#include "embedded/warning.h"
 
 #include <algorithm>
 #include <cfloat>
@@ -66,7 +67,7 @@ LabelStart own_timecode(const EditDescription& edit, const RateInfo& rate) {
 } // namespace
 
 std::optional<LabelStart> label_start(const std::optional<LabelDescription>& description, const std::string& owner,
-                                      std::vector<std::string>& warnings) {
+                                      Warnings& warnings) {
     if (!description || description->type == label_none) return std::nullopt;
     LabelStart start{LabelPoint(0, description->type), 0.0};
     if (description->sample)
@@ -93,7 +94,7 @@ struct EditBuilder::Impl {
     std::vector<EditPtr> sources;
     std::vector<CueInMaking> cues;
     Unrender unrender;
-    std::vector<std::string> warnings;
+    Warnings warnings;
 
     ChannelInMaking& channel(int number) { return channels.at(static_cast<std::size_t>(number)); }
     Cookie cookie_of_item(const ChannelItem& item) const;
@@ -281,7 +282,7 @@ EditPtr EditBuilder::finish() {
     return finished;
 }
 
-const std::vector<std::string>& EditBuilder::warnings() const { return impl_->warnings; }
+const Warnings& EditBuilder::warnings() const { return impl_->warnings; }
 
 CueList* EditBuilder::cues_of(const EditPtr& edit) {
     return edit && edit->impl()->sequence ? edit->impl()->sequence->cues.get() : nullptr;

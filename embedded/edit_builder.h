@@ -12,6 +12,7 @@
 
 #include "embedded/fraction.h"
 #include "embedded/rates.h"
+#include "embedded/warning.h"
 #include "host/edit.h"
 
 #include <functional>
@@ -144,7 +145,7 @@ public:
     /// The edit, stored and open; it becomes the edit that is being listed. Ends the building. What was left
     /// out or cut is in `warnings`.
     EditPtr finish();
-    const std::vector<std::string>& warnings() const;
+    const Warnings& warnings() const;
     /// The cues of the finished edit, owned by it.
     static CueList* cues_of(const EditPtr& edit);
     /// The "project" of the description.

@@ -3,6 +3,7 @@
 
 #include "embedded/edit_builder.h"
 #include "embedded/services.h"
+#include "embedded/warning.h"
 #include "host/edit.h"
 
 #include <map>
@@ -92,7 +93,7 @@ struct LabelStart {
 
 /// The label of a description; none, with a warning that names `owner`, where its text can't be read.
 std::optional<LabelStart> label_start(const std::optional<LabelDescription>& description, const std::string& owner,
-                                      std::vector<std::string>& warnings);
+                                      Warnings& warnings);
 
 /// What an edit has that was cut: channels, effects, cues.
 struct Sequence {

@@ -1,4 +1,5 @@
 #include "embedded/event_layout.h"
+#include "embedded/warning.h"
 
 #include <algorithm>
 #include <optional>
@@ -66,7 +67,7 @@ struct Share {
 class CutLayout {
 public:
     CutLayout(const std::vector<ChannelItem>& items, const std::vector<ChannelCut>& cuts, const Fraction& frame,
-              std::vector<std::string>& warnings)
+              Warnings& warnings)
         : items_(items), cuts_(cuts), frame_(frame), warnings_(warnings), shares_(items.size() + 1) {
         share_out();
     }
@@ -158,7 +159,7 @@ private:
     const std::vector<ChannelItem>& items_;
     const std::vector<ChannelCut>& cuts_;
     const Fraction frame_;
-    std::vector<std::string>& warnings_;
+    Warnings& warnings_;
     std::vector<std::optional<Share>> shares_;
     std::vector<LaidEvent> events_;
     Fraction now_;
@@ -167,12 +168,12 @@ private:
 } // namespace
 
 std::vector<LaidEvent> lay_out_cuts(const std::vector<ChannelItem>& items, const std::vector<ChannelCut>& cuts,
-                                    const Fraction& frame, std::vector<std::string>& warnings) {
+                                    const Fraction& frame, Warnings& warnings) {
     return CutLayout(items, cuts, frame, warnings).events();
 }
 
 std::vector<LaidEvent> lay_out_effects(const std::vector<ChannelItem>& items, const std::vector<ChannelCut>& cuts,
-                                       const Fraction& frame, std::vector<std::string>& warnings) {
+                                       const Fraction& frame, Warnings& warnings) {
     for (const ChannelCut& cut : cuts)
         warnings.push_back(name_of(cut.transition) + ": dropped, as it stands on an FX channel");
     std::vector<LaidEvent> events;

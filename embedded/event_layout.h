@@ -2,6 +2,7 @@
 // Lays out a channel's items and transitions as events in time.
 
 #include "embedded/edit_builder.h"
+#include "embedded/warning.h"
 
 #include <string>
 #include <vector>
@@ -39,10 +40,10 @@ struct LaidEvent {
 /// A picture or sound channel: events, black and the transitions between them, in edit order.
 /// `frame` is the length of one frame. What is dropped or cut is told in `warnings`.
 std::vector<LaidEvent> lay_out_cuts(const std::vector<ChannelItem>& items, const std::vector<ChannelCut>& cuts,
-                                    const Fraction& frame, std::vector<std::string>& warnings);
+                                    const Fraction& frame, Warnings& warnings);
 
 /// An FX channel: its items with effects; transitions are dropped.
 std::vector<LaidEvent> lay_out_effects(const std::vector<ChannelItem>& items, const std::vector<ChannelCut>& cuts,
-                                       const Fraction& frame, std::vector<std::string>& warnings);
+                                       const Fraction& frame, Warnings& warnings);
 
 } // namespace embedded

@@ -1,6 +1,7 @@
 // "quillbrook changelist": the cutlists of two cuts into a report of what to do to the cutting copy.
 
 #include "embedded/services.h"
+#include "embedded/warning.h"
 #include "quillbrook/changelist.h"
 #include "tool/change_faults.h"
 #include "tool/change_jobs.h"
@@ -103,7 +104,7 @@ changelist_reels reels_of(const ChangelistJob& job) {
 
 std::vector<EditPtr> open_edits(const ChangelistJob& job) {
     std::vector<EditPtr> edits;
-    std::vector<std::string> warnings;
+    embedded::Warnings warnings;
     for (const EditInput& edit : job.edits)
         edits.push_back(open_edit(edit, warnings));
     tell_warnings(warnings, job.output.quiet);

@@ -2,6 +2,7 @@
 
 #include "embedded/edit_builder.h"
 #include "embedded/services.h"
+#include "embedded/warning.h"
 #include "quillbrook/cutlist.h"
 #include "tool/list_switches.h"
 #include "tool/log_use.h"
@@ -81,7 +82,7 @@ void tell_use_of_log(const CutlistJob& job, const EditPtr& edit) {
 int run(const CutlistJob& job) {
     check_files(job);
     apply_settings(job.settings);
-    std::vector<std::string> warnings;
+    embedded::Warnings warnings;
     const EditPtr edit = open_edit(job.edit, warnings);
     tell_warnings(warnings, job.output.quiet);
 

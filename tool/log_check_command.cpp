@@ -68,7 +68,7 @@ int run(const LogShowJob& job) {
     for (const std::string& path : job.logs.paths) {
         LogInput input = job.logs;
         input.paths = {path};
-        std::vector<std::string> warnings;
+        embedded::Warnings warnings;
         const std::vector<LogRow> rows = open_logs(input, warnings);
         tell_warnings(warnings, false);
         show_file(path, rows);
@@ -77,7 +77,7 @@ int run(const LogShowJob& job) {
 }
 
 int run(const LogCheckJob& job) {
-    std::vector<std::string> warnings;
+    embedded::Warnings warnings;
     const std::vector<LogRow> rows = open_logs(job.logs, warnings);
     tell_warnings(warnings, false);
     const std::vector<formats::LogFinding> findings = formats::check_log(rows, job.tolerance);

@@ -43,7 +43,7 @@ int import_keylog(const LogImportJob& job) {
 int run(const LogImportJob& job) {
     check_table_output(job.logs.paths, job.output);
     if (job.as_keylog) return import_keylog(job);
-    std::vector<std::string> warnings;
+    embedded::Warnings warnings;
     const std::vector<formats::LogRow> rows = open_logs(job.logs, warnings);
     tell_warnings(warnings, job.output.quiet);
     filmdb table;

@@ -1,6 +1,7 @@
 #include "tool/log_use.h"
 
 #include "embedded/services.h"
+#include "embedded/warning.h"
 #include "formats/logs/log_reader.h"
 #include "formats/logs/log_table.h"
 #include "host/recdb.h"
@@ -85,9 +86,9 @@ void check_is_log_table(const std::string& path) {
         throw JobError(path + ": isn't a logging table; \"quillbrook log import\" makes one of logs");
 }
 
-std::vector<std::string> warnings_of_counting(const std::string& log, const EditPtr& edit, int kind) {
+embedded::Warnings warnings_of_counting(const std::string& log, const EditPtr& edit, int kind) {
     const std::vector<formats::LogRow> rows = formats::read_log(log).rows;
-    std::vector<std::string> warnings;
+    embedded::Warnings warnings;
     for (const auto& [reel, standards] : standards_of_reels(edit, kind)) {
         const Names logged = standards_of_rows(rows, reel);
         const auto is_logged = [&logged = logged](const std::string& standard) { return logged.count(standard) != 0; };
@@ -98,7 +99,7 @@ std::vector<std::string> warnings_of_counting(const std::string& log, const Edit
     return warnings;
 }
 
-std::vector<std::string> warnings_of_missing_rows(const std::string& log, const std::string& path) {
+embedded::Warnings warnings_of_missing_rows(const std::string& log, const std::string& path) {
     const recdb table(wide_path(path), INT_MAX, false);
     if (!table.get_valid()) return {};
     const int event = table.get_fieldnum("event"), roll = table.get_fieldnum("cam_reel"),

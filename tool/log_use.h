@@ -1,6 +1,7 @@
 #pragma once
 // What a cutlist found in its logging table.
 
+#include "embedded/warning.h"
 #include "host/edit.h"
 
 #include <string>
@@ -13,9 +14,9 @@ void check_is_log_table(const std::string& path);
 
 /// Warnings about the reels of an edit, on its channels of a kind (1 picture, 2 sound), whose timecodes count otherwise
 /// than the rows of these reels: numbers are looked up by frame numbers alone.
-std::vector<std::string> warnings_of_counting(const std::string& log, const EditPtr& edit, int kind);
+embedded::Warnings warnings_of_counting(const std::string& log, const EditPtr& edit, int kind);
 
 /// Warnings about the events of a table (.cdb) that was made with a logging table: those without a row.
-std::vector<std::string> warnings_of_missing_rows(const std::string& log, const std::string& table);
+embedded::Warnings warnings_of_missing_rows(const std::string& log, const std::string& table);
 
 } // namespace tool

@@ -1,6 +1,7 @@
 #include "tool/open_edit.h"
 
 #include "embedded/services.h"
+#include "embedded/warning.h"
 #include "formats/edl/edl_reader.h"
 #include "formats/otio/otio_reader.h"
 #include "tool/output_files.h"
@@ -55,7 +56,7 @@ std::vector<std::string> paths_of(const EditInput& input) {
     return paths;
 }
 
-EditPtr open_edit(const EditInput& input, std::vector<std::string>& warnings) {
+EditPtr open_edit(const EditInput& input, embedded::Warnings& warnings) {
     check_kinds(input);
     formats::ReadOptions options;
     options.rate = input.rate;

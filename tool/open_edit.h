@@ -1,6 +1,7 @@
 #pragma once
 // Opens edit files for the commands.
 
+#include "embedded/warning.h"
 #include "host/edit.h"
 #include "tool/jobs.h"
 
@@ -11,6 +12,6 @@ std::vector<std::string> paths_of(const EditInput& input);
 
 /// The edit of a file, or of the edit lists of one programme, by extension or else by content; what was read past
 /// goes to `warnings`. Throws `JobError`.
-EditPtr open_edit(const EditInput& input, std::vector<std::string>& warnings);
+EditPtr open_edit(const EditInput& input, embedded::Warnings& warnings);
 
 } // namespace tool

@@ -22,7 +22,7 @@ LightweightString<wchar_t> wide_path(const std::string& path) {
     return fromUTF8(LightweightString<char>(path.c_str(), path.size()));
 }
 
-std::vector<formats::LogRow> open_logs(const LogInput& input, std::vector<std::string>& warnings) {
+std::vector<formats::LogRow> open_logs(const LogInput& input, embedded::Warnings& warnings) {
     formats::LogOptions options;
     options.rate = input.rate;
     options.reel = input.reel;

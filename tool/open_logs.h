@@ -1,6 +1,7 @@
 #pragma once
 // Opens logs and logging tables for the commands.
 
+#include "embedded/warning.h"
 #include "formats/logs/log_row.h"
 #include "quillbrook/logging_tables.h"
 #include "tool/log_jobs.h"
@@ -16,7 +17,7 @@ LightweightString<wchar_t> wide_path(const std::string& path);
 
 /// The rows of all files in their order; what couldn't be used goes to `warnings`. Throws `JobError` when a file
 /// can't be read at all.
-std::vector<formats::LogRow> open_logs(const LogInput& input, std::vector<std::string>& warnings);
+std::vector<formats::LogRow> open_logs(const LogInput& input, embedded::Warnings& warnings);
 
 /// A saved logging table. Throws `JobError`.
 std::unique_ptr<filmdb> open_log_table(const std::string& path);

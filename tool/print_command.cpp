@@ -33,7 +33,7 @@ int kind_asked_for(const Options& options) {
 }
 
 // The options aren't derived from the table, so one of the other kind prints with the wrong headings.
-std::vector<std::string> warnings_of(const PrintJob& job) {
+embedded::Warnings warnings_of(const PrintJob& job) {
     const int kind = kind_of_table(job.table);
     const int asked = kind_asked_for(job.options);
     if (kind == 0 || kind == asked) return {};

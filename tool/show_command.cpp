@@ -1,6 +1,7 @@
 // "quillbrook edit show": what the library will see of an edit.
 
 #include "embedded/edit_builder.h"
+#include "embedded/warning.h"
 #include "tool/event_rows.h"
 #include "tool/open_edit.h"
 #include "tool/tool_error.h"
@@ -49,7 +50,7 @@ void show_channels(const EditPtr& edit, int kind) {
 } // namespace
 
 int run(const ShowJob& job) {
-    std::vector<std::string> warnings;
+    embedded::Warnings warnings;
     const EditPtr edit = open_edit(job.edit, warnings);
     tell_warnings(warnings, false);
     show_head(edit);

@@ -1,4 +1,5 @@
 #include "tool/tool_logger.h"
+#include "embedded/warning.h"
 
 #include <iostream>
 
@@ -25,10 +26,10 @@ void ToolLogger::message(const LightweightString<wchar_t>& text, int level) {
     }
 }
 
-void tell_warnings(const std::vector<std::string>& warnings, bool quiet) {
+void tell_warnings(const embedded::Warnings& warnings, bool quiet) {
     if (quiet) return;
-    for (const std::string& warning : warnings)
-        std::cerr << "warning: " << one_line(warning) << '\n';
+    for (const embedded::Warning& warning : warnings)
+        std::cerr << "warning: " << one_line(warning.text) << '\n';
 }
 
 } // namespace tool

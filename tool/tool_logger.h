@@ -1,6 +1,7 @@
 #pragma once
 // Where the messages of a run go: errors and warnings to standard error, progress to standard output.
 
+#include "embedded/warning.h"
 #include "host/settings.h"
 
 #include <string>
@@ -24,7 +25,7 @@ private:
 };
 
 /// Tells each warning in a line of its own, unless `quiet`.
-void tell_warnings(const std::vector<std::string>& warnings, bool quiet);
+void tell_warnings(const embedded::Warnings& warnings, bool quiet);
 /// The text without line ends and other control characters, so that a name from a file can't spoil a terminal.
 std::string one_line(const std::string& text);
 

@@ -1,4 +1,5 @@
 #include "formats/edl/edl_build.h"
+#include "embedded/warning.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -42,7 +43,7 @@ bool holds_word(std::string_view text, std::string_view word) {
 /// but where a comment gives a key number: that is of the event's own first frame.
 class Sources {
 public:
-    Sources(EditBuilder& builder, const RateInfo& rate, std::vector<std::string>& warnings)
+    Sources(EditBuilder& builder, const RateInfo& rate, embedded::Warnings& warnings)
         : builder_(builder), rate_(rate), warnings_(warnings) {}
 
     void note(const PlacedLine& placed, std::string_view name) {
@@ -108,7 +109,7 @@ private:
 
     EditBuilder& builder_;
     const RateInfo& rate_;
-    std::vector<std::string>& warnings_;
+    embedded::Warnings& warnings_;
     std::unordered_map<std::string, Known> first_frames_;
 };
 
@@ -121,7 +122,7 @@ public:
         const std::vector<NamedList>& lists;
         Fraction frame; ///< seconds
         bool all_effects;
-        std::vector<std::string>& warnings;
+        embedded::Warnings& warnings;
     };
 
     ChannelFiller(const Shared& shared, int channel, bool lowest, bool sound, std::int64_t start)
@@ -238,7 +239,7 @@ void ChannelFiller::add(const Clip& clip) {
 class EditMaker {
 public:
     EditMaker(const std::vector<NamedList>& lists, const Tracks& tracks, embedded::EditDescription description,
-              bool all_effects, std::vector<std::string>& warnings)
+              bool all_effects, embedded::Warnings& warnings)
         : lists_(lists), tracks_(tracks), rate_(*description.rate), builder_(std::move(description)),
           sources_(builder_, rate_, warnings),
           warnings_(warnings), shared_{builder_,    sources_, lists, Fraction(rate_.den, rate_.num),
@@ -259,7 +260,7 @@ private:
     const RateInfo& rate_;
     EditBuilder builder_;
     Sources sources_;
-    std::vector<std::string>& warnings_;
+    embedded::Warnings& warnings_;
     ChannelFiller::Shared shared_;
     std::map<TrackPlace, int> channels_;
     int sound_channels_ = 0;
@@ -336,7 +337,7 @@ EditPtr EditMaker::run() {
 } // namespace
 
 EditPtr build_edit(const std::vector<NamedList>& lists, const Tracks& tracks, embedded::EditDescription description,
-                   bool all_effects, std::vector<std::string>& warnings) {
+                   bool all_effects, embedded::Warnings& warnings) {
     description.drop_frame = tracks.drop;
     description.start_frame = tracks.start;
     return EditMaker(lists, tracks, std::move(description), all_effects, warnings).run();

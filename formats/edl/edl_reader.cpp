@@ -125,7 +125,7 @@ ReadResult Reading::run() {
     result_.warnings.insert(result_.warnings.end(), tracks.warnings.begin(), tracks.warnings.end());
     if (tracks.empty()) {
         result_.error = result_.warnings.empty() ? names_of_lists() + ": no event has a length and a channel"
-                                                 : "no event can be listed; " + result_.warnings.back();
+                                                 : "no event can be listed; " + result_.warnings.back().text;
         return std::move(result_);
     }
     result_.edit = edl::build_edit(lists_, tracks, description(), options_.all_effects, result_.warnings);

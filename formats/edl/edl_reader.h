@@ -1,7 +1,12 @@
 #pragma once
 // Reads CMX 3600 edit lists as edits.
 
-#include "formats/otio/otio_reader.h"
+#include "formats/edit_reading.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace formats {
 

@@ -2,6 +2,7 @@
 // Edit lists as clips on tracks, in frames of the record.
 
 #include "embedded/rates.h"
+#include "embedded/warning.h"
 #include "formats/edl/edl_list.h"
 
 #include <cstdint>
@@ -69,7 +70,7 @@ struct Tracks {
     bool drop = false;                             ///< of the record
     std::int64_t start = 0;                        ///< where the first clip begins
     std::int64_t midnight_shift = 0;               ///< added to records in the first half of a day
-    std::vector<std::string> warnings;
+    embedded::Warnings warnings;
 
     bool empty() const { return clips.empty(); }
     /// A record timecode in frames; throws `BadLine`.

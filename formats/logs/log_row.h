@@ -2,6 +2,7 @@
 // One shot of a log, whatever kind of file it came from.
 
 #include "embedded/rates.h"
+#include "embedded/warning.h"
 #include "host/labels.h"
 
 #include <array>
@@ -90,7 +91,7 @@ struct LogRow {
 /// What one file gave. With an `error` there are no rows. Messages name file, line and column.
 struct Log {
     std::vector<LogRow> rows;
-    std::vector<std::string> warnings;
+    embedded::Warnings warnings;
     std::string error;
 };
 

@@ -28,7 +28,7 @@ void check_item(const Place& item, const Context& quiet) {
 } // namespace
 
 void check_composition(const Place& composition, const Context& context) {
-    std::vector<std::string> said_of_nothing_listed;
+    embedded::Warnings said_of_nothing_listed;
     Context quiet = context;
     quiet.warnings = &said_of_nothing_listed;
     read_range(composition, "source_range");

@@ -249,7 +249,7 @@ Fraction Flattener::measure(const Place& item) {
     if (schema == Schema::transition) return {};
     if (schema == Schema::clip) {
         Context quiet = context_;
-        std::vector<std::string> said_elsewhere;
+        embedded::Warnings said_elsewhere;
         quiet.warnings = &said_elsewhere;
         return length_of_clip(item, media_of(item, quiet), quiet);
     }

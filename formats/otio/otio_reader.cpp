@@ -1,6 +1,7 @@
 #include "formats/otio/otio_reader.h"
 
 #include "embedded/services.h"
+#include "embedded/warning.h"
 #include "formats/otio/otio_unrender.h"
 
 #include <sys/stat.h>
@@ -36,14 +37,14 @@ private:
     embedded::EditDescription description(const otio::Root& root, const otio::Context& context,
                                           const Original* original);
     embedded::EditBuilder::Unrender unrender_hooks(const embedded::EditDescription& edit) const;
-    void add_warnings(const std::vector<std::string>& warnings);
+    void add_warnings(const embedded::Warnings& warnings);
 
     std::string_view bytes_;
     std::string path_;
     std::int64_t file_time_;
     ReadOptions options_;
     JsonDocument document_;
-    std::vector<std::string> warnings_;
+    embedded::Warnings warnings_;
     ReadResult result_;
 };
 
@@ -95,7 +96,7 @@ embedded::EditBuilder::Unrender Reading::unrender_hooks(const embedded::EditDesc
     return hooks;
 }
 
-void Reading::add_warnings(const std::vector<std::string>& warnings) {
+void Reading::add_warnings(const embedded::Warnings& warnings) {
     for (const std::string& warning : warnings)
         result_.warnings.push_back(path_ + ": " + warning);
 }

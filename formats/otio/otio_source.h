@@ -15,7 +15,7 @@ struct Context {
     const RateInfo* rate = nullptr; ///< the edit's
     bool drop_frame = false;        ///< the timeline says so
     bool all_effects = false;
-    std::vector<std::string>* warnings = nullptr;
+    embedded::Warnings* warnings = nullptr;
 
     void warn(const Place& place, const std::string& what) const { warnings->push_back(place.text() + ": " + what); }
 };

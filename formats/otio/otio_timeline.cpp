@@ -36,7 +36,7 @@ public:
 
 private:
     static const RateInfo* of_clip(const Place& clip) {
-        std::vector<std::string> said_elsewhere;
+        embedded::Warnings said_elsewhere;
         Context quiet;
         quiet.warnings = &said_elsewhere;
         const std::optional<Time> length = media_of(clip, quiet).length();

@@ -97,7 +97,7 @@ private:
     Allocator& allocator_;
     const Context& context_;
     Context quiet_;
-    std::vector<std::string> said_elsewhere_;
+    embedded::Warnings said_elsewhere_;
 };
 
 } // namespace

@@ -163,7 +163,7 @@ TEST(SourceLabels, ATextThatCannotBeReadCountsAsAbsentWithAWarning) {
     const OneClip one(source);
     EXPECT_FALSE(one.source_edit->getLabel(user_label_key, {1, 1})->is_valid());
     ASSERT_EQ(one.builder.warnings().size(), 1U);
-    EXPECT_NE(one.builder.warnings()[0].find("broken"), std::string::npos);
+    EXPECT_NE(one.builder.warnings()[0].text.find("broken"), std::string::npos);
 }
 
 TEST(EditLabels, AreTheEditsOwnTimecodeAndIts24FrameOne) {
