@@ -106,8 +106,7 @@ constexpr NamelessError nameless_errors[] = {
 
 } // namespace
 
-std::string told_error(const std::string& error, const ChangelistJob& job) {
-    const std::vector<std::string> reels = tables_of(job);
+std::string told_error(const std::string& error, const std::vector<std::string>& reels) {
     const std::string whole = whole_error(error, reels);
     if (!whole.empty()) return whole;
     for (const NamelessError& nameless : nameless_errors) {

@@ -4,13 +4,16 @@
 #include "embedded/warning.h"
 #include "quillbrook/changelist.h"
 #include "tool/change_faults.h"
-#include "tool/change_jobs.h"
 #include "tool/change_json.h"
+#include "tool/command.h"
 #include "tool/cutlist_table.h"
+#include "tool/key_values.h"
+#include "tool/list_switches.h"
 #include "tool/open_edit.h"
 #include "tool/open_logs.h"
 #include "tool/output_files.h"
 #include "tool/run_setup.h"
+#include "tool/shared_options.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
 
@@ -20,6 +23,18 @@
 
 namespace tool {
 namespace {
+
+/// The cutlists of an old and a new cut into a changelist.
+struct ChangelistJob {
+    std::vector<std::string> old_reels, new_reels; ///< tables, one a reel, in order
+    std::vector<std::string> edits;                ///< that the names in the banner may be taken from
+    const embedded::RateInfo* rate = nullptr;      ///< of these edits
+    Output output;
+    LibraryOptions options;               ///< wins over what the tables say
+    std::optional<std::string> lists_dir; ///< of the working files; without it the host's own
+    std::optional<std::string> json;      ///< the file of the steps
+    bool prove = false;
+};
 
 constexpr const char* no_reel = ".CDB";
 constexpr const char* working_files[] = {"oldcut__.chg", "newcut__.chg"};
@@ -33,12 +48,13 @@ struct ProvableList {
 constexpr ProvableList provable_lists[] = {{detailed_changes, "changes", "chg_verbose_list"},
                                            {bench_changes, "bench", "chg_bench_list"}};
 
-std::vector<std::string> files_of(const ChangelistJob& job) {
-    std::vector<std::string> files = tables_of(job);
-    for (const EditInput& edit : job.edits)
-        files.push_back(edit.path);
-    return files;
+std::vector<std::string> joined(std::vector<std::string> all, const std::vector<std::string>& more) {
+    all.insert(all.end(), more.begin(), more.end());
+    return all;
 }
+
+/// The tables of both cuts, the old one's first.
+std::vector<std::string> tables_of(const ChangelistJob& job) { return joined(job.old_reels, job.new_reels); }
 
 std::vector<std::string> working_files_of(const ChangelistJob& job) {
     std::vector<std::string> files;
@@ -48,11 +64,11 @@ std::vector<std::string> working_files_of(const ChangelistJob& job) {
 }
 
 void check_files(const ChangelistJob& job) {
-    const std::vector<std::string> inputs = files_of(job);
+    const std::vector<std::string> inputs = joined(tables_of(job), job.edits);
     for (const std::string& table : tables_of(job))
         check_plain(table);
-    for (const EditInput& edit : job.edits)
-        check_readable(edit.path);
+    for (const std::string& edit : job.edits)
+        check_readable(edit);
     if (job.lists_dir) check_folder(*job.lists_dir);
     const std::vector<std::string> working = working_files_of(job);
     for (const std::string& file : working)
@@ -80,7 +96,7 @@ struct Heads {
 
 embedded::settings_block block_of(const ChangelistJob& job, const Heads& heads) {
     embedded::settings_block block;
-    block.set("CHAN_TYPE", heads.old_cut.is_sound() ? "2" : "1");
+    block.set("CHAN_TYPE", std::to_string(heads.old_cut.is_sound() ? sound_kind : picture_kind));
     block.set("CHAN_NUM", "0");
     block.set("old_cookie", heads.old_cut.parameter("edit_cookie"));
     block.set("new_cookie", heads.new_cut.parameter("edit_cookie"));
@@ -105,8 +121,8 @@ changelist_reels reels_of(const ChangelistJob& job) {
 std::vector<EditPtr> open_edits(const ChangelistJob& job) {
     std::vector<EditPtr> edits;
     embedded::Warnings warnings;
-    for (const EditInput& edit : job.edits)
-        edits.push_back(open_edit(edit, warnings));
+    for (const std::string& path : job.edits)
+        edits.push_back(open_edit({{path}, job.rate}, warnings));
     tell_warnings(warnings, job.output.quiet);
     return edits;
 }
@@ -135,11 +151,6 @@ void put_report(const std::string& made, const std::string& report) {
     write_whole(report, bytes);
 }
 
-bool is_printed(const ProvableList& list, const Options& options) {
-    const auto found = options.find(list.key);
-    return found != options.end() && found->second != "0";
-}
-
 std::string steps_text(int steps) { return std::to_string(steps) + (steps == 1 ? " step" : " steps"); }
 
 std::string outcome(const change_proof& proof) {
@@ -152,19 +163,17 @@ std::string outcome(const change_proof& proof) {
 }
 
 /// Proves the lists that were asked for, or else the detailed one.
-int prove(const Options& options) {
+int prove(const LibraryOptions& options) {
     int status = exit_done;
     for (const ProvableList& list : provable_lists) {
-        const bool only = list.list == detailed_changes && !is_printed(provable_lists[1], options);
-        if (!only && !is_printed(list, options)) continue;
+        const bool only = list.list == detailed_changes && !options.is_on(provable_lists[1].key);
+        if (!only && !options.is_on(list.key)) continue;
         const change_proof proof = prove_change_steps(list.list);
         std::cout << list.name << ": " << outcome(proof) << '\n';
         if (!proof.proved) status = exit_not_proved;
     }
     return status;
 }
-
-} // namespace
 
 int run(const ChangelistJob& job) {
     check_files(job);
@@ -174,12 +183,73 @@ int run(const ChangelistJob& job) {
     const Heads heads(job);
     const std::string error = make_changelist(job, heads, made);
     if (!error.empty()) {
-        std::cerr << "error: " << told_error(error, job) << '\n';
+        std::cerr << "error: " << told_error(error, tables_of(job)) << '\n';
         return exit_failed;
     }
     put_report(made, job.output.report);
     if (job.json) write_whole(*job.json, change_document(heads.old_cut.parameter("film label_std")));
     return job.prove ? prove(job.options) : exit_done;
 }
+
+void add_files(OptionTable& options, ChangelistJob& job) {
+    options.add({
+        {"--old", "FILE", "The tables (.cdb) of the old cut, one a reel", job.old_reels, Needed::yes},
+        {"--new", "FILE", "The tables of the new cut", job.new_reels, Needed::yes},
+        output_file(job.output, "The report to write"),
+        {"--json", "FILE", "Write the steps of both lists to a file for scripts", job.json},
+        {"--edits", "FILE", "Edits (.otio, .edl) that the names at the head may come from", job.edits},
+        rate(job.rate, "Frames a second of these edits, in place of what the files say"),
+        {"--lists-dir", "DIR", "Where the working files go, to be kept", job.lists_dir},
+    });
+}
+
+void name_track(LibraryOptions& options, const std::string& text) {
+    const ChannelName channel = parse_channel(text);
+    options.switches["CHAN_TYPE"] = std::to_string(channel.kind);
+    options.switches["CHAN_NUM"] = std::to_string(channel.number - 1);
+}
+
+void add_list_options(OptionTable& options, LibraryOptions& library) {
+    library.switches = {{"chg_showedgecodes", "1"}, {"chg_useshotscenetake", "0"}};
+    options.add({
+        change_lists_option(library),
+        change_units_option(library),
+        library_switch("--no-keys", library, "chg_showedgecodes", "0", "Leave the columns of key numbers out"),
+        library_switch("--scene-take", library, "chg_useshotscenetake", "1",
+                       "Scene and take in place of the shot's name"),
+        {"--channel", "CHANNEL", "The track to name at the head: V1, V2, ... or A1, A2, ...",
+         OneText{[&library](const std::string& text) { name_track(library, text); }}},
+    });
+}
+
+void add_options(OptionTable& options, ChangelistJob& job) {
+    add_files(options, job);
+    add_list_options(options, job.options);
+    options.add({
+        {"--prove", "", "Carry the steps out on the old cut and compare with the new", job.prove},
+        library_set(job.options, parse_change_options),
+        overwrite(job.output, "Replace a report and a file for scripts that are there"),
+        quiet(job.output),
+    });
+}
+
+constexpr const char* examples = R"(Examples:
+  quillbrook changelist --old monday/r1.cdb --new friday/r1.cdb -o lists/changes.txt
+      what to do to the cutting copy of a reel: all lists, lengths in frames
+  quillbrook changelist --old old/r1.cdb old/r2.cdb --new new/r1.cdb new/r2.cdb new/r3.cdb -o changes.txt
+      a picture of several reels, one table a reel
+  quillbrook changelist --old a.cdb --new b.cdb -o changes.txt --lists summary,changes --units feet --scene-take
+      two of the lists, in feet and frames, with scene and take
+  quillbrook changelist --old a.cdb --new b.cdb -o changes.txt --edits monday.otio friday.otio
+      names both edits at the head of the list
+  quillbrook changelist --old a.cdb --new b.cdb -o bench.txt --lists bench --prove --json bench.json
+      the steps for the bench, carried out on the old cut as a check, and written for scripts too
+
+Exit status: 0 done, 1 the job failed, 2 wrong usage, 3 a list asked for with --prove doesn't make the new cut.)";
+
+} // namespace
+
+extern const Command changelist_command{"changelist", "Print what to do to the cutting copy after a recut", examples,
+                                        prepare<ChangelistJob, add_options, run>};
 
 } // namespace tool

@@ -1,17 +1,14 @@
 #pragma once
-// The command line: from arguments to a job.
+// The command line: from arguments to what is to be done.
 
-#include "tool/change_jobs.h"
-#include "tool/jobs.h"
-#include "tool/log_jobs.h"
-
+#include <functional>
+#include <string>
 #include <variant>
 
 namespace tool {
 
-/// What the arguments ask for: a job, or a text such as the help.
-using Request = std::variant<std::string, CutlistJob, PrintJob, ChangelistJob, ShowJob, LogImportJob, LogMergeJob,
-                             LogShowJob, LogCheckJob>;
+/// What the arguments ask for: a job, whose exit status it returns, or a text such as the help.
+using Request = std::variant<std::string, std::function<int()>>;
 
 /// Throws `UsageError`.
 Request parse_command_line(int argc, const char* const* argv);

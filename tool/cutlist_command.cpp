@@ -4,11 +4,14 @@
 #include "embedded/services.h"
 #include "embedded/warning.h"
 #include "quillbrook/cutlist.h"
+#include "tool/command.h"
+#include "tool/key_values.h"
 #include "tool/list_switches.h"
 #include "tool/log_use.h"
 #include "tool/open_edit.h"
 #include "tool/output_files.h"
 #include "tool/run_setup.h"
+#include "tool/shared_options.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
 
@@ -16,6 +19,17 @@
 
 namespace tool {
 namespace {
+
+struct CutlistJob {
+    EditInput edit;
+    Output output;
+    ChannelName channel;
+    bool neg_cut = false;
+    bool frames = false;
+    std::string log;        ///< the logging table that key numbers come from; empty: the edit's own labels
+    LibraryOptions options; ///< wins over all of the above
+    Settings settings;
+};
 
 /// Text options of the library hold no more bytes.
 constexpr std::size_t longest_text_option = 63;
@@ -57,12 +71,10 @@ std::vector<std::string> files_beside_report(const CutlistJob& job) {
     return files;
 }
 
-std::string subject_of(const CutlistJob& job) {
-    return (job.channel.kind == 2 ? "A" : "V") + std::to_string(job.channel.number) + " of " + job.edit.path;
-}
+std::string subject_of(const CutlistJob& job) { return text_of(job.channel) + " of " + job.edit.paths.front(); }
 
 void check_files(const CutlistJob& job) {
-    std::vector<std::string> inputs = paths_of(job.edit);
+    std::vector<std::string> inputs = job.edit.paths;
     if (!job.log.empty()) inputs.push_back(job.log);
     for (const std::string& input : inputs) {
         check_readable(input);
@@ -77,8 +89,6 @@ void tell_use_of_log(const CutlistJob& job, const EditPtr& edit) {
     tell_warnings(warnings_of_missing_rows(job.log, beside_report(job.output.report, ".cdb")), false);
 }
 
-} // namespace
-
 int run(const CutlistJob& job) {
     check_files(job);
     apply_settings(job.settings);
@@ -92,9 +102,57 @@ int run(const CutlistJob& job) {
     const bool done = make_cutlist_from_edit(edit, logger, job.log.empty() ? 0 : 1, &options, cues, false);
     if (logger.failed()) return exit_failed;
     check_written();
-    if (!done) throw JobError(job.edit.path + ": " + subject_of(job) + " holds nothing to list");
+    if (!done) throw JobError(job.edit.paths.front() + ": " + subject_of(job) + " holds nothing to list");
     if (!job.log.empty()) tell_use_of_log(job, edit);
     return exit_done;
 }
+
+void add_source_options(OptionTable& options, CutlistJob& job) {
+    const auto fault_of_log = [](const std::string& path) {
+        return std::string(path.empty() ? "a logging table is wanted" : "");
+    };
+    options.add({
+        {"--channel", "CHANNEL", "The channel to list: V1, V2, ... or A1, A2, ...",
+         OneText{[&job](const std::string& text) { job.channel = parse_channel(text); }, text_of(job.channel)}},
+        {"--log", "TABLE", "The logging table that key numbers come from, by reel and timecode",
+         OneText{[&job](const std::string& text) { job.log = text; }, "", fault_of_log}},
+    });
+}
+
+void add_options(OptionTable& options, CutlistJob& job) {
+    add_edit_input(options, job.edit);
+    options.add({output_file(job.output, "The report to write")});
+    add_report_options(options, job.options, job.settings);
+    options.add({overwrite(job.output, "Replace a report that is there"), quiet(job.output)});
+    add_source_options(options, job);
+    options.add({
+        {"--neg-cut", "", "A neg-cut list in place of a cutting-copy list", job.neg_cut},
+        {"--frames", "", "Positions in frames in place of feet and frames", job.frames},
+        single_layer_option(job.options),
+    });
+}
+
+constexpr const char* examples = R"(Examples:
+  quillbrook cutlist reel.otio -o lists/reel.txt
+      lists the first picture channel: lists/reel.txt and the table lists/reel.cdb
+  quillbrook cutlist reel.otio -o lists/neg.txt --neg-cut --frames --set pgm_id=R1
+      a neg-cut list in frames, with a programme identifier in its headings
+  quillbrook cutlist reel.otio -o lists/pull.txt --lists rolls,pull --handles 8 --sort-by-key
+      what to pull from the vault, 8 frames longer at each end, by key number
+  quillbrook cutlist reel.otio -o lists/reel.txt --single-layer 1,3
+      also lists/reel.sl1 and lists/reel.sl3
+  quillbrook cutlist reel.otio -o lists/sound.txt --channel A2
+      the second sound channel
+  quillbrook cutlist reel.otio -o lists/reel.txt --overwrite --config allow_auto_unrender=0
+      lists rendered material as it stands
+  quillbrook cutlist reel1.edl --rate 24 --log show.RDB -o lists/reel1.txt
+      an edit list, with its key numbers from a logging table
+  quillbrook cutlist pictures.edl titles.edl --rate 25 -o lists/titles.txt --channel V2
+      two edit lists of one programme; the second picture track)";
+
+} // namespace
+
+extern const Command cutlist_command{"cutlist", "Turn an edit into a report and a table (.cdb) beside it", examples,
+                                     prepare<CutlistJob, add_options, run>};
 
 } // namespace tool

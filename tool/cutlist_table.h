@@ -6,6 +6,7 @@
 #include "tool/open_logs.h"
 
 #include <climits>
+#include <optional>
 
 namespace tool {
 
@@ -22,10 +23,9 @@ public:
         return value ? value : "";
     }
     label_t film() const { return edlstr_to_label_type(parameter("film label_std").c_str()); }
-    bool is_sound() const {
-        const std::string channel = parameter("channel");
-        return !channel.empty() && channel[0] != 'V' && channel[0] != 'v';
-    }
+    /// Nothing where the table doesn't say.
+    std::optional<ChannelKind> kind() const { return kind_of_channel(parameter("channel")); }
+    bool is_sound() const { return kind() == sound_kind; }
 
 private:
     recdb table_;

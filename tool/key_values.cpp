@@ -62,7 +62,7 @@ ChannelName parse_channel(const std::string& text) {
         picture || sound ? parse_number<int>(std::string_view(text).substr(1)) : std::nullopt;
     if (!number || *number < 1)
         throw UsageError("--channel: \"" + text + "\" is not a channel; name one as V1 (picture) or A1 (sound)");
-    return {picture ? 1 : 2, *number};
+    return {picture ? picture_kind : sound_kind, *number};
 }
 
 const embedded::RateInfo* parse_rate(const std::string& text) {
@@ -81,8 +81,8 @@ std::string parse_frames(const char* option, const std::string& text) {
     return std::to_string(*number);
 }
 
-Options parse_options(const std::vector<std::string>& pairs) {
-    Options options;
+std::map<std::string, std::string> parse_options(const std::vector<std::string>& pairs) {
+    std::map<std::string, std::string> options;
     for (const std::string& pair : pairs) {
         const auto [key, value] = parse_option(cutlist_option_keys(), pair);
         if (key == "output_file") throw UsageError("--set output_file: the report is named by -o");
@@ -92,8 +92,8 @@ Options parse_options(const std::vector<std::string>& pairs) {
     return options;
 }
 
-Options parse_change_options(const std::vector<std::string>& pairs) {
-    Options options;
+std::map<std::string, std::string> parse_change_options(const std::vector<std::string>& pairs) {
+    std::map<std::string, std::string> options;
     for (const std::string& pair : pairs) {
         const auto [key, value] = parse_option(changelist_option_keys(), pair);
         options[key] = value;

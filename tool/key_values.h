@@ -1,7 +1,7 @@
 #pragma once
 // Reads and checks the values of the command line. All throw `UsageError`.
 
-#include "tool/jobs.h"
+#include "tool/job_parts.h"
 
 namespace tool {
 
@@ -12,9 +12,9 @@ const embedded::RateInfo* parse_rate(const std::string& text);
 /// A whole number of frames, 0 or above, as an option takes it.
 std::string parse_frames(const char* option, const std::string& text);
 /// KEY=VALUE pairs for keys of the library's options, the last of a key winning.
-Options parse_options(const std::vector<std::string>& pairs);
+std::map<std::string, std::string> parse_options(const std::vector<std::string>& pairs);
 /// The same for keys of the changelist's options.
-Options parse_change_options(const std::vector<std::string>& pairs);
+std::map<std::string, std::string> parse_change_options(const std::vector<std::string>& pairs);
 /// KEY=VALUE pairs for host-wide settings.
 Settings parse_settings(const std::vector<std::string>& pairs);
 

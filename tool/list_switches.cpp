@@ -1,6 +1,5 @@
 #include "tool/list_switches.h"
 
-#include "tool/key_values.h"
 #include "tool/tool_error.h"
 
 namespace tool {
@@ -68,66 +67,66 @@ const Word& find_word(const char* option, const Word (&known)[N], const std::str
     throw UsageError(std::string(option) + ": \"" + word + "\" is not one of " + choices);
 }
 
-void choose_printed(Options& options, const std::vector<std::string>& values) {
-    if (values.empty()) return;
-    options["some_lists"] = "1";
+using Switches = std::map<std::string, std::string>;
+
+void choose_printed(Switches& switches, const std::vector<std::string>& values) {
+    switches["some_lists"] = "1";
     for (const ListWord& list : printed_lists)
-        options[list.key] = "0";
+        switches[list.key] = "0";
     for (const std::string& word : split_words(values))
-        options[find_word("--lists", printed_lists, word).key] = "1";
+        switches[find_word("--lists", printed_lists, word).key] = "1";
 }
 
-void choose_single_layer(Options& options, const std::vector<std::string>& values) {
+void choose_single_layer(Switches& switches, const std::vector<std::string>& values) {
     for (const std::string& word : split_words(values))
-        options[find_word("--single-layer", single_layer_lists, word).key] = "1";
+        switches[find_word("--single-layer", single_layer_lists, word).key] = "1";
 }
 
-void choose_changes(Options& options, const std::vector<std::string>& values) {
+void choose_changes(Switches& switches, const std::vector<std::string>& values) {
     for (const ChangeListWord& list : change_lists)
-        options[list.key] = values.empty() && list.by_default ? "1" : "0";
+        switches[list.key] = "0";
     for (const std::string& word : split_words(values))
-        options[find_word("--lists", change_lists, word).key] = "1";
+        switches[find_word("--lists", change_lists, word).key] = "1";
 }
 
-void put_over(Options& options, const Options& set) {
-    for (const auto& [key, value] : set)
-        options[key] = value;
+Option word_option(const char* name, const char* value, const char* help, LibraryOptions& library,
+                   void (*choose)(Switches&, const std::vector<std::string>&)) {
+    return {name, value, help,
+            EachText{[&library, choose](const std::vector<std::string>& values) { choose(library.switches, values); }}};
 }
 
 } // namespace
 
-Options list_options(const ListSwitches& switches, const Options& set) {
-    Options options;
-    choose_printed(options, switches.lists);
-    choose_single_layer(options, switches.single_layer);
-    if (switches.handles) options["pull_handle"] = parse_frames("--handles", *switches.handles);
-    if (switches.butt) options["butt"] = parse_frames("--butt", *switches.butt);
-    if (switches.sort_by_key) options["pull_sort_by_keycode"] = "1";
-    put_over(options, set);
-    return options;
+Option printed_lists_option(LibraryOptions& library) {
+    return word_option("--lists", "LIST,...", "Only these lists: rolls, pull, assembly, opticals", library,
+                       choose_printed);
 }
 
-Options change_options(const ChangeSwitches& switches, const Options& set) {
-    Options options;
-    choose_changes(options, switches.lists);
-    options["chg_lengthunits"] = find_word("--units", change_units, switches.units).value;
-    options["chg_showedgecodes"] = switches.no_keys ? "0" : "1";
-    options["chg_useshotscenetake"] = switches.scene_take ? "1" : "0";
-    if (switches.channel) {
-        const ChannelName channel = parse_channel(*switches.channel);
-        options["CHAN_TYPE"] = std::to_string(channel.kind);
-        options["CHAN_NUM"] = std::to_string(channel.number - 1);
-    }
-    put_over(options, set);
-    return options;
+Option single_layer_option(LibraryOptions& library) {
+    return word_option("--single-layer", "N,...", "Single-layer lists to write: 1, 2, 3, 4", library,
+                       choose_single_layer);
 }
 
-std::vector<const char*> single_layer_extensions(const Options& options) {
+Option change_lists_option(LibraryOptions& library) {
+    for (const ChangeListWord& list : change_lists)
+        library.switches[list.key] = list.by_default ? "1" : "0";
+    return word_option("--lists", "LIST,...",
+                       "Only these lists: summary, new, changes, transitions, bench; by default all but bench", library,
+                       choose_changes);
+}
+
+Option change_units_option(LibraryOptions& library) {
+    const auto take = [&library](const std::string& text) {
+        library.switches["chg_lengthunits"] = find_word("--units", change_units, text).value;
+    };
+    return {"--units", "UNITS", "Lengths and positions in frames, feet or timecode",
+            OneText{take, change_units[0].word}};
+}
+
+std::vector<const char*> single_layer_extensions(const LibraryOptions& options) {
     std::vector<const char*> extensions;
-    for (const ListWord& list : single_layer_lists) {
-        const auto found = options.find(list.key);
-        if (found != options.end() && found->second != "0") extensions.push_back(list.extension);
-    }
+    for (const ListWord& list : single_layer_lists)
+        if (options.is_on(list.key)) extensions.push_back(list.extension);
     return extensions;
 }
 

@@ -1,21 +1,21 @@
-// "quillbrook log import" and "quillbrook log merge": logs and tables into one table.
+// "quillbrook log import": logs into one table.
 
 #include "formats/logs/log_table.h"
 #include "quillbrook/keylog.h"
+#include "tool/command.h"
 #include "tool/open_logs.h"
+#include "tool/shared_options.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
 
 namespace tool {
 namespace {
 
-void merge(filmdb& table, filmdb& other, const std::string& path) {
-    const unsigned first = table.get_num_records();
-    const int outcome = table.add_any_recdb(&other);
-    if (outcome == fdb_missing_field) throw JobError(path + ": " + one_line(table.get_error_message()));
-    if (outcome != 0) throw JobError(path + ": shares no column with the others");
-    formats::keep_header_of(other, table, first);
-}
+struct LogImportJob {
+    LogInput logs;
+    Output output;
+    bool as_keylog = false; ///< by the library's own reader of Keylog files
+};
 
 std::unique_ptr<filmdb> read_keylog_file(const std::string& path, const LogImportJob& job) {
     ToolLogger logger(path, job.output.quiet);
@@ -30,15 +30,13 @@ int import_keylog(const LogImportJob& job) {
     for (const std::string& path : job.logs.paths) {
         std::unique_ptr<filmdb> next = read_keylog_file(path, job);
         if (table)
-            merge(*table, *next, path);
+            merge_log_table(*table, *next, path);
         else
             table = std::move(next);
     }
     save_log_table(*table, job.output);
     return exit_done;
 }
-
-} // namespace
 
 int run(const LogImportJob& job) {
     check_table_output(job.logs.paths, job.output);
@@ -52,13 +50,31 @@ int run(const LogImportJob& job) {
     return exit_done;
 }
 
-int run(const LogMergeJob& job) {
-    check_table_output(job.tables, job.output);
-    const std::unique_ptr<filmdb> table = open_log_table(job.tables.front());
-    for (std::size_t i = 1; i < job.tables.size(); ++i)
-        merge(*table, *open_log_table(job.tables[i]), job.tables[i]);
-    save_log_table(*table, job.output);
-    return exit_done;
+void add_options(OptionTable& options, LogImportJob& job) {
+    add_log_input(options, job.logs, "Logs: ALE, FLEx, Keylog, or text parted by tabs or commas");
+    options.add({
+        output_file(job.output, "The table to write"),
+        overwrite(job.output, "Replace a table that is there"),
+        quiet(job.output),
+        {"--as-keylog", "", "Read Keylog files by the places of their columns", job.as_keylog},
+    });
+    options.add_check([&job] {
+        if (job.as_keylog && (job.logs.rate || job.logs.film))
+            throw UsageError("log import: --as-keylog takes rate and film from the file");
+    });
 }
+
+constexpr const char* examples = R"(Examples:
+  quillbrook log import dailies/*.ale -o show.RDB
+      all of the dailies' logs as one table
+  quillbrook log import day3.csv -o day3.RDB --rate 29.97 --film "35mm,3perf" --reel 003
+      a log that says neither its rate nor its film nor its tape
+  quillbrook log import transfer.ftl -o transfer.RDB --as-keylog
+      a Keylog file, read column by column as the library has always read it)";
+
+} // namespace
+
+extern const Command log_import_command{"log import", "Make a logging table (.RDB) of logs", examples,
+                                        prepare<LogImportJob, add_options, run>};
 
 } // namespace tool

@@ -13,7 +13,7 @@ struct Runner {
         std::cout << text;
         return tool::exit_done;
     }
-    template <class Job> int operator()(const Job& job) const { return tool::run(job); }
+    int operator()(const std::function<int()>& job) const { return job(); }
 };
 
 int tell(const std::exception& error, int status) {

@@ -39,30 +39,25 @@ std::string advice_on(const formats::ReadResult& result, const EditInput& input)
 }
 
 void check_kinds(const EditInput& input) {
-    for (const std::string& path : paths_of(input)) {
+    for (const std::string& path : input.paths) {
         check_readable(path);
         if (!is_edit(path))
             throw JobError(path + ": not a kind of edit that is understood; .otio files and edit lists (.edl) are");
-        if (!input.more.empty() && !is_edit_list(path))
+        if (input.paths.size() > 1 && !is_edit_list(path))
             throw JobError(path + ": several files make one edit only where each is an edit list (.edl)");
     }
 }
 
 } // namespace
 
-std::vector<std::string> paths_of(const EditInput& input) {
-    std::vector<std::string> paths{input.path};
-    paths.insert(paths.end(), input.more.begin(), input.more.end());
-    return paths;
-}
-
 EditPtr open_edit(const EditInput& input, embedded::Warnings& warnings) {
     check_kinds(input);
     formats::ReadOptions options;
     options.rate = input.rate;
     options.all_effects = input.all_effects;
-    const formats::ReadResult result = is_edit_list(input.path) ? formats::read_edl(paths_of(input), options)
-                                                                : formats::read_otio(input.path, options);
+    const formats::ReadResult result = is_edit_list(input.paths.front())
+                                           ? formats::read_edl(input.paths, options)
+                                           : formats::read_otio(input.paths.front(), options);
     warnings.insert(warnings.end(), result.warnings.begin(), result.warnings.end());
     if (!result.edit) throw JobError(one_line(result.error) + advice_on(result, input));
     return result.edit;

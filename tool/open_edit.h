@@ -3,12 +3,9 @@
 
 #include "embedded/warning.h"
 #include "host/edit.h"
-#include "tool/jobs.h"
+#include "tool/job_parts.h"
 
 namespace tool {
-
-/// All files of an edit.
-std::vector<std::string> paths_of(const EditInput& input);
 
 /// The edit of a file, or of the edit lists of one programme, by extension or else by content; what was read past
 /// goes to `warnings`. Throws `JobError`.

@@ -45,6 +45,14 @@ std::unique_ptr<filmdb> open_log_table(const std::string& path) {
     return table;
 }
 
+void merge_log_table(filmdb& table, filmdb& other, const std::string& path) {
+    const unsigned first = table.get_num_records();
+    const int outcome = table.add_any_recdb(&other);
+    if (outcome == fdb_missing_field) throw JobError(path + ": " + one_line(table.get_error_message()));
+    if (outcome != 0) throw JobError(path + ": shares no column with the others");
+    formats::keep_header_of(other, table, first);
+}
+
 void check_table_output(const std::vector<std::string>& inputs, const Output& output) {
     for (const std::string& input : inputs) {
         check_readable(input);

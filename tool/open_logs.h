@@ -4,7 +4,7 @@
 #include "embedded/warning.h"
 #include "formats/logs/log_row.h"
 #include "quillbrook/logging_tables.h"
-#include "tool/log_jobs.h"
+#include "tool/job_parts.h"
 
 #include <memory>
 
@@ -21,6 +21,9 @@ std::vector<formats::LogRow> open_logs(const LogInput& input, embedded::Warnings
 
 /// A saved logging table. Throws `JobError`.
 std::unique_ptr<filmdb> open_log_table(const std::string& path);
+
+/// Adds the rows of `other`, which is the table of `path`. Throws `JobError`.
+void merge_log_table(filmdb& table, filmdb& other, const std::string& path);
 
 /// Everything about a table's file that can be refused before a job begins. Throws `JobError`.
 void check_table_output(const std::vector<std::string>& inputs, const Output& output);

@@ -1,7 +1,7 @@
 #pragma once
 // What is checked of the files of a job before anything is written, and told of them afterwards.
 
-#include "tool/jobs.h"
+#include "tool/job_parts.h"
 
 namespace tool {
 

@@ -7,9 +7,10 @@ void apply_settings(const Settings& settings) {
         embedded::set_host_setting(key, value);
 }
 
-void apply_options(const Options& options, embedded::settings_block& block) {
-    for (const auto& [key, value] : options)
-        block.set(key, value);
+void apply_options(const LibraryOptions& options, embedded::settings_block& block) {
+    for (const auto* layer : {&options.switches, &options.set})
+        for (const auto& [key, value] : *layer)
+            block.set(key, value);
 }
 
 } // namespace tool

@@ -2,12 +2,12 @@
 // What the jobs that write reports have in common.
 
 #include "embedded/services.h"
-#include "tool/jobs.h"
+#include "tool/job_parts.h"
 
 namespace tool {
 
 void apply_settings(const Settings& settings);
 /// Puts the options of the line over what the block holds.
-void apply_options(const Options& options, embedded::settings_block& block);
+void apply_options(const LibraryOptions& options, embedded::settings_block& block);
 
 } // namespace tool

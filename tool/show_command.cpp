@@ -2,8 +2,10 @@
 
 #include "embedded/edit_builder.h"
 #include "embedded/warning.h"
+#include "tool/command.h"
 #include "tool/event_rows.h"
 #include "tool/open_edit.h"
+#include "tool/shared_options.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
 
@@ -11,6 +13,10 @@
 
 namespace tool {
 namespace {
+
+struct EditShowJob {
+    EditInput edit;
+};
 
 std::string subtype_text(EditChanSubType subtype) {
     switch (subtype) {
@@ -35,28 +41,38 @@ void show_head(const EditPtr& edit) {
     std::cout << "\nPositions are frames of the edit, source positions seconds of the source.\n";
 }
 
-void show_channels(const EditPtr& edit, int kind) {
+void show_channels(const EditPtr& edit, ChannelKind kind) {
     Vector<int> channels;
     edit->getChans(channels, static_cast<unsigned>(kind), 0);
     int number = 0;
     for (const int chan : channels) {
         std::cout << '\n'
-                  << (kind == 2 ? 'A' : 'V') << ++number << ": " << (kind == 2 ? "sound" : "picture") << ", track "
-                  << chan << subtype_text(edit->getChanSubtype(chan)) << '\n'
+                  << letter_of(kind) << ++number << ": " << word_of(kind) << ", track " << chan
+                  << subtype_text(edit->getChanSubtype(chan)) << '\n'
                   << describe_events(edit, chan, embedded::EditBuilder::cues_of(edit));
     }
 }
 
-} // namespace
-
-int run(const ShowJob& job) {
+int run(const EditShowJob& job) {
     embedded::Warnings warnings;
     const EditPtr edit = open_edit(job.edit, warnings);
     tell_warnings(warnings, false);
     show_head(edit);
-    show_channels(edit, 1);
-    show_channels(edit, 2);
+    show_channels(edit, picture_kind);
+    show_channels(edit, sound_kind);
     return exit_done;
 }
+
+void add_options(OptionTable& options, EditShowJob& job) { add_edit_input(options, job.edit); }
+
+constexpr const char* examples = R"(Examples:
+  quillbrook edit show reel.otio
+  quillbrook edit show reel.otio --rate 23.976 --all-effects
+  quillbrook edit show reel1.edl --rate 24)";
+
+} // namespace
+
+extern const Command edit_show_command{"edit show", "Show what the library will see of an edit", examples,
+                                       prepare<EditShowJob, add_options, run>};
 
 } // namespace tool

@@ -1,5 +1,6 @@
 #include "formats/edl/edl_build.h"
 #include "embedded/warning.h"
+#include "formats/file_names.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -14,14 +15,6 @@ using embedded::SourceDescription;
 using embedded::SourceId;
 using embedded::TransitionDescription;
 
-/// "A012" of "S:\shots\A012.mov".
-std::string stem_of(const std::string& file) {
-    const std::size_t folder = file.find_last_of("/\\");
-    const std::string name = folder == std::string::npos ? file : file.substr(folder + 1);
-    const std::size_t point = name.rfind('.');
-    return point == std::string::npos || point == 0 ? name : name.substr(0, point);
-}
-
 std::string reel_of(const EventLine& line) {
     if (line.auxiliary()) return {};
     return line.real_reel.empty() ? line.reel : line.real_reel;
@@ -29,7 +22,7 @@ std::string reel_of(const EventLine& line) {
 
 std::string shot_name(const EventLine& line, std::string_view name) {
     if (!name.empty()) return std::string(name);
-    if (!line.file.empty()) return stem_of(line.file);
+    if (!line.file.empty()) return stem_of(line.file, "/\\");
     return line.real_reel.empty() ? line.reel : line.real_reel;
 }
 

@@ -2,6 +2,7 @@
 
 #include "embedded/services.h"
 #include "formats/edl/edl_build.h"
+#include "formats/file_names.h"
 
 #include <sys/stat.h>
 
@@ -11,12 +12,6 @@ namespace formats {
 namespace {
 
 using edl::NamedList;
-
-std::string stem_of(const std::string& path) {
-    const std::string name = path.substr(path.rfind('/') + 1);
-    const std::size_t point = name.rfind('.');
-    return point == std::string::npos || point == 0 ? name : name.substr(0, point);
-}
 
 /// One reading of the lists of one programme.
 class Reading {

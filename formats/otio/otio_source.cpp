@@ -1,5 +1,6 @@
 #include "formats/otio/otio_source.h"
 
+#include "formats/file_names.h"
 #include "formats/key_number.h"
 #include "formats/otio/otio_metadata.h"
 
@@ -58,19 +59,12 @@ std::string url_of(const Media& media) {
            json_text(json_member(media.reference, "name_prefix"));
 }
 
-std::string last_part_without_extension(const std::string& url) {
-    const std::size_t slash = url.rfind('/');
-    const std::string part = slash == std::string::npos ? url : url.substr(slash + 1);
-    const std::size_t dot = part.rfind('.');
-    return dot == std::string::npos || dot == 0 ? part : part.substr(0, dot);
-}
-
 std::string generator_kind(const Media& media) { return json_text(json_member(media.reference, "generator_kind")); }
 
 std::string shot_name(const Place& clip, const Media& media) {
     std::string name = media.reference ? name_of(*media.reference) : std::string();
     if (name.empty()) name = name_of(*clip.value);
-    if (name.empty()) name = media.generator() ? generator_kind(media) : last_part_without_extension(url_of(media));
+    if (name.empty()) name = media.generator() ? generator_kind(media) : stem_of(url_of(media));
     return name;
 }
 

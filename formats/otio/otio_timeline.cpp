@@ -1,5 +1,7 @@
 #include "formats/otio/otio_timeline.h"
 
+#include "formats/file_names.h"
+
 #include <algorithm>
 #include <limits>
 
@@ -45,13 +47,6 @@ private:
 
     bool pictures_;
 };
-
-std::string name_of_file(const std::string& path) {
-    const std::size_t slash = path.rfind('/');
-    const std::string file = slash == std::string::npos ? path : path.substr(slash + 1);
-    const std::size_t dot = file.rfind('.');
-    return dot == std::string::npos || dot == 0 ? file : file.substr(0, dot);
-}
 
 /// What trims every channel, and where in the edit a track's or stack's own times come to lie.
 struct Window {
@@ -250,7 +245,7 @@ embedded::EditDescription describe_edit(const Root& root, const Context& context
     embedded::EditDescription edit;
     const Place& object = root.object();
     edit.name = name_of(*object.value);
-    if (edit.name.empty()) edit.name = name_of_file(path);
+    if (edit.name.empty()) edit.name = stem_of(path);
     edit.rate = context.rate;
     edit.modification_time = file_time;
     if (!root.is_timeline()) return edit;

@@ -1,0 +1,80 @@
+#pragma once
+// What a command takes from the line. Each command lists its options in its own file, straight into its own job:
+//
+//     options.add({{"--frames", "", "Positions in frames in place of feet and frames", job.frames},
+//                  {"-o", "FILE", "The report to write", job.report, Needed::yes}});
+//
+// To add an option: one row there, or in tool/shared_options.cpp where several commands have it. The type of what the
+// row fills says what the line may hold:
+//
+//     bool&, Switch               nothing: a switch
+//     std::string&, optional&     one value
+//     std::vector<std::string>&   one or more values
+//     WholeNumber                 a number within limits, preset to what it is
+//     OneText                     one value, turned into what the job holds
+//     EachText                    one value each time, as often as one likes
+//
+// A row whose name begins with no dash takes what stands on the line without a name. What options may not be together
+// is a check of its own. Command: tool/command.h.
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace tool {
+
+struct WholeNumber {
+    std::reference_wrapper<int> number;
+    int least, most;
+};
+
+/// `turn_on` is called where the switch stands on the line.
+struct Switch {
+    std::function<void()> turn_on;
+};
+
+/// `take` throws `UsageError`.
+struct OneText {
+    std::function<void(const std::string& text)> take;
+    std::string preset = {};                                   ///< told by the help and taken where the line has none
+    std::function<std::string(const std::string&)> fault = {}; ///< why a text is none; empty where it is fine
+};
+
+/// `take` gets all the texts at once, in the order of the line, and throws `UsageError`.
+struct EachText {
+    std::function<void(const std::vector<std::string>& texts)> take;
+};
+
+using Target = std::variant<std::reference_wrapper<bool>, std::reference_wrapper<std::string>,
+                            std::reference_wrapper<std::optional<std::string>>,
+                            std::reference_wrapper<std::vector<std::string>>, WholeNumber, Switch, OneText, EachText>;
+
+enum class Needed : bool { no, yes };
+
+struct Option {
+    const char* name;  ///< "--rate", "-o", or "EDIT" for what stands without a name
+    const char* value; ///< what the help calls its value; empty for a switch
+    const char* help;
+    Target target;
+    Needed needed = Needed::no;
+};
+
+/// The options of one command, in the order of its help.
+class OptionTable {
+public:
+    /// What the rows refer to stays where it is.
+    void add(std::vector<Option> rows);
+    /// Called after all options were taken; throws `UsageError`.
+    void add_check(std::function<void()> check) { checks_.push_back(std::move(check)); }
+
+    const std::vector<Option>& rows() const { return rows_; }
+    const std::vector<std::function<void()>>& checks() const { return checks_; }
+
+private:
+    std::vector<Option> rows_;
+    std::vector<std::function<void()>> checks_;
+};
+
+} // namespace tool

@@ -1,0 +1,67 @@
+#include "tool/shared_options.h"
+
+#include "tool/key_values.h"
+#include "tool/list_switches.h"
+#include "tool/open_logs.h"
+
+namespace tool {
+
+void add_edit_input(OptionTable& options, EditInput& edit) {
+    options.add({
+        {"EDIT", "", "The edit (.otio), or the edit lists of one programme (.edl)", edit.paths, Needed::yes},
+        rate(edit.rate, "Frames a second of the edit, in place of what the file says"),
+        {"--all-effects", "", "Every effect of the file is the lab's to make", edit.all_effects},
+    });
+}
+
+void add_log_input(OptionTable& options, LogInput& logs, const char* what) {
+    options.add({
+        {"LOG", "", what, logs.paths, Needed::yes},
+        rate(logs.rate, "Frames a second of the timecodes, in place of what the files say"),
+        {"--film", "KIND", "The kind of film, in place of what the files say",
+         OneText{[&logs](const std::string& text) { logs.film = text.empty() ? 0 : parse_film_kind(text); }}},
+        {"--reel", "REEL", "The reel of every row, in place of what the files say", logs.reel},
+    });
+}
+
+void add_report_options(OptionTable& options, LibraryOptions& library, Settings& settings) {
+    options.add({
+        printed_lists_option(library),
+        library_frames("--handles", library, "pull_handle", "Frames to pull at each end beyond what is cut"),
+        library_frames("--butt", library, "butt",
+                       "Frames apart at which two cuts of a roll still count as re-use; by default 1"),
+        library_switch("--sort-by-key", library, "pull_sort_by_keycode", "1",
+                       "Pull lists by key number in place of by roll"),
+        library_set(library, parse_options),
+        {"--config", "KEY=VALUE", "A host-wide setting",
+         EachText{[&settings](const std::vector<std::string>& pairs) { settings = parse_settings(pairs); }}},
+    });
+}
+
+Option output_file(Output& output, const char* what) { return {"-o", "FILE", what, output.report, Needed::yes}; }
+
+Option overwrite(Output& output, const char* what) { return {"--overwrite", "", what, output.overwrite}; }
+
+Option quiet(Output& output) { return {"--quiet", "", "Tell neither progress nor warnings", output.quiet}; }
+
+Option rate(const embedded::RateInfo*& rate, const char* what) {
+    return {"--rate", "RATE", what,
+            OneText{[&rate](const std::string& text) { rate = text.empty() ? nullptr : parse_rate(text); }}};
+}
+
+Option library_switch(const char* name, LibraryOptions& library, const char* key, const char* value, const char* what) {
+    return {name, "", what, Switch{[&library, key, value] { library.switches[key] = value; }}};
+}
+
+Option library_frames(const char* name, LibraryOptions& library, const char* key, const char* what) {
+    return {name, "N", what, OneText{[&library, name, key](const std::string& text) {
+                library.switches[key] = parse_frames(name, text);
+            }}};
+}
+
+Option library_set(LibraryOptions& library, PairsParser parse) {
+    return {"--set", "KEY=VALUE", "An option of the library; wins over all else",
+            EachText{[&library, parse](const std::vector<std::string>& pairs) { library.set = parse(pairs); }}};
+}
+
+} // namespace tool

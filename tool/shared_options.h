@@ -1,0 +1,34 @@
+#pragma once
+// Options that several commands have, each in one place. What differs between the commands is the help.
+
+#include "tool/job_parts.h"
+#include "tool/option_table.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace tool {
+
+/// EDIT, --rate, --all-effects.
+void add_edit_input(OptionTable& options, EditInput& edit);
+/// LOG, --rate, --film, --reel.
+void add_log_input(OptionTable& options, LogInput& logs, const char* what);
+/// --lists to --sort-by-key, --set, --config: what the cutlist's reports hold.
+void add_report_options(OptionTable& options, LibraryOptions& library, Settings& settings);
+
+Option output_file(Output& output, const char* what);
+Option overwrite(Output& output, const char* what);
+Option quiet(Output& output);
+
+Option rate(const embedded::RateInfo*& rate, const char* what);
+/// A switch that sets an option of the library to `value`.
+Option library_switch(const char* name, LibraryOptions& library, const char* key, const char* value, const char* what);
+/// Frames, 0 or above, for an option of the library.
+Option library_frames(const char* name, LibraryOptions& library, const char* key, const char* what);
+
+using PairsParser = std::map<std::string, std::string> (*)(const std::vector<std::string>& pairs);
+/// --set, for the options of the library that `parse` knows.
+Option library_set(LibraryOptions& library, PairsParser parse);
+
+} // namespace tool
