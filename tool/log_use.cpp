@@ -57,7 +57,7 @@ void add_standards(const EditPtr& edit, int chan, std::map<std::string, Names>& 
 }
 
 /// How the timecodes of each reel count.
-std::map<std::string, Names> standards_of_reels(const EditPtr& edit, int kind) {
+std::map<std::string, Names> standards_of_reels(const EditPtr& edit, ChannelKind kind) {
     Vector<int> channels;
     edit->getChans(channels, static_cast<unsigned>(kind), 0);
     std::map<std::string, Names> reels;
@@ -86,7 +86,7 @@ void check_is_log_table(const std::string& path) {
         throw JobError(path + ": isn't a logging table; \"quillbrook log import\" makes one of logs");
 }
 
-embedded::Warnings warnings_of_counting(const std::string& log, const EditPtr& edit, int kind) {
+embedded::Warnings warnings_of_counting(const std::string& log, const EditPtr& edit, ChannelKind kind) {
     const std::vector<formats::LogRow> rows = formats::read_log(log).rows;
     embedded::Warnings warnings;
     for (const auto& [reel, standards] : standards_of_reels(edit, kind)) {

@@ -3,6 +3,7 @@
 
 #include "embedded/warning.h"
 #include "host/edit.h"
+#include "tool/channels.h"
 
 #include <string>
 #include <vector>
@@ -12,9 +13,9 @@ namespace tool {
 /// Throws `JobError` unless the file is a logging table.
 void check_is_log_table(const std::string& path);
 
-/// Warnings about the reels of an edit, on its channels of a kind (1 picture, 2 sound), whose timecodes count otherwise
+/// Warnings about the reels of an edit, on its channels of a kind, whose timecodes count otherwise
 /// than the rows of these reels: numbers are looked up by frame numbers alone.
-embedded::Warnings warnings_of_counting(const std::string& log, const EditPtr& edit, int kind);
+embedded::Warnings warnings_of_counting(const std::string& log, const EditPtr& edit, ChannelKind kind);
 
 /// Warnings about the events of a table (.cdb) that was made with a logging table: those without a row.
 embedded::Warnings warnings_of_missing_rows(const std::string& log, const std::string& table);
