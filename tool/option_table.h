@@ -69,8 +69,10 @@ public:
     /// Called after all options were taken; throws `UsageError`.
     void add_check(std::function<void()> check) { checks_.push_back(std::move(check)); }
 
-    const std::vector<Option>& rows() const { return rows_; }
-    const std::vector<std::function<void()>>& checks() const { return checks_; }
+    // Not of one that is about to go: a loop over what is returned would outlive it.
+    const std::vector<Option>& rows() && = delete;
+    const std::vector<Option>& rows() const& { return rows_; }
+    const std::vector<std::function<void()>>& checks() const& { return checks_; }
 
 private:
     std::vector<Option> rows_;

@@ -29,7 +29,8 @@ Words words_of(const char* name) {
 
 Words option_names(const Command& command) {
     Words names;
-    for (const Option& option : command.prepare().options.rows())
+    const tool::Prepared prepared = command.prepare();
+    for (const Option& option : prepared.options.rows())
         names.emplace_back(option.name);
     return names;
 }
@@ -55,7 +56,8 @@ Words in_order_of_help(Words names) {
 /// A line that holds all that the command needs.
 Words enough_for(const Command& command) {
     Words line = words_of(command.name);
-    for (const Option& option : command.prepare().options.rows()) {
+    const tool::Prepared prepared = command.prepare();
+    for (const Option& option : prepared.options.rows()) {
         if (option.needed == tool::Needed::no) continue;
         if (option.name[0] == '-') line.emplace_back(option.name);
         line.emplace_back("file");
@@ -99,7 +101,8 @@ TEST_F(OptionTables, HelpTellsWhatEachOptionIs) {
         const std::string help = run(line).out;
         EXPECT_THAT(help, HasSubstr(command->about));
         EXPECT_THAT(help, HasSubstr(command->examples));
-        for (const Option& option : command->prepare().options.rows())
+        const tool::Prepared prepared = command->prepare();
+        for (const Option& option : prepared.options.rows())
             EXPECT_THAT(help, HasSubstr(option.help)) << command->name << ' ' << option.name;
     }
 }
