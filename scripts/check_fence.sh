@@ -43,6 +43,7 @@ changelist  changelist/|base/|quillbrook/|host/|reports/(cutdb|cut_s|report)\.h|
 logging     logging/|base/|quillbrook/|host/|cutlist/cutlist_options\.h
 embedded    embedded/|host/
 formats     formats/|embedded/|host/|rapidjson/
+film        film/|quillbrook/|embedded/|host/
 tool        tool/|quillbrook/|embedded/|formats/|host/|rapidjson/
 WHO
 
