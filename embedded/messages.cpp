@@ -1,4 +1,9 @@
+#include "embedded/messages.h"
+
 #include "host/settings.h"
+
+#include <map>
+#include <utility>
 
 namespace {
 
@@ -31,14 +36,27 @@ constexpr MessageText messages[] = {
     {10480, L"Writing timecode list"},
 };
 
+std::map<std::pair<ResId, ResStrFmt>, std::wstring>& own_texts() {
+    static std::map<std::pair<ResId, ResStrFmt>, std::wstring> texts;
+    return texts;
+}
+
 } // namespace
 
-LightweightString<wchar_t> resourceStrW(ResId id) {
+void embedded::set_message(int id, bool heading, const std::wstring& text) {
+    own_texts()[{id, heading ? ResStrFmt::heading : ResStrFmt::plain}] = text;
+}
+
+void embedded::clear_messages() { own_texts().clear(); }
+
+LightweightString<wchar_t> resourceStrW(ResId id) { return resourceStrW(id, ResStrFmt::plain); }
+
+// Headings and plain lines use the same words, where a program has none of its own.
+LightweightString<wchar_t> resourceStrW(ResId id, ResStrFmt format) {
+    const auto own = own_texts().find({id, format});
+    if (own != own_texts().end()) return own->second.c_str();
     for (const MessageText& message : messages) {
         if (message.id == id) return message.text;
     }
     return {};
 }
-
-// Headings and plain lines use the same words.
-LightweightString<wchar_t> resourceStrW(ResId id, ResStrFmt) { return resourceStrW(id); }

@@ -1,4 +1,5 @@
 #include "embedded/decimal_text.h"
+#include "embedded/long_runs.h"
 #include "embedded/services.h"
 
 #include <algorithm>
@@ -17,6 +18,11 @@ HostSettings& host_settings() {
     return settings;
 }
 
+LongRuns& runs_so_far() {
+    static LongRuns runs;
+    return runs;
+}
+
 std::string environment_name(const char* key) {
     std::string name = "QUILLBROOK_";
     for (const char* c = key; *c; ++c)
@@ -25,6 +31,8 @@ std::string environment_name(const char* key) {
 }
 
 } // namespace
+
+const LongRuns& long_runs() { return runs_so_far(); }
 
 void set_host_setting(const std::string& key, int value) { host_settings()[key] = value; }
 
@@ -104,9 +112,8 @@ void trace_printf(const char* format, ...) {
     va_end(arguments);
 }
 
-// Nothing in this process watches for threads that hang.
-void SystemWatchdog::beginLifeSupport() {}
-void SystemWatchdog::endLifeSupport() {}
+void SystemWatchdog::beginLifeSupport() { ++embedded::runs_so_far().begun; }
+void SystemWatchdog::endLifeSupport() { ++embedded::runs_so_far().ended; }
 
 void SharedMutex::enterAsReader() { ++readers_; }
 

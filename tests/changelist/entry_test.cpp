@@ -1,6 +1,7 @@
 // The entry: its two sets of reels, its options and its errors.
 
 #include "changelist/cutlist_set.h"
+#include "embedded/long_runs.h"
 #include "tests/changelist/cut_files.h"
 #include "tests/support/memory_files.h"
 
@@ -56,6 +57,34 @@ TEST_F(ChangelistEntry, TheWordInTheMiddleEndsOneSideAndTheOtherGoesOn) {
     EXPECT_EQ(change_run().old_side.reel_start[49], 100);
     EXPECT_EQ(change_run().new_side.reel_start[1], 100);
     EXPECT_EQ(change_run().new_side.reel_start[3], 300);
+    EXPECT_EQ(run({a}, {a}), "");
+    EXPECT_EQ(change_run().reel_max, 1);
+    EXPECT_EQ(change_run().multi_reel, 0);
+}
+
+TEST_F(ChangelistEntry, TheWatchdogIsToldOfTheEndOnEveryWayOut) {
+    const std::string a = write("a.cdb", one_shot);
+    const std::string other_film = write("b.cdb", one_shot, {.film = "16mm-1p"});
+    const auto ends = [&](const std::string& error, const std::vector<std::string>& old_files,
+                          const std::vector<std::string>& new_files) {
+        const embedded::LongRuns before = embedded::long_runs();
+        EXPECT_EQ(run(old_files, new_files), error);
+        EXPECT_EQ(embedded::long_runs().begun, before.begun + 1) << error;
+        EXPECT_EQ(embedded::long_runs().ended, before.ended + 1) << error;
+    };
+    ends("No reports have been requested!\n", {a}, {a});
+    ask_for_all();
+    ends("", {a}, {a});
+    ends("maximum cutting-copy reel count exceeded\n", std::vector<std::string>(50, a), {a});
+    ends("Unable to read CUTDB database none.cdb", {"none.cdb"}, {a});
+    ends("Unable to read CUTDB database none.cdb", {a}, {"none.cdb"});
+    ends("The old and new cutlists have different film standards!\n", {a}, {other_film});
+    embedded::set_lists_directory(scratch.file("none"));
+    ends("Error opening the changelist database files\n", {a}, {a});
+    embedded::set_lists_directory(scratch.path());
+    MemoryFileSystem memory;
+    memory.disc.refuses = true;
+    ends("ERROR: Couldn't create changelist report file\n", {a}, {a});
 }
 
 TEST_F(ChangelistEntry, UnitsThatAreNotGivenAreFramesWhateverTheLastRunChose) {

@@ -3,6 +3,7 @@
 #include "base/substitute.h"
 #include "changelist/change_record.h"
 #include "changelist/load_cutlists.h"
+#include "embedded/messages.h"
 #include "host/fixed_text.h"
 #include "tests/changelist/cut_files.h"
 
@@ -46,6 +47,31 @@ protected:
 constexpr const char* blank_key = "        0000+00";
 
 const Cut two_shots = {{.frame = 0, .length = 100}, {.frame = 500, .length = 50}};
+
+// 0.3 has no exact form: what it is rounded to must not change on the way.
+TEST_F(LoadingCutlists, ASpeedKeepsAllItsDigits) {
+    ASSERT_EQ(load({{.frame = 0, .length = 100, .speed = 0.3}}), nullptr);
+    EXPECT_EQ(row(0).speed, 0.3);
+    EXPECT_STREQ(text(0, hf_speed), "0.3");
+}
+
+TEST_F(LoadingCutlists, TheTimecodeOfAReelIsOnTheMediumOfVideo) {
+    ASSERT_EQ(load_files({write("a.cdb", two_shots), write("b.cdb", two_shots, {.start = "02:00:00:00"})}), nullptr);
+    for (int reel = 0; reel < 2; ++reel) {
+        EXPECT_EQ(side.reel_label[reel].get_MediumRoll().medium, 8);
+        EXPECT_EQ(side.reel_label[reel].get_MediumRoll().roll, 1);
+        EXPECT_EQ(side.reel_label[reel].type(), label_tc_24);
+    }
+    EXPECT_STREQ(side.reel_label[1].get_string(0), "02:00:00:00");
+}
+
+TEST_F(LoadingCutlists, TheNameOfBlackIsAHeading) {
+    embedded::set_message(10061, true, L"A HEADING");
+    embedded::set_message(10061, false, L"a line");
+    ASSERT_EQ(load({black(20)}), nullptr);
+    embedded::clear_messages();
+    EXPECT_EQ(name_of(0), "A HEADING");
+}
 
 TEST_F(LoadingCutlists, TheTableHoldsTheEventsInOrderAndIsSaved) {
     ASSERT_EQ(load(two_shots), nullptr);

@@ -228,6 +228,21 @@ TEST_F(Driver, ARunThatFailsEarlyLeavesTheCopyBehind) {
     std::filesystem::remove(copy_path);
 }
 
+TEST_F(Driver, ARunThatFailsOnceItsLabelsAreMadeDeletesTheCopy) {
+    EditBuilder unlisted(plain_edit("nothing to list"));
+    unlisted.add_channel(picture, chan_unlisted);
+    unlisted.add_event(0, event_of(unlisted.add_source(shot("one")), 24));
+    EditBuilder unkeyed(plain_edit("no film standard"));
+    unkeyed.add_channel(picture);
+    unkeyed.add_event(0, event_of(unkeyed.add_source(shot("one", "01:00:00:00", label_tc_24)), 24));
+    for (EditBuilder* copy : {&unlisted, &unkeyed}) {
+        copy_path.clear();
+        EXPECT_FALSE(make(rendered_edit(copy->finish())));
+        ASSERT_FALSE(copy_path.empty());
+        EXPECT_FALSE(std::filesystem::exists(copy_path));
+    }
+}
+
 TEST_F(Driver, TheSameEditTwiceGivesTheSameBytes) {
     const EditPtr edit = simple_edit();
     std::string bytes[2], report_bytes[2];

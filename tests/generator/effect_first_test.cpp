@@ -3,8 +3,8 @@
 
 #include "cutlist/convert_labels.h"
 #include "cutlist/generator_labels.h"
-#include "embedded/edit_data.h"
 #include "tests/generator/generator_fixture.h"
+#include "tests/support/event_lists.h"
 
 using namespace generator_test;
 
@@ -68,10 +68,7 @@ TEST_F(EffectFirst, ATrackThatBeginsWithAnEffectHasNoRecords) {
         builder.add_event(track, event_of(one, 48, 100));
     }
     const EditPtr edit = builder.finish();
-    embedded::Channel& first = edit->impl()->sequence->channels.front();
-    embedded::CelEvents events = *first.cel->impl()->events;
-    events.erase(events.begin());
-    first.cel = embedded::make_cel(std::make_shared<const embedded::CelEvents>(events), first.cel->resolution);
+    change_events(edit, 0, [](embedded::CelEvents& events) { events.erase(events.begin()); });
     EXPECT_TRUE(make(edit));
     EXPECT_EQ(column(cf_track), "2 2");
 }

@@ -183,7 +183,9 @@ TEST_F(SourceLabels, ThePositionInTheSourceIsCountedFromItsFirstFrame) {
     source.start_strip = frames(6);
     list_each({source});
     EXPECT_EQ(field(0, cf_keycode_in), "KJ1234560100+04");
+    EXPECT_EQ(field(0, cf_keycode_out), "KJ1234560101+12");
     EXPECT_EQ(field(0, cf_prim_tc_in), "01:00:00:04");
+    EXPECT_EQ(field(0, cf_prim_tc_out), "01:00:01:04");
 }
 
 TEST_F(SourceLabels, ASpeedNearOneIsOne) {
@@ -227,6 +229,13 @@ TEST_F(SourceLabels, ExtraDigitsOfTheKeyCountAreTheGeneratorsAlone) {
     EXPECT_EQ(param("film label_std"), "35mm-4p-6d");
     EXPECT_EQ(param("mixed_kc_standard"), "0");
     EXPECT_EQ(field(0, cf_keylabeltype), "35mm-4p");
+}
+
+TEST_F(SourceLabels, KeyNumbersAreComparedWithTheListsAtTheListsCountOfDigits) {
+    block.set("long_keycode", "2");
+    list_each({shot("one"), shot("two")});
+    EXPECT_EQ(param("film label_std"), "35mm-4p-6d");
+    EXPECT_EQ(param("mixed_kc_standard"), "0");
 }
 
 TEST_F(SourceLabels, WithoutExtraDigitsTheStandardKeepsItsOwnCount) {

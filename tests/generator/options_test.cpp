@@ -115,6 +115,81 @@ TEST_F(Options, EveryListedKeyFillsAField) {
     EXPECT_EQ(options.pull_sort_by_keycode, 2);
 }
 
+struct number_key {
+    const char* name;
+    int CutlistOptions::*field;
+};
+const number_key number_keys[] = {
+    {"chan_type", &CutlistOptions::chan_type},
+    {"chan_num", &CutlistOptions::chan_num},
+    {"roll_list", &CutlistOptions::roll_list},
+    {"pull_list", &CutlistOptions::pull_list},
+    {"assembly_list", &CutlistOptions::assembly_list},
+    {"optical_list", &CutlistOptions::optical_list},
+    {"one_page_optical", &CutlistOptions::one_page_optical},
+    {"fsl_type1_file", &CutlistOptions::fsl_type1_file},
+    {"fsl_type2_file", &CutlistOptions::fsl_type2_file},
+    {"fsl_type3_file", &CutlistOptions::fsl_type3_file},
+    {"fsl_type4_file", &CutlistOptions::fsl_type4_file},
+    {"film_code", &CutlistOptions::film_code},
+    {"audio_code", &CutlistOptions::audio_code},
+    {"film_reel", &CutlistOptions::film_reel},
+    {"audio_reel", &CutlistOptions::audio_reel},
+    {"inkcode_in_keycode_field", &CutlistOptions::inkcode_in_keycode_field},
+    {"report_with_tc", &CutlistOptions::report_with_tc},
+    {"guess_black", &CutlistOptions::guess_black},
+    {"pull_handle", &CutlistOptions::pull_handle},
+    {"optical_handle", &CutlistOptions::optical_handle},
+    {"butt", &CutlistOptions::butt},
+    {"audio_opticals", &CutlistOptions::audio_opticals},
+    {"use_cookies", &CutlistOptions::use_cookies},
+    {"optical_fencepost", &CutlistOptions::optical_fencepost},
+    {"wpflag", &CutlistOptions::wpflag},
+    {"pagelength", &CutlistOptions::pagelength},
+    {"some_lists", &CutlistOptions::some_lists},
+    {"pull_match_assembly", &CutlistOptions::pull_match_assembly},
+    {"edit_units", &CutlistOptions::edit_units},
+    {"floppy_flag", &CutlistOptions::floppy_flag},
+    {"pull_sort_by_keycode", &CutlistOptions::pull_sort_by_keycode},
+};
+
+TEST_F(Options, EachNumberGoesToTheFieldOfItsName) {
+    int value = 1000;
+    for (const number_key& key : number_keys)
+        block.set(key.name, std::to_string(++value));
+    const CutlistOptions& options = read();
+    value = 1000;
+    for (const number_key& key : number_keys)
+        EXPECT_EQ(options.*key.field, ++value) << key.name;
+}
+
+TEST_F(Options, EachTextGoesToTheFieldOfItsName) {
+    for (const char* name : {"proj_name", "proj_file", "edg_file", "log_file", "pgm_id"})
+        block.set(name, std::string("the ") + name);
+    const CutlistOptions& options = read();
+    EXPECT_STREQ(options.proj_name, "the proj_name");
+    EXPECT_STREQ(options.proj_file, "the proj_file");
+    EXPECT_STREQ(options.edg_file, "the edg_file");
+    EXPECT_STREQ(options.log_file, "the log_file");
+    EXPECT_STREQ(options.pgm_id, "the pgm_id");
+}
+
+TEST_F(Options, ALoadedLibraryHasTheValuesOfItsRecord) {
+    block = embedded::settings_block();
+    const CutlistOptions& options = read();
+    const std::map<std::string, int> not_zero = {
+        {"chan_type", 1},     {"chan_num", 1},     {"roll_list", 1},           {"pull_list", 1},
+        {"assembly_list", 1}, {"optical_list", 1}, {"one_page_optical", 1},    {"film_code", 4},
+        {"audio_code", 6},    {"film_reel", 2},    {"audio_reel", 4},          {"guess_black", 1},
+        {"butt", 1},          {"pagelength", 66},  {"pull_match_assembly", 1}, {"optical_handle", 32}};
+    for (const number_key& key : number_keys) {
+        const auto found = not_zero.find(key.name);
+        EXPECT_EQ(options.*key.field, found == not_zero.end() ? 0 : found->second) << key.name;
+    }
+    EXPECT_STREQ(options.channel_str, "V01");
+    EXPECT_STREQ(options.pgm_id, "");
+}
+
 TEST(ChannelText, HasALetterAndTwoDigits) {
     int type = 2;
     EXPECT_STREQ(channel_text(type, 1), "A01");

@@ -168,6 +168,15 @@ TEST_F(Tracks, ASoundListHasNoTransitionsWhereCrossfadesCanGo) {
     EXPECT_EQ(param("channel"), "A00");
 }
 
+TEST_F(Tracks, SoundIsNotSearchedForEffects) {
+    block.set("chan_type", "2");
+    builder.add_channel(sound);
+    builder.add_event(0, with_effect(event_of(one, 48), lab_effect("Echo")));
+    EXPECT_TRUE(make(builder));
+    EXPECT_EQ(column(cf_utr_fx_present), "0");
+    EXPECT_EQ(column(cf_utr_fx_name), "-");
+}
+
 TEST_F(Tracks, AChannelTypeOfNeitherKindListsNothing) {
     block.set("chan_type", "3");
     builder.add_channel(picture);

@@ -133,6 +133,11 @@ TEST(Setters, TheChannelMaskStaysOutOfTheHeader) {
     OpenFilm film;
     film.set_chans(ChannelMask(5));
     EXPECT_EQ(film.chans.bits(), 5U);
+    const OpenFilm copy(film);
+    EXPECT_EQ(copy.chans.bits(), 5U);
+    OpenFilm other;
+    other = film;
+    EXPECT_EQ(other.chans.bits(), 5U);
     EXPECT_EQ(param(film, "chans"), "(none)");
 }
 

@@ -174,6 +174,32 @@ TEST_F(Keylog, TheReelEndsWithItsColumn) {
     EXPECT_STREQ(table->get_reelid(), "\n");
 }
 
+TEST_F(Keylog, AReelWordWithNothingBehindItNamesNoReel) {
+    for (const char* word : {"VTR", "VTROLL"}) {
+        import(full_header() + "\n" + line_of({{descript, "35"}, { comments, word }}, 0));
+        EXPECT_EQ(table->get_valid(), 1);
+        EXPECT_STREQ(table->get_reelid(), "") << word;
+    }
+}
+
+TEST_F(Keylog, AColumnBehindTheLinesEndIsEmptyWhateverTheRowBeforeHad) {
+    import_lines({full_header(), standards("35", "4", "pal", "VTR001"),
+                  line_of({{ink_in, "AB1234"}, {labroll, "L7"}, {dlyroll, "D9"}}, 320), line_of({{scene, "1"}}, 220)});
+    EXPECT_EQ(field(22, 0), "D9");
+    EXPECT_EQ(field(23, 0), "L7");
+    EXPECT_EQ(field(24, 0), "AB12+34");
+    EXPECT_EQ(field(0, 1), "1");
+    for (const unsigned column : {22U, 23U, 24U})
+        EXPECT_EQ(field(column, 1), "") << column;
+}
+
+TEST_F(Keylog, EightyCharactersOfTheCommentsAreRepeated) {
+    const std::string header = line_of({{0, header_line}, {400, "DUR_FR"}}, 0);
+    const std::string eighty = std::string(79, 'x') + "y";
+    import_lines({header, standards("35", "4", "pal", ""), line_of({{comments, eighty + "zz"}}, 405)});
+    EXPECT_EQ(field(29), eighty + "zz / " + eighty);
+}
+
 TEST_F(Keylog, KeepsItsReelWhenRowsGetAnother) {
     import_lines({full_header(), standards("35", "4", "pal", "VTR001 "), line_of({}, 320), line_of({}, 320)});
     EXPECT_EQ(field(1, 1), "001");

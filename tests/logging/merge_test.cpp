@@ -107,6 +107,16 @@ TEST_F(Midnight, FramesWithoutAStandardCountByTheTables) {
     EXPECT_EQ(film.calc_midnight_pulldown(1.0, 2, {}), 2);
 }
 
+// The cycle is that of no standard, 5 frames, though the table's own has 25.
+TEST_F(Midnight, WithoutAStandardTheCycleIsTheShortOne) {
+    film.set_vid_std({rate(2), 0});
+    const double ten_frames = string_to_tc("00:00:00:10", {rate(2), 0});
+    EXPECT_EQ(film.calc_midnight_pulldown(ten_frames, 2, {}), 2);
+    EXPECT_EQ(film.calc_midnight_pulldown(ten_frames, 7, {}), 0);
+    EXPECT_EQ(film.calc_midnight_pulldown(ten_frames, 2, {rate(2), 0}), 17);
+    EXPECT_EQ(film.calc_midnight_pulldown("00:00:00:10", 2, {}), 17) << "a text takes the table's standard at once";
+}
+
 TEST_F(Midnight, PhasesRollForwardAgain) {
     EXPECT_TRUE(rc::check("phase at a frame from that at midnight", [&] {
         const int phase = *rc::gen::inRange(0, 5);

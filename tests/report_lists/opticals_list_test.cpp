@@ -101,6 +101,14 @@ TEST_F(OpticalsList, ATransitionIsSummedUpAndDrawn) {
                               long_rule);
 }
 
+TEST_F(OpticalsList, AnyUnitButFramesIsFeet) {
+    options().edit_units = 2;
+    add(master(1, 1));
+    const std::string text = opticals();
+    EXPECT_NE(text.find("      begin footage: 0001+00   end footage: 0002+15   frame length: 32\n"), std::string::npos);
+    EXPECT_NE(text.find("           FX start: 0001+00        FX end: 0002+15      FX length: 32\n"), std::string::npos);
+}
+
 TEST_F(OpticalsList, TheHeadLineGoesByLayersAndEvent) {
     add(master(1, 0, 0));
     add(master(2, 0, 5));

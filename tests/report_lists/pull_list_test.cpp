@@ -1,3 +1,4 @@
+#include "base/table_order.h"
 #include "reports/pull_event.h"
 #include "reports/pull_list.h"
 #include "reports/reuse_report.h"
@@ -311,6 +312,67 @@ TEST_F(PullList, ProgressIsLogged) {
     list();
     for (const int id : {10473, 10476, 10477, 10478})
         EXPECT_TRUE(logger.said(toUTF8(resourceStrW(id)).c_str(), 0)) << id;
+}
+
+/// Two entries that only their third key tells apart, the later one first in the table.
+class PullOrder : public PullList {
+protected:
+    struct Codes {
+        const char* roll;
+        const char* key;
+        const char* ink;
+    };
+    void put(const char* name, const Codes& codes) {
+        cut_s cut = shot(static_cast<int>(table.get_num_records()) + 1, 0, 32, name, codes.key, codes.key);
+        put_text(cut.cam_reel, codes.roll);
+        cut.inkcode_in = cut.inkcode_out = key(codes.ink, 43);
+        add(cut);
+    }
+    std::string order(const Codes& later, const Codes& earlier) {
+        table.delete_records(0, table.get_num_records());
+        put("LATER", later);
+        put("EARLIER", earlier);
+        release_reuse_scan();
+        run_reuse_scan(table, logger); // which sorts by key number
+        sort_by(table, {cf_event, -1});
+        const std::string text = printed([this](report& out) { print_pull_list(out, table, logger); });
+        return text.find("EARLIER") < text.find("LATER") ? "by the third key" : "as they came";
+    }
+
+    const Codes plain_codes = {"A001", "KJ1234560010+00", "ABCD0010+00"};
+    const Codes roll_behind = {"B001", "KJ1234560010+00", "ABCD0010+00"};
+    const Codes key_behind = {"A001", "KJ1234560020+00", "ABCD0010+00"};
+    const Codes ink_behind = {"A001", "KJ1234560010+00", "ABCD0020+00"};
+};
+
+TEST_F(PullOrder, OfTheCuttingCopyEndsWithTheKeyNumberOrTheRoll) {
+    EXPECT_EQ(order(key_behind, plain_codes), "by the third key");
+    options().pull_sort_by_keycode = 1;
+    EXPECT_EQ(order(roll_behind, plain_codes), "by the third key");
+}
+
+TEST_F(PullOrder, OfTheNegativeEndsWithTheInkNumberOrTheRoll) {
+    options().pull_match_assembly = 0;
+    EXPECT_EQ(order(ink_behind, plain_codes), "by the third key");
+    options().pull_sort_by_keycode = 1;
+    EXPECT_EQ(order(roll_behind, plain_codes), "by the third key");
+}
+
+TEST_F(PullOrder, OfSoundIsThatOfTheCuttingCopy) {
+    options().chan_type = 2;
+    options().pull_match_assembly = 0;
+    EXPECT_EQ(order(key_behind, plain_codes), "by the third key");
+    options().pull_sort_by_keycode = 1;
+    EXPECT_EQ(order(roll_behind, plain_codes), "by the third key");
+}
+
+// The second key comes before the third, whichever that is.
+TEST_F(PullOrder, TheThirdKeyIsTheLast) {
+    const Codes ink_before_key = {"A001", "KJ1234560020+00", "ABCD0005+00"};
+    EXPECT_EQ(order(plain_codes, ink_before_key), "by the third key");
+    options().pull_match_assembly = 0;
+    const Codes key_before_ink = {"A001", "KJ1234560005+00", "ABCD0020+00"};
+    EXPECT_EQ(order(plain_codes, key_before_ink), "by the third key");
 }
 
 class ReuseReport : public ReuseTest {

@@ -253,6 +253,21 @@ private:
     Cases found_;
 };
 
+// Nothing comes behind it that it could be compared with, so its key number isn't looked at.
+TEST_F(ReuseScanTest, TheLastRecordStartsNoRoll) {
+    cut_s last = film("last", "B001", "KK1234560000+00", "KK1234560002+00");
+    last.keycode_in.set_sample(-64);
+    const std::string told = toUTF8(resourceStrW(10474)).c_str();
+    add(film("first", "A001", "KJ1234560010+00", "KJ1234560012+00"));
+    add(last);
+    EXPECT_EQ(cases(), Cases());
+    EXPECT_EQ(table.getField(1, cf_cam_reel), "B001");
+    EXPECT_FALSE(logger.said(told, 2));
+    add(film("behind", "C001", "KL1234560010+00", "KL1234560012+00"));
+    EXPECT_EQ(cases(), Cases());
+    EXPECT_TRUE(logger.said(told, 2));
+}
+
 void fill_with_any_events(recdb& table, int count) {
     for (int event = 1; event <= count; ++event) {
         const int start = *rc::gen::inRange(0, 400);

@@ -90,6 +90,28 @@ TEST_F(AssemblyList, InFramesTheTotalHasSixDigits) {
                         "      000048");
 }
 
+TEST_F(AssemblyList, AnyUnitButFramesIsFeet) {
+    options().edit_units = 2;
+    add(plain_shot());
+    add(master(0, 2, 0));
+    const std::string text = events();
+    EXPECT_NE(text.find("3    0001+00       2+00 "), std::string::npos) << text;
+    EXPECT_NE(text.find("Length 30   MARK FROM footage 0001+04"), std::string::npos) << text;
+    EXPECT_EQ(text.substr(text.rfind('\n') + 1), "     0003+00");
+}
+
+TEST_F(AssemblyList, SoundRunsInTheOrderOfEvents) {
+    options().chan_type = 2;
+    for (const int match : {0, 1}) {
+        options().pull_match_assembly = match;
+        table.delete_records(0, table.get_num_records());
+        add(shot(2, 0, 20, "second", "KJ1234560010+00", "KJ1234560011+04"));
+        add(shot(1, 20, 40, "first", "KJ1234560020+00", "KJ1234560021+04"));
+        const std::string text = events();
+        EXPECT_LT(text.find("first"), text.find("second")) << match;
+    }
+}
+
 TEST_F(AssemblyList, AnEventThatIsReducedToNothingCountsTowardTheTotal) {
     add(shot(1, 32, 32, "gone", "KJ1234560010+00", "KJ1234560010+00"));
     EXPECT_EQ(events(), "1     ** In cutting-copy, this event is reduced to nothing.\n"

@@ -180,6 +180,16 @@ TEST_F(CutRecord, SpeedReadsWhatTheCLocaleReads) {
     }
 }
 
+TEST_F(CutRecord, FilmThatStandsStillRunsForward) {
+    cut_s cut;
+    cut.keycode_in = cut.keycode_out = key("KJ1234560010+00");
+    cut.to_record(row());
+    EXPECT_EQ(read().direction, 1);
+    cut.keycode_out.set_sample(cut.keycode_in.sample - 1);
+    cut.to_record(row());
+    EXPECT_EQ(read().direction, -1);
+}
+
 TEST_F(CutRecord, AWholeRecordComesBackFromItsRow) {
     EXPECT_TRUE(rc::check([this](int event, int edit_in, int length, double speed, int key_start) {
         cut_s cut;

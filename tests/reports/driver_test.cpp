@@ -26,7 +26,8 @@ protected:
     std::vector<std::string> titles() const {
         const std::string report_text = text();
         std::vector<std::string> found;
-        for (const char* title : {"LIST OF ROLLS USED\n", " ASSEMBLY LIST\n", "TIMECODE ASSEMBLY LIST\n"}) {
+        for (const char* title : {"LIST OF ROLLS USED\n", "PULL LIST BY", " ASSEMBLY LIST\n",
+                                  "TIMECODE ASSEMBLY LIST\n", "OPTICALS LIST\n"}) {
             if (report_text.find(title) != std::string::npos) found.emplace_back(title);
         }
         return found;
@@ -110,20 +111,41 @@ TEST_F(ReportDriver, RefusesATableWithoutAFilmStandard) {
 }
 
 TEST_F(ReportDriver, PrintsAllListsWhateverTheirSwitches) {
-    options().roll_list = options().assembly_list = 0;
-    run();
-    EXPECT_EQ(titles().size(), 2U);
+    int CutlistOptions::*const switches[] = {&CutlistOptions::roll_list, &CutlistOptions::pull_list,
+                                             &CutlistOptions::assembly_list, &CutlistOptions::optical_list};
+    for (const auto one : switches) {
+        options().*one = 0;
+        run();
+        EXPECT_EQ(titles(), (std::vector<std::string>{"LIST OF ROLLS USED\n", "PULL LIST BY", " ASSEMBLY LIST\n",
+                                                      "OPTICALS LIST\n"}));
+        options().*one = 1;
+    }
 }
 
 TEST_F(ReportDriver, PrintsTheListsThatAreWanted) {
     options().some_lists = 1;
-    options().roll_list = 0;
-    run();
-    EXPECT_EQ(titles(), (std::vector<std::string>{" ASSEMBLY LIST\n"}));
-    options().roll_list = 1;
-    options().assembly_list = 0;
-    run();
-    EXPECT_EQ(titles(), (std::vector<std::string>{"LIST OF ROLLS USED\n"}));
+    options().roll_list = options().pull_list = options().assembly_list = options().optical_list = 0;
+    const std::pair<int CutlistOptions::*, const char*> lists[] = {{&CutlistOptions::roll_list, "LIST OF ROLLS USED\n"},
+                                                                   {&CutlistOptions::pull_list, "PULL LIST BY"},
+                                                                   {&CutlistOptions::assembly_list, " ASSEMBLY LIST\n"},
+                                                                   {&CutlistOptions::optical_list, "OPTICALS LIST\n"}};
+    for (const auto& [wanted, title] : lists) {
+        options().*wanted = 1;
+        run();
+        EXPECT_EQ(titles(), std::vector<std::string>{title});
+        options().*wanted = 0;
+    }
+}
+
+// What the scan holds belongs to a table that is gone with its run.
+TEST_F(ReportDriver, TheSearchForReuseIsMadeAnewInEachRun) {
+    ASSERT_TRUE(run());
+    EXPECT_EQ(report_context().reuse_scan, nullptr);
+    EXPECT_EQ(text().find("re-use"), std::string::npos);
+    add(shot(2, 16, 32, "12A-4", "KJ1234560010+00", "KJ1234560011+00"));
+    ASSERT_TRUE(run());
+    EXPECT_EQ(report_context().reuse_scan, nullptr);
+    EXPECT_NE(text().find("***NOTE: 1 case of material re-use"), std::string::npos);
 }
 
 TEST_F(ReportDriver, NoListsMakeAnEmptyFile) {

@@ -73,6 +73,17 @@ TEST_F(TimecodeList, SkipsRecordsThatAreNoEvents) {
     EXPECT_EQ(events(), "");
 }
 
+TEST_F(TimecodeList, ListsAnOpticalThatIsNotInErrorAndAnEventThatIs) {
+    cut_s optical = sound(1, 0, 48);
+    optical.optical_record = 1;
+    add(optical);
+    cut_s event = sound(2, 48, 96);
+    event.optical_error = 1;
+    add(event);
+    EXPECT_NE(events().find("  1  01:00:00:00"), std::string::npos);
+    EXPECT_NE(events().find("  2  01:00:02:00"), std::string::npos);
+}
+
 TEST_F(TimecodeList, RunsInTheOrderOfEvents) {
     add(sound(2, 48, 96));
     add(sound(1, 0, 48));

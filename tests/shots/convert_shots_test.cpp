@@ -2,6 +2,7 @@
 
 #include "cutlist/convert_shots.h"
 #include "tests/shots/logged_edit.h"
+#include "tests/support/event_lists.h"
 
 #include <gmock/gmock.h>
 #include <rapidcheck.h>
@@ -21,6 +22,7 @@ protected:
     /// Finishes the edit and converts all that the first channel holds.
     void convert(const Records& rows, const Params& params = log_params(), int long_keycode = -1, int track = 1) {
         edit = builder.finish();
+        if (change_list) change_events(edit, channel, change_list);
         MadeTable table(params, log_columns(), rows);
         shots = std::make_unique<LogShotList>(table, long_keycode, logger, 2);
         make_generator_labels(*edit, shots->film_label_type, long_keycode);
@@ -49,6 +51,7 @@ protected:
     EditBuilder builder{edit_24()};
     int channel = 0;
     SourceId source = 0;
+    std::function<void(embedded::CelEvents&)> change_list; ///< what the builder never makes
     EditPtr edit;
     RecordingLogger logger;
     std::unique_ptr<LogShotList> shots;
@@ -160,6 +163,41 @@ TEST_F(ConvertShots, LostMediaIsNumberedByItsCookie) {
     EXPECT_EQ(text_of(record.keycode_in), std::string(record.cookie) + "0003+00");
     EXPECT_EQ(text_of(record.keycode_out), std::string(record.cookie) + "0004+08");
     expect_no_numbers_but_keys(record);
+}
+
+TEST_F(ConvertShots, LostMediaKeepsItsSpeed) {
+    SourceDescription lost = transfer("vt2");
+    lost.opens = false;
+    builder.add_event(channel, event_of(builder.add_source(lost), 48, 24, 2));
+    convert({shot_on_vt1()});
+    EXPECT_EQ(records.at(0)->speed, 2.0);
+    EXPECT_EQ(text_of(records.at(0)->keycode_in), std::string(records[0]->cookie) + "0003+00");
+    EXPECT_EQ(text_of(records.at(0)->keycode_out), std::string(records[0]->cookie) + "0006+00");
+}
+
+// What of the source the event takes, and at which speed, counts for nothing. The transition takes 6 of 36 frames.
+TEST_F(ConvertShots, BlackBehindATransitionIsAsLongAsWhatTheTransitionLeaves) {
+    builder.add_event(channel, event_of(source, 0, 24));
+    TransitionDescription fade;
+    fade.in_offset = fade.out_offset = frames(6);
+    builder.add_transition(channel, fade);
+    builder.add_black(channel, frames(36));
+    change_list = [](embedded::CelEvents& events) {
+        events.at(2).in.source_time = events[2].whole_in.source_time = 1.0;
+        events.at(2).out.source_time = events[2].whole_out.source_time = 1.5;
+        events.at(2).out.speed = events[2].whole_out.speed = 2.0F;
+    };
+    convert({shot_on_vt1()});
+    ASSERT_EQ(records.size(), 2U);
+    EXPECT_EQ(text_of(records[1]->keycode_in), "__BLACK_0000+00");
+    EXPECT_EQ(text_of(records[1]->keycode_out), "__BLACK_0001+14");
+}
+
+TEST_F(ConvertShots, TheSpeedIsTheOutPoints) {
+    builder.add_event(channel, event_of(source, 48, 24, 2));
+    change_list = [](embedded::CelEvents& events) { events.at(0).in.speed = 0.5F; };
+    convert({shot_on_vt1()});
+    EXPECT_EQ(records.at(0)->speed, 2.0);
 }
 
 TEST_F(ConvertShots, ShotsOfAnotherReelDoNotMatch) {

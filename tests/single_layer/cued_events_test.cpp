@@ -37,6 +37,11 @@ TEST_F(CuedEvents, BlackAndMissingKeyNumbers) {
                      "1|24|||||24|A001|????????0100+00|????????0101+08.3|0.5||1A|Lost\n");
 }
 
+TEST_F(CuedEvents, RenderedMaterialHasNoFilmCodes) {
+    add(with_cue(rendered(1, 0, 24), "Nest"));
+    EXPECT_EQ(sl4(), "1|0|||||24|RENDERED|||1|||Nest\n");
+}
+
 TEST_F(CuedEvents, RowWithoutATrackHasNoTrackNumber) {
     add(with_cue(clip(0, 0, 24, "1A"), "Odd"));
     EXPECT_EQ(sl4(), "|0|||||24|A001|KJ1234560100+00|KJ1234560101+07|1||1A|Odd\n");
@@ -86,6 +91,22 @@ TEST_F(LayersOfARun, EachIsMadeByItsOptionInOrder) {
     EXPECT_EQ(told, "sl1 sl2 sl3 sl4 ");
     for (const char* name : {"list.sl1", "list.sl3", "list.sl4"})
         EXPECT_TRUE(stands(name)) << name;
+}
+
+TEST_F(LayersOfARun, EachOptionMakesItsOwnList) {
+    for (const char kind : {'1', '2', '3', '4'}) {
+        block = embedded::settings_block();
+        block.set("chan_num", "0");
+        block.set("output_file", scratch.file("list.txt"));
+        for (const char other : {'1', '2', '3', '4'})
+            block.set(std::string("fsl_type") + other + "_file", other == kind ? "1" : "0");
+        logger.lines.clear();
+        ASSERT_TRUE(make_cued_edit());
+        std::string told;
+        for (const LoggedLine& line : logger.lines)
+            if (line.text.rfind("Creating sl", 0) == 0) told += line.text[11];
+        EXPECT_EQ(told, std::string(1, kind));
+    }
 }
 
 TEST_F(LayersOfARun, NoneIsMadeByDefault) {

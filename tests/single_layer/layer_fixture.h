@@ -68,6 +68,12 @@ protected:
         put_text(cut.cam_reel, "__BLACK");
         return cut;
     }
+    static cut_s rendered(int track, int in, int out) {
+        cut_s cut = clip(track, in, out, "");
+        cut.special = special_no_material;
+        put_text(cut.cam_reel, "RENDERED");
+        return cut;
+    }
     static cut_s optical(int in, int out, const char* name) {
         cut_s cut;
         cut.optical_record = 1;

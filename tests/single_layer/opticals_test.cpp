@@ -55,6 +55,37 @@ TEST_F(OpticalLayers, RollsTakeTurnsAndStartAgainOnEachTrack) {
                      "1|Blur|2(A)|0|WIPE|6|||50|A001|KJ1234560099+06|KJ1234560102+07|1||2A|\n");
 }
 
+TEST_F(OpticalLayers, RollsStartAgainBehindAnOddCountToo) {
+    add(with_in(clip(1, 4, 60, "1A"), "DI", 4));
+    add(with_in(clip(2, 4, 60, "2A"), "DI", 4));
+    add(optical(0, 40, "Blur"));
+    add(optical(2, 50, "Glow"));
+    EXPECT_EQ(sl1(), "1|Blur|1(A)|0|DISSOLVE|4|||40|A001|KJ1234560099+12|KJ1234560102+03|1||1A|\n"
+                     "1|Blur|2(A)|0|DISSOLVE|4|||40|A001|KJ1234560099+12|KJ1234560102+03|1||2A|\n"
+                     "2|Glow|1(A)|2|DISSOLVE|2|||48|A001|KJ1234560099+14|KJ1234560102+13|1||1A|\n"
+                     "2|Glow|2(A)|2|DISSOLVE|2|||48|A001|KJ1234560099+14|KJ1234560102+13|1||2A|\n");
+}
+
+// Track 1 goes on behind the optical, track 2 ends within it.
+TEST_F(OpticalLayers, EachTrackIsLaidFromTheOpticalsFirstFrame) {
+    add(clip(1, 0, 20, "1A"));
+    add(clip(1, 20, 40, "1B"));
+    add(clip(1, 40, 60, "1C"));
+    add(clip(2, 0, 20, "2A"));
+    add(clip(3, 0, 60, "3A"));
+    add(optical(10, 30, "Blur"));
+    EXPECT_EQ(sl1(), "1|Blur|1|10|||||10|A001|KJ1234560100+10|KJ1234560101+03|1||1A|\n"
+                     "1|Blur|1|20|||||10|A001|KJ1234560100+00|KJ1234560100+09|1||1B|\n"
+                     "1|Blur|2|10|||||10|A001|KJ1234560100+10|KJ1234560101+03|1||2A|\n"
+                     "1|Blur|3|10|||||20|A001|KJ1234560100+10|KJ1234560101+13|1||3A|\n");
+}
+
+TEST_F(OpticalLayers, RenderedMaterialHasNoFilmCodes) {
+    add(rendered(1, 0, 24));
+    add(optical(0, 24, "Blur"));
+    EXPECT_EQ(sl1(), "1|Blur|1|0|||||24|RENDERED|||1|||\n");
+}
+
 TEST_F(OpticalLayers, ClipWithoutTransitionsDoesNotStartTheRollsAgain) {
     add(with_out(clip(1, 0, 10, "1A"), "DO", 2));
     add(clip(1, 10, 20, "1B"));

@@ -42,6 +42,20 @@ TEST_F(SingleLayer, ClipWithoutTransitionsStartsTheRollsAgain) {
                      "4|clip|1(A)|30|||WIPE|2|12|A001|KJ1234560100+00|KJ1234560100+11|1||1D|\n");
 }
 
+TEST_F(SingleLayer, ClipWithoutTransitionsStartsTheRollsAgainBehindAnOddCountToo) {
+    add(with_out(clip(1, 0, 10, "1A"), "DO", 2));
+    add(clip(1, 12, 20, "1B"));
+    add(with_in(clip(1, 22, 30, "1C"), "DI", 2));
+    EXPECT_EQ(sl3(), "1|clip|1(A)|0|||DISSOLVE|2|12|A001|KJ1234560100+00|KJ1234560100+11|1||1A|\n"
+                     "2|clip|1|12|||||8|A001|KJ1234560100+00|KJ1234560100+07|1||1B|\n"
+                     "3|clip|1(A)|20|DISSOLVE|2|||10|A001|KJ1234560099+14|KJ1234560100+07|1||1C|\n");
+}
+
+TEST_F(SingleLayer, RenderedMaterialHasNoFilmCodes) {
+    add(rendered(1, 0, 24));
+    EXPECT_EQ(sl3(), "1|clip|1|0|||||24|RENDERED|||1|||\n");
+}
+
 TEST_F(SingleLayer, TransitionsAreShortenedByTheOptical) {
     add(with_out(with_in(clip(1, 10, 40, "1A"), "DI", 6), "DO", 8));
     add(optical(0, 7, "Blur"));

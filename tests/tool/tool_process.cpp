@@ -41,6 +41,12 @@ std::vector<std::string> environment_of(const std::map<std::string, std::string>
     _exit(127);
 }
 
+// The command that was built beside the tests, or another one to try.
+std::string tool_path() {
+    const char* other = getenv("QUILLBROOK_TOOL");
+    return other ? other : QUILLBROOK_TOOL;
+}
+
 std::string contents(const std::string& path) {
     std::ostringstream bytes;
     bytes << std::ifstream(path, std::ios::binary).rdbuf();
@@ -82,7 +88,7 @@ ToolTest::~ToolTest() {
 
 ToolResult ToolTest::run(const std::vector<std::string>& arguments,
                          const std::map<std::string, std::string>& environment) const {
-    std::vector<std::string> line{QUILLBROOK_TOOL};
+    std::vector<std::string> line{tool_path()};
     line.insert(line.end(), arguments.begin(), arguments.end());
     std::vector<std::string> settings = environment_of(environment);
     const std::vector<char*> argv = pointers(line);
