@@ -184,7 +184,8 @@ TEST_F(Keylog, AReelWordWithNothingBehindItNamesNoReel) {
 
 TEST_F(Keylog, AColumnBehindTheLinesEndIsEmptyWhateverTheRowBeforeHad) {
     import_lines({full_header(), standards("35", "4", "pal", "VTR001"),
-                  line_of({{ink_in, "AB1234"}, {labroll, "L7"}, {dlyroll, "D9"}}, 320), line_of({{scene, "1"}, {take, "2"}}, 220)});
+                  line_of({{ink_in, "AB1234"}, {labroll, "L7"}, {dlyroll, "D9"}}, 320),
+                  line_of({{scene, "1"}, {take, "2"}}, 220)});
     EXPECT_EQ(field(22, 0), "D9");
     EXPECT_EQ(field(23, 0), "L7");
     EXPECT_EQ(field(24, 0), "AB12+34");
