@@ -1,12 +1,19 @@
 #include "embedded/table_file.h"
 
+#include "embedded/crc32.h"
+#include "embedded/services.h"
+#include "embedded/table_seal.h"
+#include "host/settings.h"
+
 #include <algorithm>
 #include <optional>
 
 namespace embedded {
 namespace {
 
-constexpr std::string_view first_line = "%recdb 1";
+constexpr std::string_view first_line = "%recdb 2";
+constexpr std::string_view unsealed_first_line = "%recdb 1";
+constexpr std::string_view no_table = "isn't a whole record table";
 
 struct Escape {
     char letter;
@@ -64,6 +71,7 @@ public:
         rest_.remove_prefix(end == std::string_view::npos ? rest_.size() : end + 1);
         return true;
     }
+    std::string_view rest() const { return rest_; }
 
 private:
     std::string_view rest_;
@@ -125,11 +133,23 @@ bool read_columns(Lines& lines, TableData* table) {
     return lines.next(&names) && lines.next(&types) && read_names(names, table) && read_types(types, table);
 }
 
-bool read_records(Lines& lines, std::size_t max_records, TableData* table) {
+/// Parameters and columns. The place of the first record, `npos` where the head isn't whole.
+std::size_t read_head(std::string_view bytes, TableData* table) {
+    Lines lines(bytes);
+    std::string_view line;
+    const bool whole = lines.next(&line) && read_parameters(lines, table) && read_columns(lines, table);
+    return whole ? bytes.size() - lines.rest().size() : std::string_view::npos;
+}
+
+/// With `leave_out`, lines that are no records are left out.
+bool read_records(std::string_view bytes, std::size_t max_records, bool leave_out, TableData* table) {
+    Lines lines(bytes);
     std::string_view line;
     while (table->rows.size() < max_records && lines.next(&line)) {
         table->rows.push_back(table->make_row());
-        if (!table->rows.back()->fields.decode(line)) return false;
+        if (table->rows.back()->fields.decode(line)) continue;
+        if (!leave_out) return false;
+        table->rows.pop_back();
     }
     table->forget_shown();
     return true;
@@ -156,16 +176,70 @@ void put_columns(std::string& out, const TableData& table) {
     out += '\n' + types + '\n';
 }
 
+void put_records(std::string& out, const TableData& table) {
+    for (const auto& row : table.rows)
+        put_record(out, row->fields);
+}
+
+/// What the first line says is wrong with the file as a whole; nothing where it opens a table.
+std::string fault_of_first_line(std::string_view line) {
+    if (line == first_line || line == unsealed_first_line) return "";
+    if (line.substr(0, 3) == "\xEF\xBB\xBF") return "begins with a byte order mark, which no table has";
+    if (line == "%recdb 2\r" || line == "%recdb 1\r") return "its lines end in CR LF, those of a table in LF alone";
+    return std::string(no_table);
+}
+
+/// A sealed table whose first line was made into that of an unsealed one still fits its seal otherwise.
+bool was_sealed(std::string_view bytes) {
+    const SealedBytes parts(bytes);
+    if (!parts.seal) return false;
+    return crc32(parts.ahead.substr(first_line.size()), crc32(first_line)) == parts.seal->sum;
+}
+
+std::string fault_of_seal_of(std::string_view bytes, std::size_t first_record) {
+    const bool sealed = bytes.substr(0, first_line.size()) == first_line;
+    if (sealed) return fault_of_seal(bytes, first_record);
+    return was_sealed(bytes) ? "changed since it was written" : "";
+}
+
+/// Of a table that is read in spite of its seal: what is left of its records.
+std::string_view whole_lines(std::string_view bytes) {
+    const std::string_view ahead = SealedBytes(bytes).ahead;
+    return ahead.substr(0, ahead.rfind('\n') + 1);
+}
+
+/// The records of a table whose head is read; what is wrong with them.
+std::string fault_in_records(std::string_view bytes, std::size_t first, std::size_t max_records, TableData* table) {
+    const std::string fault = fault_of_seal_of(bytes, first);
+    if (first == std::string_view::npos) return fault.empty() ? std::string(no_table) : fault;
+    const bool read_anyway = config_int("read_broken_tables", 0, 0, 1) != 0;
+    if (!fault.empty() && !read_anyway) return fault;
+    const bool sealed = bytes.substr(0, first_line.size()) == first_line;
+    const std::string_view records = sealed ? whole_lines(bytes) : bytes;
+    const std::string_view behind_head = records.substr(std::min(first, records.size()));
+    return read_records(behind_head, max_records, !fault.empty(), table) ? "" : std::string(no_table);
+}
+
+std::string fault_in_reading(std::string_view bytes, std::size_t max_records, TableData* table) {
+    const std::string fault = fault_of_first_line(bytes.substr(0, bytes.find('\n')));
+    return fault.empty() ? fault_in_records(bytes, read_head(bytes, table), max_records, table) : fault;
+}
+
 } // namespace
 
-bool read_table(std::string_view bytes, std::size_t max_records, TableData* table) {
+bool read_table(std::string_view bytes, std::size_t max_records, TableData* table, std::string* why) {
     table->clear();
-    Lines lines(bytes);
-    std::string_view line;
-    const bool fits = lines.next(&line) && line == first_line && read_parameters(lines, table) &&
-                      read_columns(lines, table) && read_records(lines, max_records, table);
-    if (!fits) table->clear();
-    return fits;
+    const std::string fault = fault_in_reading(bytes, max_records, table);
+    if (!fault.empty()) table->clear();
+    if (why) *why = fault;
+    return fault.empty();
+}
+
+std::string fault_of_table(const std::string& path) {
+    std::string bytes, why;
+    TableData table;
+    if (read_file(path, &bytes, &why)) read_table(bytes, SIZE_MAX, &table, &why);
+    return why;
 }
 
 std::string table_text(const TableData& table) {
@@ -179,13 +253,13 @@ std::string table_text(const TableData& table) {
     }
     out += '\n';
     put_columns(out, table);
-    return out + record_lines(table);
+    put_records(out, table);
+    return out + seal_line(out, table.rows.size());
 }
 
 std::string record_lines(const TableData& table) {
     std::string out;
-    for (const auto& row : table.rows)
-        put_record(out, row->fields);
+    put_records(out, table);
     return out;
 }
 

@@ -1,5 +1,6 @@
 #include "tool/change_faults.h"
 
+#include "embedded/services.h"
 #include "tool/cutlist_table.h"
 #include "tool/output_files.h"
 #include "tool/tool_logger.h"
@@ -20,8 +21,9 @@ Cause if_true(bool meant) { return meant ? Cause("") : std::nullopt; }
 Cause unreadable(const std::string& path) {
     const std::string fault = fault_of_input(path);
     if (!fault.empty()) return ": " + fault;
+    const std::string damage = embedded::fault_of_table(path);
+    if (!damage.empty()) return ": " + damage;
     const CutlistTable table(path);
-    if (!table.is_readable()) return ": is no table, or a damaged one";
     if (table.parameter("CUTDB").empty()) return ": is a table, but no cutlist";
     return table.is_empty() ? Cause(": holds no event") : std::nullopt;
 }

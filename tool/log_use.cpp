@@ -84,6 +84,8 @@ void check_is_log_table(const std::string& path) {
     if (!embedded::read_file(path, &bytes, nullptr)) throw JobError(path + ": couldn't be read");
     if (!formats::is_table(bytes))
         throw JobError(path + ": isn't a logging table; \"quillbrook log import\" makes one of logs");
+    const std::string damage = embedded::fault_of_table(path);
+    if (!damage.empty()) throw JobError(path + ": " + damage);
 }
 
 embedded::Warnings warnings_of_counting(const std::string& log, const EditPtr& edit, ChannelKind kind) {

@@ -1,5 +1,6 @@
 #include "tool/open_logs.h"
 
+#include "embedded/services.h"
 #include "formats/logs/film_values.h"
 #include "formats/logs/log_reader.h"
 #include "formats/logs/log_table.h"
@@ -41,8 +42,9 @@ std::vector<formats::LogRow> open_logs(const LogInput& input, embedded::Warnings
 std::unique_ptr<filmdb> open_log_table(const std::string& path) {
     check_readable(path);
     auto table = std::make_unique<filmdb>(wide_path(path));
-    if (!table->get_valid()) throw JobError(path + ": " + one_line(table->get_error_message()));
-    return table;
+    if (table->get_valid()) return table;
+    const std::string damage = embedded::fault_of_table(path);
+    throw JobError(path + ": " + (damage.empty() ? one_line(table->get_error_message()) : damage));
 }
 
 void merge_log_table(filmdb& table, filmdb& other, const std::string& path) {

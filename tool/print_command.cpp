@@ -21,7 +21,9 @@ struct PrintJob {
 
 // The options aren't derived from the table, so one of the other kind prints with the wrong headings.
 embedded::Warnings warnings_of(const PrintJob& job) {
-    const std::optional<ChannelKind> kind = CutlistTable(job.table).kind();
+    const CutlistTable head(job.table, 1);
+    if (!head.is_readable()) throw JobError(job.table + ": " + embedded::fault_of_table(job.table));
+    const std::optional<ChannelKind> kind = head.kind();
     const ChannelKind asked = job.options.value("chan_type") == std::to_string(sound_kind) ? sound_kind : picture_kind;
     if (!kind || *kind == asked) return {};
     return {job.table + " lists a " + word_of(*kind) + " channel and is printed as " + word_of(asked) +

@@ -9,7 +9,7 @@
 namespace formats {
 namespace {
 
-constexpr std::string_view table_mark = "%recdb 1";
+constexpr std::string_view table_mark = "%recdb ";
 constexpr int pulldown_cycle = 5;
 
 struct TableColumn {
@@ -232,8 +232,9 @@ bool is_table(std::string_view bytes) { return bytes.substr(0, table_mark.size()
 Log read_log_table(std::string_view bytes, const std::string& path) {
     Log log;
     embedded::TableData table;
-    if (!embedded::read_table(bytes, most_table_rows, &table)) {
-        log.error = path + ": isn't a whole record table";
+    std::string why;
+    if (!embedded::read_table(bytes, most_table_rows, &table, &why)) {
+        log.error = path + ": " + why;
         return log;
     }
     if (!table.find_parameter("FILMDB")) {

@@ -145,7 +145,7 @@ TEST_F(Driver, WritesItsHeaderInOrder) {
     std::string names;
     for (std::string line; std::getline(file, line) && !line.empty();)
         names += line.substr(0, line.find('=')) + ";";
-    EXPECT_EQ(names, "%recdb 1;CUTDB;edit_cookie;project_name;edit_name;modification_time;edit_date;edit label_std;"
+    EXPECT_EQ(names, "%recdb 2;CUTDB;edit_cookie;project_name;edit_name;modification_time;edit_date;edit label_std;"
                      "cutlist_type;channel;edit_vidtc_start;edit_vidtc_std;edit_24ptc_start;edit_24ptc_std;"
                      "film label_std;mixed_kc_standard;");
     EXPECT_EQ(param("project_name"), "Harbour");

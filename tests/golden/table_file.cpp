@@ -59,7 +59,8 @@ SavedTable::SavedTable(const std::string& path) {
     auto line = std::find(lines.begin(), lines.end(), std::string());
     if (lines.end() - line < 3) return;
     columns = split_tabs(line[1]);
-    for (line += 3; line != lines.end(); ++line)
+    const auto seal = lines.front() == "%recdb 1" ? lines.end() : lines.end() - 1;
+    for (line += 3; line != seal; ++line)
         rows.push_back(split_tabs(*line));
 }
 

@@ -44,7 +44,7 @@ TEST(NewFilm, WritesItsHeaderInOrder) {
     OpenFilm film(wide(folder.file("day.txt")), {});
     ASSERT_EQ(film.save_text(), 0);
     const std::string bytes = bytes_of_file(folder.file("day.RDB"));
-    EXPECT_EQ(bytes.substr(0, bytes.find("\n\n")), "%recdb 1\nFILMDB=Rev 16\nlabel_std=25fps\nsnd label_std=25fps\n"
+    EXPECT_EQ(bytes.substr(0, bytes.find("\n\n")), "%recdb 2\nFILMDB=Rev 16\nlabel_std=25fps\nsnd label_std=25fps\n"
                                                    "film label_std=\nfilm rate=0     \nframe origin=N\npulldown=N");
 }
 

@@ -11,8 +11,8 @@
 namespace {
 
 const std::string small_table =
-    "%recdb 1\nCUTDB=Rev 22\nfilm label_std=a\\tb=c\nk\\=ey\\\\=\n\nevent\tcam reel\tcam tc\n"
-    "a\ta\tt\n1\tA\\n001\t\n\t\t\\\\\\r\n";
+    "%recdb 2\nCUTDB=Rev 22\nfilm label_std=a\\tb=c\nk\\=ey\\\\=\n\nevent\tcam reel\tcam tc\n"
+    "a\ta\tt\n1\tA\\n001\t\n\t\t\\\\\\r\n%end 2 0059C92F\n";
 
 LightweightString<wchar_t> wide(const std::string& path) { return fromUTF8(path.c_str(), -1); }
 
@@ -51,7 +51,8 @@ TEST_F(TableFile, AParameterAddedAgainIsSavedOnceInItsPlace) {
     table.add_param("film label_std", "35mm-4p");
     table.add_param("Title", "x");
     table.add_param("FILM label_std", "35mm-3p");
-    EXPECT_EQ(saved(table), "%recdb 1\nfilm label_std=35mm-3p\nTitle=x\n\nevent\tcam reel\tcam tc\na\ta\tt\n");
+    EXPECT_EQ(saved(table), "%recdb 2\nfilm label_std=35mm-3p\nTitle=x\n\nevent\tcam reel\tcam tc\na\ta\tt\n"
+                            "%end 0 EFCA6DFA\n");
 }
 
 TEST_F(TableFile, EveryRecordIsSavedInTheSortOrderWhateverIsShown) {

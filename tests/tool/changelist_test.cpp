@@ -239,7 +239,7 @@ TEST_F(Changelist, ErrorsOfTheComparisonAreOneLine) {
         return std::vector<std::string>{"changelist", "--old", "old.cdb", "--new", name, "-o", "a.txt", "--quiet"};
     };
     expect_failure(against("broken.cdb"),
-                   "error: Unable to read CUTDB database broken.cdb: is no table, or a damaged one\n");
+                   "error: Unable to read CUTDB database broken.cdb: isn't a whole record table\n");
     expect_failure(against("empty.cdb"), "error: Unable to read CUTDB database empty.cdb: holds no event\n");
     expect_failure(against("negative.cdb"),
                    "error: The cutlist was made for a NEG-CUT - must be a CUTTING-COPY: negative.cdb\n");
@@ -274,7 +274,7 @@ TEST_F(Changelist, LongPathsLeaveRoomForTheCause) {
     expect_failure(with("2.cdb"),
                    "error: CUTDB <" + name + "2.cdb> has mixed film gauges - unsuitable for changelists\n");
     expect_failure(with("3.cdb"),
-                   "error: Unable to read CUTDB database " + name + "3.cdb: is no table, or a damaged one\n");
+                   "error: Unable to read CUTDB database " + name + "3.cdb: isn't a whole record table\n");
     expect_failure(with("4.cdb"),
                    "error: CUTDB <" + name + "4.cdb> - cannot currently generate changelists with this film gauge\n");
     expect_failure(with("5.cdb"), "error: CUTDB <" + name + "5.cdb> has an invalid film label standard\n");

@@ -43,7 +43,7 @@ protected:
 TEST_F(Cutlist, MakesTheReportAndTheTableBesideIt) {
     expect_done({"cutlist", "cut.otio", "-o", "cut.txt"});
     EXPECT_THAT(names(), ElementsAre("cut.cdb", "cut.otio", "cut.txt"));
-    EXPECT_THAT(read("cut.cdb"), StartsWith("%recdb 1\n"));
+    EXPECT_THAT(read("cut.cdb"), StartsWith("%recdb 2\n"));
     EXPECT_THAT(read("cut.cdb"), HasSubstr("\nproject_name=Heron\nedit_name=Two shots\n"));
     EXPECT_THAT(read("cut.cdb"), HasSubstr("\ncutlist_type=cutting-copy\nchannel=V00\n"));
     EXPECT_THAT(read("cut.cdb"), HasSubstr("KJ123456"));
@@ -201,7 +201,7 @@ TEST_F(Print, BrokenTablesAreNamed) {
     write("broken.cdb", "not a table\n");
     const ToolResult broken = run({"print", "broken.cdb", "-o", "a.txt", "--quiet"});
     EXPECT_EQ(broken.status, 1);
-    EXPECT_EQ(broken.err, "error: Unable to read CUTDB database (broken.cdb)\n");
+    EXPECT_EQ(broken.err, "quillbrook: broken.cdb: isn't a whole record table\n");
     const ToolResult missing = run({"print", "no.cdb", "-o", "a.txt"});
     EXPECT_EQ(missing.status, 1);
     EXPECT_THAT(missing.err, StartsWith("quillbrook: no.cdb: "));

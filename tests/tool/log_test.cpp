@@ -43,7 +43,7 @@ TEST_F(Logs, ImportPutsSeveralFilesIntoOneTable) {
     const ToolResult result = expect_done({"log", "import", "day1.ale", "day2.ale", "-o", "show.RDB"});
     EXPECT_EQ(result.out, "show.RDB: 2 rows\n");
     EXPECT_EQ(result.err, "");
-    EXPECT_THAT(read("show.RDB"), StartsWith("%recdb 1\nFILMDB=Rev 16\nlabel_std=24fps\n"));
+    EXPECT_THAT(read("show.RDB"), StartsWith("%recdb 2\nFILMDB=Rev 16\nlabel_std=24fps\n"));
     EXPECT_THAT(read("show.RDB"), HasSubstr("\tKJ1234561000+00\t"));
     EXPECT_THAT(read("show.RDB"), HasSubstr("\tKJ1234561015+00\t"));
 }
