@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::string_view mark = "%end ";
 constexpr std::size_t digits_of_sum = 8;
+constexpr std::string_view goes_on = "goes on behind its seal";
 constexpr std::string_view changed = "changed since it was written";
 
 template <class Number> std::optional<Number> number_of(std::string_view digits, int base) {
@@ -79,7 +80,7 @@ bool has_other_fields(std::string_view line, std::string_view bytes, std::size_t
 }
 
 std::string fault_without_seal(std::string_view bytes, std::size_t first_row) {
-    if (goes_on_behind_seal(bytes, first_row)) return "goes on behind its seal";
+    if (goes_on_behind_seal(bytes, first_row)) return std::string(goes_on);
     const std::string_view line = last_line(bytes);
     const bool whole_line = bytes.back() == '\n';
     if (whole_line && bytes.size() > first_row && has_other_fields(line, bytes, first_row)) return std::string(changed);
@@ -112,6 +113,7 @@ std::string fault_of_seal(std::string_view bytes, std::size_t first_row) {
     if (first_row > parts.ahead.size()) return parts.seal ? std::string(changed) : "cut off in its head";
     if (!parts.seal) return fault_without_seal(bytes, first_row);
     if (fits(*parts.seal, parts.ahead, first_row)) return "";
+    if (goes_on_behind_seal(parts.ahead, first_row)) return std::string(goes_on);
     return fault_behind(*parts.seal, count_lines(parts.ahead.substr(first_row)));
 }
 

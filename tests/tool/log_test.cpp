@@ -97,7 +97,7 @@ TEST_F(Logs, MergePutsTablesTogether) {
     EXPECT_EQ(expect_done({"log", "merge", "1.RDB", "2.RDB", "-o", "show.RDB"}).out, "show.RDB: 2 rows\n");
     expect_done({"log", "import", "day1.ale", "day2.ale", "-o", "both.RDB"});
     EXPECT_EQ(read("show.RDB"), read("both.RDB"));
-    expect_failure({"log", "merge", "1.RDB", "day2.ale", "-o", "x.RDB"}, 1, "day2.ale: Failed to load recdb");
+    expect_failure({"log", "merge", "1.RDB", "day2.ale", "-o", "x.RDB"}, 1, "day2.ale: isn't a whole record table");
     expect_failure({"log", "merge", "1.RDB", "2.RDB", "-o", "2.RDB", "--overwrite"}, 1,
                    "would replace what it is made from");
 }
