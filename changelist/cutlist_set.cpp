@@ -1,5 +1,7 @@
 #include "changelist/cutlist_set.h"
 
+#include <memory>
+
 namespace {
 
 constexpr const char* not_printed = "printOn not supported";
@@ -27,11 +29,10 @@ CutlistSet::CutlistSet() { sorted(true); }
 void CutlistSet::printOn(GrowString& out) const { out.append(not_printed); }
 
 const char* CutlistSet::add_reel(CutlistSetRec* record) {
-    if (record->valid == 0 || find(*record) > 0) {
-        delete record;
-        return "Error in reel number assignment\n";
-    }
+    std::unique_ptr<CutlistSetRec> owned(record);
+    if (record->valid == 0 || find(*record) > 0) return "Error in reel number assignment\n";
     add(record);
+    owned.release();
     return nullptr;
 }
 

@@ -1,3 +1,4 @@
+#include "base/guard.h"
 #include "changelist/change_analysis.h"
 #include "changelist/changelist_options.h"
 #include "changelist/cutlist_set.h"
@@ -27,11 +28,20 @@ const char* fill_set(CutlistSet& set, const changelist_reels& reels, Lightweight
     return nullptr;
 }
 
-} // namespace
+/// Clears what the run before kept, and what this one did unless it comes to its end.
+struct StepsOfRun {
+    StepsOfRun() { kept_run() = KeptRun(); }
+    ~StepsOfRun() {
+        if (!keep) kept_run() = KeptRun();
+    }
+    StepsOfRun(const StepsOfRun&) = delete;
+    StepsOfRun& operator=(const StepsOfRun&) = delete;
 
-const char* mr_make_changelist(changelist_reels& reels, const LightweightString<wchar_t>& report_file, configb* config,
-                               LoggerHandle& log) {
-    kept_run() = KeptRun();
+    bool keep = false;
+};
+
+const char* make_changelist(const changelist_reels& reels, const LightweightString<wchar_t>& report_file,
+                            const configb* config, LoggerHandle& log) {
     CutlistSet old_set;
     CutlistSet new_set;
     if (const char* error = fill_set(old_set, reels, &Names::first)) return error;
@@ -43,4 +53,17 @@ const char* mr_make_changelist(changelist_reels& reels, const LightweightString<
     run.reel_max = std::max(old_set.reel_count, new_set.reel_count);
     run.multi_reel = run.reel_max > 1 ? 1 : 0;
     return run_changelist(old_set, new_set, report_file, log);
+}
+
+} // namespace
+
+const char* mr_make_changelist(changelist_reels& reels, const LightweightString<wchar_t>& report_file, configb* config,
+                               LoggerHandle& log) {
+    const char* error = nullptr;
+    const char* failure = run_alone([&] {
+        StepsOfRun steps;
+        error = make_changelist(reels, report_file, config, log);
+        steps.keep = !error;
+    });
+    return failure ? failure : error;
 }

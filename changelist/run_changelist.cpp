@@ -1,3 +1,4 @@
+#include "base/guard.h"
 #include "changelist/change_analysis.h"
 #include "changelist/change_reports.h"
 #include "changelist/changelist_options.h"
@@ -15,7 +16,9 @@ constexpr const char* new_cut_file = "newcut__.chg";
 /// Tells the host's watchdog of a long run, for as long as it lives.
 struct LifeSupport {
     LifeSupport() { SystemWatchdog::beginLifeSupport(); }
-    ~LifeSupport() { SystemWatchdog::endLifeSupport(); }
+    ~LifeSupport() {
+        survives([] { SystemWatchdog::endLifeSupport(); });
+    }
     LifeSupport(const LifeSupport&) = delete;
     LifeSupport& operator=(const LifeSupport&) = delete;
 };

@@ -1,5 +1,6 @@
 #include "cutlist/cdbgen.h"
 
+#include "base/guard.h"
 #include "base/messages.h"
 #include "cutlist/classify_opticals.h"
 #include "cutlist/cutlist_options.h"
@@ -24,15 +25,25 @@ constexpr int delete_with_backups = 1;
 /// for the user to look at.
 class unrendered_copy {
 public:
+    unrendered_copy() = default;
+    ~unrendered_copy() {
+        if (made_labels_) survives([&] { delete_stored(); });
+    }
+    unrendered_copy(const unrendered_copy&) = delete;
+    unrendered_copy& operator=(const unrendered_copy&) = delete;
     const Cookie& cookie() const { return cookie_; }
     void keep_track_of(const Cookie& cookie) { cookie_ = cookie; }
+    /// From here on the copy goes with the run.
+    void labels_are_made() { made_labels_ = true; }
+
+private:
     void delete_stored() const {
         if (cookie_.type != cookie_invalid)
             EditManager::deleteEditFileAndBackups(cookie_, LightweightString<char>(), delete_with_backups);
     }
 
-private:
     Cookie cookie_;
+    bool made_labels_ = false;
 };
 
 bool fail(LoggerHandle& logger, const char* text) {
@@ -148,11 +159,10 @@ bool cdbgen(LightweightString<wchar_t>& cdb_name, EditPtr& edit, LoggerHandle& l
     }
 
     const label_t film_type = shots ? shots->film_label_type : label_key_35mm_4p;
+    copy.labels_are_made();
+    const labels_of_run labels;
     make_generator_labels(*edit, film_type, cutlist_options().long_keycode);
-    const bool done = make_table(cdb_name, edit, logger, cues, shots.get());
-    delete_generator_labels();
-    copy.delete_stored();
-    return done;
+    return make_table(cdb_name, edit, logger, cues, shots.get());
 }
 
 void write_cutlist_header(cutdb& db, Edit& edit, const char* project_name) {

@@ -93,7 +93,7 @@ private:
 
 void set_first_printed_cue(cut_s& record, CueList* cues, double from, double to, const IdStamp& channel) {
     if (!cues) return;
-    CueList* found = cues->extract(from, to, channel);
+    const std::unique_ptr<CueList> found(cues->extract(from, to, channel));
     if (!found) return;
     const unsigned count = found->getNumCuePoints(0);
     found->sort();
@@ -103,7 +103,6 @@ void set_first_printed_cue(cut_s& record, CueList* cues, double from, double to,
         set_cue(record, *cue);
         break;
     }
-    delete found;
 }
 
 // Whatever isn't a wipe counts as a dissolve.

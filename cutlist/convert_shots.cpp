@@ -161,10 +161,9 @@ void number_by_shots(cut_s& record, counted_source& source, bool rendered, const
 }
 
 void set_first_cue(cut_s& record, CueList* cues, double from, double to, const IdStamp& channel) {
-    CueList* found = cues ? cues->extract(from, to, channel) : nullptr;
+    const std::unique_ptr<CueList> found(cues ? cues->extract(from, to, channel) : nullptr);
     if (!found) return;
     if (found->getNumCuePoints(0) != 0) set_cue(record, *found->getCuePoint(0, 0));
-    delete found;
 }
 
 void read_log(cut_s& record, Edit& source) {

@@ -3,6 +3,8 @@
 
 #include "reports/cut_s.h"
 
+#include <memory>
+
 /// Holds at most 9,999 records and owns them.
 class event_array {
 public:
@@ -18,12 +20,11 @@ public:
 
     /// Takes the record over. One record too many is dropped, and the array is overfull from then on.
     void add(cut_s* record) {
-        if (records_.size() < limit) {
-            records_.push_back(record);
-        } else {
-            overfull_ = true;
-            delete record;
-        }
+        std::unique_ptr<cut_s> owned(record);
+        overfull_ = overfull_ || records_.size() == limit;
+        if (overfull_) return;
+        records_.push_back(record);
+        owned.release();
     }
     bool overfull() const { return overfull_; }
     const Vector<cut_s*>& records() const { return records_; }

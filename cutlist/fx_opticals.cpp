@@ -5,6 +5,7 @@
 #include "host/fixed_text.h"
 
 #include <algorithm>
+#include <memory>
 
 namespace {
 
@@ -53,13 +54,12 @@ optical_content content_of(const EditPtr& edit, int chan, double time) {
 
 void set_first_cue(cut_s& record, const CelEventPair& pair, CueList* cues, const IdStamp& channel) {
     if (!cues) return;
-    CueList* found = cues->extract(pair.editTime(), pair.endEditTime(), channel);
+    const std::unique_ptr<CueList> found(cues->extract(pair.editTime(), pair.endEditTime(), channel));
     if (found && found->getNumCuePoints(0) != 0) set_cue(record, *found->getCuePoint(0, 0));
-    delete found;
 }
 
-cut_s* optical_record(const CelEventPair& pair, const EditPtr& edit, const optical_content& content) {
-    cut_s* record = new cut_s;
+std::unique_ptr<cut_s> optical_record(const CelEventPair& pair, const EditPtr& edit, const optical_content& content) {
+    auto record = std::make_unique<cut_s>();
     record->edit_in = record->optical_in = frame_of_position(pair.editTime(), edit);
     record->edit_out = record->optical_out = frame_of_position(pair.endEditTime(), edit);
     record->optical_record = 1;
@@ -82,9 +82,9 @@ void add_optical_of_event(const CelEventPair& pair, EditPtr& edit, int chan, Cue
     if (valEqualsVal(low, high)) return;
     const optical_content content = content_of(edit, chan, low);
     if (content.layers.count == 0) return;
-    cut_s* record = optical_record(pair, edit, content);
+    std::unique_ptr<cut_s> record = optical_record(pair, edit, content);
     set_first_cue(*record, pair, cues, edit->getId(chan));
-    events.add(record);
+    events.add(record.release());
 }
 
 } // namespace

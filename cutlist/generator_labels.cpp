@@ -1,12 +1,16 @@
 #include "cutlist/generator_labels.h"
 
+#include <memory>
+
 namespace {
 
 constexpr const char* no_code = "NOCODE";
 const MediumRollIdent film_roll(medium_film, 1);
 const MediumRollIdent ink_roll(medium_ink, 1);
 
-EditLabel* new_label(label_t type, const MediumRollIdent& ident) { return new EditLabel(type, ident); }
+using LabelOwner = std::unique_ptr<EditLabel>;
+
+LabelOwner new_label(label_t type, const MediumRollIdent& ident) { return LabelOwner(new EditLabel(type, ident)); }
 
 void start_at_zero(EditLabel& label) {
     label.set_start(0);
@@ -14,17 +18,17 @@ void start_at_zero(EditLabel& label) {
 }
 
 EditLabel* new_key_label(label_t type, int long_keycode) {
-    EditLabel* label = new_label(type, film_roll);
+    LabelOwner label = new_label(type, film_roll);
     if (long_keycode >= 0) label->modify_count_length(long_keycode + 4);
     start_at_zero(*label);
     label->set_prefix(no_code);
-    return label;
+    return label.release();
 }
 
 EditLabel* new_ink_label(label_t film_type) {
-    EditLabel* label = new_label(label_t_to_ink_label_t(film_type), ink_roll);
+    LabelOwner label = new_label(label_t_to_ink_label_t(film_type), ink_roll);
     start_at_zero(*label);
-    return label;
+    return label.release();
 }
 
 void delete_film_labels(generator_labels& labels) {
@@ -74,7 +78,7 @@ void set_film_standard(label_t type, int long_keycode) {
     labels.key_label = new_key_label(label_t_to_key_label_t(type), long_keycode);
     labels.ink_label = new_ink_label(type);
     const label_t foot = label_t_to_foot_label_t(type);
-    labels.foot_label = new_label(foot != label_none ? foot : type, film_roll);
+    labels.foot_label = new_label(foot != label_none ? foot : type, film_roll).release();
     labels.film_standard_set = 1;
 }
 

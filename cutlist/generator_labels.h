@@ -20,6 +20,14 @@ generator_labels& generator();
 void make_generator_labels(Edit& edit, label_t film_type, int long_keycode);
 void delete_generator_labels();
 
+/// Deletes what of them was made when it goes.
+struct labels_of_run {
+    labels_of_run() = default;
+    ~labels_of_run() { delete_generator_labels(); }
+    labels_of_run(const labels_of_run&) = delete;
+    labels_of_run& operator=(const labels_of_run&) = delete;
+};
+
 /// Adopts the film standard of a source edit, once a run; later calls do nothing.
 void set_film_standard(label_t type, int long_keycode);
 

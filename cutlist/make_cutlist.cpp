@@ -1,7 +1,9 @@
+#include "base/guard.h"
 #include "base/messages.h"
 #include "cutlist/cdbgen.h"
 #include "cutlist/cutlist_options.h"
 #include "quillbrook/cutlist.h"
+#include "reports/report_driver.h"
 
 namespace {
 
@@ -19,10 +21,8 @@ bool resolve_channel(const Edit& edit, LoggerHandle& logger) {
     return true;
 }
 
-} // namespace
-
-bool make_cutlist_from_edit(EditPtr edit, LoggerHandle& logger, int use_log, const configb* options, CueList* cues,
-                            bool overwrite_report) {
+bool make_lists(const EditPtr& edit, LoggerHandle& logger, int use_log, const configb* options, CueList* cues,
+                bool overwrite_report) {
     read_cutlist_options(options);
     if (!edit) {
         say(logger, "Unable to open edit", level_fatal);
@@ -32,5 +32,14 @@ bool make_cutlist_from_edit(EditPtr edit, LoggerHandle& logger, int use_log, con
     EditPtr listed = edit;
     LightweightString<wchar_t> cdb_name;
     if (!cdbgen(cdb_name, listed, logger, use_log, cues, nullptr)) return false;
-    return print_cutlist_reports(cdb_name, cutlist_options().output_file, logger, overwrite_report, nullptr);
+    return print_saved_lists(cdb_name, cutlist_options().output_file, logger, overwrite_report, nullptr);
+}
+
+} // namespace
+
+bool make_cutlist_from_edit(EditPtr edit, LoggerHandle& logger, int use_log, const configb* options, CueList* cues,
+                            bool overwrite_report) {
+    bool done = false;
+    const auto run = [&] { done = make_lists(edit, logger, use_log, options, cues, overwrite_report); };
+    return !run_alone(run, &logger) && done;
 }

@@ -4,9 +4,11 @@
 #include "host/text.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <new>
 #include <string>
 #include <unistd.h>
 
@@ -17,9 +19,8 @@ class StandardMemory : public memory_service {
 public:
     void* allocate(std::size_t size) override {
         void* block = std::malloc(std::max<std::size_t>(size, 1));
-        if (block) return block;
-        std::fputs("out of memory\n", stderr);
-        std::abort();
+        if (!block) throw std::bad_alloc();
+        return block;
     }
     void free(void* block) override { std::free(block); }
 };
@@ -53,10 +54,13 @@ public:
     }
 };
 
+// Texts and edits are handed from thread to thread.
 class StandardCounts : public count_service {
 public:
-    void add_ref(use_count& count) override { ++count.users; }
-    int release_ref(use_count& count) override { return --count.users; }
+    void add_ref(use_count& count) override { std::atomic_ref(count.users).fetch_add(1, std::memory_order_relaxed); }
+    int release_ref(use_count& count) override {
+        return std::atomic_ref(count.users).fetch_sub(1, std::memory_order_acq_rel) - 1;
+    }
 };
 
 class StandardSystem : public operating_system {

@@ -4,6 +4,7 @@
 #include "host/os.h"
 
 #include <cstddef>
+#include <memory>
 #include <new>
 #include <type_traits>
 #include <utility>
@@ -13,9 +14,9 @@ class iVirtual {
 public:
     virtual ~iVirtual() = default;
 
-    static void* operator new(std::size_t size) { return OS()->memory().allocate(size); }
+    static void* operator new(std::size_t size) { return Qb::allocate_block(size); }
     static void* operator new(std::size_t, void* place) noexcept { return place; }
-    static void operator delete(void* block) noexcept { OS()->memory().free(block); }
+    static void operator delete(void* block) noexcept { Qb::free_block(block); }
     static void operator delete(void*, void*) noexcept {}
 };
 
@@ -37,11 +38,16 @@ public:
     Ptr() = default;
     Ptr(std::nullptr_t) {}
 
-    explicit Ptr(T* object) : object_(object) {
-        if (object) {
-            count_ = new (OS()->memory().allocate(sizeof(use_count))) use_count;
-            OS()->counts().add_ref(*count_);
-        }
+    /// Takes the object over, also where that fails.
+    explicit Ptr(T* object) {
+        if (!object) return;
+        std::unique_ptr<T> owned(object);
+        Qb::BlockHolder memory(sizeof(use_count));
+        auto* const count = new (memory.get()) use_count;
+        OS()->counts().add_ref(*count);
+        memory.take_over();
+        count_ = count;
+        object_ = owned.release();
     }
 
     Ptr(const Ptr& other) : count_(other.count_), object_(other.object_) { retain(); }
@@ -74,9 +80,9 @@ private:
         if (count_) OS()->counts().add_ref(*count_);
     }
     void release() {
-        if (!count_ || OS()->counts().release_ref(*count_) != 0) return;
+        if (!count_ || !Qb::release_last(*count_)) return;
         delete object_;
-        OS()->memory().free(count_);
+        Qb::free_block(count_);
     }
 
     use_count* count_ = nullptr;

@@ -1,7 +1,12 @@
 #pragma once
 // The services of the process that the library takes from its host: memory, files and use counts.
+//
+// A service that throws ends the run that it is called from as a failure. The exception stays inside the library.
 
+#include <atomic>
 #include <cstddef>
+#include <cstdlib>
+#include <new>
 
 template <class T> class LightweightString;
 
@@ -18,9 +23,10 @@ struct use_count {
 class memory_service {
 public:
     virtual ~memory_service() = default;
-    /// A block of `size` bytes, aligned for any object. Never null: the library doesn't treat a failure.
+    /// A block of `size` bytes, aligned for any object. Where there is none the service throws `std::bad_alloc` or
+    /// returns null: either ends the run as a failure.
     virtual void* allocate(std::size_t size) = 0;
-    /// Gives back a block that `allocate` made; null is allowed.
+    /// Gives back a block that `allocate` made; null is allowed. One that can't be given back is lost.
     virtual void free(void* block) = 0;
 };
 
@@ -63,6 +69,68 @@ public:
 /// The process's operating-system object, owned by the host. Callable before `main`.
 operating_system* OS();
 
+namespace Qb {
+
+/// What a host threw while something was given back to it. A destructor can't pass that on, so it is counted, and
+/// the run in progress ends as a failure.
+inline std::atomic<unsigned> failed_releases{0};
+
+// These headers serve hosts that are compiled without exceptions too.
+[[noreturn]] inline void no_memory() {
+#ifdef __cpp_exceptions
+    throw std::bad_alloc();
+#else
+    std::abort();
+#endif
+}
+
+template <class Release> void release_quietly(Release release) noexcept {
+#ifdef __cpp_exceptions
+    try {
+        release();
+    } catch (...) {
+        ++failed_releases;
+    }
+#else
+    release();
+#endif
+}
+
+/// A block of the memory service; throws `std::bad_alloc` where there is none.
+inline void* allocate_block(std::size_t size) {
+    if (void* block = OS()->memory().allocate(size)) return block;
+    no_memory();
+}
+
+inline void free_block(void* block) noexcept {
+    release_quietly([&] { OS()->memory().free(block); });
+}
+
+/// One user less; true when that was the last.
+inline bool release_last(use_count& count) noexcept {
+    bool last = false;
+    release_quietly([&] { last = OS()->counts().release_ref(count) == 0; });
+    return last;
+}
+
+/// A block that goes back unless it is taken over.
+class BlockHolder {
+public:
+    explicit BlockHolder(std::size_t size) : block_(allocate_block(size)) {}
+    ~BlockHolder() {
+        if (block_) free_block(block_);
+    }
+    BlockHolder(const BlockHolder&) = delete;
+    BlockHolder& operator=(const BlockHolder&) = delete;
+    void* get() const { return block_; }
+    void take_over() { block_ = nullptr; }
+
+private:
+    void* block_;
+};
+
+} // namespace Qb
+
 /// A standard allocator on the memory service, so that containers of the library follow the same road.
 template <class T> struct host_allocator {
     using value_type = T;
@@ -70,8 +138,8 @@ template <class T> struct host_allocator {
     host_allocator() noexcept = default;
     template <class U> host_allocator(const host_allocator<U>&) noexcept {}
 
-    T* allocate(std::size_t count) { return static_cast<T*>(OS()->memory().allocate(count * sizeof(T))); }
-    void deallocate(T* block, std::size_t) noexcept { OS()->memory().free(block); }
+    T* allocate(std::size_t count) { return static_cast<T*>(Qb::allocate_block(count * sizeof(T))); }
+    void deallocate(T* block, std::size_t) noexcept { Qb::free_block(block); }
 
     template <class U> bool operator==(const host_allocator<U>&) const noexcept { return true; }
 };

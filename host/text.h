@@ -3,6 +3,7 @@
 
 #include "host/os.h"
 
+#include <atomic>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -51,7 +52,7 @@ public:
             *this = LightweightString();
             return;
         }
-        if (!block_ || count_->users > 1 || text.size() >= block_->capacity) {
+        if (!block_ || others_hold_it() || text.size() >= block_->capacity) {
             LightweightString fresh;
             fresh.make_block(text.size());
             fresh.fill(text);
@@ -97,12 +98,15 @@ private:
     // above the length.
     void make_block(std::size_t length) {
         const std::size_t capacity = std::bit_ceil(length + 1);
-        void* memory = OS()->memory().allocate(sizeof(Block) + capacity * sizeof(T));
-        block_ = new (memory) Block{nullptr, 0, static_cast<std::uint32_t>(capacity), {}};
-        block_->characters = reinterpret_cast<T*>(block_ + 1);
-        count_ = &block_->users;
-        OS()->counts().add_ref(*count_);
+        Qb::BlockHolder memory(sizeof(Block) + capacity * sizeof(T));
+        Block* const block = new (memory.get()) Block{nullptr, 0, static_cast<std::uint32_t>(capacity), {}};
+        block->characters = reinterpret_cast<T*>(block + 1);
+        OS()->counts().add_ref(block->users);
+        memory.take_over();
+        block_ = block;
+        count_ = &block->users;
     }
+    bool others_hold_it() const { return std::atomic_ref<int>(count_->users).load(std::memory_order_acquire) > 1; }
     void fill(std::basic_string_view<T> text) {
         std::char_traits<T>::move(block_->characters, text.data(), text.size());
         close(text.size());
@@ -112,7 +116,7 @@ private:
         block_->length = static_cast<std::uint32_t>(length);
     }
     void drop() {
-        if (block_ && OS()->counts().release_ref(*count_) == 0) OS()->memory().free(block_);
+        if (block_ && Qb::release_last(*count_)) Qb::free_block(block_);
     }
 
     use_count* count_ = nullptr;

@@ -1,3 +1,4 @@
+#include "base/guard.h"
 #include "base/number_text.h"
 #include "host/settings.h"
 #include "logging/log_columns.h"
@@ -5,7 +6,9 @@
 
 #include <charconv>
 #include <cstdio>
+#include <memory>
 #include <strings.h>
+#include <utility>
 
 namespace {
 
@@ -28,31 +31,40 @@ template <std::size_t N> void put_rate(char (&text)[N], double rate) {
 }
 
 // A template that is too old stays in memory, and reachable there, until the process ends.
-void keep_for_good(filmdb* table) {
+void keep_for_good(std::unique_ptr<filmdb> table) {
     static Vector<filmdb*>& kept = *new Vector<filmdb*>;
-    kept.push_back(table);
+    kept.push_back(table.get());
+    table.release();
 }
 
 } // namespace
 
-filmdb::filmdb() : loggingdb(filmdb_fields) { init(); }
+filmdb::filmdb() : loggingdb(filmdb_fields()) { init(); }
 
 filmdb::filmdb(const LightweightString<wchar_t>& name, const LightweightString<wchar_t>& tableName) : filmdb() {
-    set_filename(!tableName.empty() ? tableName : stripExtension(name) + L".RDB");
-    source_name = name;
+    const bool named = survives([&] {
+        set_filename(!tableName.empty() ? tableName : stripExtension(name) + L".RDB");
+        source_name = name;
+    });
+    if (!named) fail();
 }
 
 filmdb::filmdb(const LightweightString<wchar_t>& name) : loggingdb(name, most_records) {
-    if (!get_valid()) {
-        refuse(fdb_load_failed, "Failed to load recdb");
-    } else if (load_revision()) {
-        load_header();
-    }
+    const bool loaded = survives([&] {
+        if (!get_valid()) {
+            refuse(fdb_load_failed, "Failed to load recdb");
+        } else if (load_revision()) {
+            load_header();
+        }
+    });
+    if (!loaded) fail();
 }
 
 filmdb::filmdb(const filmdb& other)
     : iObject(), loggingdb(other), film_std(other.film_std), cam_std(other.cam_std), film_origin(other.film_origin),
-      pulldown(other.pulldown), sequence(other.sequence), film_rate(other.film_rate), source_name(other.source_name) {}
+      pulldown(other.pulldown), sequence(other.sequence), film_rate(other.film_rate) {
+    if (!survives([&] { source_name = other.source_name; })) fail();
+}
 
 filmdb& filmdb::operator=(const filmdb& other) {
     loggingdb::operator=(other);
@@ -62,7 +74,7 @@ filmdb& filmdb::operator=(const filmdb& other) {
     pulldown = other.pulldown;
     sequence = other.sequence;
     film_rate = other.film_rate;
-    source_name = other.source_name;
+    if (!survives([&] { source_name = other.source_name; })) fail();
     return *this;
 }
 
@@ -72,8 +84,9 @@ void filmdb::init() {
     revision = current_revision;
     char text[16];
     std::snprintf(text, sizeof text, "Rev %d", revision);
-    add_param("FILMDB", text);
+    const bool named = survives([&] { add_param("FILMDB", text); });
     loggingdb::init();
+    if (!named) fail();
     set_film_std(gauge_unset);
     set_film_rate(0.0);
     set_film_origin(false);
@@ -119,16 +132,28 @@ void filmdb::load_pulldown() {
 }
 
 filmdb* filmdb::make() {
+    filmdb* made = nullptr;
+    survives([&] { made = make_from_template(); });
+    return made;
+}
+
+filmdb* filmdb::make_from_template() {
     const LightweightString<wchar_t> path = getRDBDirectory(iSettings::record_tables) + L"film.dbt";
     if (!fileExists(path)) return new filmdb;
-    auto* table = new filmdb(path);
-    if (table->error != fdb_old_revision) return table;
+    auto table = std::make_unique<filmdb>(path);
+    if (table->error != fdb_old_revision) return table.release();
     std::fputs("WARNING: Database template file <\\QBPROJ\\FILM.DBT> is not the most recent revision\n", stdout);
-    keep_for_good(table);
+    keep_for_good(std::move(table));
     return new filmdb;
 }
 
 int filmdb::add_any_recdb(recdb* other) {
+    int result = 1;
+    if (!survives([&] { result = append_rows(other); })) fail();
+    return result;
+}
+
+int filmdb::append_rows(recdb* other) {
     if (revision_of(*other) == current_revision) return add_recdb(other) == -1 ? 1 : 0;
     if (check_fields(other) != 0) return fdb_missing_field;
     const unsigned count = other->get_num_records();
@@ -144,24 +169,24 @@ void filmdb::set_cam_std(TCInf std) {
 
 void filmdb::set_film_std(film_gauge gauge) {
     film_std = gauge;
-    add_param("film label_std", film_gauge_to_edlstr(gauge));
+    set_param("film label_std", film_gauge_to_edlstr(gauge));
 }
 
 void filmdb::set_film_rate(double rate) {
     char text[24];
     put_rate(text, rate);
-    add_param("film rate", text);
+    set_param("film rate", text);
     film_rate = rate;
 }
 
 void filmdb::set_film_origin(bool on) {
     film_origin = on;
-    add_param("frame origin", yes_or_no(film_origin));
+    set_param("frame origin", yes_or_no(film_origin));
 }
 
 void filmdb::set_pulldown(bool on) {
     pulldown = on;
-    add_param("pulldown", yes_or_no(pulldown));
+    set_param("pulldown", yes_or_no(pulldown));
 }
 
 void filmdb::set_sequence(int value) {

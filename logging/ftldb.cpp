@@ -1,3 +1,4 @@
+#include "base/guard.h"
 #include "base/messages.h"
 #include "base/number_text.h"
 #include "cutlist/cutlist_options.h"
@@ -43,6 +44,11 @@ void part_frames(char (&text)[256]) {
 
 ftldb::ftldb(const LightweightString<wchar_t>& file_name, LoggerHandle& log, LightweightString<wchar_t> tableName)
     : filmdb(file_name, tableName), logger(&log) {
+    if (!survives([&] { import(file_name); })) fail();
+}
+
+void ftldb::import(const LightweightString<wchar_t>& file_name) {
+    const bool good_so_far = get_error() == fdb_ok;
     file = std::fopen(toUTF8(file_name).c_str(), "r");
     if (!file || !find_header()) return;
     set_offsets(line);
@@ -50,7 +56,7 @@ ftldb::ftldb(const LightweightString<wchar_t>& file_name, LoggerHandle& log, Lig
     read_reelid();
     read_records();
     std::fclose(file);
-    set_valid(1);
+    if (good_so_far) set_valid(1);
 }
 
 ftldb::ftldb(const ftldb& other)
@@ -68,9 +74,12 @@ ftldb::~ftldb() = default;
 const char* ftldb::get_reelid() { return reel_id; }
 
 void ftldb::set_reelid(const char* text) {
-    const unsigned count = get_num_records();
-    for (unsigned i = 0; i < count; ++i)
-        get_record(i)->set_field(fc_reel, text, true);
+    const bool set = survives([&] {
+        const unsigned count = get_num_records();
+        for (unsigned i = 0; i < count; ++i)
+            get_record(i)->set_field(fc_reel, text, true);
+    });
+    if (!set) fail();
 }
 
 // A header on the last line of a file that has no line end isn't taken for one.
@@ -265,11 +274,7 @@ TCInf ftldb::get_tv_standard(int column) {
     return standard;
 }
 
-const char* ftldb::get_std_edlstr(int column) {
-    static char text[16];
-    put_text(text, tv_standard_to_edlstr(get_tv_standard(column)));
-    return text;
-}
+const char* ftldb::get_std_edlstr(int column) { return tv_standard_to_edlstr(get_tv_standard(column)); }
 
 // Pull-in texts never become phases.
 int ftldb::pulldown_index(char*) { return 0; }

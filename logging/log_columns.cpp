@@ -28,19 +28,31 @@ constexpr column video_columns[] = {
     {"scene", a},    {"shot", a},      {"who", a},        {"description", a}, {"notes", a},
 };
 
+template <std::size_t N> struct Schema {
+    DBFieldDesc fields[N + 1]; ///< closed by one without a name
+
+    explicit Schema(const column (&columns)[N]) {
+        for (std::size_t i = 0; i < N; ++i)
+            fields[i] = {columns[i].name, columns[i].type};
+    }
+};
+
 // Never taken down: tables may be made until the very end of the process.
 template <std::size_t N> DBFieldDesc* build_fields(const column (&columns)[N]) {
-    auto* fields = static_cast<DBFieldDesc*>(OS()->memory().allocate((N + 1) * sizeof(DBFieldDesc)));
-    for (std::size_t i = 0; i < N; ++i)
-        new (fields + i) DBFieldDesc{columns[i].name, columns[i].type};
-    new (fields + N) DBFieldDesc;
-    return fields;
+    return (new Schema<N>(columns))->fields;
 }
 
 } // namespace
 
-DBFieldDesc* const filmdb_fields = build_fields(film_columns);
-DBFieldDesc* const videolog_fields = build_fields(video_columns);
+DBFieldDesc* filmdb_fields() {
+    static DBFieldDesc* const fields = build_fields(film_columns);
+    return fields;
+}
+
+DBFieldDesc* videolog_fields() {
+    static DBFieldDesc* const fields = build_fields(video_columns);
+    return fields;
+}
 
 const char* const filmdb_required_fields[] = {"NAME",      "REEL",     "START TIME",    "END TIME",
                                               "LABEL_STD", "CAM REEL", "START KEYCODE", nullptr};

@@ -3,10 +3,10 @@
 
 #include "host/recdb.h"
 
-/// A film log, and a log without film columns. Built when the library is loaded and kept for good; closed by
-/// an entry without a name.
-extern DBFieldDesc* const filmdb_fields;
-extern DBFieldDesc* const videolog_fields;
+/// A film log, and a log without film columns. Built when first asked for, so that a process without memory gets as
+/// far as saying so, and kept for good; closed by an entry without a name.
+DBFieldDesc* filmdb_fields();
+DBFieldDesc* videolog_fields();
 
 /// What a table of another revision must have to be merged; closed by null.
 extern const char* const filmdb_required_fields[];

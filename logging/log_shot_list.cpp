@@ -84,7 +84,8 @@ void LogShotList::add_shot(std::unique_ptr<LogShot> shot, int entry) {
                     describe_shot(*shot));
         ++num_dubious;
     }
-    shots.push_back(shot.release());
+    shots.push_back(shot.get());
+    shot.release();
     ++num_shots;
 }
 

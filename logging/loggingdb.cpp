@@ -1,3 +1,4 @@
+#include "base/guard.h"
 #include "quillbrook/logging_tables.h"
 
 #include <cstdarg>
@@ -17,7 +18,7 @@ loggingdb::loggingdb(const loggingdb& other)
 
 loggingdb& loggingdb::operator=(const loggingdb& other) {
     if (this == &other) return *this;
-    recdb::operator=(other);
+    const bool copied = survives([&] { recdb::operator=(other); });
     revision = other.revision;
     vid_std = other.vid_std;
     snd_std = other.snd_std;
@@ -25,13 +26,14 @@ loggingdb& loggingdb::operator=(const loggingdb& other) {
     chans = other.chans;
     error = other.error;
     std::memcpy(error_message, other.error_message, sizeof error_message);
+    if (!copied) fail();
     return *this;
 }
 
 loggingdb::~loggingdb() = default;
 
 void loggingdb::init() {
-    set_valid(0);
+    survives([&] { set_valid(0); });
     error = fdb_ok;
     error_message[0] = '\0';
     vid_std = snd_std = TCInf{Qb::frame_rate_25, 0};
@@ -41,7 +43,7 @@ void loggingdb::init() {
     chans = ChannelMask(0);
 }
 
-void loggingdb::set_title(char* text) { add_param("Title", text); }
+void loggingdb::set_title(char* text) { set_param("Title", text); }
 
 void loggingdb::set_vid_std(TCInf std) {
     vid_std = std;
@@ -69,10 +71,21 @@ int loggingdb::get_revision() { return revision; }
 void loggingdb::add_int_param(const char* key, int value) {
     char text[16];
     std::snprintf(text, sizeof text, "%d", value);
-    add_param(key, text);
+    set_param(key, text);
 }
 
-void loggingdb::add_std(const char* key, TCInf std) { add_param(key, tv_standard_to_edlstr(std)); }
+void loggingdb::add_std(const char* key, TCInf std) { set_param(key, tv_standard_to_edlstr(std)); }
+
+void loggingdb::set_param(const char* key, const char* value) {
+    if (!survives([&] { add_param(key, value); })) fail();
+}
+
+// Without a message of the host's making: there may be no memory for one.
+void loggingdb::fail() {
+    survives([&] { set_valid(0); });
+    error = fdb_load_failed;
+    set_error_message("A service of the host failed");
+}
 
 void loggingdb::set_error_message(const char* format, ...) {
     va_list arguments;

@@ -1,5 +1,6 @@
 #include "reports/report_driver.h"
 
+#include "base/guard.h"
 #include "base/number_text.h"
 #include "base/substitute.h"
 #include "cutlist/cutlist_options.h"
@@ -34,6 +35,14 @@ constexpr List lists[] = {
     {&CutlistOptions::optical_list, true, print_opticals_list},
 };
 
+/// Gives the scan back while the table that it looked through still stands.
+struct ScanOfRun {
+    ScanOfRun() = default;
+    ~ScanOfRun() { release_reuse_scan(); }
+    ScanOfRun(const ScanOfRun&) = delete;
+    ScanOfRun& operator=(const ScanOfRun&) = delete;
+};
+
 constexpr int end_of_run = 4;
 
 bool refuse(LoggerHandle& logger, const wchar_t* why) {
@@ -53,6 +62,7 @@ int host_switch(const char* key) {
 }
 
 void print_lists(report& out, recdb& table, LoggerHandle& logger) {
+    const ScanOfRun scan;
     const CutlistOptions& options = cutlist_options();
     if (options.chan_type == 2 && host_switch("audio_cutlist_by_timecode_test")) {
         print_timecode_assembly_list(out, table, logger);
@@ -66,8 +76,8 @@ void print_lists(report& out, recdb& table, LoggerHandle& logger) {
 
 } // namespace
 
-bool print_cutlist_reports(const LightweightString<wchar_t>& cdb_path, const LightweightString<wchar_t>& report_path,
-                           LoggerHandle& logger, bool overwrite_report, const configb* options) {
+bool print_saved_lists(const LightweightString<wchar_t>& cdb_path, const LightweightString<wchar_t>& report_path,
+                       LoggerHandle& logger, bool overwrite_report, const configb* options) {
     if (options) read_cutlist_options(options);
     logger.message(substitute(resourceStrW(10471), L"$FILE$", cdb_path), 0);
 
@@ -91,6 +101,12 @@ bool print_cutlist_reports(const LightweightString<wchar_t>& cdb_path, const Lig
     report out(std::move(target));
     set_layout(out);
     print_lists(out, table, logger);
-    release_reuse_scan();
     return true;
+}
+
+bool print_cutlist_reports(const LightweightString<wchar_t>& cdb_path, const LightweightString<wchar_t>& report_path,
+                           LoggerHandle& logger, bool overwrite_report, const configb* options) {
+    bool done = false;
+    const auto run = [&] { done = print_saved_lists(cdb_path, report_path, logger, overwrite_report, options); };
+    return !run_alone(run, &logger) && done;
 }

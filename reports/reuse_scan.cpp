@@ -2,6 +2,7 @@
 
 #include "base/frame_math.h"
 #include "base/table_order.h"
+#include "base/text_columns.h"
 #include "cutlist/cutlist_options.h"
 #include "reports/cut_s.h"
 #include "reports/cutdb.h"
@@ -11,16 +12,17 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
-
-const DBFieldDesc reuse_fields[] = {
-    {"shot_name", DBFieldTypes::text},       {"cam_reel", DBFieldTypes::text},
-    {"keycode_in", DBFieldTypes::text},      {"keycode_out", DBFieldTypes::text},
-    {"keycode_missing", DBFieldTypes::text}, {"labeltype", DBFieldTypes::text},
-    {"count", DBFieldTypes::text},           {"further", DBFieldTypes::text},
-    {"event", DBFieldTypes::text},           {},
-};
+#include <memory>
 
 namespace {
+
+constexpr const char* column_names[] = {"shot_name", "cam_reel", "keycode_in", "keycode_out", "keycode_missing",
+                                        "labeltype", "count",    "further",    "event"};
+
+const DBFieldDesc* reuse_columns() {
+    static const TextColumns schema(column_names);
+    return schema.columns;
+}
 
 constexpr int unset_frame = 100000000;
 
@@ -115,7 +117,7 @@ int film_frame(const recdb& table, unsigned index, cutdb_field field) {
 } // namespace
 
 ReuseScan::ReuseScan(recdb& scanned, LoggerHandle& log)
-    : table(&scanned), cases(new recdb(reuse_fields)), logger(&log) {
+    : table(&scanned), cases(new recdb(reuse_columns())), logger(&log) {
     reset();
 }
 
@@ -148,7 +150,7 @@ void ReuseScan::note_range(unsigned index) {
 ReuseScan* scan_reuse(recdb& table, LoggerHandle& logger) {
     logger.message(resourceStrW(10473), 0);
     sort_by(table, {cf_keycode_in, cf_keycode_out, -1});
-    auto* const scan = new ReuseScan(table, logger);
+    auto scan = std::make_unique<ReuseScan>(table, logger);
     const unsigned count = table.get_num_records();
     LightweightString<char> previous;
     for (unsigned index = 0; index < count; ++index) {
@@ -158,7 +160,7 @@ ReuseScan* scan_reuse(recdb& table, LoggerHandle& logger) {
         scan_roll(*scan, index);
     }
     sort_by(*scan->cases, {rf_cam_reel, rf_keycode_in, -1});
-    return scan;
+    return scan.release();
 }
 
 ReuseScan& run_reuse_scan(recdb& table, LoggerHandle& logger) {

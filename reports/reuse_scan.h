@@ -18,8 +18,6 @@ enum reuse_field : int {
     rf_event
 };
 
-extern const DBFieldDesc reuse_fields[];
-
 /// What a scan found. It holds for as long as the table that was scanned.
 class ReuseScan : public iVirtual {
 public:

@@ -1,11 +1,13 @@
 #include "changelist/proof/proof.h"
 
+#include "base/guard.h"
 #include "changelist/proof/proof_film.h"
 #include "host/fixed_text.h"
 
 #include <algorithm>
 #include <cstdarg>
 #include <cstdio>
+#include <cstring>
 
 namespace {
 
@@ -262,10 +264,14 @@ bool Proof::is_new_reel(const Reel& on_bench, const CutEvent* const* events, con
 change_proof prove_steps(const KeptRun& run, const Vector<change_step>& steps) { return Proof(run, steps).make(); }
 
 change_proof prove_change_steps(change_list list) {
-    const KeptRun& run = kept_run();
-    if (!run.old_cut.empty() || !run.new_cut.empty())
-        return prove_steps(run, list == bench_changes ? run.bench : run.detailed);
-    change_proof nothing;
-    put_text(nothing.reason, "there is no film of a run");
-    return nothing;
+    change_proof proof;
+    const char* failure = run_alone([&] {
+        const KeptRun& run = kept_run();
+        if (!run.old_cut.empty() || !run.new_cut.empty())
+            proof = prove_steps(run, list == bench_changes ? run.bench : run.detailed);
+        else
+            put_text(proof.reason, "there is no film of a run");
+    });
+    if (failure) put_text(proof.reason, std::string_view(failure, std::strlen(failure) - 1));
+    return proof;
 }

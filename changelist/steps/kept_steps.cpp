@@ -1,6 +1,7 @@
 #include "changelist/steps/kept_steps.h"
 
 #include "base/frame_math.h"
+#include "base/guard.h"
 #include "changelist/reel_numbers.h"
 #include "changelist/row_fields.h"
 
@@ -153,7 +154,12 @@ void keep_detailed_steps(const chgdb& changes, Vector<change_step>& steps) {
 }
 
 const change_step* change_steps(change_list list, unsigned& count) {
-    const Vector<change_step>& steps = list == bench_changes ? kept_run().bench : kept_run().detailed;
-    count = static_cast<unsigned>(steps.size());
-    return steps.data();
+    const change_step* first = nullptr;
+    count = 0;
+    run_alone([&] {
+        const Vector<change_step>& steps = list == bench_changes ? kept_run().bench : kept_run().detailed;
+        count = static_cast<unsigned>(steps.size());
+        first = steps.data();
+    });
+    return first;
 }

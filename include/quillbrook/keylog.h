@@ -13,7 +13,7 @@ public:
     /// Reads all of `file`. `get_valid` tells the outcome, 1 after a good read; what was wrong goes to
     /// `logger`, which must outlive the call, and nothing at all is said of a file that can't be opened. The
     /// table's own file name is `tableName`, or where that is empty `file` with the extension ".RDB". Lines
-    /// hold 511 characters. One import at a time in a process.
+    /// hold 511 characters.
     ftldb(const LightweightString<wchar_t>& file, LoggerHandle& logger, LightweightString<wchar_t> tableName);
     ftldb(const ftldb& other);
     ftldb& operator=(const ftldb& other);
@@ -29,6 +29,7 @@ protected:
     std::FILE* file = nullptr;
 
 private:
+    void import(const LightweightString<wchar_t>& file);
     static constexpr int line_size = 512;
     static constexpr int offset_slots = 48;
 

@@ -2,8 +2,10 @@
 // Film logging tables: where each shot of the film material lies, one row a shot.
 //
 // A table is a `recdb`: rows, columns, header parameters, loading and saving are the host's. What stands here
-// is the schema, the header of a log and the rules about both. Nothing raises an exception or writes to a
-// logger, and an instance is used by one thread at a time.
+// is the schema, the header of a log and the rules about both. Nothing writes to a logger, and an instance is
+// used by one thread at a time. Where the host's tables or memory fail under one of these operations the table
+// is invalid from then on, and `get_error_message` says why; what the host throws while its own `recdb` is made
+// or copied is the host's own affair.
 
 #include "host/edit.h"
 #include "host/labels.h"
@@ -51,8 +53,11 @@ protected:
 
     /// The state and the header of a new table, which isn't valid yet.
     void init();
+    void set_param(const char* key, const char* value);
     void add_int_param(const char* key, int value);
     void add_std(const char* key, TCInf std);
+    /// The table can't be trusted any more.
+    void fail();
     /// Formats into `error_message`, cut to what it holds.
     void set_error_message(const char* format, ...) __attribute__((format(printf, 2, 3)));
 
@@ -89,7 +94,7 @@ public:
 
     /// The table that a new log starts from: the template "film.dbt" of the record table directory where
     /// there is one of the current revision, else a new table. A template that can't be used at all comes
-    /// back invalid. The caller deletes the result.
+    /// back invalid. The caller deletes the result; null when there is no memory for one.
     static filmdb* make();
 
     /// Appends the rows of another table, which stays the caller's. One of the current revision is appended
@@ -129,6 +134,8 @@ protected:
     LightweightString<wchar_t> source_name;
 
 private:
+    static filmdb* make_from_template();
+    int append_rows(recdb* other);
     void init();
     bool load_revision();
     bool refuse(fdb_error reason, const char* message);

@@ -57,12 +57,12 @@ TEST(NewFilm, TakesItsFileNameFromTheTableOrTheSource) {
 
 TEST(NewFilm, VideoLogsHaveAnotherLayout) {
     unsigned count = 0;
-    while (!videolog_fields[count].name.empty())
+    while (!videolog_fields()[count].name.empty())
         ++count;
     EXPECT_EQ(count, 15U);
-    EXPECT_STREQ(videolog_fields[5].name.c_str(), "pic qual");
-    EXPECT_EQ(videolog_fields[8].type, DBFieldTypes::timecode);
-    EXPECT_EQ(videolog_fields[15].type, DBFieldTypes::none);
+    EXPECT_STREQ(videolog_fields()[5].name.c_str(), "pic qual");
+    EXPECT_EQ(videolog_fields()[8].type, DBFieldTypes::timecode);
+    EXPECT_EQ(videolog_fields()[15].type, DBFieldTypes::none);
 }
 
 TEST(Setters, WriteTheHeaderEachTime) {
