@@ -60,11 +60,12 @@ bool survives_call(GuardedCall call, void* body) noexcept {
     }
 }
 
-const char* run_call(GuardedCall call, void* body, LoggerHandle* logger) noexcept {
+const char* run_call(GuardedCall call, void* body, LoggerHandle* logger, void (*forget)()) noexcept {
     const Turn turn;
     const unsigned failed_before = Qb::failed_releases;
     const char* failure = turn.mine() ? failure_of(call, body) : busy;
     if (!failure && Qb::failed_releases != failed_before) failure = failed_release;
+    if (failure && turn.mine() && forget) survives(forget);
     if (failure && logger) survives([&] { say(*logger, failure, level_fatal); });
     return failure;
 }

@@ -28,18 +28,6 @@ const char* fill_set(CutlistSet& set, const changelist_reels& reels, Lightweight
     return nullptr;
 }
 
-/// Clears what the run before kept, and what this one did unless it comes to its end.
-struct StepsOfRun {
-    StepsOfRun() { kept_run() = KeptRun(); }
-    ~StepsOfRun() {
-        if (!keep) kept_run() = KeptRun();
-    }
-    StepsOfRun(const StepsOfRun&) = delete;
-    StepsOfRun& operator=(const StepsOfRun&) = delete;
-
-    bool keep = false;
-};
-
 const char* make_changelist(const changelist_reels& reels, const LightweightString<wchar_t>& report_file,
                             const configb* config, LoggerHandle& log) {
     CutlistSet old_set;
@@ -60,10 +48,11 @@ const char* make_changelist(const changelist_reels& reels, const LightweightStri
 const char* mr_make_changelist(changelist_reels& reels, const LightweightString<wchar_t>& report_file, configb* config,
                                LoggerHandle& log) {
     const char* error = nullptr;
-    const char* failure = run_alone([&] {
-        StepsOfRun steps;
+    const auto run = [&] {
+        kept_run() = KeptRun();
         error = make_changelist(reels, report_file, config, log);
-        steps.keep = !error;
-    });
+        if (error) kept_run() = KeptRun();
+    };
+    const char* failure = run_alone(run, nullptr, [] { kept_run() = KeptRun(); });
     return failure ? failure : error;
 }

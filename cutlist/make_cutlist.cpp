@@ -41,5 +41,5 @@ bool make_cutlist_from_edit(EditPtr edit, LoggerHandle& logger, int use_log, con
                             bool overwrite_report) {
     bool done = false;
     const auto run = [&] { done = make_lists(edit, logger, use_log, options, cues, overwrite_report); };
-    return !run_alone(run, &logger) && done;
+    return !run_alone(run, &logger, forget_ended_run) && done;
 }

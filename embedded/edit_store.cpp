@@ -10,6 +10,7 @@ namespace embedded {
 namespace {
 
 namespace fs = std::filesystem;
+using Lock = std::lock_guard<std::recursive_mutex>;
 
 // A file "name.otio" has its backups beside it as "name.otio.bak...".
 void remove_with_backups(const std::string& path) {
@@ -52,12 +53,17 @@ void EditStore::forget(const Cookie& cookie) {
 }
 
 void EditStore::add(Edit* edit) {
-    serials_of_text_[edit->cookie.identity[0]].insert(edit->cookie.identity[1]);
-    by_serial_[edit->cookie.identity[1]].edit = edit;
+    const Lock lock(mutex_);
+    // First what may fail: an edit that couldn't be added must not be found.
+    auto& serials = serials_of_text_[edit->cookie.identity[0]];
+    Stored& stored = by_serial_[edit->cookie.identity[1]];
+    serials.insert(edit->cookie.identity[1]);
+    stored.edit = edit;
 }
 
 void EditStore::remove(Edit* edit) {
-    listed_.erase(std::remove(listed_.begin(), listed_.end(), edit), listed_.end());
+    const Lock lock(mutex_);
+    std::erase_if(listed_, [&](const Listed& listed) { return listed.edit == edit; });
     const auto found = by_serial_.find(edit->impl()->cookie.identity[1]);
     if (found == by_serial_.end() || found->second.edit != edit) return;
     found->second.edit = nullptr;
@@ -65,6 +71,7 @@ void EditStore::remove(Edit* edit) {
 }
 
 EditPtr EditStore::open(const Cookie& cookie) {
+    const Lock lock(mutex_);
     Cookie exact = cookie;
     EditPtr result;
     const Stored* stored = find(exact);
@@ -79,6 +86,7 @@ EditPtr EditStore::open(const Cookie& cookie) {
 }
 
 Edit* EditStore::find_open(const Cookie& cookie) {
+    const Lock lock(mutex_);
     Cookie exact = cookie;
     const Stored* stored = find(exact);
     return stored ? stored->edit : nullptr;
@@ -96,17 +104,28 @@ EditPtr EditStore::read(const Stored& stored, const Cookie& cookie) {
     return edit;
 }
 
+Edit* EditStore::current() const {
+    const Lock lock(mutex_);
+    const auto mine = [](const Listed& listed) { return listed.by == std::this_thread::get_id(); };
+    const auto found = std::find_if(listed_.rbegin(), listed_.rend(), mine);
+    if (found != listed_.rend()) return found->edit;
+    return listed_.empty() ? nullptr : listed_.back().edit;
+}
+
 void EditStore::make_current(Edit* edit) {
-    listed_.erase(std::remove(listed_.begin(), listed_.end(), edit), listed_.end());
-    listed_.push_back(edit);
+    const Lock lock(mutex_);
+    std::erase_if(listed_, [&](const Listed& listed) { return listed.edit == edit; });
+    listed_.push_back({edit, std::this_thread::get_id()});
 }
 
 void EditStore::add_file(const Cookie& cookie, const std::string& path, const std::string& name, Reader reader) {
+    const Lock lock(mutex_);
     serials_of_text_[cookie.identity[0]].insert(cookie.identity[1]);
     by_serial_[cookie.identity[1]] = {nullptr, path, name, std::move(reader)};
 }
 
 void EditStore::delete_file(const Cookie& cookie) {
+    const Lock lock(mutex_);
     Cookie exact = cookie;
     const Stored* stored = find(exact);
     if (!stored || stored->path.empty()) return;

@@ -3,15 +3,19 @@
 
 #include "host/edit.h"
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
+#include <mutex>
 #include <set>
 #include <string>
+#include <thread>
 #include <unordered_map>
 #include <vector>
 
 namespace embedded {
 
+/// All threads share it. An edit itself belongs to one thread at a time.
 class EditStore {
 public:
     static EditStore& get();
@@ -28,8 +32,9 @@ public:
     /// The same without opening it and whether it can be opened or not; null where it isn't open.
     Edit* find_open(const Cookie& cookie);
 
-    /// The edit that is being listed: of those that still live, the one made so last; null if there is none.
-    Edit* current() const { return listed_.empty() ? nullptr : listed_.back(); }
+    /// The edit that is being listed: of those that still live, the one that this thread made so last, or any thread
+    /// where this one has none; null if there is none.
+    Edit* current() const;
     void make_current(Edit* edit);
 
     using Reader = std::function<EditPtr(const std::string& path)>;
@@ -50,10 +55,16 @@ private:
     void forget(const Cookie& cookie);
     EditPtr read(const Stored& stored, const Cookie& cookie);
 
-    std::uint32_t last_serial_ = 0;
+    struct Listed {
+        Edit* edit;
+        std::thread::id by;
+    };
+
+    std::atomic<std::uint32_t> last_serial_{0};
+    mutable std::recursive_mutex mutex_; ///< of all below; the reader of a file opens further edits
     std::unordered_map<std::uint32_t, Stored> by_serial_;
     std::unordered_map<std::uint32_t, std::set<std::uint32_t>> serials_of_text_;
-    std::vector<Edit*> listed_;
+    std::vector<Listed> listed_;
 };
 
 } // namespace embedded

@@ -7,6 +7,7 @@
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <memory>
 #include <new>
 #include <string>
@@ -29,7 +30,9 @@ public:
 class ReplacementStream : public stream {
 public:
     explicit ReplacementStream(const std::string& path) : path_(path), file_(path) {}
+    // While an exception passes, what was written is the beginning of a file.
     ~ReplacementStream() override {
+        if (std::uncaught_exceptions() > exceptions_before_) return;
         if (!file_.commit()) note_write_failure(path_);
     }
     void write(const void* data, unsigned int count) override {
@@ -39,6 +42,7 @@ public:
     bool good() const { return file_.good(); }
 
 private:
+    int exceptions_before_ = std::uncaught_exceptions();
     std::string path_;
     ReplacementFile file_;
 };

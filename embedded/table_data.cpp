@@ -38,11 +38,19 @@ void TableData::copy_shown_rows(const TableData& other) {
 }
 
 void TableData::put_parameter(std::string_view name, std::string_view value) {
-    const auto [place, is_new] = parameter_index_.emplace(folded(name), parameters.size());
-    if (is_new) {
-        parameters.push_back({std::string(name), std::string(value)});
-    } else {
-        parameters[place->second].value = std::string(value);
+    std::string key = folded(name);
+    if (const auto found = parameter_index_.find(key); found != parameter_index_.end()) {
+        parameters[found->second].value = std::string(value);
+        return;
+    }
+    // The index never names a parameter that isn't there, even when memory ends in between.
+    parameters.push_back({std::string(name), std::string(value)});
+    const std::size_t place = parameters.size() - 1;
+    try {
+        parameter_index_.emplace(std::move(key), place);
+    } catch (...) {
+        parameters.pop_back();
+        throw;
     }
 }
 

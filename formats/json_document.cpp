@@ -38,7 +38,7 @@ public:
     using Ch = char;
     using SizeType = rapidjson::SizeType;
 
-    explicit DocumentFiller(rapidjson::Document& target) : target_(target) {}
+    explicit DocumentFiller(JsonTree& target) : target_(target) {}
     /// Why the filler, and not the parser, ended the reading; null otherwise.
     const char* reason() const { return reason_; }
 
@@ -69,7 +69,7 @@ private:
     }
     bool number(std::string_view text);
 
-    rapidjson::Document& target_;
+    JsonTree& target_;
     unsigned depth_ = 0;
     const char* reason_ = nullptr;
 };
@@ -116,9 +116,9 @@ bool JsonDocument::parse(std::string_view bytes) {
         rapidjson::kParseNanAndInfFlag | rapidjson::kParseNumbersAsStringsFlag | rapidjson::kParseIterativeFlag;
     const std::size_t skipped = bytes.substr(0, 3) == byte_order_mark ? 3 : 0;
     rapidjson::MemoryStream stream(bytes.data() + skipped, bytes.size() - skipped);
-    rapidjson::Reader reader;
+    rapidjson::GenericReader<JsonEncoding, JsonEncoding, JsonMemory> reader;
     const char* reason = nullptr;
-    auto generate = [&](rapidjson::Document& target) {
+    auto generate = [&](JsonTree& target) {
         DocumentFiller filler(target);
         const auto result = reader.Parse<flags>(stream, filler);
         reason = filler.reason();
@@ -179,11 +179,9 @@ bool json_integer(const JsonValue* value, long long low, long long high, long lo
 }
 
 std::string json_to_text(const JsonValue& value) {
-    rapidjson::StringBuffer buffer;
-    using Encoding = rapidjson::UTF8<>;
-    rapidjson::Writer<rapidjson::StringBuffer, Encoding, Encoding, rapidjson::CrtAllocator,
-                      rapidjson::kWriteNanAndInfFlag>
-        writer(buffer);
+    JsonBuffer buffer;
+    rapidjson::Writer<JsonBuffer, JsonEncoding, JsonEncoding, JsonMemory, rapidjson::kWriteNanAndInfFlag> writer(
+        buffer);
     value.Accept(writer);
     return {buffer.GetString(), buffer.GetSize()};
 }

@@ -18,12 +18,36 @@
 #pragma clang diagnostic pop
 #endif
 
+#include <cstdlib>
+#include <new>
 #include <string>
 #include <string_view>
 
 namespace formats {
 
-using JsonValue = rapidjson::Value;
+/// Memory for JSON texts. The library itself doesn't look whether it got any.
+struct JsonMemory {
+    static constexpr bool kNeedFree = true;
+    void* Malloc(std::size_t size) { return size > 0 ? checked(std::malloc(size)) : nullptr; }
+    void* Realloc(void* block, std::size_t, std::size_t size) {
+        if (size > 0) return checked(std::realloc(block, size));
+        std::free(block);
+        return nullptr;
+    }
+    static void Free(void* block) { std::free(block); }
+
+private:
+    static void* checked(void* block) {
+        if (!block) throw std::bad_alloc();
+        return block;
+    }
+};
+
+using JsonEncoding = rapidjson::UTF8<>;
+using JsonPool = rapidjson::MemoryPoolAllocator<JsonMemory>;
+using JsonValue = rapidjson::GenericValue<JsonEncoding, JsonPool>;
+using JsonTree = rapidjson::GenericDocument<JsonEncoding, JsonPool, JsonMemory>;
+using JsonBuffer = rapidjson::GenericStringBuffer<JsonEncoding, JsonMemory>;
 
 /// Objects and arrays may lie that deep in each other.
 constexpr unsigned json_depth_limit = 1000;
@@ -36,11 +60,11 @@ public:
     bool parse(std::string_view bytes);
 
     const JsonValue& root() const { return document_; }
-    rapidjson::Document& document() { return document_; }
+    JsonTree& document() { return document_; }
     const std::string& error() const { return error_; }
 
 private:
-    rapidjson::Document document_;
+    JsonTree document_;
     std::string error_;
 };
 

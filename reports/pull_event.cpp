@@ -53,6 +53,11 @@ ListText pulled_length(const cut_report& cut) {
 
 } // namespace
 
+void forget_pulled_roll() {
+    last_roll[0] = '\0';
+    last_page = 0;
+}
+
 void print_pull_event(report& out, cut_report& cut, int reused, bool first, int optical_list) {
     if (out.page + 1 != last_page || first) {
         last_roll[0] = '\0';

@@ -9,6 +9,7 @@
 #include "reports/assembly_list.h"
 #include "reports/cutdb.h"
 #include "reports/opticals_list.h"
+#include "reports/pull_event.h"
 #include "reports/pull_list.h"
 #include "reports/report_context.h"
 #include "reports/reuse_scan.h"
@@ -108,5 +109,7 @@ bool print_cutlist_reports(const LightweightString<wchar_t>& cdb_path, const Lig
                            LoggerHandle& logger, bool overwrite_report, const configb* options) {
     bool done = false;
     const auto run = [&] { done = print_saved_lists(cdb_path, report_path, logger, overwrite_report, options); };
-    return !run_alone(run, &logger) && done;
+    return !run_alone(run, &logger, forget_ended_run) && done;
 }
+
+void forget_ended_run() { forget_pulled_roll(); }

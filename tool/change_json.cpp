@@ -1,9 +1,9 @@
 #include "tool/change_json.h"
 
+#include "formats/json_document.h"
 #include "quillbrook/changelist.h"
 
 #include <rapidjson/prettywriter.h>
-#include <rapidjson/stringbuffer.h>
 
 #include <cmath>
 #include <optional>
@@ -115,8 +115,9 @@ private:
         out_.Null();
     }
 
-    rapidjson::StringBuffer buffer_;
-    rapidjson::PrettyWriter<rapidjson::StringBuffer> out_{buffer_};
+    using Encoding = formats::JsonEncoding;
+    formats::JsonBuffer buffer_;
+    rapidjson::PrettyWriter<formats::JsonBuffer, Encoding, Encoding, formats::JsonMemory> out_{buffer_};
 };
 
 } // namespace

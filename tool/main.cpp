@@ -3,8 +3,12 @@
 #include "tool/command_line.h"
 #include "tool/tool_error.h"
 
+#include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <new>
+#include <string_view>
+#include <unistd.h>
 
 namespace {
 
@@ -16,10 +20,32 @@ struct Runner {
     int operator()(const std::function<int()>& job) const { return job(); }
 };
 
-int tell(const std::exception& error, int status) {
-    std::cerr << "quillbrook: " << error.what() << '\n';
+int tell(const char* what, int status) {
+    std::cerr << "quillbrook: " << what << '\n';
     return status;
 }
+
+int tell(const std::exception& error, int status) { return tell(error.what(), status); }
+
+// What ends the process outside of `main`, or without the memory for an exception.
+[[noreturn]] void end_without_memory() {
+    bool no_memory = true;
+    try {
+        if (std::current_exception()) throw;
+    } catch (const std::bad_alloc&) {
+    } catch (...) {
+        no_memory = false;
+    }
+    constexpr std::string_view line = "quillbrook: out of memory\n";
+    if (!no_memory || ::write(STDERR_FILENO, line.data(), line.size()) < 0) std::abort();
+    ::_exit(tool::exit_failed);
+}
+
+/// Ahead of all other objects, some of which are texts.
+struct Ending {
+    Ending() { std::set_terminate(end_without_memory); }
+};
+[[gnu::init_priority(101)]] Ending ending;
 
 } // namespace
 
@@ -27,12 +53,14 @@ int main(int argc, char** argv) {
     try {
         const int status = std::visit(Runner{}, tool::parse_command_line(argc, argv));
         std::cout.flush();
-        return std::cout ? status : tell(tool::JobError("standard output couldn't be written"), tool::exit_failed);
+        return std::cout ? status : tell("standard output couldn't be written", tool::exit_failed);
     } catch (const tool::UsageError& error) {
         return tell(error, tool::exit_wrong_usage);
+    } catch (const std::bad_alloc&) {
+        return tell("out of memory", tool::exit_failed);
     } catch (const std::exception& error) {
         return tell(error, tool::exit_failed);
     } catch (...) {
-        return tell(tool::JobError("an unknown failure"), tool::exit_failed);
+        return tell("an unknown failure", tool::exit_failed);
     }
 }

@@ -5,7 +5,7 @@
 namespace formats::otio {
 namespace {
 
-using Allocator = rapidjson::Document::AllocatorType;
+using Allocator = JsonPool;
 
 constexpr int seconds_scale = 1000;
 constexpr double whole_limit = 9007199254740992.0;
@@ -102,7 +102,7 @@ private:
 
 } // namespace
 
-void unrender(rapidjson::Document& document, const Context& context) {
+void unrender(JsonTree& document, const Context& context) {
     // The document belongs to the caller, who may change it; places only lend it out as constant.
     const Root root(document);
     Unrenderer unrenderer(document.GetAllocator(), context);

@@ -10,6 +10,6 @@ namespace formats::otio {
 
 /// Replaces, in a document that `Root` accepts, each rendered clip of normal speed that was rendered from one track.
 /// The composition's time 0 is the first frame of the clip's medium.
-void unrender(rapidjson::Document& document, const Context& context);
+void unrender(JsonTree& document, const Context& context);
 
 } // namespace formats::otio
