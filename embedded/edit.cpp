@@ -126,7 +126,7 @@ void EditPtr::i_open(const Cookie& cookie, eEditOpenBehaviour) { *this = EditSto
 void EditPtr::i_close() {
     Edit* closed = edit_;
     edit_ = nullptr;
-    if (closed && OS()->counts().release_ref(closed->impl()->users) == 0) delete closed;
+    if (closed && Qb::release_last(closed->impl()->users)) delete closed;
 }
 
 Edit::Edit(Impl* impl) : cookie(impl->cookie), values(&impl->values), impl_(impl) { EditStore::get().add(this); }

@@ -169,6 +169,7 @@ int prove(const LibraryOptions& options) {
         const bool only = list.list == detailed_changes && !options.is_on(provable_lists[1].key);
         if (!only && !options.is_on(list.key)) continue;
         const change_proof proof = prove_change_steps(list.list);
+        if (std::string_view(proof.reason) == "Out of memory") throw std::bad_alloc();
         std::cout << list.name << ": " << outcome(proof) << '\n';
         if (!proof.proved) status = exit_not_proved;
     }
