@@ -21,7 +21,8 @@ using changelist_reels = std::vector<std::pair<LightweightString<wchar_t>, Light
 /// files, "oldcut__.chg" and "newcut__.chg", stay in the lists directory.
 ///
 /// Null when the report was made, otherwise the text of the error, which stays good until the next call and
-/// isn't the caller's. `log` is told the progress. One run at a time in a process. Raises no exception.
+/// isn't the caller's. `log` is told the progress. One run at a time in a process: a
+/// second one is refused. Raises no exception, whatever the host does.
 QUILLBROOK_API const char* mr_make_changelist(changelist_reels& reels, const LightweightString<wchar_t>& report_file,
                                               configb* config, LoggerHandle& log);
 

@@ -14,7 +14,8 @@
 /// first. A list holds at most 9,999 records.
 ///
 /// True only when the table and the report were both made. All else is told to `logger`: level 4 ends the
-/// run, level 0 is progress. One run at a time in a process. Raises no exception.
+/// run, level 0 is progress. One run at a time in a process: a
+/// second one is refused. Raises no exception, whatever the host does.
 QUILLBROOK_API bool make_cutlist_from_edit(EditPtr edit, LoggerHandle& logger, int use_log, const configb* options,
                                            CueList* cues, bool overwrite_report);
 
