@@ -1,5 +1,6 @@
 // Preloaded into a process, fails one of its allocations or all from one on: QUILLBROOK_FAIL_AT=N, and
-// QUILLBROOK_FAIL_ON=1 for the latter. With QUILLBROOK_COUNT_FILE the number of allocations is written there at the end.
+// QUILLBROOK_FAIL_ON=1 for the latter. With QUILLBROOK_COUNT_FILE the number of allocations is written there at the
+// end.
 
 #include <cerrno>
 #include <cstddef>
