@@ -54,6 +54,27 @@ CelEvent event_of(const LaidEvent& laid, float speed, const Cookie& cookie) {
     return event;
 }
 
+EventFacts facts_of(const LaidEvent& laid, const CelEvent& event) {
+    EventFacts facts;
+    facts.kind = event.transition            ? EventFacts::Kind::transition
+                 : event.in.cookie.isBlack() ? EventFacts::Kind::black
+                                             : EventFacts::Kind::material;
+    facts.cookie = event.in.cookie;
+    facts.edit_in = laid.edit_in;
+    facts.edit_out = laid.edit_out;
+    facts.whole_in = laid.whole_edit_in;
+    facts.whole_out = laid.whole_edit_out;
+    facts.source_in = laid.whole_source_in;
+    facts.only_beside_transition = event.only_beside_transition;
+    return facts;
+}
+
+void add_lab_effects(const EffectGraph& graph, EventFacts& facts) {
+    if (graph.components.empty()) return;
+    facts.lab_tracks = graph.material_tracks;
+    if (graph.components.size() == 1) facts.lab_effect = toUTF8(graph.components[0]->getName()).c_str();
+}
+
 void set_text(settings_block& values, const char* key, const std::string& text) {
     if (!text.empty()) values.set(key, text);
 }
@@ -100,7 +121,9 @@ struct EditBuilder::Impl {
     Cookie cookie_of_item(const ChannelItem& item) const;
     CelEvent item_event(const LaidEvent& laid, const ChannelItem* item, int number, Sequence& sequence) const;
     CelEvent transition_event(const LaidEvent& laid, const ChannelCut& cut, Sequence& sequence) const;
-    CelEvents events_of(int number, Sequence& sequence);
+    EventFacts facts_of_event(const LaidEvent& laid, const CelEvent& event, const ChannelInMaking& made,
+                              const Sequence& sequence) const;
+    CelEvents events_of(int number, Sequence& sequence, std::vector<EventFacts>& facts);
     void add_channels(Sequence& sequence);
     std::unique_ptr<CueList> cue_list() const;
     std::unique_ptr<Sequence> sequence();
@@ -134,7 +157,19 @@ CelEvent EditBuilder::Impl::transition_event(const LaidEvent& laid, const Channe
     return event;
 }
 
-CelEvents EditBuilder::Impl::events_of(int number, Sequence& sequence) {
+EventFacts EditBuilder::Impl::facts_of_event(const LaidEvent& laid, const CelEvent& event, const ChannelInMaking& made,
+                                             const Sequence& sequence) const {
+    EventFacts facts = facts_of(laid, event);
+    if (laid.kind == LaidEvent::Kind::transition) facts.label = made.cuts[laid.index].transition.label;
+    if (laid.kind != LaidEvent::Kind::item) return facts;
+    const EventDescription& item = made.items[laid.index].event;
+    facts.label = item.label;
+    if (facts.kind == EventFacts::Kind::material) facts.speed = item.speed;
+    if (event.graph.valid()) add_lab_effects(sequence.graphs[event.graph.number()], facts);
+    return facts;
+}
+
+CelEvents EditBuilder::Impl::events_of(int number, Sequence& sequence, std::vector<EventFacts>& facts) {
     const ChannelInMaking& made = channel(number);
     const Fraction frame(rate.den, rate.num);
     CelEvents events;
@@ -146,6 +181,7 @@ CelEvents EditBuilder::Impl::events_of(int number, Sequence& sequence) {
             events.push_back(item_event(laid, nullptr, number, sequence));
         else
             events.push_back(item_event(laid, &made.items[laid.index], number, sequence));
+        facts.push_back(facts_of_event(laid, events.back(), made, sequence));
     }
     return events;
 }
@@ -153,7 +189,7 @@ CelEvents EditBuilder::Impl::events_of(int number, Sequence& sequence) {
 void EditBuilder::Impl::add_channels(Sequence& sequence) {
     const double resolution = Fraction(rate.den, rate.num).to_double();
     for (std::size_t i = 0; i < channels.size(); ++i) {
-        CelEvents events = events_of(static_cast<int>(i), sequence);
+        CelEvents events = events_of(static_cast<int>(i), sequence, sequence.facts.emplace_back());
         for (const CelEvent& event : events)
             if (RenderHistory::isRendered(event.in.cookie)) sequence.rendered_material = true;
         Qb::Ptr<Cel> cel = make_cel(std::make_shared<const CelEvents>(std::move(events)), resolution);
@@ -220,6 +256,7 @@ SourceId EditBuilder::add_source(SourceDescription source) {
     medium.timecode_24p = label_start(source.timecode_24p, owner, impl_->warnings);
     medium.key = label_start(source.key, owner, impl_->warnings);
     medium.ink = label_start(source.ink, owner, impl_->warnings);
+    medium.length = source.length;
     impl_->sources.emplace_back() = new Edit(edit.release());
     return static_cast<SourceId>(impl_->sources.size()) - 1;
 }
@@ -280,6 +317,17 @@ EditPtr EditBuilder::finish() {
     finished = new Edit(edit.release());
     store.make_current(finished.get());
     return finished;
+}
+
+const std::vector<EventFacts>& facts_of_channel(const EditPtr& edit, int chan) {
+    static const std::vector<EventFacts> none;
+    const Sequence* sequence = edit ? edit->impl()->sequence.get() : nullptr;
+    const bool known = sequence && chan >= 0 && static_cast<std::size_t>(chan) < sequence->facts.size();
+    return known ? sequence->facts[static_cast<std::size_t>(chan)] : none;
+}
+
+std::optional<Fraction> length_of_source(const EditPtr& source) {
+    return source && source->impl()->medium ? source->impl()->medium->length : std::nullopt;
 }
 
 const Warnings& EditBuilder::warnings() const { return impl_->warnings; }

@@ -49,6 +49,7 @@ struct SourceDescription {
     std::map<std::pair<int, int>, std::string> reels;
     std::optional<LabelDescription> video_timecode, sound_timecode, timecode_24p, key, ink;
     std::string scene, take, description; ///< absent where empty
+    std::optional<Fraction> length;       ///< seconds of material from the first frame; unset where not known
 };
 
 /// One effect of an event.

@@ -2,6 +2,7 @@
 // What stands behind the handles of the edit model.
 
 #include "embedded/edit_builder.h"
+#include "embedded/edit_facts.h"
 #include "embedded/services.h"
 #include "embedded/warning.h"
 #include "host/edit.h"
@@ -100,6 +101,7 @@ struct Sequence {
     std::string project;
     bool drop_frame = false;
     std::vector<Channel> channels;
+    std::vector<std::vector<EventFacts>> facts; ///< by channel
     std::vector<EffectGraph> graphs;
     std::vector<EditPtr> sources;
     std::unique_ptr<CueList> cues;
@@ -118,6 +120,7 @@ struct Medium {
     bool rendered = false;
     std::map<std::pair<int, int>, std::string> reels;
     std::optional<LabelStart> video_timecode, sound_timecode, timecode_24p, key, ink;
+    std::optional<Fraction> length;
 };
 
 /// The rate that counts where none is given.

@@ -44,7 +44,7 @@ logging     logging/|base/|quillbrook/|host/|cutlist/cutlist_options\.h
 embedded    embedded/|host/
 formats     formats/|embedded/|host/|rapidjson/
 film        film/|quillbrook/|embedded/|host/
-tool        tool/|quillbrook/|embedded/|formats/|host/|rapidjson/
+tool        tool/|quillbrook/|film/|embedded/|formats/|host/|rapidjson/
 WHO
 
 for folder in base cutlist reports changelist logging; do

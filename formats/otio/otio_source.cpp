@@ -208,6 +208,7 @@ std::string key_of(const SourceDescription& source) {
     key += std::to_string(source.rate ? source.rate->code : 0);
     append(key, source.film_rate);
     append(key, source.start_strip);
+    append(key, source.length);
     for (const auto& [medium, reel] : source.reels) {
         key += std::to_string(medium.first) + "," + std::to_string(medium.second);
         append(key, reel);
@@ -286,6 +287,8 @@ SourceDescription describe_source(const Place& clip, const Media& media, const C
     source.identity = url_of(media);
     if (source.identity.empty()) source.identity = "name:" + source.name;
     source.rendered = is_rendered(*clip.value);
+    if (media.available && media.available->duration)
+        source.length = media.available->duration->seconds_on(*context.rate);
     source.film_rate = read_rate(clip, fields.own("film_rate"), "\"film_rate\"");
     if (const JsonValue* strip = fields.own("start_strip"))
         source.start_strip = read_number(clip, *strip, "\"start_strip\"", longest_time);

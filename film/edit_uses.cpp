@@ -1,0 +1,306 @@
+// The strips of an edit: event by event, and piece by piece where an event leaves a row of its log.
+
+#include "embedded/edit_facts.h"
+#include "embedded/label_kinds.h"
+#include "film/edit_walk.h"
+#include "film/film_uses.h"
+#include "film/log_rows.h"
+#include "film/opticals.h"
+#include "film/source_facts.h"
+
+#include <algorithm>
+
+namespace film {
+namespace {
+
+using embedded::EventFacts;
+
+/// Frames by which an event may leave its row and still be counted on from it.
+constexpr int most_overrun = 30;
+
+/// A stretch of an event that is seen in one role.
+struct Stretch {
+    const EventFacts* event = nullptr;
+    int item = 0;
+    Fraction from, to; ///< seconds of the edit
+    Role role = Role::cut;
+    int number = 0, optical = 0, layer = 0;
+};
+
+class EditUses {
+public:
+    EditUses(const EditPtr& edit, const UseOptions& options, const LogRows* log)
+        : edit_(edit), options_(options), log_(log), sources_(options.film_reel), rate_(film_rate(edit)) {}
+
+    Strips run() {
+        if (options_.kind == 1)
+            add_picture();
+        else
+            add_sound();
+        sort_strips(strips_);
+        return std::move(strips_);
+    }
+
+private:
+    void add_picture();
+    void add_sound();
+    void add_lowest(int chan, std::vector<MainEvent> events);
+    void add_upper(int chan, int layer);
+    void add_event(const std::vector<EventFacts>& all, std::size_t i, Stretch stretch);
+    void add(const Stretch& stretch);
+    void add_material(const Stretch& stretch, Strip strip);
+    void add_logged(const Strip& whole, const SourceFacts& source);
+    std::int64_t add_piece(const Strip& whole, const SourceFacts& source, std::int64_t k);
+    const Optical* optical_over(int chan, std::int64_t start, std::int64_t end) const;
+
+    const EditPtr edit_;
+    const UseOptions options_;
+    const LogRows* const log_;
+    SourceStore sources_;
+    const Fraction rate_;
+    std::vector<Optical> opticals_;
+    Strips strips_;
+};
+
+bool is_whole(const Fraction& value) { return value.den() == 1; }
+
+/// The first and the last frames of a strip that are looked at together.
+Strip piece_of(const Strip& whole, std::int64_t from, std::int64_t to) {
+    Strip piece = whole;
+    piece.start = whole.start + from;
+    piece.end = whole.start + to;
+    for (Count* count : {&piece.key, &piece.ink, &piece.timecode, &piece.source})
+        count->first = count->at(from);
+    return piece;
+}
+
+/// A number of the source's film at the strip's first frame.
+Count count_from(const LabelPoint& start, const Fraction& frames, const Fraction& step) {
+    Count count;
+    if (!start.is_useful()) return count;
+    count.kind = start.type();
+    count.prefix = start.get_prefix();
+    const Fraction sample(start.sample, start.cvt()->samples_per_frame());
+    count.perforation = start.sample - static_cast<int>(sample.floor()) * start.cvt()->samples_per_frame();
+    count.first = Fraction(sample.floor()) + frames;
+    count.step = step;
+    return count;
+}
+
+void EditUses::add_picture() {
+    const std::vector<int> tracks = picture_tracks_of(edit_);
+    std::vector<MainEvent> events = main_events_of(edit_);
+    opticals_ = number_events(events, lab_effects_of(edit_), options_.neg_cut);
+    for (std::size_t i = 0; i < tracks.size(); ++i) {
+        if (i == 0)
+            add_lowest(tracks[i], std::move(events));
+        else
+            add_upper(tracks[i], static_cast<int>(i));
+    }
+}
+
+void EditUses::add_lowest(int chan, std::vector<MainEvent> events) {
+    const std::vector<EventFacts>& all = embedded::facts_of_channel(edit_, chan);
+    std::size_t place = 0;
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        if (all[i].kind == EventFacts::Kind::transition) continue;
+        Stretch stretch;
+        stretch.number = events[place].number;
+        stretch.optical = events[place].optical;
+        stretch.item = static_cast<int>(place++);
+        add_event(all, i, stretch);
+    }
+}
+
+void EditUses::add_upper(int chan, int layer) {
+    const std::vector<EventFacts>& all = embedded::facts_of_channel(edit_, chan);
+    int item = 0;
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        if (all[i].kind == EventFacts::Kind::transition) continue;
+        Stretch stretch;
+        stretch.item = item++;
+        stretch.layer = layer;
+        const Optical* optical =
+            optical_over(chan, film_frame_of(all[i].edit_in, edit_), film_frame_of(all[i].edit_out, edit_));
+        if (optical) stretch.optical = optical->number;
+        if (optical) stretch.role = Role::layer;
+        add_event(all, i, stretch);
+    }
+}
+
+// Each event is taken whole into the last optical over it that draws on its track.
+const Optical* EditUses::optical_over(int chan, std::int64_t start, std::int64_t end) const {
+    const Optical* found = nullptr;
+    for (const Optical& optical : opticals_) {
+        const bool draws = std::find(optical.channels.begin(), optical.channels.end(), chan) != optical.channels.end();
+        if (draws && start < optical.end && end > optical.start) found = &optical;
+    }
+    return found;
+}
+
+// With the shares that it has in the transitions on both sides.
+void EditUses::add_event(const std::vector<EventFacts>& all, std::size_t i, Stretch stretch) {
+    const bool layer = stretch.role == Role::layer;
+    stretch.event = &all[i];
+    const auto add_share = [&](const Fraction& from, const Fraction& to, Role role) {
+        stretch.from = from;
+        stretch.to = to;
+        stretch.role = layer ? Role::layer : role;
+        add(stretch);
+    };
+    const bool after = i > 0 && all[i - 1].kind == EventFacts::Kind::transition;
+    const bool before = i + 1 < all.size() && all[i + 1].kind == EventFacts::Kind::transition;
+    if (after) add_share(all[i - 1].edit_in, all[i - 1].edit_out, Role::incoming);
+    add_share(all[i].edit_in, all[i].edit_out, Role::cut);
+    if (before) add_share(all[i + 1].edit_in, all[i + 1].edit_out, Role::outgoing);
+}
+
+// Sound is listed as if its crossfades weren't there.
+void EditUses::add_sound() {
+    const std::vector<int> channels = channels_of(edit_, 2);
+    if (options_.number < 1 || static_cast<std::size_t>(options_.number) > channels.size()) return;
+    const int chan = channels[static_cast<std::size_t>(options_.number) - 1];
+    Stretch stretch;
+    for (const EventFacts& facts : embedded::facts_of_channel(edit_, chan)) {
+        if (facts.kind == EventFacts::Kind::transition || facts.only_beside_transition) continue;
+        stretch.event = &facts;
+        stretch.item = stretch.number++;
+        stretch.from = facts.whole_in;
+        stretch.to = facts.whole_out;
+        add(stretch);
+    }
+}
+
+void EditUses::add(const Stretch& stretch) {
+    Strip strip;
+    strip.start = film_frame_of(stretch.from, edit_);
+    strip.end = film_frame_of(stretch.to, edit_);
+    if (strip.start >= strip.end) return;
+    strip.event = stretch.number;
+    strip.optical = stretch.optical;
+    strip.layer = stretch.layer;
+    strip.role = stretch.role;
+    strip.item = stretch.item;
+    strip.where = stretch.event->label;
+    strip.speed = stretch.event->speed;
+    strip.black = stretch.event->kind == EventFacts::Kind::black;
+    if (strip.black)
+        strips_.push_back(std::move(strip));
+    else
+        add_material(stretch, std::move(strip));
+}
+
+void EditUses::add_material(const Stretch& stretch, Strip strip) {
+    const SourceFacts& source = sources_.of(stretch.event->cookie);
+    strip.rendered = source.rendered;
+    strip.name = source.name;
+    strip.scene = source.scene;
+    strip.take = source.take;
+    strip.rolls = source.rolls;
+    if (!source.opens || source.rendered) {
+        strip.sureness = Sureness::unknown;
+        strips_.push_back(std::move(strip));
+        return;
+    }
+    const EventFacts& event = *stretch.event;
+    const Fraction in_source = event.source_in + (stretch.from - event.whole_in) * event.speed;
+    const Fraction step = event.speed * source.film_rate / rate_;
+    strip.source.kind = label_frames;
+    strip.source.first = in_source * source.film_rate;
+    strip.source.step = step;
+    if (source.timecode.is_useful()) {
+        strip.timecode =
+            count_from(source.timecode, in_source * source.timecode_rate, event.speed * source.timecode_rate / rate_);
+    }
+    const bool even = is_whole(stretch.from * rate_) && is_whole(strip.source.first) && is_whole(step);
+    strip.sureness = even ? Sureness::exact : Sureness::within;
+    strip.off = even ? 0 : 1;
+    if (log_) return add_logged(strip, source);
+    const Fraction film = strip.source.first - source.start_strip * source.film_rate;
+    strip.key = count_from(source.key, film, step);
+    strip.ink = count_from(source.ink, film, step);
+    if (!strip.key) strip.sureness = Sureness::counted;
+    if (!strip.key) strip.off = 0;
+    strips_.push_back(std::move(strip));
+}
+
+void EditUses::add_logged(const Strip& whole, const SourceFacts& source) {
+    for (std::int64_t k = 0; k < whole.length();)
+        k = add_piece(whole, source, k);
+}
+
+/// Behind the last frame, from `k` on, of which the timecode lies from `low` to below `high`.
+std::int64_t frames_within(const Count& timecode, std::int64_t k, std::int64_t low, std::int64_t high,
+                           std::int64_t end) {
+    const Fraction none;
+    std::int64_t behind = end;
+    if (none < timecode.step && high != INT64_MAX)
+        behind = -((timecode.first - Fraction(high)) / timecode.step).floor();
+    else if (timecode.step < none && low != INT64_MIN)
+        behind = ((timecode.first - Fraction(low)) / -timecode.step).floor() + 1;
+    return std::clamp(behind, k + 1, end);
+}
+
+/// Behind the last frame, from `k` on, that is nearest to the same row as frame `k`.
+std::int64_t frames_near(const LogRows& log, const std::string& reel, const Count& timecode, std::int64_t k,
+                         std::int64_t end) {
+    const LogRow* const row = log.nearest(reel, timecode.frame_at(k), most_overrun);
+    std::int64_t same = k, other = end;
+    while (other - same > 1) {
+        const std::int64_t middle = same + (other - same) / 2;
+        if (log.nearest(reel, timecode.frame_at(middle), most_overrun) == row)
+            same = middle;
+        else
+            other = middle;
+    }
+    return other;
+}
+
+void take_row(const LogRow& row, const SourceFacts& source, int film_reel, Strip& piece) {
+    piece.log_row = row.row;
+    piece.rolls = rolls_of(row, source.rolls.tape, film_reel);
+    const Fraction share = source.film_rate / source.timecode_rate;
+    const Fraction film = (piece.timecode.first - Fraction(row.start)) * share;
+    piece.key = count_from(row.key, film, piece.source.step);
+    piece.ink = count_from(row.ink, film, piece.source.step);
+    if (!is_whole(film) && piece.sureness == Sureness::exact) {
+        piece.sureness = Sureness::within;
+        piece.off = 1;
+    }
+}
+
+std::int64_t EditUses::add_piece(const Strip& whole, const SourceFacts& source, std::int64_t k) {
+    Strip piece;
+    std::int64_t end = whole.length();
+    const LogRow* row = nullptr;
+    bool beyond = false;
+    if (whole.timecode) {
+        const RowAt at = log_->at(source.rolls.tape, whole.timecode.frame_at(k));
+        end = frames_within(whole.timecode, k, at.from, at.to, end);
+        row = at.row;
+        if (!row) {
+            end = frames_near(*log_, source.rolls.tape, whole.timecode, k, end);
+            row = log_->nearest(source.rolls.tape, whole.timecode.frame_at(k), most_overrun);
+            beyond = row != nullptr;
+        }
+    }
+    piece = piece_of(whole, k, end);
+    if (row) take_row(*row, source, options_.film_reel, piece);
+    if (!row)
+        piece.sureness = Sureness::unknown;
+    else if (!piece.key)
+        piece.sureness = Sureness::counted;
+    else if (beyond)
+        piece.sureness = Sureness::beyond;
+    if (piece.sureness != Sureness::within) piece.off = 0;
+    strips_.push_back(std::move(piece));
+    return end;
+}
+
+} // namespace
+
+Strips uses_of_edit(const EditPtr& edit, const UseOptions& options, const LogRows* log) {
+    return EditUses(edit, options, log).run();
+}
+
+} // namespace film

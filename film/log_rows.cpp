@@ -1,0 +1,301 @@
+#include "film/log_rows.h"
+
+#include "embedded/label_kinds.h"
+#include "embedded/rates.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstring>
+#include <set>
+
+namespace film {
+namespace {
+
+/// Characters of a row's reel that the lists compare, and frames by which an event may overrun its row.
+constexpr std::size_t reel_compared = 15;
+constexpr int slack_of_lists = 30;
+
+std::string upper_case(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    return text;
+}
+
+/// The columns of a table by name, and what its header says where a row says nothing.
+class Columns {
+public:
+    explicit Columns(const recdb& table) : table_(table) {}
+
+    std::string text(const dbrecord& record, const char* column) const {
+        const int field = table_.get_fieldnum(column);
+        const char* found = field < 0 ? nullptr : record.get_field(static_cast<unsigned short>(field));
+        return found ? found : "";
+    }
+    label_t timecode(const dbrecord& record) const {
+        std::string standard = text(record, "label_std");
+        if (standard.empty()) standard = header("label_std");
+        return standard.empty() ? label_tc_24 : TvStd_to_label_type(edlstr_to_tv_standard(standard.c_str()));
+    }
+    label_t film(const dbrecord& record) const {
+        std::string kind = text(record, "film label_std");
+        if (kind.empty()) kind = header("film label_std");
+        return kind.empty() ? label_key_35mm_4p : edlstr_to_label_type(kind.c_str());
+    }
+
+private:
+    std::string header(const char* name) const {
+        const char* value = table_.get_param_val(name);
+        return value ? value : "";
+    }
+
+    const recdb& table_;
+};
+
+LabelPoint point_of(const std::string& text, label_t kind) {
+    LabelPoint point(0, text.empty() ? label_none : kind);
+    if (point.is_valid()) point.set_sample(text.c_str());
+    return point.is_useful() ? point : LabelPoint();
+}
+
+LogRow row_of(const Columns& columns, const dbrecord& record) {
+    LogRow row;
+    row.name = columns.text(record, "name");
+    row.reel = columns.text(record, "reel");
+    row.camera = columns.text(record, "cam reel");
+    row.lab = columns.text(record, "lab reel");
+    row.daily = columns.text(record, "comp reel");
+    row.sound = columns.text(record, "snd reel");
+    row.timecode_24 = columns.text(record, "24p reel");
+    row.kind = columns.timecode(record);
+    row.own_film = columns.film(record);
+    const LabelPoint start = point_of(columns.text(record, "start time"), row.kind);
+    const LabelPoint end = point_of(columns.text(record, "end time"), row.kind);
+    if (start.is_useful() && end.is_useful()) {
+        row.start = start.sample;
+        row.end = end.sample;
+    }
+    row.key = point_of(columns.text(record, "start keycode"), row.own_film);
+    row.ink = point_of(columns.text(record, "start inkcode"), label_t_to_ink_label_t(row.own_film));
+    return row;
+}
+
+embedded::Fraction film_share_of(label_t timecode) {
+    const embedded::TimecodeBase* base = embedded::timecode_base(timecode);
+    return base ? embedded::film_share(base->count) : embedded::Fraction(1);
+}
+
+bool has_length(const LogRow& row) { return row.start < row.end; }
+
+std::int64_t frames_between(const LabelPoint& a, const LabelPoint& b, std::int64_t frames) {
+    return (std::int64_t{a.sample} - b.sample) - frames * a.cvt()->samples_per_frame();
+}
+
+bool same_count(const LabelPoint& a, const LabelPoint& b, std::int64_t frames) {
+    if (a.is_useful() != b.is_useful()) return false;
+    if (!a.is_useful()) return true;
+    return a.type() == b.type() && std::strcmp(a.get_prefix(), b.get_prefix()) == 0 &&
+           frames_between(b, a, frames) == 0;
+}
+
+} // namespace
+
+// Behind the parameters an empty line, the names of the columns and their types.
+int line_of_first_record(std::string_view bytes) {
+    int line = 1;
+    std::size_t begin = 0;
+    while (begin < bytes.size()) {
+        const std::size_t end = std::min(bytes.find('\n', begin), bytes.size());
+        constexpr int lines_to_records = 3;
+        if (end == begin) return line + lines_to_records;
+        begin = end + 1;
+        ++line;
+    }
+    return line;
+}
+
+bool same_film(const LogRow& a, const LogRow& b) {
+    const embedded::Fraction share = film_share_of(a.kind);
+    const embedded::Fraction film = embedded::Fraction(b.start - a.start) * share;
+    if (a.camera != b.camera || a.lab != b.lab || a.kind != b.kind) return false;
+    // With pulldown two true rows may lie a frame apart.
+    for (const std::int64_t frames : {film.floor(), film.floor() + (film.den() == 1 ? 0 : 1)})
+        if (same_count(a.key, b.key, frames)) return true;
+    return false;
+}
+
+/// The rows of one reel.
+struct LogRows::Group {
+    std::string reel;
+    std::vector<const LogRow*> rows;   ///< by start, then by place
+    std::vector<std::size_t> furthest; ///< of the rows up to each, the one that ends last
+
+    /// Between two boundaries the same rows hold every frame.
+    struct Piece {
+        std::int64_t from;
+        const LogRow* row;
+        const LogRow* other;
+    };
+    std::vector<Piece> pieces;
+
+    void finish();
+    RowAt at(std::int64_t frame) const;
+    const LogRow* nearest(std::int64_t frame, int slack) const;
+    const LogRow* listed(std::int64_t low, std::int64_t high) const;
+
+private:
+    void find_furthest();
+    void cut_up();
+};
+
+void LogRows::Group::finish() {
+    std::stable_sort(rows.begin(), rows.end(), [](const LogRow* a, const LogRow* b) { return a->start < b->start; });
+    find_furthest();
+    cut_up();
+}
+
+void LogRows::Group::find_furthest() {
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        furthest.push_back(i > 0 && rows[furthest[i - 1]]->end >= rows[i]->end ? furthest[i - 1] : i);
+}
+
+void LogRows::Group::cut_up() {
+    struct Edge {
+        std::int64_t at;
+        bool begins;
+        const LogRow* row;
+    };
+    std::vector<Edge> edges;
+    for (const LogRow* row : rows) {
+        edges.push_back({row->start, true, row});
+        edges.push_back({row->end, false, row});
+    }
+    std::stable_sort(edges.begin(), edges.end(), [](const Edge& a, const Edge& b) { return a.at < b.at; });
+    const auto by_place = [](const LogRow* a, const LogRow* b) { return a->row < b->row; };
+    std::set<const LogRow*, decltype(by_place)> open(by_place);
+    for (std::size_t i = 0; i < edges.size(); ++i) {
+        if (edges[i].begins)
+            open.insert(edges[i].row);
+        else
+            open.erase(edges[i].row);
+        if (i + 1 < edges.size() && edges[i + 1].at == edges[i].at) continue;
+        const LogRow* first = open.empty() ? nullptr : *open.begin();
+        const auto other =
+            std::find_if(open.begin(), open.end(), [first](const LogRow* row) { return !same_film(*first, *row); });
+        pieces.push_back({edges[i].at, first, other == open.end() ? nullptr : *other});
+    }
+}
+
+RowAt LogRows::Group::at(std::int64_t frame) const {
+    const auto next = std::upper_bound(pieces.begin(), pieces.end(), frame,
+                                       [](std::int64_t at, const Piece& piece) { return at < piece.from; });
+    RowAt found;
+    found.from = next == pieces.begin() ? INT64_MIN : (next - 1)->from;
+    found.to = next == pieces.end() ? INT64_MAX : next->from;
+    if (next == pieces.begin()) return found;
+    found.row = (next - 1)->row;
+    found.other = (next - 1)->other;
+    return found;
+}
+
+const LogRow* LogRows::Group::nearest(std::int64_t frame, int slack) const {
+    const auto behind = std::upper_bound(rows.begin(), rows.end(), frame,
+                                         [](std::int64_t at, const LogRow* row) { return at < row->start; });
+    const LogRow* after = behind == rows.end() || (*behind)->start - frame > slack ? nullptr : *behind;
+    const LogRow* before = nullptr;
+    if (behind != rows.begin()) {
+        const LogRow* last = rows[furthest[static_cast<std::size_t>(behind - rows.begin()) - 1]];
+        if (frame - last->end < slack) before = last;
+    }
+    if (!before || !after) return before ? before : after;
+    return frame - before->end < after->start - frame ? before : after;
+}
+
+const LogRow* LogRows::Group::listed(std::int64_t low, std::int64_t high) const {
+    const auto end = std::upper_bound(rows.begin(), rows.end(), low + slack_of_lists,
+                                      [](std::int64_t at, const LogRow* row) { return at < row->start; });
+    const LogRow* found = nullptr;
+    for (auto i = static_cast<std::size_t>(end - rows.begin()); i-- > 0;) {
+        if (rows[furthest[i]]->end + slack_of_lists < high) break;
+        const LogRow* row = rows[i];
+        const bool fits = row->end + slack_of_lists >= high && (!found || row->row < found->row);
+        if (fits) found = row;
+    }
+    return found;
+}
+
+LogRows::LogRows(const recdb& table, int first_line) {
+    const Columns columns(table);
+    rows_.reserve(table.get_num_records());
+    for (unsigned i = 0; i < table.get_num_records(); ++i) {
+        LogRow row = row_of(columns, *table.get_record(i));
+        row.row = static_cast<int>(i);
+        row.line = first_line + row.row;
+        if (has_length(row)) rows_.push_back(std::move(row));
+    }
+    for (const LogRow& row : rows_) {
+        std::unique_ptr<Group>& group = groups_[upper_case(row.reel)];
+        if (!group) group = std::make_unique<Group>();
+        group->rows.push_back(&row);
+    }
+    for (auto& [reel, group] : groups_) {
+        group->reel = reel;
+        group->finish();
+    }
+}
+
+LogRows::~LogRows() = default;
+
+// The reel's own first, then those that begin it, the longest first, then rows without a reel.
+const std::vector<const LogRows::Group*>& LogRows::groups_of(const std::string& reel) const {
+    const auto [entry, fresh] = found_.try_emplace(reel);
+    if (!fresh) return entry->second;
+    const std::string name = upper_case(reel);
+    const auto own = groups_.find(name);
+    if (own != groups_.end()) entry->second.push_back(own->second.get());
+    for (std::size_t length = std::min(name.size(), reel_compared) + 1; length-- > 0;) {
+        const std::string head = name.substr(0, length);
+        // Of a reel that is longer than what is compared only the beginning counts.
+        for (auto at = groups_.lower_bound(head); at != groups_.end() && at->first.compare(0, length, head) == 0;
+             ++at) {
+            if (at->first != name && (at->first.size() == length || length == reel_compared))
+                entry->second.push_back(at->second.get());
+            if (length < reel_compared) break;
+        }
+    }
+    return entry->second;
+}
+
+RowAt LogRows::at(const std::string& reel, std::int64_t frame) const {
+    RowAt answer{nullptr, ReelMatch::none, nullptr, INT64_MIN, INT64_MAX};
+    const std::string name = upper_case(reel);
+    for (const Group* group : groups_of(reel)) {
+        const RowAt found = group->at(frame);
+        answer.from = std::max(answer.from, found.from);
+        answer.to = std::min(answer.to, found.to);
+        if (!found.row) continue;
+        answer.row = found.row;
+        answer.other = found.other;
+        answer.match = group->reel == name   ? ReelMatch::exact
+                       : group->reel.empty() ? ReelMatch::any
+                                             : ReelMatch::prefix;
+        return answer;
+    }
+    return answer;
+}
+
+const LogRow* LogRows::nearest(const std::string& reel, std::int64_t frame, int slack) const {
+    for (const Group* group : groups_of(reel))
+        if (const LogRow* row = group->nearest(frame, slack)) return row;
+    return nullptr;
+}
+
+const LogRow* LogRows::listed(const std::string& reel, std::int64_t first, std::int64_t last) const {
+    const LogRow* found = nullptr;
+    for (const Group* group : groups_of(reel)) {
+        const LogRow* row = group->listed(std::min(first, last), std::max(first, last));
+        if (row && (!found || row->row < found->row)) found = row;
+    }
+    return found;
+}
+
+} // namespace film

@@ -1,0 +1,97 @@
+// Strips of events whose film a log tells.
+
+#include "tests/film/made_film.h"
+#include "tests/shots/logged_edit.h"
+
+#include <gmock/gmock.h>
+
+using namespace logged;
+using film::LogRows;
+using film::Strips;
+using film::Sureness;
+using film_test::drawn;
+using testing::ElementsAre;
+
+namespace {
+
+std::vector<std::string> row(const std::string& reel, const std::string& start, const std::string& end,
+                             const std::string& roll, const std::string& key) {
+    return {"", reel, start, end, roll, "", "", key, "", "", "", ""};
+}
+
+struct LoggedUses : testing::Test {
+    Strips uses(const std::string& reel, int first, int length, const Records& rows, const Fraction& speed = 1) {
+        EditBuilder builder(edit_24());
+        const int v1 = builder.add_channel(1);
+        builder.add_event(v1, event_of(builder.add_source(transfer(reel)), first, length, speed));
+        const MadeTable table(log_params(), log_columns(), rows);
+        const LogRows log(table);
+        return film::uses_of_edit(builder.finish(), {}, &log);
+    }
+};
+
+const auto first_minute = row("VT1", "01:00:00:00", "01:01:00:00", "A001", "KJ1234560100+00");
+const auto second_minute = row("VT1", "01:01:00:00", "01:02:00:00", "A002", "KJ9876540500+00");
+
+TEST_F(LoggedUses, FilmIsCountedFromTheRow) {
+    const Strips strips = uses("vt1", 24, 48, {first_minute});
+    EXPECT_THAT(drawn(strips), ElementsAre("1 cut 0-48 A001 KJ1234560101+08"));
+    EXPECT_EQ(strips[0].log_row, 0);
+    EXPECT_EQ(strips[0].sureness, Sureness::exact);
+}
+
+TEST_F(LoggedUses, AFramePastTheRowIsTheNextRows) {
+    EXPECT_THAT(drawn(uses("vt1", 1440 - 48, 77, {first_minute, second_minute})),
+                ElementsAre("1 cut 0-48 A001 KJ1234560187+00", "1 cut 48-77 A002 KJ9876540500+00"));
+}
+
+TEST_F(LoggedUses, BackwardItPassesTheRowsTheOtherWay) {
+    EXPECT_THAT(drawn(uses("vt1", 1440 - 48, 77, {first_minute, second_minute}, -1)),
+                ElementsAre("1 cut 0-29 A002 KJ9876540501+12", "1 cut 29-77 A001 KJ1234560189+15"));
+}
+
+TEST_F(LoggedUses, ReelsOfTheirOwnGoBeforeReelsThatBeginThem) {
+    const auto one = row("1", "01:00:00:00", "01:01:00:00", "A001", "KJ1111110100+00");
+    const auto ten = row("10", "01:00:00:00", "01:01:00:00", "A010", "KJ1010100100+00");
+    EXPECT_THAT(drawn(uses("10", 0, 24, {one, ten})), ElementsAre("1 cut 0-24 A010 KJ1010100100+00"));
+    EXPECT_THAT(drawn(uses("10", 0, 24, {one})), ElementsAre("1 cut 0-24 A001 KJ1111110100+00"));
+}
+
+TEST_F(LoggedUses, PastTheLastRowFilmIsCountedOnForThirtyFrames) {
+    const Strips strips = uses("vt1", 1440 - 10, 60, {first_minute});
+    EXPECT_THAT(drawn(strips),
+                ElementsAre("1 cut 0-10 A001 KJ1234560189+06", "1 cut 10-40 A001 KJ1234560190+00", "1 cut 40-60"));
+    EXPECT_EQ(strips[1].sureness, Sureness::beyond);
+    EXPECT_EQ(strips[2].sureness, Sureness::unknown);
+}
+
+TEST_F(LoggedUses, TheListsTakeTheFirstRowThatFitsWithinThirtyFrames) {
+    const MadeTable table(log_params(), log_columns(), {first_minute, second_minute});
+    const LogRows log(table);
+    const std::int64_t hour = 24 * 3600, minute = 24 * 60;
+    EXPECT_EQ(log.listed("vt1", hour, hour + minute + 30)->row, 0);
+    EXPECT_EQ(log.listed("vt1", hour + minute - 30, hour + minute + 31)->row, 1);
+    EXPECT_EQ(log.listed("vt1", hour, hour + minute + 31), nullptr);
+    EXPECT_EQ(log.listed("vt123", hour + minute - 20, hour + minute + 20)->row, 0);
+    EXPECT_EQ(log.listed("vt", hour, hour + 1), nullptr);
+}
+
+TEST_F(LoggedUses, OfOverlappingRowsTheFirstOfTheTableCounts) {
+    const auto other = row("VT1", "01:00:30:00", "01:01:30:00", "A003", "KJ3333330100+00");
+    const MadeTable table(log_params(), log_columns(), {first_minute, other});
+    const LogRows log(table);
+    const std::int64_t hour = 24 * 3600;
+    EXPECT_EQ(log.at("VT1", hour + 800).row->row, 0);
+    EXPECT_EQ(log.at("VT1", hour + 800).other->row, 1);
+    EXPECT_EQ(log.at("VT1", hour + 1500).row->row, 1);
+    EXPECT_EQ(log.at("VT1", hour + 1500).other, nullptr);
+    EXPECT_EQ(log.at("VT1", hour + 800).from, hour + 720);
+    EXPECT_EQ(log.at("VT1", hour + 800).to, hour + 1440);
+}
+
+TEST_F(LoggedUses, RowsTellTheirLines) {
+    const std::string bytes = table_bytes(log_params(), log_columns(), {first_minute});
+    EXPECT_EQ(film::line_of_first_record(bytes), 9);
+}
+
+} // namespace

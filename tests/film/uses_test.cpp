@@ -1,0 +1,114 @@
+// Strips of small edits.
+
+#include "tests/film/made_film.h"
+#include "tests/generator/made_edit.h"
+
+#include <gmock/gmock.h>
+
+using namespace generator_test;
+using film::Role;
+using film::Strips;
+using film::Sureness;
+using film::UseOptions;
+using film_test::drawn;
+using testing::ElementsAre;
+
+namespace {
+
+struct FilmUses : testing::Test {
+    Strips uses(const UseOptions& options = {}) { return film::uses_of_edit(builder.finish(), options); }
+
+    EditBuilder builder{plain_edit()};
+    int v1 = builder.add_channel(picture);
+    SourceId a = builder.add_source(shot("a"));
+    SourceId b = builder.add_source(shot("b", "KJ9876540200+00"));
+};
+
+TEST_F(FilmUses, ACutTakesItsFilmFromTheFirstFrameOn) {
+    builder.add_event(v1, event_of(a, 48, 5));
+    const Strips strips = uses();
+    EXPECT_THAT(drawn(strips), ElementsAre("1 cut 0-48 A001 KJ1234560100+05"));
+    EXPECT_EQ(strips[0].key.text_at(47), "KJ1234560103+04");
+    EXPECT_EQ(strips[0].timecode.text_at(47), "01:00:02:04");
+    EXPECT_EQ(strips[0].source.frame_at(47), 52);
+    EXPECT_EQ(strips[0].sureness, Sureness::exact);
+    EXPECT_EQ(strips[0].rolls.tape, "Ta");
+}
+
+TEST_F(FilmUses, BothSidesOfATransitionGoOnOverItsFrames) {
+    builder.add_event(v1, event_of(a, 48, 0));
+    builder.add_transition(v1, dissolve(8, 16));
+    builder.add_event(v1, event_of(b, 48, 32));
+    EXPECT_THAT(drawn(uses()), ElementsAre("1 cut 0-40 A001 KJ1234560100+00", "1 out 40-64 A001 KJ1234560102+08",
+                                           "2 in 40-64 A001 KJ9876540201+08", "2 cut 64-96 A001 KJ9876540203+00"));
+}
+
+TEST_F(FilmUses, ReverseBeginsWithTheLastFrameOfItsStretch) {
+    builder.add_event(v1, event_of(a, 10, 100, -1));
+    const Strips strips = uses();
+    ASSERT_EQ(strips.size(), 1U);
+    EXPECT_EQ(strips[0].source.frame_at(0), 109);
+    EXPECT_EQ(strips[0].source.frame_at(9), 100);
+    EXPECT_EQ(strips[0].sureness, Sureness::exact);
+}
+
+TEST_F(FilmUses, AFreezeStaysAndAnUnevenSpeedMayBeAFrameOff) {
+    builder.add_event(v1, event_of(a, 10, 7, 0));
+    builder.add_event(v1, event_of(a, 10, 0, Fraction(3, 2)));
+    const Strips strips = uses();
+    EXPECT_EQ(strips[0].source.frame_at(9), 7);
+    EXPECT_EQ(strips[0].sureness, Sureness::exact);
+    EXPECT_EQ(strips[1].source.at(3), Fraction(9, 2));
+    EXPECT_EQ(strips[1].sureness, Sureness::within);
+    EXPECT_EQ(strips[1].off, 1);
+}
+
+TEST_F(FilmUses, UpperTracksAreLayersWhereAnOpticalDrawsOnThem) {
+    const int v2 = builder.add_channel(picture);
+    const int fx = builder.add_channel(picture, chan_fx);
+    builder.add_event(v1, event_of(a, 48));
+    builder.add_event(v2, event_of(b, 24));
+    builder.add_event(v2, event_of(b, 24));
+    builder.add_gap(fx, frames(10), {lab_effect("Blur", {0, 1})});
+    const Strips strips = uses();
+    EXPECT_THAT(drawn(strips), ElementsAre("1 cut 0-48 A001 KJ1234560100+00", "0 layer 0-24 V2 A001 KJ9876540200+00",
+                                           "0 cut 24-48 V2 A001 KJ9876540200+00"));
+    EXPECT_EQ(strips[0].optical, 1);
+    EXPECT_EQ(strips[1].optical, 1);
+    EXPECT_EQ(strips[2].optical, 0);
+}
+
+TEST_F(FilmUses, AnOpticalHasOneNumberInANegCut) {
+    builder.add_event(v1, event_of(a, 24));
+    builder.add_transition(v1, dissolve(4, 4));
+    builder.add_event(v1, event_of(b, 24));
+    builder.add_event(v1, event_of(a, 24));
+    UseOptions options;
+    options.neg_cut = true;
+    std::vector<int> numbers;
+    for (const film::Strip& strip : uses(options))
+        numbers.push_back(strip.event);
+    EXPECT_THAT(numbers, ElementsAre(1, 1, 1, 1, 2));
+}
+
+TEST_F(FilmUses, SoundKeepsItsCrossfadesOut) {
+    const int a1 = builder.add_channel(sound);
+    builder.add_event(a1, event_of(a, 48));
+    builder.add_transition(a1, dissolve(8, 16));
+    builder.add_event(a1, event_of(b, 48));
+    EXPECT_THAT(drawn(uses({sound, 1})),
+                ElementsAre("1 cut 0-48 A001 KJ1234560100+00", "2 cut 48-96 A001 KJ9876540200+00"));
+}
+
+TEST_F(FilmUses, WithoutANumberTheFramesAreStillCounted) {
+    builder.add_event(v1, event_of(builder.add_source(bare_source("c")), 10, 3));
+    builder.add_black(v1, frames(5));
+    const Strips strips = uses();
+    EXPECT_FALSE(strips[0].key);
+    EXPECT_EQ(strips[0].sureness, Sureness::counted);
+    EXPECT_EQ(strips[0].source.frame_at(0), 3);
+    EXPECT_TRUE(strips[1].black);
+    EXPECT_FALSE(strips[1].has_film());
+}
+
+} // namespace
