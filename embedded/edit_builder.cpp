@@ -96,8 +96,8 @@ std::optional<LabelStart> label_start(const std::optional<LabelDescription>& des
     else
         start.point.set_sample(description->text.c_str());
     if (!start.point.is_useful()) {
-        warnings.push_back(owner + ": \"" + description->text + "\" can't be read as " +
-                           label_type_to_edlstr(description->type));
+        warnings.push_back({WarningKind::dropped, owner + ": \"" + description->text + "\" can't be read as " +
+                                                      label_type_to_edlstr(description->type)});
         return std::nullopt;
     }
     if (description->rate && *description->rate > Fraction())
@@ -283,7 +283,8 @@ void EditBuilder::add_gap(int channel, const Fraction& duration, std::vector<Eff
         gap.event.effects = std::move(effects);
         gap.event.effect_tracks = std::move(effect_tracks);
     } else if (!effects.empty()) {
-        impl_->warnings.push_back("effects of a gap are left out, as it doesn't stand on an FX channel");
+        impl_->warnings.push_back(
+            {WarningKind::dropped, "effects of a gap are left out, as it doesn't stand on an FX channel"});
     }
     made.items.push_back(std::move(gap));
 }

@@ -89,7 +89,9 @@ private:
     // Index of the item before a cut; past the end at the channel's head.
     std::size_t before(std::size_t cut) const { return cut == 0 ? items_.size() : cut - 1; }
 
-    void warn(const ChannelCut& cut, const char* why) { warnings_.push_back(name_of(cut.transition) + ": " + why); }
+    void warn(const ChannelCut& cut, const char* why, WarningKind kind = WarningKind::dropped) {
+        warnings_.push_back({kind, name_of(cut.transition) + ": " + why});
+    }
 
     void share_out() {
         for (std::size_t i = 0; i < cuts_.size(); ++i) {
@@ -126,7 +128,7 @@ private:
 
     Fraction cut_to(const Fraction& room, const Fraction& wanted, const ChannelCut& cut, const char* why) {
         if (wanted > room) warn(cut, why);
-        if (wanted < nothing) warn(cut, "an offset below 0 counts as 0");
+        if (wanted < nothing) warn(cut, "an offset below 0 counts as 0", WarningKind::replaced);
         return std::max(nothing, std::min(room, wanted));
     }
 
@@ -175,7 +177,8 @@ std::vector<LaidEvent> lay_out_cuts(const std::vector<ChannelItem>& items, const
 std::vector<LaidEvent> lay_out_effects(const std::vector<ChannelItem>& items, const std::vector<ChannelCut>& cuts,
                                        const Fraction& frame, Warnings& warnings) {
     for (const ChannelCut& cut : cuts)
-        warnings.push_back(name_of(cut.transition) + ": dropped, as it stands on an FX channel");
+        warnings.push_back(
+            {WarningKind::dropped, name_of(cut.transition) + ": dropped, as it stands on an FX channel"});
     std::vector<LaidEvent> events;
     Fraction now;
     for (std::size_t i = 0; i < items.size(); ++i) {

@@ -2,8 +2,8 @@
 
 #include "embedded/edit_facts.h"
 #include "embedded/label_kinds.h"
+#include "film/edit_film.h"
 #include "film/edit_walk.h"
-#include "film/film_uses.h"
 #include "film/log_rows.h"
 #include "film/opticals.h"
 #include "film/source_facts.h"
@@ -21,7 +21,6 @@ constexpr int most_overrun = 30;
 /// A stretch of an event that is seen in one role.
 struct Stretch {
     const EventFacts* event = nullptr;
-    int item = 0;
     Fraction from, to; ///< seconds of the edit
     Role role = Role::cut;
     int number = 0, optical = 0, layer = 0;
@@ -32,13 +31,13 @@ public:
     EditUses(const EditPtr& edit, const UseOptions& options, const LogRows* log)
         : edit_(edit), options_(options), log_(log), sources_(options.film_reel), rate_(film_rate(edit)) {}
 
-    Strips run() {
+    EditFilm run() {
         if (options_.kind == 1)
             add_picture();
         else
             add_sound();
         sort_strips(strips_);
-        return std::move(strips_);
+        return {std::move(strips_), std::move(events_), std::move(opticals_)};
     }
 
 private:
@@ -51,14 +50,20 @@ private:
     void add_material(const Stretch& stretch, Strip strip);
     void add_logged(const Strip& whole, const SourceFacts& source);
     std::int64_t add_piece(const Strip& whole, const SourceFacts& source, std::int64_t k);
+    void begin_event(const Stretch& stretch);
+    void note_material(FilmEvent& event, const Stretch& stretch) const;
+    Strip strip_of(const Stretch& stretch) const;
+    void place_in_source(const Stretch& stretch, const SourceFacts& source, Strip& strip) const;
     const Optical* optical_over(int chan, std::int64_t start, std::int64_t end) const;
 
     const EditPtr edit_;
     const UseOptions options_;
     const LogRows* const log_;
-    SourceStore sources_;
+    mutable SourceStore sources_; ///< reads each source once
     const Fraction rate_;
     std::vector<Optical> opticals_;
+    std::vector<FilmEvent> events_;
+    const LogRow* holding_ = nullptr; ///< the row that holds all frames of the event at hand
     Strips strips_;
 };
 
@@ -87,6 +92,11 @@ Count count_from(const LabelPoint& start, const Fraction& frames, const Fraction
     return count;
 }
 
+/// Film frames of a source's labels, which don't count its starting strip.
+Fraction film_behind_start(const Strip& strip, const SourceFacts& source) {
+    return strip.source.first - source.start_strip * source.film_rate;
+}
+
 void EditUses::add_picture() {
     const std::vector<int> tracks = picture_tracks_of(edit_);
     std::vector<MainEvent> events = main_events_of(edit_);
@@ -107,18 +117,16 @@ void EditUses::add_lowest(int chan, std::vector<MainEvent> events) {
         Stretch stretch;
         stretch.number = events[place].number;
         stretch.optical = events[place].optical;
-        stretch.item = static_cast<int>(place++);
+        ++place;
         add_event(all, i, stretch);
     }
 }
 
 void EditUses::add_upper(int chan, int layer) {
     const std::vector<EventFacts>& all = embedded::facts_of_channel(edit_, chan);
-    int item = 0;
     for (std::size_t i = 0; i < all.size(); ++i) {
         if (all[i].kind == EventFacts::Kind::transition) continue;
         Stretch stretch;
-        stretch.item = item++;
         stretch.layer = layer;
         const Optical* optical =
             optical_over(chan, film_frame_of(all[i].edit_in, edit_), film_frame_of(all[i].edit_out, edit_));
@@ -142,6 +150,9 @@ const Optical* EditUses::optical_over(int chan, std::int64_t start, std::int64_t
 void EditUses::add_event(const std::vector<EventFacts>& all, std::size_t i, Stretch stretch) {
     const bool layer = stretch.role == Role::layer;
     stretch.event = &all[i];
+    stretch.from = all[i].edit_in;
+    stretch.to = all[i].edit_out;
+    begin_event(stretch);
     const auto add_share = [&](const Fraction& from, const Fraction& to, Role role) {
         stretch.from = from;
         stretch.to = to;
@@ -164,26 +175,85 @@ void EditUses::add_sound() {
     for (const EventFacts& facts : embedded::facts_of_channel(edit_, chan)) {
         if (facts.kind == EventFacts::Kind::transition || facts.only_beside_transition) continue;
         stretch.event = &facts;
-        stretch.item = stretch.number++;
+        ++stretch.number;
         stretch.from = facts.whole_in;
         stretch.to = facts.whole_out;
+        begin_event(stretch);
         add(stretch);
     }
 }
 
-void EditUses::add(const Stretch& stretch) {
+void EditUses::begin_event(const Stretch& stretch) {
+    FilmEvent& event = events_.emplace_back();
+    event.event = stretch.number;
+    event.optical = stretch.optical;
+    event.layer = stretch.layer;
+    event.start = film_frame_of(stretch.from, edit_);
+    event.end = film_frame_of(stretch.to, edit_);
+    event.where = stretch.event->label;
+    event.speed = stretch.event->speed;
+    event.black = stretch.event->kind == EventFacts::Kind::black;
+    holding_ = nullptr;
+    if (event.black) return;
+    note_material(event, stretch);
+    if (!log_ || !event.timecode || event.start >= event.end) return;
+    const std::int64_t first = event.timecode.frame_at(0), last = event.timecode.frame_at(event.end - event.start - 1);
+    holding_ = log_->holding(event.rolls.tape, std::min(first, last), std::max(first, last));
+}
+
+void EditUses::note_material(FilmEvent& event, const Stretch& stretch) const {
+    const SourceFacts& source = sources_.of(stretch.event->cookie);
+    event.opens = source.opens;
+    event.rendered = source.rendered;
+    event.name = source.name;
+    event.rolls = source.rolls;
+    event.film_rate = source.film_rate;
+    if (!event.material()) return;
+    Strip strip;
+    place_in_source(stretch, source, strip);
+    event.source = strip.source;
+    event.timecode = strip.timecode;
+    event.own_key = count_from(source.key, film_behind_start(strip, source), strip.source.step);
+    if (source.length) event.media_frames = (*source.length * source.film_rate).floor();
+    if (!event.timecode) return;
+    event.timecode_in = event.timecode.frame_at(0);
+    const Fraction seconds = (stretch.to - stretch.from) * stretch.event->speed;
+    event.timecode_out = (event.timecode.first + seconds * source.timecode_rate).floor();
+}
+
+Strip EditUses::strip_of(const Stretch& stretch) const {
+    const FilmEvent& event = events_.back();
     Strip strip;
     strip.start = film_frame_of(stretch.from, edit_);
     strip.end = film_frame_of(stretch.to, edit_);
-    if (strip.start >= strip.end) return;
     strip.event = stretch.number;
     strip.optical = stretch.optical;
     strip.layer = stretch.layer;
     strip.role = stretch.role;
-    strip.item = stretch.item;
-    strip.where = stretch.event->label;
-    strip.speed = stretch.event->speed;
-    strip.black = stretch.event->kind == EventFacts::Kind::black;
+    strip.item = static_cast<int>(events_.size()) - 1;
+    strip.where = event.where;
+    strip.speed = event.speed;
+    strip.black = event.black;
+    strip.rendered = event.rendered;
+    strip.name = event.name;
+    strip.rolls = event.rolls;
+    return strip;
+}
+
+void EditUses::place_in_source(const Stretch& stretch, const SourceFacts& source, Strip& strip) const {
+    const EventFacts& event = *stretch.event;
+    const Fraction in_source = event.source_in + (stretch.from - event.whole_in) * event.speed;
+    strip.source.kind = label_frames;
+    strip.source.first = in_source * source.film_rate;
+    strip.source.step = event.speed * source.film_rate / rate_;
+    if (source.timecode.is_useful())
+        strip.timecode =
+            count_from(source.timecode, in_source * source.timecode_rate, event.speed * source.timecode_rate / rate_);
+}
+
+void EditUses::add(const Stretch& stretch) {
+    Strip strip = strip_of(stretch);
+    if (strip.start >= strip.end) return;
     if (strip.black)
         strips_.push_back(std::move(strip));
     else
@@ -192,33 +262,21 @@ void EditUses::add(const Stretch& stretch) {
 
 void EditUses::add_material(const Stretch& stretch, Strip strip) {
     const SourceFacts& source = sources_.of(stretch.event->cookie);
-    strip.rendered = source.rendered;
-    strip.name = source.name;
     strip.scene = source.scene;
     strip.take = source.take;
-    strip.rolls = source.rolls;
-    if (!source.opens || source.rendered) {
+    if (!events_.back().material()) {
         strip.sureness = Sureness::unknown;
         strips_.push_back(std::move(strip));
         return;
     }
-    const EventFacts& event = *stretch.event;
-    const Fraction in_source = event.source_in + (stretch.from - event.whole_in) * event.speed;
-    const Fraction step = event.speed * source.film_rate / rate_;
-    strip.source.kind = label_frames;
-    strip.source.first = in_source * source.film_rate;
-    strip.source.step = step;
-    if (source.timecode.is_useful()) {
-        strip.timecode =
-            count_from(source.timecode, in_source * source.timecode_rate, event.speed * source.timecode_rate / rate_);
-    }
-    const bool even = is_whole(stretch.from * rate_) && is_whole(strip.source.first) && is_whole(step);
+    place_in_source(stretch, source, strip);
+    const bool even = is_whole(stretch.from * rate_) && is_whole(strip.source.first) && is_whole(strip.source.step);
     strip.sureness = even ? Sureness::exact : Sureness::within;
     strip.off = even ? 0 : 1;
     if (log_) return add_logged(strip, source);
-    const Fraction film = strip.source.first - source.start_strip * source.film_rate;
-    strip.key = count_from(source.key, film, step);
-    strip.ink = count_from(source.ink, film, step);
+    const Fraction film = film_behind_start(strip, source);
+    strip.key = count_from(source.key, film, strip.source.step);
+    strip.ink = count_from(source.ink, film, strip.source.step);
     if (!strip.key) strip.sureness = Sureness::counted;
     if (!strip.key) strip.off = 0;
     strips_.push_back(std::move(strip));
@@ -256,6 +314,13 @@ std::int64_t frames_near(const LogRows& log, const std::string& reel, const Coun
     return other;
 }
 
+/// Of rows of one reel, the one that holds all of the event goes before others that hold only this frame.
+void prefer(const LogRow& row, std::int64_t frame, RowAt& at) {
+    if (at.row->reel != row.reel || frame < row.start || row.end <= frame) return;
+    if (!same_film(*at.row, row)) at.other = at.row;
+    at.row = &row;
+}
+
 void take_row(const LogRow& row, const SourceFacts& source, int film_reel, Strip& piece) {
     piece.log_row = row.row;
     piece.rolls = rolls_of(row, source.rolls.tape, film_reel);
@@ -274,9 +339,12 @@ std::int64_t EditUses::add_piece(const Strip& whole, const SourceFacts& source, 
     std::int64_t end = whole.length();
     const LogRow* row = nullptr;
     bool beyond = false;
+    int other = -1;
     if (whole.timecode) {
-        const RowAt at = log_->at(source.rolls.tape, whole.timecode.frame_at(k));
+        RowAt at = log_->at(source.rolls.tape, whole.timecode.frame_at(k));
         end = frames_within(whole.timecode, k, at.from, at.to, end);
+        if (at.row && holding_) prefer(*holding_, whole.timecode.frame_at(k), at);
+        if (at.other && at.other != at.row) other = at.other->row;
         row = at.row;
         if (!row) {
             end = frames_near(*log_, source.rolls.tape, whole.timecode, k, end);
@@ -285,6 +353,7 @@ std::int64_t EditUses::add_piece(const Strip& whole, const SourceFacts& source, 
         }
     }
     piece = piece_of(whole, k, end);
+    piece.other_row = other;
     if (row) take_row(*row, source, options_.film_reel, piece);
     if (!row)
         piece.sureness = Sureness::unknown;
@@ -299,8 +368,12 @@ std::int64_t EditUses::add_piece(const Strip& whole, const SourceFacts& source, 
 
 } // namespace
 
-Strips uses_of_edit(const EditPtr& edit, const UseOptions& options, const LogRows* log) {
+EditFilm film_of_edit(const EditPtr& edit, const UseOptions& options, const LogRows* log) {
     return EditUses(edit, options, log).run();
+}
+
+Strips uses_of_edit(const EditPtr& edit, const UseOptions& options, const LogRows* log) {
+    return film_of_edit(edit, options, log).strips;
 }
 
 } // namespace film

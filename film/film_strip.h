@@ -76,9 +76,10 @@ struct Strip {
     int off = 0; ///< with `within`, at most so many frames; in the others 0
 
     std::string name, scene, take;
-    std::string where; ///< file and line or object, as messages name the event
-    int item = -1;     ///< the event's place in its channel, from 0; pieces and shares of one event have the same
-    int log_row = -1;  ///< of the logging table, from 0; -1 where none is meant
+    std::string where;  ///< file and line or object, as messages name the event
+    int item = -1;      ///< tells the event: all pieces and shares of one event have the same, and no others
+    int log_row = -1;   ///< of the logging table, from 0; -1 where none is meant
+    int other_row = -1; ///< another row that holds the same frames with as good a right and names other film
     Fraction speed = 1;
 
     std::int64_t length() const { return end - start; }

@@ -140,7 +140,7 @@ struct LogRows::Group {
     void finish();
     RowAt at(std::int64_t frame) const;
     const LogRow* nearest(std::int64_t frame, int slack) const;
-    const LogRow* listed(std::int64_t low, std::int64_t high) const;
+    const LogRow* holding(std::int64_t low, std::int64_t high, std::int64_t slack) const;
 
 private:
     void find_furthest();
@@ -210,14 +210,15 @@ const LogRow* LogRows::Group::nearest(std::int64_t frame, int slack) const {
     return frame - before->end < after->start - frame ? before : after;
 }
 
-const LogRow* LogRows::Group::listed(std::int64_t low, std::int64_t high) const {
-    const auto end = std::upper_bound(rows.begin(), rows.end(), low + slack_of_lists,
+// The first of the table that begins at or before `low` and ends at or behind `high`, each by up to `slack`.
+const LogRow* LogRows::Group::holding(std::int64_t low, std::int64_t high, std::int64_t slack) const {
+    const auto end = std::upper_bound(rows.begin(), rows.end(), low + slack,
                                       [](std::int64_t at, const LogRow* row) { return at < row->start; });
     const LogRow* found = nullptr;
     for (auto i = static_cast<std::size_t>(end - rows.begin()); i-- > 0;) {
-        if (rows[furthest[i]]->end + slack_of_lists < high) break;
+        if (rows[furthest[i]]->end + slack < high) break;
         const LogRow* row = rows[i];
-        const bool fits = row->end + slack_of_lists >= high && (!found || row->row < found->row);
+        const bool fits = row->end + slack >= high && (!found || row->row < found->row);
         if (fits) found = row;
     }
     return found;
@@ -289,13 +290,27 @@ const LogRow* LogRows::nearest(const std::string& reel, std::int64_t frame, int 
     return nullptr;
 }
 
+const LogRow* LogRows::holding(const std::string& reel, std::int64_t first, std::int64_t last) const {
+    for (const Group* group : groups_of(reel))
+        if (const LogRow* row = group->holding(first, last + 1, 0)) return row;
+    return nullptr;
+}
+
 const LogRow* LogRows::listed(const std::string& reel, std::int64_t first, std::int64_t last) const {
     const LogRow* found = nullptr;
     for (const Group* group : groups_of(reel)) {
-        const LogRow* row = group->listed(std::min(first, last), std::max(first, last));
+        const LogRow* row = group->holding(std::min(first, last), std::max(first, last), slack_of_lists);
         if (row && (!found || row->row < found->row)) found = row;
     }
     return found;
 }
+
+const LogRow* LogRows::row(int place) const {
+    const auto at = std::lower_bound(rows_.begin(), rows_.end(), place,
+                                     [](const LogRow& row, int wanted) { return row.row < wanted; });
+    return at != rows_.end() && at->row == place ? &*at : nullptr;
+}
+
+bool LogRows::has_reel(const std::string& reel) const { return groups_.count(upper_case(reel)) != 0; }
 
 } // namespace film

@@ -47,9 +47,15 @@ public:
     LogRows& operator=(const LogRows&) = delete;
 
     const std::vector<LogRow>& rows() const { return rows_; }
+    /// The row of that place in the table; null where it couldn't be used.
+    const LogRow* row(int place) const;
+    /// Some row names that reel, in whatever case.
+    bool has_reel(const std::string& reel) const;
     /// The row that a frame of a reel lies in: of several the first of the table, of its reel's own rows before those
     /// whose reel begins it, and those before rows without a reel.
     RowAt at(const std::string& reel, std::int64_t frame) const;
+    /// The row that holds all frames from `first` to `last`, both inclusive, by the same order; null where none does.
+    const LogRow* holding(const std::string& reel, std::int64_t first, std::int64_t last) const;
     /// The nearest row of the reel, its own before others, that ends or begins within so many frames of the frame; null
     /// where there is none.
     const LogRow* nearest(const std::string& reel, std::int64_t frame, int slack) const;

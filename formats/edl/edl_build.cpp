@@ -96,7 +96,8 @@ private:
         LabelPoint point(0, type);
         point.set_sample(key.text.c_str());
         if (point.is_useful()) return LabelDescription{type, key.text, {}, {}};
-        warnings_.push_back(place + ": " + quoted(key.text) + " can't be read as a key number of " + key.film);
+        warnings_.push_back({embedded::WarningKind::dropped,
+                             place + ": " + quoted(key.text) + " can't be read as a key number of " + key.film});
         return std::nullopt;
     }
 
@@ -173,8 +174,9 @@ void ChannelFiller::add_transition(const Clip& clip, std::int64_t room) {
     transition.label = place(clip, clip.line());
     transition.out_offset = seconds(std::min<std::int64_t>(clip.frames, room));
     if (clip.frames > room)
-        shared_.warnings.push_back(transition.label + ": the transition is " + std::to_string(clip.frames) +
-                                   " frames long and its event " + std::to_string(room) + "; cut to that");
+        shared_.warnings.push_back({embedded::WarningKind::dropped,
+                                    transition.label + ": the transition is " + std::to_string(clip.frames) +
+                                        " frames long and its event " + std::to_string(room) + "; cut to that"});
     if (clip.type == EditType::wipe && !sound_) {
         constexpr int first_reversed = 100;
         transition.kind = TransitionDescription::Kind::wipe;
@@ -311,7 +313,7 @@ void EditMaker::add_cue(std::size_t list, const Event& event, const Locator& loc
         builder_.add_cue(channel_for_cues(list, event), EditBuilder::CueLevel::clip,
                          {Fraction(frame) * shared_.frame, locator.text, 4});
     } catch (const BadLine& bad) {
-        warnings_.push_back(place + ": " + bad.reason);
+        warnings_.push_back({embedded::WarningKind::dropped, place + ": " + bad.reason});
     }
 }
 

@@ -85,7 +85,9 @@ public:
 private:
     using Lines = std::vector<EventLine*>;
 
-    void warn(int line, std::string text) { list_.warnings.push_back({line, std::move(text)}); }
+    void warn(int line, std::string text, embedded::WarningKind kind = embedded::WarningKind::dropped) {
+        list_.warnings.push_back({line, std::move(text), kind});
+    }
     void not_understood(const Line& line) { warn(line.number, "not understood: " + quoted(line.text)); }
     Event* event() { return open_ ? &list_.events.back() : nullptr; }
 
@@ -242,7 +244,8 @@ void ListParser::read_speed(const Line& line) {
     for (EventLine* one : lines)
         one->speed = *speed;
     if (at && !(lines.front()->source_in == *at))
-        warn(line.number, "a speed from another timecode than the event's source in, which counts");
+        warn(line.number, "a speed from another timecode than the event's source in, which counts",
+             embedded::WarningKind::doubt);
 }
 
 void ListParser::read_sound_channels(const Line& line) {

@@ -1,6 +1,7 @@
 #pragma once
 // A whole CMX 3600 edit list as it is written: its events with their comments, and what wasn't understood.
 
+#include "embedded/warning.h"
 #include "formats/edl/edl_event.h"
 
 namespace formats::edl {
@@ -24,6 +25,7 @@ struct Event {
 struct Warning {
     int line = 0; ///< 0: the list as a whole
     std::string text;
+    embedded::WarningKind kind = embedded::WarningKind::dropped;
 };
 
 struct EventList {

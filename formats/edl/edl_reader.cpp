@@ -57,7 +57,7 @@ bool Reading::parse() {
         lists_.push_back({text.path, edl::parse_list(text.bytes)});
         if (!has_events(lists_.back())) return false;
         for (const edl::Warning& warning : lists_.back().list.warnings)
-            result_.warnings.push_back(edl::place_of(text.path, warning.line) + ": " + warning.text);
+            result_.warnings.push_back({warning.kind, edl::place_of(text.path, warning.line) + ": " + warning.text});
     }
     if (!lists_.empty()) return true;
     result_.error = "no edit list is given";
@@ -100,8 +100,9 @@ void Reading::warn_of_drop() {
     if (options_.rate->can_drop()) return;
     for (const NamedList& one : lists_)
         if (one.list.drop_line != 0)
-            result_.warnings.push_back(edl::place_of(one.path, one.list.drop_line) + ": there is no drop-frame at " +
-                                       options_.rate->name + " a second; counted without");
+            result_.warnings.push_back({embedded::WarningKind::rate,
+                                        edl::place_of(one.path, one.list.drop_line) + ": there is no drop-frame at " +
+                                            options_.rate->name + " a second; counted without"});
 }
 
 embedded::EditDescription Reading::description() const {

@@ -28,7 +28,11 @@ public:
     Tracks run();
 
 private:
-    void warn(int line, const std::string& text) { tracks_.warnings.push_back(place_of(path_, line) + ": " + text); }
+    void warn(int line, const std::string& text, embedded::WarningKind kind = embedded::WarningKind::doubt) {
+        tracks_.warnings.push_back({kind, place_of(path_, line) + ": " + text});
+    }
+    /// What was left out or shortened.
+    void warn_dropped(int line, const std::string& text) { warn(line, text, embedded::WarningKind::dropped); }
 
     void add_list(std::size_t index);
     void add_event(const Event& event);
@@ -67,7 +71,8 @@ private:
 std::int64_t Layout::frames(const Timecode& time, bool drop, const EventLine& line) {
     bool skipped = false;
     const std::int64_t found = frames_of(time, rate_, drop, &skipped);
-    if (skipped) warn(line.line, "a timecode that drop-frame leaves out; the next one counts");
+    if (skipped)
+        warn(line.line, "a timecode that drop-frame leaves out; the next one counts", embedded::WarningKind::rate);
     return found;
 }
 
@@ -120,7 +125,7 @@ PlacedLine Layout::place(const Event& event, const EventLine& line) {
 bool Layout::sound_is_taken(int channel) {
     const auto [owner, fresh] = sound_lists_.try_emplace(channel, list_);
     if (fresh || owner->second == list_) return false;
-    if (!told_of_sound_) warn(0, "its sound is left out where a list before it has that channel");
+    if (!told_of_sound_) warn_dropped(0, "its sound is left out where a list before it has that channel");
     told_of_sound_ = true;
     return true;
 }
@@ -139,7 +144,7 @@ void Layout::take_from(const TrackPlace& place, Clip& clip) {
     if (found->second.in == clip.held_from && clip.line().type != EditType::cut)
         clip.from = found->second;
     else
-        warn(found->second.line->line, "an event without length that no transition follows, left out");
+        warn_dropped(found->second.line->line, "an event without length that no transition follows, left out");
     from_.erase(found);
 }
 
@@ -178,13 +183,13 @@ void Layout::add_line(const Event& event, const EventLine& line) {
         add_picture(placed);
         if (line.type != EditType::key && line.type != EditType::key_out) add_sound(placed);
     } catch (const BadLine& bad) {
-        warn(line.line, bad.reason + "; the event is left out");
+        warn_dropped(line.line, bad.reason + "; the event is left out");
     }
 }
 
 void Layout::end_event() {
     for (const auto& [place, placed] : from_)
-        warn(placed.line->line, "an event without length that no transition follows, left out");
+        warn_dropped(placed.line->line, "an event without length that no transition follows, left out");
     from_.clear();
 }
 
@@ -229,8 +234,8 @@ bool Layout::cut_before(Clip& before, const Clip& clip) {
     const std::int64_t over = before.placed.out - clip.placed.in;
     if (over <= 0) return true;
     path_ = lists_[before.list].path;
-    warn(before.line().line, "cut by " + std::to_string(over) + " frames, as line " + std::to_string(clip.line().line) +
-                                 " is recorded over its end");
+    warn_dropped(before.line().line, "cut by " + std::to_string(over) + " frames, as line " +
+                                         std::to_string(clip.line().line) + " is recorded over its end");
     before.placed.out -= over;
     if (before.placed.speed < Fraction())
         before.placed.source_in = before.placed.source_in - before.placed.speed * Fraction(over);

@@ -118,7 +118,8 @@ private:
         std::string_view from = rest.substr(1);
         while (!take_until_quote(from, text)) {
             if (line + 1 >= text_.count() || line - index >= longest_quoted) {
-                builder_.warn(number(index), column, "a quote isn't closed; taken as it stands");
+                builder_.warn(number(index), column, "a quote isn't closed; taken as it stands",
+                              embedded::WarningKind::doubt);
                 return take_plain(rest, cells, column);
             }
             text += ' ';

@@ -143,7 +143,8 @@ private:
             head_.drop = known.drop;
         }
         if (!head_.rate && !name.empty())
-            builder_.warn(number, standard.column, "standard \"" + name + "\" isn't known");
+            builder_.warn(number, standard.column, "standard \"" + name + "\" isn't known",
+                          embedded::WarningKind::rate);
         read_reel(cell(line, comments).text);
         check_rate(number);
     }

@@ -127,8 +127,8 @@ LogBuilder::LogBuilder(Log& log, std::string path, const LogOptions& options)
 
 void LogBuilder::set_head(const LogHead& head) { head_ = head; }
 
-void LogBuilder::warn(int line, int column, const std::string& what) {
-    log_.warnings.push_back(path_ + ":" + std::to_string(line) + ":" + std::to_string(column) + ": " + what);
+void LogBuilder::warn(int line, int column, const std::string& what, embedded::WarningKind kind) {
+    log_.warnings.push_back({kind, path_ + ":" + std::to_string(line) + ":" + std::to_string(column) + ": " + what});
 }
 
 void LogBuilder::refuse(int line, const std::string& why) {

@@ -28,7 +28,8 @@ public:
     /// After the last row: settles what only the file as a whole tells, whether ends are inclusive.
     void finish();
 
-    void warn(int line, int column, const std::string& what);
+    void warn(int line, int column, const std::string& what,
+              embedded::WarningKind kind = embedded::WarningKind::dropped);
     /// The file can't be used: its rows go.
     void refuse(int line, const std::string& why);
     bool refused() const { return !log_.error.empty(); }

@@ -75,7 +75,8 @@ Log read_log_bytes(std::string_view bytes, const std::string& path, const LogOpt
     if (*text.trouble()) return refused(path, text.trouble());
     Log log = read_text(text, path, options);
     if (text.was_latin() && log.error.empty())
-        log.warnings.insert(log.warnings.begin(), path + ": isn't UTF-8; taken as Latin-1");
+        log.warnings.insert(log.warnings.begin(),
+                            {embedded::WarningKind::text, path + ": isn't UTF-8; taken as Latin-1"});
     if (log.error.empty() && log.rows.empty()) log.error = path + ": holds no rows";
     return log;
 }

@@ -92,7 +92,7 @@ std::optional<Mark> read_marker(const Place& marker, const Context& context) {
     if (type.schema != Schema::marker) refuse(marker, "isn't a marker");
     const std::optional<Range> range = read_range(marker, type.version == 1 ? "range" : "marked_range");
     if (!range || !range->start) {
-        context.warn(marker, "the marker stands nowhere, so it is left out");
+        context.warn_dropped(marker, "the marker stands nowhere, so it is left out");
         return std::nullopt;
     }
     Mark mark{range->start->seconds_on(*context.rate), name_or(*marker.value, "comment"), 4};
@@ -133,7 +133,7 @@ std::vector<int> read_tracks(const Place& object, const Context& context) {
 }
 
 void warn_of_effects(const Place& object, const Context& context) {
-    if (read_effects(object, context).any) context.warn(object, "its effects are left out");
+    if (read_effects(object, context).any) context.warn_dropped(object, "its effects are left out");
 }
 
 embedded::TransitionDescription read_transition(const Place& transition, const Context& context) {

@@ -22,8 +22,9 @@ void drop_inner_transitions(Items& items, const Context& context) {
             if (items[i].depth == outermost)
                 kept.push_back(std::move(items[i]));
             else
-                context.warnings->push_back(items[i].transition->label +
-                                            ": left out for the transition around its nest at the same cut");
+                context.warnings->push_back(
+                    {embedded::WarningKind::dropped,
+                     items[i].transition->label + ": left out for the transition around its nest at the same cut"});
         }
     }
     items = std::move(kept);
@@ -119,7 +120,7 @@ void Flattener::add_gap(const Place& gap, Items& items) {
             item.event.effects = std::move(effects.graph);
             item.event.effect_tracks = read_tracks(gap, context_);
         } else if (effects.any) {
-            context_.warn(gap, "its effects are left out");
+            context_.warn_dropped(gap, "its effects are left out");
         }
     }
     items.push_back(std::move(item));
@@ -180,7 +181,7 @@ void Flattener::add_rendered(const Place& nest, const Effects& effects, Items& i
         item.event.effects = effects.graph;
         item.event.effect_tracks = read_tracks(nest, context_);
     } else if (!effects.graph.empty()) {
-        context_.warn(nest, "its effects are left out");
+        context_.warn_dropped(nest, "its effects are left out");
     }
     embedded::SourceDescription source;
     source.name = name_of(*nest.value);
@@ -221,7 +222,8 @@ void Flattener::splice(const Place& nest, const Place& track, Items& items) {
     const bool misses = from + taken <= Fraction(0) || total <= from;
     if (misses && range && schema_of(*nest.value) == Schema::track) {
         if (Fraction(0) < total)
-            context_.warn(nest, "its source_range meets none of its content and starts at its head");
+            context_.warn(nest, "its source_range meets none of its content and starts at its head",
+                          embedded::WarningKind::replaced);
         from = 0;
     }
     const Stretch stretch{from, from + taken};

@@ -97,8 +97,8 @@ embedded::EditBuilder::Unrender Reading::unrender_hooks(const embedded::EditDesc
 }
 
 void Reading::add_warnings(const embedded::Warnings& warnings) {
-    for (const std::string& warning : warnings)
-        result_.warnings.push_back(path_ + ": " + warning);
+    for (const embedded::Warning& warning : warnings)
+        result_.warnings.push_back({warning.kind, path_ + ": " + warning.text});
 }
 
 void Reading::read(const Original* original) {

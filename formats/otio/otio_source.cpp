@@ -47,7 +47,8 @@ const JsonValue* active_reference(const Place& clip, const Context& context) {
     if (map)
         for (const auto& member : map->GetObject())
             if (json_string(&member.name) == name) return member.value.IsNull() ? nullptr : &member.value;
-    context.warn(clip, "there is no media reference \"" + std::string(name) + "\", so it has no media");
+    context.warn(clip, "there is no media reference \"" + std::string(name) + "\", so it has no media",
+                 embedded::WarningKind::replaced);
     return nullptr;
 }
 
@@ -92,7 +93,8 @@ TCInf LabelMaker::standard(std::string_view key) const {
     if (text.empty()) return {};
     const TCInf found = edlstr_to_tv_standard(text.c_str());
     if (found.rate == Qb::frame_rate_unset)
-        context.warn(clip, "\"" + text + "\" of \"" + std::string(key) + "\" is no timecode standard");
+        context.warn(clip, "\"" + text + "\" of \"" + std::string(key) + "\" is no timecode standard",
+                     embedded::WarningKind::rate);
     return found;
 }
 
@@ -244,7 +246,8 @@ Media media_of(const Place& clip, const Context& context) {
     if (!reference->IsObject()) refuse(clip, "its media reference isn't an object");
     const Schema schema = schema_of(*reference);
     if (!is_media(schema) && schema != Schema::unknown) refuse(clip, "its media reference isn't one");
-    if (schema == Schema::unknown) context.warn(clip, "its media reference is of an unknown type: missing media");
+    if (schema == Schema::unknown)
+        context.warn(clip, "its media reference is of an unknown type: missing media", embedded::WarningKind::replaced);
     media.reference = reference;
     media.schema = schema == Schema::unknown ? Schema::missing_reference : schema;
     const Place place = clip.step("media_reference", *reference);
@@ -270,13 +273,13 @@ bool is_rendered(const JsonValue& clip) { return json_truth(json_member(own_meta
 std::optional<LabelDescription> label_from_text(const Place& place, const Context& context, label_t type,
                                                 const std::string& text, std::string_view what) {
     if (type == label_none) {
-        context.warn(place, "the kind of its " + std::string(what) + " is unknown, so it is left out");
+        context.warn_dropped(place, "the kind of its " + std::string(what) + " is unknown, so it is left out");
         return std::nullopt;
     }
     LabelPoint point(0, type);
     point.set_sample(text.c_str());
     if (point.is_useful() && text.find('\0') == std::string::npos) return LabelDescription{type, text, {}, {}};
-    context.warn(place, "\"" + text + "\" can't be read as its " + std::string(what));
+    context.warn_dropped(place, "\"" + text + "\" can't be read as its " + std::string(what));
     return std::nullopt;
 }
 

@@ -17,7 +17,14 @@ struct Context {
     bool all_effects = false;
     embedded::Warnings* warnings = nullptr;
 
-    void warn(const Place& place, const std::string& what) const { warnings->push_back(place.text() + ": " + what); }
+    void warn(const Place& place, const std::string& what,
+              embedded::WarningKind kind = embedded::WarningKind::doubt) const {
+        warnings->push_back({kind, place.text() + ": " + what});
+    }
+    /// What was left out.
+    void warn_dropped(const Place& place, const std::string& what) const {
+        warn(place, what, embedded::WarningKind::dropped);
+    }
 };
 
 /// A clip with the medium that it uses.

@@ -115,7 +115,7 @@ void ChannelAdder::add_all() {
         Channel channel;
         channel.kind = kind_of(place);
         if (channel.kind == 0) {
-            context_.warn(place, "the track is neither \"Video\" nor \"Audio\" and is left out");
+            context_.warn_dropped(place, "the track is neither \"Video\" nor \"Audio\" and is left out");
             continue;
         }
         channel.subtype = subtype_of(place, context_);
@@ -268,7 +268,8 @@ embedded::EditDescription describe_edit(const Root& root, const Context& context
     if (json_integer(modified, -most, most, &time))
         edit.modification_time = time;
     else if (modified)
-        context.warn(object, "\"modification_time\" is no whole number, so the file's counts");
+        context.warn(object, "\"modification_time\" is no whole number, so the file's counts",
+                     embedded::WarningKind::replaced);
     return edit;
 }
 

@@ -1,0 +1,43 @@
+#pragma once
+// An edit's film with the events that it belongs to.
+
+#include "film/film_uses.h"
+#include "film/opticals.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace film {
+
+/// An event of a listed channel, or of a picture track above it.
+struct FilmEvent {
+    int event = 0, optical = 0, layer = 0;
+    std::int64_t start = 0, end = 0; ///< without its transitions, film frames of the edit
+    bool black = false, rendered = false, opens = true;
+    std::string where, name;
+    Rolls rolls; ///< the source's own
+    Fraction speed = 1;
+
+    Count timecode;                           ///< at `start`
+    Count own_key;                            ///< the key number that the edit itself gives, at `start`
+    Count source;                             ///< frames of film from the source's first one, at `start`
+    Fraction film_rate;                       ///< of the source
+    std::optional<std::int64_t> media_frames; ///< of film, that the source's media holds
+    /// Timecode at the event's two points, as whole frames: the lists look up the log by these.
+    std::int64_t timecode_in = 0, timecode_out = 0;
+
+    bool material() const { return !black && opens && !rendered; }
+};
+
+struct EditFilm {
+    Strips strips; ///< `Strip::item` is a place in `events`
+    std::vector<FilmEvent> events;
+    std::vector<Optical> opticals;
+};
+
+/// See `uses_of_edit`.
+EditFilm film_of_edit(const EditPtr& edit, const UseOptions& options, const LogRows* log);
+
+} // namespace film

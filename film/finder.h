@@ -1,0 +1,73 @@
+#pragma once
+// What all searches share: the film of the edit, and how a finding tells where it is.
+
+#include "film/edit_film.h"
+#include "film/find.h"
+#include "film/log_rows.h"
+
+#include <string>
+#include <vector>
+
+namespace film {
+
+/// A strip's film on its roll, in whole frames, both inclusive.
+struct FilmPiece {
+    const Strip* strip;
+    std::int64_t first, last;
+};
+
+class Finder {
+public:
+    Finder(const EditPtr& edit, const CheckOptions& options, const LogRows* log);
+
+    Findings run(const embedded::Warnings& warnings);
+
+private:
+    // What readers told.
+    void take_warnings(const embedded::Warnings& warnings);
+    // One event against its log, its media and its numbers.
+    void look_at_log();
+    void look_at_row(std::size_t i);
+    void find_reel(const FilmEvent& event, const LogRow& listed);
+    void find_overrun(std::size_t i, const LogRow& listed);
+    void find_ambiguous(std::size_t i);
+    void find_conflict(std::size_t i);
+    void find_counting(const FilmEvent& event, const LogRow& listed);
+    void find_film_kind(const FilmEvent& event, const LogRow& listed);
+    void look_at_film();
+    void find_numbers(std::size_t i);
+    void find_media(std::size_t i);
+    void find_speed(std::size_t i);
+    void find_reverse(std::size_t i);
+    /// A row holds all of the event when it is moved by so many frames of film.
+    bool listed_row_holds(const FilmEvent& event, std::int64_t film_frames) const;
+    void find_key_range(std::size_t i);
+    void find_not_listed(const FilmEvent& event);
+    void find_optical_errors();
+    // The film of all events together.
+    void find_meetings();
+    void find_meetings(std::vector<FilmPiece>& pieces);
+    /// `frames` used by both, or as many below 0 between them.
+    void tell_meeting(const FilmPiece& a, const FilmPiece& b, std::int64_t frames);
+    // Names.
+    void find_cut_names();
+    void find_bad_texts();
+
+    const LogRow* listed_row(const FilmEvent& event) const;
+    std::string row_text(const LogRow& row) const;
+    std::string channel_of(int layer) const;
+    std::string timecode_at(std::int64_t frame) const;
+    FoundAt place_at(const FilmEvent& event, std::int64_t frame) const;
+    void find(Code code, Severity severity, const FilmEvent& event, std::int64_t frame, std::string what);
+    /// The strips of an event, in order.
+    const std::vector<const Strip*>& strips_of(std::size_t event) const { return strips_of_[event]; }
+
+    const EditPtr edit_;
+    const CheckOptions& options_;
+    const LogRows* const log_;
+    const EditFilm film_;
+    std::vector<std::vector<const Strip*>> strips_of_;
+    Findings findings_;
+};
+
+} // namespace film
