@@ -9,6 +9,9 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
+using embedded::Warning;
+using embedded::WarningKind;
+
 namespace {
 
 /// The channel of a list that must be read without a word.
@@ -58,7 +61,8 @@ TEST(Events, DissolveLongerThanItsEventIsCutAndTold) {
     const formats::ReadResult result = read("001  A V C     01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
                                             "002  B V D 030 02:00:00:00 02:00:01:00 10:00:01:00 10:00:02:00\n");
     EXPECT_THAT(result.warnings,
-                ElementsAre("a.edl: line 2: the transition is 30 frames long and its event 24; cut to that"));
+                ElementsAre(Warning(WarningKind::dropped,
+                                    "a.edl: line 2: the transition is 30 frames long and its event 24; cut to that")));
     EXPECT_EQ(drawn(result.edit, 0), "0-24 A@01:00:00:00 | 24-48 diss | 48-48 B@02:00:01:00");
 }
 
@@ -233,7 +237,9 @@ TEST(Events, OverlapsCutWhatIsThere) {
     const formats::ReadResult result = read("001  A V C 01:00:00:00 01:00:02:00 10:00:00:00 10:00:02:00\n"
                                             "002  B V C 02:00:00:00 02:00:01:00 10:00:01:00 10:00:02:00\n");
     EXPECT_EQ(drawn(result.edit, 0), "0-24 A@01:00:00:00 | 24-48 B@02:00:00:00");
-    EXPECT_THAT(result.warnings, ElementsAre("a.edl: line 1: cut by 24 frames, as line 2 is recorded over its end"));
+    EXPECT_THAT(result.warnings,
+                ElementsAre(Warning(WarningKind::dropped,
+                                    "a.edl: line 1: cut by 24 frames, as line 2 is recorded over its end")));
 }
 
 TEST(Events, ProgrammesRunOverMidnight) {

@@ -260,7 +260,8 @@ TEST(Ale, OtherLettersThanUtf8AreLatin) {
     cells[0] = "Stra\xDF"
                "e";
     const Log log = read(ale(plain_heading, plain_columns, {cells}));
-    EXPECT_THAT(log.warnings, ElementsAre("day.ale: isn't UTF-8; taken as Latin-1"));
+    EXPECT_THAT(log.warnings,
+                ElementsAre(embedded::Warning(embedded::WarningKind::text, "day.ale: isn't UTF-8; taken as Latin-1")));
     ASSERT_EQ(log.rows.size(), 1u);
     EXPECT_EQ(log.rows[0][LogField::name], "Stra\xC3\x9F"
                                            "e");
