@@ -91,5 +91,6 @@ private:
 
 } // namespace Qb
 
-/// Base of objects that are shared by an internal count.
-class iObject : public Qb::InternalRefCount, public iVirtual {};
+/// Base of objects that are shared by an internal count. Both bases are virtual: a table is reached by several ways and
+/// holds each of them once.
+class iObject : public virtual Qb::InternalRefCount, public virtual iVirtual {};

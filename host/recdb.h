@@ -56,7 +56,7 @@ private:
 
 class RDBBase : public virtual iObject {};
 
-class NotifierBase : public iVirtual {
+class NotifierBase : public virtual iVirtual {
 public:
     virtual void deregisterNotification(const IdStamp&) {}
     virtual void deregisterNotification(Qb::Ptr<Qb::Guard>&) {}

@@ -6,6 +6,7 @@
 #include <cfloat>
 #include <climits>
 #include <cstring>
+#include <type_traits>
 
 namespace {
 
@@ -349,6 +350,17 @@ TEST_F(Table, TheFirstRecordWithATextIsFound) {
     EXPECT_EQ(table.findFirst("cam reel", "A00", 0), -1);
     EXPECT_EQ(table.findFirst("cam tc", "", -5), 0);
     EXPECT_EQ(table.findFirst("none", "", 0), -1);
+}
+
+// A table is reached as a counted object and as one that notifies, and is one object all the same.
+TEST(TableBases, AreThereOnce) {
+    static_assert(std::is_convertible_v<recdb*, iVirtual*>);
+    static_assert(std::is_convertible_v<recdb*, Qb::InternalRefCount*>);
+    recdb table(three_columns());
+    iVirtual* const counted = static_cast<RDBBase*>(&table);
+    iVirtual* const notifying = static_cast<Notifier*>(&table);
+    EXPECT_EQ(counted, notifying);
+    EXPECT_EQ(dynamic_cast<recdb*>(counted), &table);
 }
 
 } // namespace
