@@ -1,5 +1,6 @@
 #include "changelist/chgdb.h"
 
+#include "base/lasting.h"
 #include "base/number_text.h"
 #include "base/text_columns.h"
 #include "host/settings.h"
@@ -19,8 +20,8 @@ constexpr const char* column_names[hf_count] = {
 };
 
 const DBFieldDesc* change_columns() {
-    static const TextColumns schema(column_names);
-    return schema.columns;
+    static const Lasting<TextColumns<hf_count>> schema(column_names);
+    return schema.value().columns;
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "cutlist/cutlist_options.h"
 
+#include "base/lasting.h"
 #include "host/fixed_text.h"
 #include "host/settings.h"
 #include "quillbrook/cutlist.h"
@@ -94,8 +95,8 @@ bool is_blank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 } // namespace
 
 CutlistOptions& cutlist_options() {
-    static CutlistOptions options;
-    return options;
+    static Lasting<CutlistOptions> options;
+    return options.value();
 }
 
 void read_cutlist_options(const configb* block) {

@@ -1,5 +1,6 @@
 #include "cutlist/single_layer_tables.h"
 
+#include "base/lasting.h"
 #include "base/messages.h"
 #include "cutlist/cutlist_options.h"
 #include "cutlist/single_layer_records.h"
@@ -9,6 +10,7 @@
 
 #include <cstddef>
 #include <cstdio>
+#include <iterator>
 
 namespace {
 
@@ -56,19 +58,10 @@ constexpr const char* sl3_columns[] = {"TRACK_NUM"};
 
 template <std::size_t Own> constexpr int own_columns(const char* const (&)[Own]) { return static_cast<int>(Own); }
 
-const DBFieldDesc* sl1_schema() {
-    static const layer_schema schema(sl1_columns);
-    return schema.columns;
-}
-
-const DBFieldDesc* sl2_schema() {
-    static const layer_schema schema(sl2_columns);
-    return schema.columns;
-}
-
-const DBFieldDesc* sl3_schema() {
-    static const layer_schema schema(sl3_columns);
-    return schema.columns;
+/// The schema of the table whose own columns these are.
+template <const auto& Own> const DBFieldDesc* schema_of() {
+    static const Lasting<layer_schema<std::size(Own)>> schema(Own);
+    return schema.value().columns;
 }
 
 dbrecord& new_row(recdb& list) { return *list.get_record(static_cast<unsigned>(list.add_records(1))); }
@@ -111,9 +104,9 @@ void set_track(dbrecord& row, int column, int track, char ab_roll) {
 
 } // namespace
 
-sl1db::sl1db() : recdb(sl1_schema()) {}
-sl2db::sl2db() : recdb(sl2_schema()) {}
-sl3db::sl3db() : recdb(sl3_schema()) {}
+sl1db::sl1db() : recdb(schema_of<sl1_columns>()) {}
+sl2db::sl2db() : recdb(schema_of<sl2_columns>()) {}
+sl3db::sl3db() : recdb(schema_of<sl3_columns>()) {}
 
 void append(sl1db& list, const sl1_rec& piece) {
     dbrecord& row = new_row(list);

@@ -92,8 +92,9 @@ struct Directories {
     LightweightString<wchar_t> record_tables = L"./";
 };
 
+// Never destroyed: the services that its texts came from may be gone by then.
 Directories& directories() {
-    static Directories chosen;
+    static auto& chosen = *new Directories;
     return chosen;
 }
 

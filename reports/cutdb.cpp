@@ -1,5 +1,6 @@
 #include "reports/cutdb.h"
 
+#include "base/lasting.h"
 #include "base/number_text.h"
 #include "base/text_columns.h"
 #include "host/settings.h"
@@ -69,8 +70,8 @@ constexpr const char* column_names[cf_count] = {
 };
 
 const DBFieldDesc* cutlist_columns() {
-    static const TextColumns schema(column_names);
-    return schema.columns;
+    static const Lasting<TextColumns<cf_count>> schema(column_names);
+    return schema.value().columns;
 }
 
 int begins_as_word(const char* reel) { return std::strncmp(reel, "__", 2) == 0; }

@@ -1,6 +1,7 @@
 #include "reports/reuse_scan.h"
 
 #include "base/frame_math.h"
+#include "base/lasting.h"
 #include "base/table_order.h"
 #include "base/text_columns.h"
 #include "cutlist/cutlist_options.h"
@@ -12,6 +13,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 #include <memory>
 
 namespace {
@@ -20,8 +22,8 @@ constexpr const char* column_names[] = {"shot_name", "cam_reel", "keycode_in", "
                                         "labeltype", "count",    "further",    "event"};
 
 const DBFieldDesc* reuse_columns() {
-    static const TextColumns schema(column_names);
-    return schema.columns;
+    static const Lasting<TextColumns<std::size(column_names)>> schema(column_names);
+    return schema.value().columns;
 }
 
 constexpr int unset_frame = 100000000;

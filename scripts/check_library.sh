@@ -21,5 +21,10 @@ taken=$(nm -D --undefined-only "$library" | awk '{ print $2 }' | sed 's/@.*//' |
     grep -E '^(malloc|calloc|realloc|free|aligned_alloc|posix_memalign|_Zn[wa].*|_Zd[la].*|_ZNK?S[sa].*|_ZNK?St7__cxx1112basic_string.*)$' || true)
 [ -z "$taken" ] || { echo "library: memory not from the host:"; echo "$taken" | c++filt; failed=1; }
 
+# The services of a host may be gone behind main: nothing of the library is torn down then.
+late=$(nm -D --undefined-only "$library" | awk '{ print $2 }' | sed 's/@.*//' |
+    grep -E '^(__cxa_(atexit|at_quick_exit|thread_atexit(_impl)?)|at_quick_exit|atexit|on_exit)$' || true)
+[ -z "$late" ] || { echo "library: has something run behind main:"; echo "$late"; failed=1; }
+
 [ $failed -eq 0 ] && echo "library: exports and imports are as they should be"
 exit $failed

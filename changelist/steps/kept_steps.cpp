@@ -2,6 +2,7 @@
 
 #include "base/frame_math.h"
 #include "base/guard.h"
+#include "base/lasting.h"
 #include "changelist/reel_numbers.h"
 #include "changelist/row_fields.h"
 
@@ -121,8 +122,8 @@ template <class Value, class Before> void sort_stably(Vector<Value>& values, Bef
 } // namespace
 
 KeptRun& kept_run() {
-    static KeptRun run;
-    return run;
+    static Lasting<KeptRun> run;
+    return run.value();
 }
 
 void keep_cut(const chgdb& events, Vector<CutEvent>& cut) {
