@@ -157,6 +157,12 @@ private:
     Impl* impl_;
 };
 
+/// A de-rendered copy is read in the middle of a run, where nobody asks for warnings: they wait here. Those of the copy
+/// that was made last, but for what was told of its edit; taken once.
+Warnings take_warnings_of_copy();
+/// For readers, in `Unrender`.
+void tell_of_copy(const Warnings& warnings);
+
 /// 32-bit FNV-1a.
 std::uint32_t fnv1a(const std::string& bytes);
 

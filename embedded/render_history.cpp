@@ -6,6 +6,7 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <utility>
 
 using embedded::EditStore;
 
@@ -17,6 +18,11 @@ std::string path_of_copy(const Cookie& cookie) {
     return (std::filesystem::path(work_directory()) / (std::string(cookie.asString(false).c_str()) + ".otio")).string();
 }
 
+Warnings& warnings_of_copy() {
+    static auto& warnings = *new Warnings;
+    return warnings;
+}
+
 EditPtr open_copy(const Cookie& cookie) {
     EditPtr copy = EditStore::get().open(cookie);
     if (!copy) EditStore::get().delete_file(cookie);
@@ -25,6 +31,7 @@ EditPtr open_copy(const Cookie& cookie) {
 
 EditPtr copy_without_renders(const Edit::Impl& edit) {
     const EditBuilder::Unrender& unrender = edit.sequence->unrender;
+    warnings_of_copy().clear();
     EditStore& store = EditStore::get();
     const Cookie cookie = cookie_of_edit("copy:" + edit.name, store.next_serial());
     const std::string path = path_of_copy(cookie);
@@ -34,6 +41,13 @@ EditPtr copy_without_renders(const Edit::Impl& edit) {
 }
 
 } // namespace
+
+Warnings take_warnings_of_copy() { return std::exchange(warnings_of_copy(), {}); }
+
+void tell_of_copy(const Warnings& warnings) {
+    Warnings& waiting = warnings_of_copy();
+    waiting.insert(waiting.end(), warnings.begin(), warnings.end());
+}
 
 } // namespace embedded
 

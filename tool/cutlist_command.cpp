@@ -100,6 +100,7 @@ int run(const CutlistJob& job) {
     ToolLogger logger(subject_of(job), job.output.quiet);
     CueList* cues = embedded::EditBuilder::cues_of(edit);
     const bool done = make_cutlist_from_edit(edit, logger, job.log.empty() ? 0 : 1, &options, cues, false);
+    tell_warnings(embedded::take_warnings_of_copy(), job.output.quiet);
     if (logger.failed()) return exit_failed;
     check_written();
     if (!done) throw JobError(job.edit.paths.front() + ": " + subject_of(job) + " holds nothing to list");

@@ -188,6 +188,7 @@ void Flattener::add_rendered(const Place& nest, const Effects& effects, Items& i
     source.identity = "comp:" + source.name;
     source.rendered = true;
     source.rate = context_.rate;
+    source.film_rate = context_.film_rate;
     item.event.source = sources_.add(std::move(source));
     items.push_back(std::move(item));
 }
@@ -236,51 +237,6 @@ void Flattener::splice(const Place& nest, const Place& track, Items& items) {
     for (Item& item : content)
         items.push_back(std::move(item));
     if (Fraction(0) < missing) items.push_back(gap_of(nest, missing));
-}
-
-Fraction Flattener::length(const Place& item) {
-    const auto known = lengths_.find(item.value);
-    if (known != lengths_.end()) return known->second;
-    const Fraction measured = measure(item);
-    if (is_composition(schema_of(*item.value))) lengths_.emplace(item.value, measured);
-    return measured;
-}
-
-Fraction Flattener::measure(const Place& item) {
-    const Schema schema = schema_of(*item.value);
-    if (schema == Schema::transition) return {};
-    if (schema == Schema::clip) {
-        Context quiet = context_;
-        embedded::Warnings said_elsewhere;
-        quiet.warnings = &said_elsewhere;
-        return length_of_clip(item, media_of(item, quiet), quiet);
-    }
-    if (schema != Schema::gap && !is_composition(schema))
-        refuse(item, "a child of " + type_name(*item.value) + " can't stand in a composition");
-    const std::optional<Range> range = read_range(item, "source_range");
-    if (range && range->duration) return range->duration->seconds_on(*context_.rate);
-    if (schema == Schema::gap) return {};
-    return schema == Schema::track ? content_of_track(item) : longest_child(item);
-}
-
-Fraction Flattener::content_of_track(const Place& track) {
-    Fraction sum;
-    const JsonValue& list = children_of(track);
-    for (rapidjson::SizeType i = 0; i < list.Size(); ++i)
-        sum = sum + length(child_of(track, list[i], i));
-    return sum;
-}
-
-Fraction Flattener::longest_child(const Place& stack) {
-    Fraction longest;
-    const JsonValue& list = children_of(stack);
-    for (rapidjson::SizeType i = 0; i < list.Size(); ++i) {
-        const Place child = child_of(stack, list[i], i);
-        Fraction taken = length(child);
-        if (schema_of(list[i]) == Schema::track) taken = std::min(taken, content_of_track(child));
-        longest = std::max(longest, taken);
-    }
-    return longest;
 }
 
 } // namespace formats::otio

@@ -39,24 +39,42 @@ bool has_effects(const Place& object, const Context& context);
 struct Stretch {
     Fraction from, to;
 };
-/// The items between two times, cut at both. A transition stays where its cut lies inside, not at an end.
+/// The items between two times, cut at both. A transition stays where its cut lies inside, or at an end of the items
+/// that is left alone.
 Items trimmed(Items items, const Stretch& stretch);
 Fraction length_of(const Items& items);
 /// What of a track's content its own range leaves. A range that meets nothing of it is left out with a warning.
 Stretch stretch_of_track(const Place& track, const Fraction& content, const Context& context);
 
+/// How long things are, in seconds. What was measured is kept, so the document must stay as it is.
+class Lengths {
+public:
+    explicit Lengths(const Context& context) : context_(context) {}
+
+    /// What a child takes in its composition.
+    Fraction of(const Place& item);
+    Fraction of_children(const Place& track);
+    Fraction shown_of(const Place& track);
+
+private:
+    Fraction measure(const Place& item);
+    Fraction longest_child(const Place& stack);
+
+    const Context& context_;
+    std::unordered_map<const JsonValue*, Fraction> known_;
+};
+
 /// Brings tracks down to items.
 class Flattener {
 public:
-    Flattener(const Context& context, Sources& sources) : context_(context), sources_(sources) {}
+    Flattener(const Context& context, Sources& sources) : context_(context), sources_(sources), lengths_(context) {}
 
     /// All children of a track, untrimmed; `effects_of_gaps` on FX channels, where gaps with effects count.
     Items children(const Place& track, int kind, bool effects_of_gaps);
     /// A child of a stack that isn't a track.
     Items single(const Place& item, int kind);
     /// Seconds that a child takes in its composition, a track in a stack.
-    Fraction length(const Place& item);
-    Fraction content_of_track(const Place& track);
+    Fraction length(const Place& item) { return lengths_.of(item); }
 
 private:
     void add(const Place& item, Items& items);
@@ -69,15 +87,13 @@ private:
     Item rendered_clip(const Place& clip, const Media& media, const Effects& effects);
     void add_marks(const Place& object, const std::optional<Time>& start, Item& item);
     Item gap_of(const Place& object, const Fraction& length) const;
-    Fraction measure(const Place& item);
-    Fraction longest_child(const Place& stack);
 
     const Context& context_;
     Sources& sources_;
+    Lengths lengths_;
     int kind_ = picture_kind;
     int depth_ = 0;
     bool on_fx_ = false;
-    std::unordered_map<const JsonValue*, Fraction> lengths_;
 };
 
 } // namespace formats::otio

@@ -6,6 +6,7 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -27,7 +28,8 @@ public:
         : bytes_(bytes), path_(std::move(path)), file_time_(file_time), options_(options) {}
 
     ReadResult run(const Original* original);
-    /// The text with rendered clips replaced; empty where it can't be read.
+    /// The text with rendered clips replaced; empty where it can't be read. What there is to tell is noted as of the
+    /// copy.
     std::string unrendered_text();
 
 private:
@@ -46,6 +48,8 @@ private:
     JsonDocument document_;
     embedded::Warnings warnings_;
     ReadResult result_;
+    /// All that was told of the edit: of its copy only the rest is.
+    std::shared_ptr<embedded::Warnings> told_ = std::make_shared<embedded::Warnings>();
 };
 
 bool Reading::parse() {
@@ -62,8 +66,10 @@ otio::Context Reading::context_for(const otio::Root& root) {
     context.rate = options_.rate ? options_.rate : otio::rate_of_edit(root);
     context.all_effects = options_.all_effects;
     context.warnings = &warnings_;
-    if (root.is_timeline())
-        context.drop_frame = json_truth(json_member(otio::own_metadata_of(root.object().value), "drop_frame"));
+    if (!root.is_timeline()) return context;
+    const JsonValue* own = otio::own_metadata_of(root.object().value);
+    context.drop_frame = json_truth(json_member(own, "drop_frame"));
+    context.film_rate = otio::read_rate(root.object(), json_member(own, "film_rate"), "\"film_rate\"");
     return context;
 }
 
@@ -85,13 +91,20 @@ embedded::EditBuilder::Unrender Reading::unrender_hooks(const embedded::EditDesc
     options.rate = edit.rate;
     embedded::EditBuilder::Unrender hooks;
     hooks.write = [bytes, options, from = path_](const std::string& path) {
-        const std::string text = Reading(*bytes, from, 0, options).unrendered_text();
+        Reading reading(*bytes, from, 0, options);
+        const std::string text = reading.unrendered_text();
+        embedded::tell_of_copy(reading.result_.warnings);
         return !text.empty() && embedded::write_file_whole(path, text, nullptr);
     };
-    hooks.open = [original, options](const std::string& path) {
+    hooks.open = [original, options, from = path_, told = told_](const std::string& path) {
         std::string text;
         if (!embedded::read_file(path, &text, nullptr)) return EditPtr();
-        return Reading(text, path, 0, options).run(&original).edit;
+        ReadResult result = Reading(text, from, 0, options).run(&original);
+        std::erase_if(result.warnings, [&](const embedded::Warning& warning) {
+            return std::find(told->begin(), told->end(), warning) != told->end();
+        });
+        embedded::tell_of_copy(result.warnings);
+        return result.edit;
     };
     return hooks;
 }
@@ -117,6 +130,7 @@ void Reading::read(const Original* original) {
     result_.edit = builder.finish();
     add_warnings(warnings_);
     add_warnings(builder.warnings());
+    *told_ = result_.warnings;
     if (!result_.edit) result_.error = path_ + ": the edit can't be stored";
 }
 
@@ -134,6 +148,7 @@ std::string Reading::unrendered_text() {
         if (!parse()) return {};
         const otio::Root root(document_.root());
         otio::unrender(document_.document(), context_for(root));
+        add_warnings(warnings_);
         return json_to_text(document_.root());
     } catch (const otio::ReadError&) {
         return {};

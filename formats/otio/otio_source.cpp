@@ -82,6 +82,7 @@ struct LabelMaker {
     }
     TCInf standard(std::string_view key) const;
     const RateInfo* rate_of_ranges() const;
+    const RateInfo& rate_of(const TCInf& standard) const;
     bool timecodes() const;
     bool video(const RateInfo& rate, bool drop) const;
     void sound(const TCInf& standard_of_video) const;
@@ -98,7 +99,7 @@ TCInf LabelMaker::standard(std::string_view key) const {
     return found;
 }
 
-/// The rate of the medium's times, else of the clip's, else the edit's.
+/// The rate of the medium's times, else of the clip's; null where that isn't listed or there are none.
 const RateInfo* LabelMaker::rate_of_ranges() const {
     const std::optional<Time>* times[] = {
         media.available ? &media.available->start : nullptr,
@@ -107,11 +108,16 @@ const RateInfo* LabelMaker::rate_of_ranges() const {
     };
     for (const auto* time : times) {
         if (!time || !*time) continue;
-        const RateInfo* listed = (*time)->info;
-        // Times of the edit's counting go frame for frame with it, so 24 in an edit at 23.976 is 23.976.
-        return listed && listed->nominal != context.rate->nominal ? listed : context.rate;
+        return (*time)->info;
     }
-    return context.rate;
+    return nullptr;
+}
+
+/// What counts as the edit does goes frame for frame with it, so 24 in an edit at 23.976 is 23.976.
+const RateInfo& LabelMaker::rate_of(const TCInf& given) const {
+    const RateInfo* listed = embedded::rate_info(given.rate);
+    if (!listed) listed = rate_of_ranges();
+    return listed && listed->nominal != context.rate->nominal ? *listed : *context.rate;
 }
 
 /// A frame number as a label's sample: timecode turns over each day, so whole days go where it doesn't fit.
@@ -150,9 +156,9 @@ void LabelMaker::sound(const TCInf& standard_of_video) const {
 /// Whether any of them is given.
 bool LabelMaker::timecodes() const {
     const TCInf given = standard("timecode_std");
-    const RateInfo* listed = embedded::rate_info(given.rate);
-    const RateInfo& rate = listed ? *listed : *rate_of_ranges();
+    const RateInfo& rate = rate_of(given);
     source.rate = &rate;
+    if (!source.film_rate && rate.code == context.rate->code) source.film_rate = context.film_rate;
     const bool marked = fields.text({"timecode", {}, false}).find(';') != std::string::npos;
     const bool drop = rate.can_drop() && (marked || context.drop_frame || given.drop != 0);
     const bool own_video = video(rate, drop);

@@ -12,8 +12,9 @@ namespace formats::otio {
 
 /// What reading an edit needs to know everywhere.
 struct Context {
-    const RateInfo* rate = nullptr; ///< the edit's
-    bool drop_frame = false;        ///< the timeline says so
+    const RateInfo* rate = nullptr;    ///< the edit's
+    bool drop_frame = false;           ///< the timeline says so
+    std::optional<Fraction> film_rate; ///< the timeline's, also that of material of the edit's rate
     bool all_effects = false;
     embedded::Warnings* warnings = nullptr;
 

@@ -255,7 +255,7 @@ embedded::EditDescription describe_edit(const Root& root, const Context& context
     if (start) edit.start_frame = start->frames_at(*context.rate).nearest();
     edit.project = json_text(json_member(own, "project"));
     edit.drop_frame = context.drop_frame && context.rate->can_drop();
-    edit.film_rate = read_rate(object, json_member(own, "film_rate"), "\"film_rate\"");
+    edit.film_rate = context.film_rate;
     const std::string timecode = json_text(json_member(own, "timecode_24p"));
     if (!timecode.empty())
         edit.timecode_24p = label_from_text(object, context, label_tc_24, timecode, "24-frame timecode");

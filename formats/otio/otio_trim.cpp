@@ -21,6 +21,17 @@ void cut(Item& item, const Fraction& head, const Fraction& tail) {
     item.marks = std::move(kept);
 }
 
+/// Whether a transition whose cut lies there stays: inside, or at an end of the content that isn't trimmed.
+///
+///     |x A . . |x| B . . x|      the one in the middle stays, and so does that at the tail;
+///          [ - - - - - - - ]     that at the head has lost its place
+bool keeps_cut(const Stretch& stretch, const Fraction& cut, const Fraction& total) {
+    if (stretch.from < cut && cut < stretch.to) return true;
+    const bool at_head = cut == Fraction(0) && stretch.from <= cut && cut < stretch.to;
+    const bool at_tail = cut == total && stretch.from < cut && cut <= stretch.to;
+    return at_head || at_tail;
+}
+
 } // namespace
 
 Fraction length_of(const Items& items) {
@@ -37,7 +48,7 @@ Items trimmed(Items items, const Stretch& stretch) {
     Fraction start;
     for (Item& item : items) {
         if (item.is_transition()) {
-            if (stretch.from < start && start < stretch.to) kept.push_back(std::move(item));
+            if (keeps_cut(stretch, start, total)) kept.push_back(std::move(item));
             continue;
         }
         const Fraction end = start + item.length();

@@ -53,6 +53,17 @@ TEST(OtioNest, AsLongAsItsLongestTrackEvenOfTheOtherKind) {
     EXPECT_EQ(drawn(around(nest)), "A 0-2 | B 2-3 | b 3-5 | Z 5-7");
 }
 
+// Of a track of two seconds the range from 1 to 5 leaves one, and one that meets nothing leaves both.
+TEST(OtioNest, AsLongAsWhatTheRangeOfItsTrackLeaves) {
+    const auto ranged = [](double start, double length) {
+        return drawn(around(stack({track({clip("B", 0, 2)}, source_range(start, length))})));
+    };
+    EXPECT_EQ(ranged(1, 4), "A 0-2 | B 2-3 | Z 3-5");
+    EXPECT_EQ(ranged(-1, 2), "A 0-2 | B 2-3 | Z 3-5");
+    EXPECT_EQ(ranged(0, 9), "A 0-2 | B 2-4 | Z 4-6");
+    EXPECT_EQ(ranged(5, 1), "A 0-2 | B 2-4 | Z 4-6");
+}
+
 TEST(OtioNest, WithoutATrackOfTheChannelsKindIsAGap) {
     EXPECT_EQ(drawn(around(stack({track({clip("S", 0, 3)}, sound)}))), "A 0-2 | b 2-5 | Z 5-7");
     EXPECT_EQ(drawn(timeline({track({stack({track({clip("B", 0, 3)})}), clip("S", 0, 1)}, sound)})), "S 3-4");
@@ -93,6 +104,22 @@ TEST(OtioNest, KeepsATransitionOnlyIfItsCutLiesInsideTheTrim) {
     EXPECT_EQ(ranged(1, 2), "B 0-0.5 | x 0.5-1.5 | C 1.5-2");
     EXPECT_EQ(ranged(2, 2), "C 0-2");
     EXPECT_EQ(ranged(0, 2), "B 0-2");
+}
+
+//     |x B . . |x| C . . x|     fades at both ends stay where the range leaves their end alone
+TEST(OtioNest, KeepsTheFadeOfAnEndThatTheRangeLeavesAlone) {
+    const std::string inner =
+        track({transition(0, 0.5), clip("B", 9, 2), transition(0.5, 0.5), clip("C", 9, 2), transition(0.5, 0)});
+    const auto ranged = [&](double start, double length) {
+        return drawn(timeline({track({stack({inner}, source_range(start, length))})}));
+    };
+    EXPECT_EQ(ranged(0, 4), "b 0-0 | x 0-0.5 | B 0.5-1.5 | x 1.5-2.5 | C 2.5-3.5 | x 3.5-4 | b 4-4");
+    EXPECT_EQ(ranged(0, 3), "b 0-0 | x 0-0.5 | B 0.5-1.5 | x 1.5-2.5 | C 2.5-3");
+    EXPECT_EQ(ranged(1, 3), "B 0-0.5 | x 0.5-1.5 | C 1.5-2.5 | x 2.5-3 | b 3-3");
+    EXPECT_EQ(ranged(0, 2), "b 0-0 | x 0-0.5 | B 0.5-2");
+    EXPECT_EQ(ranged(2, 2), "C 0-1.5 | x 1.5-2 | b 2-2");
+    EXPECT_EQ(ranged(0, 0), "");
+    EXPECT_EQ(ranged(4, 1), "b 0-1");
 }
 
 TEST(OtioNest, TheTransitionOfTheParentStaysAtTheSameCut) {

@@ -192,4 +192,53 @@ TEST(OtioSource, AFilmRateThatIsNoneIsRefused) {
         std::string::npos);
 }
 
+// 24 in an edit at 23.976: five thousand frames on, the key number is five thousand frames on.
+TEST(OtioSource, AStandardOfTheSisterRateIsTheEditsFrameForFrame) {
+    const auto key_at = [](const std::string& standard, double rate) {
+        const Extra extra = quillbrook("\"keycode\": \"KJ1234560000+00\", \"timecode\": \"01:00:00:00\"" +
+                                       (standard.empty() ? "" : ", \"timecode_std\": \"" + standard + "\""));
+        const std::string media = reference("\"available_range\": " + range(0, 9000, rate));
+        const auto result = one(bare_clip("\"name\": \"A\", \"media_reference\": " + media + ", " + extra + ", " +
+                                          source_range(5000, 10, rate)),
+                                "\"global_start_time\": " + moment(0, rate));
+        const EditPtr medium = source_of(result);
+        const double posn = mPosn_Xlate(points(result).at(0).source_time, medium_edit, medium_film, medium);
+        return std::string(medium->getLabel(user_label_key, {medium_film, 1})->get_label_point(posn).get_string());
+    };
+    EXPECT_EQ(key_at("", 23.976), "KJ1234560312+08");
+    EXPECT_EQ(key_at("24fps", 23.976), "KJ1234560312+08");
+    EXPECT_EQ(key_at("23.976fps", 24), "KJ1234560312+08");
+    EXPECT_EQ(key_at("30fps", 29.97), "KJ1234560250+00");
+    EXPECT_EQ(key_at("29.97df", 30), "KJ1234560250+00");
+}
+
+TEST(OtioSource, AStandardOfTheSisterRateStillSaysHowItDrops) {
+    const auto video = [](const std::string& standard) {
+        const Extra extra = quillbrook("\"timecode\": \"01:00:00:02\", \"timecode_std\": \"" + standard + "\"");
+        return label(source(clip("A", 0, 4, extra), "\"global_start_time\": " + moment(0, 30)), user_label_timecode,
+                     medium_source_picture, 2);
+    };
+    EXPECT_EQ(video("29.97df"), "01:00:00;02");
+    EXPECT_EQ(video("29.97fps"), "01:00:00:02");
+}
+
+TEST(OtioSource, TheTimelinesFilmRateHoldsForMaterialOfTheEditsRate) {
+    const auto film_frames = [](const std::string& fields) {
+        const EditPtr medium = source(clip("A", 0, 4, quillbrook(fields)),
+                                      with("\"global_start_time\": " + moment(0, 30), quillbrook("\"film_rate\": 30")));
+        return mPosn_Xlate(10.0, medium_edit, medium_film, medium);
+    };
+    EXPECT_EQ(film_frames(""), 300.0);
+    EXPECT_EQ(film_frames("\"film_rate\": 25"), 250.0);
+    EXPECT_EQ(film_frames("\"timecode_std\": \"29.97fps\""), 300.0);
+    EXPECT_EQ(film_frames("\"timecode_std\": \"25fps\""), 250.0);
+}
+
+TEST(OtioSource, TheTimelinesFilmRateHoldsForRenderedNestsToo) {
+    const std::string nest = stack({track({clip("B", 0, 4)}), track({clip("C", 0, 4)})});
+    const EditPtr medium =
+        source(nest, with("\"global_start_time\": " + moment(0, 30), quillbrook("\"film_rate\": 30")));
+    EXPECT_EQ(mPosn_Xlate(10.0, medium_edit, medium_film, medium), 300.0);
+}
+
 } // namespace

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace otio_texts;
 
 namespace {
@@ -12,6 +14,14 @@ namespace {
 std::string rendered(const std::string& from, const Extra& extra = {}) {
     return clip("R", 12, 3, with(quillbrook("\"rendered\": true, \"rendered_from\": " + from), extra),
                 reference("\"available_range\": " + range(10, 20)));
+}
+
+/// What is told of the copy, each line without the file's name.
+embedded::Warnings told_of_copy(const std::string& text) {
+    embedded::take_warnings_of_copy();
+    const auto result = read(text);
+    RenderHistory::makeCopyAndUnrenderAll(result.edit);
+    return embedded::take_warnings_of_copy();
 }
 
 std::string unrendered(const std::string& made, const Extra& of_track = {}) {
@@ -53,6 +63,53 @@ TEST(OtioUnrender, WhatCantBeReplacedStays) {
 TEST(OtioUnrender, SoundIsReplacedBySound) {
     const Extra sound = "\"kind\": \"Audio\"";
     EXPECT_EQ(unrendered(rendered(track({clip("S", 0, 9)}, sound)), sound), "A 0-1 | S 1-4");
+}
+
+// The range from 2 to 5 of what lasts from 0 to 4, to 2, and nothing behind.
+TEST(OtioUnrender, SoundBehindTheEndOfItsOriginIsNoneAndPictureIsBlack) {
+    const Extra sound = "\"kind\": \"Audio\"";
+    EXPECT_EQ(unrendered(rendered(track({clip("S", 0, 4)}, sound)), sound), "A 0-1 | S 1-3");
+    EXPECT_EQ(unrendered(rendered(track({clip("S", 0, 2)}, sound)), sound), "A 0-1");
+    EXPECT_EQ(unrendered(rendered(track({clip("D", 0, 4)}))), "A 0-1 | D 1-3 | b 3-4");
+    EXPECT_EQ(unrendered(rendered(track({clip("D", 0, 2)}))), "A 0-1 | b 1-4");
+}
+
+TEST(OtioUnrender, AnOriginThatIsTooShortIsTold) {
+    const auto short_ones = [](const std::string& from) {
+        const auto told = told_of_copy(timeline({track({rendered(from)})}));
+        return std::count_if(told.begin(), told.end(), [](const embedded::Warning& warning) {
+            return warning.text.rfind("dir/reel one.otio: tracks/children[0]/children[0] \"R\": what it was", 0) == 0;
+        });
+    };
+    EXPECT_EQ(short_ones(track({clip("D", 0, 5)})), 0);
+    EXPECT_EQ(short_ones(track({clip("D", 0, 4.9)})), 1);
+    EXPECT_EQ(short_ones(track({clip("D", 0, 9)}, source_range(4, 5))), 0);
+    EXPECT_EQ(short_ones(track({clip("D", 0, 9)}, source_range(5, 5))), 1);
+    EXPECT_EQ(short_ones(stack({track({clip("D", 0, 4)}), track({clip("S", 0, 9)}, "\"kind\": \"Audio\"")})), 1);
+    EXPECT_EQ(short_ones(stack({track({clip("D", 0, 9)}, source_range(3, 9))})), 0);
+    EXPECT_EQ(short_ones(stack({track({clip("D", 0, 9)}, source_range(5, 9))})), 1);
+    EXPECT_EQ(short_ones(stack({clip("D", 0, 4)})), 1);
+}
+
+TEST(OtioUnrender, WhatIsToldOfTheCopyWasntToldOfTheEdit) {
+    const auto nowhere = [](const Extra& name) { return markers({object("Marker.2", name)}); };
+    const std::string made = rendered(track({clip("D", 0, 9, nowhere("\"name\": \"inner\""))}));
+    const std::string text = timeline({track({clip("A", 0, 1, nowhere("\"name\": \"outer\"")), made})});
+    EXPECT_TRUE(warns_of(read(text), "\"outer\": the marker stands nowhere"));
+    const auto told = told_of_copy(text);
+    ASSERT_EQ(told.size(), 1u);
+    EXPECT_NE(told[0].text.find("\"inner\": the marker stands nowhere"), std::string::npos);
+    EXPECT_TRUE(embedded::take_warnings_of_copy().empty());
+}
+
+TEST(OtioUnrender, AClipWithAnEffectOfTheLabStaysWithIt) {
+    const Extra lab = effects({effect(with("\"name\": \"Flop\"", quillbrook("\"optical\": true")))});
+    const Extra grade = effects({effect("\"name\": \"Grade\"")});
+    EXPECT_EQ(unrendered(rendered(origin, lab)), "A 0-1 | R 1-4");
+    EXPECT_EQ(unrendered(rendered(origin, grade)), "A 0-1 | D 1-1.5 | E 1.5-4");
+    const auto told = told_of_copy(timeline({track({rendered(origin, lab)})}));
+    ASSERT_EQ(told.size(), 1u);
+    EXPECT_NE(told[0].text.find("stays rendered"), std::string::npos);
 }
 
 TEST(OtioUnrender, RenderedMaterialWithinTheOriginIsReplacedToo) {
