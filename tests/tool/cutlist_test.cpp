@@ -57,6 +57,26 @@ TEST_F(Cutlist, TellsProgressOnStandardOutput) {
     EXPECT_EQ(result.err, "");
 }
 
+TEST_F(Cutlist, WarnsOfWhatADerenderedCopyLacks) {
+    const auto time = [](int frames) {
+        return R"({"OTIO_SCHEMA": "RationalTime.1", "rate": 24, "value": )" + std::to_string(frames) + "}";
+    };
+    const auto clip = [&](int frames, const std::string& more) {
+        return R"({"OTIO_SCHEMA": "Clip.1", "name": "R", "source_range": {"OTIO_SCHEMA": "TimeRange.1", "start_time": )" +
+               time(0) + R"(, "duration": )" + time(frames) + "}, " + more + "}";
+    };
+    const std::string origin = R"({"OTIO_SCHEMA": "Track.1", "children": [)" +
+                               clip(24, R"("media_reference": {"OTIO_SCHEMA": "ExternalReference.1"})") + "]}";
+    write("r.otio", clip(48, R"("metadata": {"quillbrook": {"rendered": true, "rendered_from": )" + origin + "}}"));
+    const ToolResult result = run({"cutlist", "r.otio", "-o", "r.txt"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err,
+              "warning: r.otio: \"R\": what it was rendered from is too short for it: a gap stands for what "
+              "lacks\n");
+    EXPECT_EQ(run({"cutlist", "r.otio", "-o", "q.txt", "--quiet"}).err, "");
+    EXPECT_EQ(run({"cutlist", "r.otio", "-o", "n.txt", "--config", "allow_auto_unrender=0"}).err, "");
+}
+
 TEST_F(Cutlist, QuietSaysNothing) {
     const ToolResult result = run({"cutlist", "cut.otio", "-o", "cut.txt", "--quiet"});
     EXPECT_EQ(result.status, 0);
