@@ -17,6 +17,7 @@ struct OptionField {
 };
 
 constexpr const char* units_key = "chg_lengthunits";
+constexpr const char* bench_key = "chg_bench_list";
 
 // In the order in which the block is read.
 constexpr OptionField option_fields[] = {
@@ -24,7 +25,7 @@ constexpr OptionField option_fields[] = {
     {.name = "chg_pull_list", .list = &ChangelistOptions::pull_list},
     {.name = "chg_verbose_list", .list = &ChangelistOptions::verbose_list},
     {.name = "chg_dissolve_list", .list = &ChangelistOptions::dissolve_list},
-    {.name = "chg_bench_list", .list = &ChangelistOptions::bench_list},
+    {.name = bench_key, .list = &ChangelistOptions::bench_list},
     {.name = "chg_useshotscenetake", .number = &ChangelistOptions::use_scene_take},
     {.name = "chg_showedgecodes", .flag = &ChangelistOptions::show_edge_codes},
     {.name = units_key},
@@ -44,8 +45,11 @@ void read_field(const configb& block, const OptionField& field, ChangelistOption
     }
 }
 
-// The units alone start afresh with every run.
-void read_units(const configb* block, ChangelistOptions& options) {
+// The units and the bench list start afresh with every run. Hosts that don't know of the bench list never turn it off:
+// left on, it would be a list that nobody asked for.
+void start_afresh(const configb* block, ChangelistOptions& options) {
+    options.bench_list = 0;
+    if (block) block->in(bench_key, options.bench_list);
     unsigned units = 0;
     if (block) block->in(units_key, units);
     options.units_frames = units == 0;
@@ -66,7 +70,7 @@ void read_changelist_options(const configb* block) {
         for (const OptionField& field : option_fields)
             read_field(*block, field, options);
     }
-    read_units(block, options);
+    start_afresh(block, options);
 }
 
 const changelist_option_key* changelist_option_keys() {

@@ -7,7 +7,7 @@
 class configb;
 
 /// All options, with the values that they have when the library is loaded. A key that a block lacks keeps its
-/// member, but for the units.
+/// member, but for the units and the bench list.
 struct ChangelistOptions {
     int summary_list = 0;
     int pull_list = 0; ///< the list of new material

@@ -20,6 +20,11 @@ endforeach()
 install(FILES ${PROJECT_SOURCE_DIR}/formats/edit_reading.h DESTINATION ${installed_headers}/formats)
 install(FILES ${PROJECT_SOURCE_DIR}/formats/otio/otio_reader.h DESTINATION ${installed_headers}/formats/otio)
 
+# What users and hosts read, and the schema of the changes as JSON.
+file(GLOB pages ${PROJECT_SOURCE_DIR}/docs/*.md)
+install(FILES ${pages} ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES ${PROJECT_SOURCE_DIR}/docs/changes.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/quillbrook)
+
 # find_package(quillbrook): quillbrook::quillbrook and quillbrook::embedded.
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/quillbrook)
 install(EXPORT quillbrook_targets NAMESPACE quillbrook:: FILE quillbrook-targets.cmake DESTINATION ${package_folder})

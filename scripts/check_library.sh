@@ -6,15 +6,28 @@ library=$1/libquillbrook.so
 cd "$(dirname "$0")/.."
 failed=0
 
-declared=$(sed '/^#define/d; s/class QUILLBROOK_API//' include/quillbrook/*.h | tr '\n' ' ' | grep -oE 'QUILLBROOK_API [^(;]*\(' | grep -oE '[A-Za-z_0-9]+\($' |
-    tr -d '(' | sort -u)
-classes=$(grep -ohE 'class QUILLBROOK_API [a-z_A-Z0-9]+' include/quillbrook/*.h | awk '{ print $3 }' | paste -sd'|')
-of_classes="^(${classes:-none})::|(thunk to |for |-in-)(${classes:-none})(::|\$)"
-exported=$(nm -DC --defined-only "$library" | awk '{ $1 = ""; $2 = ""; print }' | sed 's/^ *//; s/(.*//' |
-    grep -vE "$of_classes" | sort -u)
-extra=$(comm -13 <(echo "$declared") <(echo "$exported"))
-missing=$(comm -23 <(echo "$declared") <(echo "$exported"))
-[ -z "$extra" ] || { echo "library: exports what no public header declares:"; echo "$extra"; failed=1; }
+# Functions and classes by name, and all that the headers declare of them by the names that linkers know, which hold the
+# types. Constructors and destructors have several of those.
+functions=$(sed '/^#define/d; s/class QUILLBROOK_API//' include/quillbrook/*.h | tr '\n' ' ' |
+    grep -oE 'QUILLBROOK_API [^(;]*\(' | grep -oE '[A-Za-z_0-9]+\($' | tr -d '(' | sort -u)
+classes=$(grep -ohE 'class QUILLBROOK_API [a-z_A-Z0-9]+' include/quillbrook/*.h | awk '{ print $3 }')
+of_classes="(thunk to |for |-in-)($(echo "$classes" | paste -sd'|'))(::|\$)"
+same_for_all() { sed -E 's/(C|D)[0-9](E|v)/\1x\2/' | sort -u; }
+
+linked() {
+    printf '#include "%s"\n' include/quillbrook/*.h |
+        clang++-14 -std=c++20 -I. -Iinclude -fsyntax-only -x c++ - -Xclang -ast-dump=json -Xclang "-ast-dump-filter=$1" |
+        grep -oE '"mangledName": "[^"]*"' | cut -d'"' -f4
+}
+declared=$(for name in $functions $classes; do linked "$name"; done | same_for_all)
+declared_functions=$(for name in $functions; do linked "$name" | grep "^_Z${#name}$name"; done | same_for_all)
+exported=$(nm -D --defined-only "$library" | awk '{ print $3 }' | grep -v '^_ZT' | same_for_all)
+tables=$(nm -DC --defined-only "$library" | awk '{ $1 = ""; $2 = ""; print }' | grep -E ' (thunk|vtable|typeinfo|VTT|construction|virtual|non-virtual) ' |
+    grep -vE "$of_classes" || true)
+extra=$(comm -13 <(echo "$declared") <(echo "$exported") | c++filt)
+extra+=$tables
+missing=$(comm -23 <(echo "$declared_functions") <(echo "$exported") | c++filt)
+[ -z "$extra" ] || { echo "library: exports what no public header declares so:"; echo "$extra"; failed=1; }
 [ -z "$missing" ] || { echo "library: declared, but not exported:"; echo "$missing"; failed=1; }
 
 taken=$(nm -D --undefined-only "$library" | awk '{ print $2 }' | sed 's/@.*//' |

@@ -103,6 +103,8 @@ int run(const CutlistJob& job) {
     tell_warnings(embedded::take_warnings_of_copy(), job.output.quiet);
     if (logger.failed()) return exit_failed;
     check_written();
+    const std::string fault = done || job.log.empty() ? "" : fault_of_film(job.log);
+    if (!fault.empty()) throw JobError(fault);
     if (!done) throw JobError(job.edit.paths.front() + ": " + subject_of(job) + " holds nothing to list");
     if (!job.log.empty()) tell_use_of_log(job, edit);
     return exit_done;

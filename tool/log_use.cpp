@@ -88,6 +88,18 @@ void check_is_log_table(const std::string& path) {
     if (!damage.empty()) throw JobError(path + ": " + damage);
 }
 
+std::string fault_of_film(const std::string& path) {
+    const recdb log(wide_path(path), INT_MAX, false);
+    const char* header = log.get_param_val("film label_std");
+    std::string film = header ? header : "";
+    const int column = log.get_fieldnum("film label_std");
+    const std::string of_first_row =
+        column != -1 && log.get_num_records() != 0 ? text_of(*log.get_record(0), column) : "";
+    if (!of_first_row.empty()) film = of_first_row;
+    if (film.empty() || edlstr_to_label_type(film.c_str()) != label_none) return {};
+    return path + ": \"" + one_line(film) + "\" of \"film label_std\" is no kind of film";
+}
+
 embedded::Warnings warnings_of_counting(const std::string& log, const EditPtr& edit, ChannelKind kind) {
     const std::vector<formats::LogRow> rows = formats::read_log(log).rows;
     embedded::Warnings warnings;

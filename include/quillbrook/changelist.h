@@ -17,7 +17,8 @@ using changelist_reels = std::vector<std::pair<LightweightString<wchar_t>, Light
 /// Compares two cuts by key number and prints what changed into `report_file`.
 ///
 /// `config` holds the keys that `changelist_option_keys` lists; one that the block lacks keeps its value of the
-/// run before, but for the units of length; null stands for a block without keys. At most 49 reels a side. Two working
+/// run before, but for the units of length and the bench list, which start as frames and off with every run; null
+/// stands for a block without keys. At most 49 reels a side. Two working
 /// files, "oldcut__.chg" and "newcut__.chg", stay in the lists directory.
 ///
 /// Null when the report was made, otherwise the text of the error, which stays good until the next call and

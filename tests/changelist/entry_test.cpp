@@ -241,6 +241,20 @@ TEST_F(ChangelistEntry, WithoutAListNothingIsMade) {
     EXPECT_FALSE(std::filesystem::exists(scratch.file("changes.txt")));
 }
 
+// A host that doesn't know of the bench list, behind one that does.
+TEST_F(ChangelistEntry, TheBenchListOfOneRunIsNotThatOfTheNext) {
+    block.set("chg_bench_list", "1");
+    EXPECT_NE(changes(one_shot, longer_shot).find("BENCH LIST"), std::string::npos);
+    block = embedded::settings_block();
+    block.set("chg_lengthunits", "1");
+    const std::string a = scratch.file("old.cdb"), b = scratch.file("new.cdb");
+    EXPECT_EQ(run({a}, {b}), "No reports have been requested!\n");
+    changelist_reels reels{{wide(a), wide(b)}};
+    changelist_options().bench_list = 1;
+    EXPECT_STREQ(mr_make_changelist(reels, wide(scratch.file("changes.txt")), nullptr, logger),
+                 "No reports have been requested!\n");
+}
+
 TEST_F(ChangelistEntry, TakesFortyNineReelsASideAndNoMore) {
     ask_for_all();
     const std::string a = write("a.cdb", one_shot);

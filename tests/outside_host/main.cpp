@@ -1,10 +1,12 @@
-// Builds an edit in code, makes a cutlist of it in the folder of the first argument, compares that with itself and
-// looks at the files.
+// Builds an edit in code, makes a cutlist of it in the folder of the first argument, compares that with itself, takes
+// key numbers from a logging table of its own, and looks at the files.
 
 #include <embedded/edit_builder.h>
 #include <embedded/services.h>
 #include <quillbrook/changelist.h>
 #include <quillbrook/cutlist.h>
+#include <quillbrook/keylog.h>
+#include <quillbrook/logging_tables.h>
 
 #include <fstream>
 #include <iostream>
@@ -25,6 +27,7 @@ embedded::SourceDescription camera_roll(const std::string& name, const std::stri
     source.identity = "camera/" + name;
     source.name = name;
     source.reels[{1, 2}] = name;
+    source.video_timecode = embedded::LabelDescription{label_tc_24, "00:00:00:00", {}, {}};
     source.key = embedded::LabelDescription{label_key_35mm_4p, key, {}, {}};
     return source;
 }
@@ -74,6 +77,40 @@ bool compare_with_itself(const std::string& stem, LoggerHandle& logger) {
     return prove_change_steps(detailed_changes).proved && holds(stem + "-changes.txt", "THERE ARE NO CHANGES TO MAKE");
 }
 
+/// A logging table of one shot, saved and read again.
+bool make_log(const std::string& path) {
+    const LightweightString<wchar_t> name = fromUTF8(path.c_str(), -1);
+    filmdb log(L"rushes.txt", name);
+    log.set_vid_std(edlstr_to_tv_standard("24fps"));
+    log.set_film_std(gauge_35mm_4p);
+    const auto row = static_cast<unsigned>(log.add_records(1));
+    const std::pair<const char*, const char*> fields[] = {{"name", "12/3"},
+                                                          {"reel", "A001"},
+                                                          {"start time", "00:00:00:00"},
+                                                          {"end time", "00:10:00:00"},
+                                                          {"cam reel", "A77"},
+                                                          {"start keycode", "KZ9876540500+00"}};
+    for (const auto& [column, text] : fields)
+        log.set_field(row, static_cast<unsigned>(log.get_fieldnum(column)), text);
+    if (log.save_text() != 0) return false;
+    const filmdb again(name);
+    return again.get_valid() && again.get_num_records() == 1 && filmdb(again).get_num_records() == 1;
+}
+
+bool import_keylog(LoggerHandle& logger) {
+    ftldb keylog(L"no such file", logger, {});
+    return !keylog.get_valid() && *keylog.get_reelid() == 0;
+}
+
+bool list_by_log(const std::string& stem, LoggerHandle& logger) {
+    embedded::settings_block options;
+    options.set("log_file", stem + ".RDB");
+    options.set("output_file", stem + "-logged.txt");
+    const EditPtr edit = build_edit();
+    return make_log(stem + ".RDB") && make_cutlist_from_edit(edit, logger, 1, &options, nullptr, false) &&
+           holds(stem + "-logged.cdb", "KZ9876540500+00") && holds(stem + "-logged.cdb", "A77") && *filmDllVersionStr();
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -90,5 +127,7 @@ int main(int argc, char** argv) {
     if (!make_cutlist_from_edit(edit, logger, 0, &options, cues, false)) return 1;
     const bool table = holds(stem + ".cdb", "edit_name=Outside") && holds(stem + ".cdb", "KJ1234560100+00");
     const bool report = holds(stem + ".txt", "OUTSIDE") && holds(stem + ".txt", "KJ654321");
-    return table && report && compare_with_itself(stem, logger) ? 0 : 1;
+    return table && report && compare_with_itself(stem, logger) && list_by_log(stem, logger) && import_keylog(logger)
+               ? 0
+               : 1;
 }

@@ -116,6 +116,23 @@ TEST_F(EditList, EventsWithoutARowAndOtherCountingsAreWarnedOf) {
     EXPECT_EQ(run({"cutlist", "a.edl", "--rate", "24", "--log", "25.RDB", "-o", "c.txt", "--quiet"}).err, "");
 }
 
+// The table is at fault, in its head or its first row, and not the edit.
+TEST_F(EditList, AKindOfFilmThatIsUnknownIsLaidToTheLog) {
+    write("a.edl", event);
+    write("a.csv", "Name,Reel,Start,End,Key\n1-1,A,1:00:00:00,1:00:10:00,KJ 12 3456-1000+00\n");
+    done({"log", "import", "a.csv", "-o", "a.RDB", "--rate", "24"});
+    std::string table = read("a.RDB");
+    table.replace(0, table.find('\n'), "%recdb 1");
+    if (const std::size_t seal = table.find("%end "); seal != std::string::npos) table.erase(seal);
+    const std::size_t film = table.find("film label_std=35mm-4p\n");
+    ASSERT_NE(film, std::string::npos);
+    write("nitrate.RDB", table.substr(0, film) + "film label_std=nitrate\n" + table.substr(film + 23));
+    const ToolResult result = run({"cutlist", "a.edl", "--rate", "24", "--log", "nitrate.RDB", "-o", "a.txt"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("error: nitrate.RDB: \"nitrate\" of \"film label_std\" is no kind of film\n"));
+    EXPECT_EQ(result.err.find("holds nothing"), std::string::npos);
+}
+
 TEST_F(EditList, RateIsAskedFor) {
     write("a.edl", event);
     const ToolResult result = run({"edit", "show", "a.edl"});
