@@ -1,26 +1,21 @@
 #include "base/number_text.h"
 
+#include "host/ascii_text.h"
+
 #include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <locale.h>
 
-namespace {
-
-bool is_blank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
-
-} // namespace
-
 // What `strtol` gives, cut to an int, at a fraction of its cost: rows hold their numbers as text.
 int decimal_number(const char* text) {
     if (!text) return 0;
-    while (is_blank(*text))
+    while (ascii::is_white(*text))
         ++text;
     const bool negative = *text == '-';
     if (negative || *text == '+') ++text;
     long value = 0;
-    for (; is_digit(*text); ++text) {
+    for (; ascii::is_digit(*text); ++text) {
         const int digit = *text - '0';
         if (__builtin_mul_overflow(value, 10, &value) || __builtin_sub_overflow(value, digit, &value))
             return negative ? static_cast<int>(std::numeric_limits<long>::min())

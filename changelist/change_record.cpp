@@ -1,19 +1,45 @@
 #include "changelist/change_record.h"
 
 #include "base/frame_math.h"
+#include "base/plain_columns.h"
 #include "changelist/row_fields.h"
+#include "host/ascii_text.h"
 #include "host/fixed_text.h"
 
 #include <cmath>
-#include <strings.h>
 
 namespace {
 
 constexpr double speed_tolerance = 0.01;
 
-void read_number(const dbrecord& row, chgdb_field field, std::int32_t& number) {
-    if (const char* text = row.get_field(static_cast<unsigned short>(field))) number = decimal_number(text);
-}
+constexpr PlainColumn<ChangeRecord> columns_of_members[] = {
+    plain_column<&ChangeRecord::edit_in>(hf_edit_in),
+    plain_column<&ChangeRecord::edit_length>(hf_edit_length),
+    plain_column<&ChangeRecord::speed>(hf_speed),
+    plain_column<&ChangeRecord::keycode_missing>(hf_keycode_missing),
+    plain_column<&ChangeRecord::event1>(hf_event1),
+    plain_column<&ChangeRecord::event2>(hf_event2),
+    plain_column<&ChangeRecord::subevent1>(hf_subevent1),
+    plain_column<&ChangeRecord::subevent2>(hf_subevent2),
+    plain_column<&ChangeRecord::optical>(hf_optical),
+    plain_column<&ChangeRecord::record_type>(hf_record_type),
+    plain_column<&ChangeRecord::old_edit_in>(hf_old_edit_in),
+    plain_column<&ChangeRecord::cam_reel>(hf_cam_reel),
+    plain_column<&ChangeRecord::scene>(hf_scene),
+    plain_column<&ChangeRecord::take>(hf_take),
+    plain_column<&ChangeRecord::description>(hf_description),
+    plain_column<&ChangeRecord::fx_op1>(hf_fx_op1),
+    plain_column<&ChangeRecord::fx_op2>(hf_fx_op2),
+    plain_column<&ChangeRecord::fx_name2>(hf_fx_name2),
+    plain_column<&ChangeRecord::fx_pos>(hf_fx_pos),
+    plain_column<&ChangeRecord::fx_len1>(hf_fx_len1),
+    plain_column<&ChangeRecord::fx_len2>(hf_fx_len2),
+    plain_column<&ChangeRecord::xref_recnum>(hf_xref_recnum),
+    plain_column<&ChangeRecord::relpos1>(hf_relpos1),
+    plain_column<&ChangeRecord::relpos2>(hf_relpos2),
+    plain_column<&ChangeRecord::reel_seq>(hf_reel_seq),
+    plain_column<&ChangeRecord::old_reel_seq>(hf_old_reel_seq),
+};
 
 void read_ink(const dbrecord& row, chgdb_field field, LabelPoint& point) {
     if (*text_field(row, field)) {
@@ -91,71 +117,23 @@ void ChangeRecord::clear() {
 }
 
 void ChangeRecord::read(const dbrecord& row) {
-    read_number(row, hf_edit_in, edit_in);
-    read_number(row, hf_edit_length, edit_length);
-    if (const char* text = row.get_field(hf_speed)) speed = floating_number(text);
-    read_number(row, hf_keycode_missing, keycode_missing);
-    read_film_codes(row, *this);
-    read_number(row, hf_event1, event1);
-    read_number(row, hf_event2, event2);
-    read_number(row, hf_subevent1, subevent1);
-    read_number(row, hf_subevent2, subevent2);
-    read_number(row, hf_optical, optical);
-    copy_field(row, hf_record_type, record_type);
-    read_number(row, hf_old_edit_in, old_edit_in);
-    copy_field(row, hf_cam_reel, cam_reel);
+    for (const PlainColumn<ChangeRecord>& plain : columns_of_members)
+        plain.read(*this, row, plain.field);
     shot_name = shot_name_field(row);
-    copy_field(row, hf_scene, scene);
-    copy_field(row, hf_take, take);
-    copy_field(row, hf_description, description);
-    copy_field(row, hf_fx_op1, fx_op1);
-    copy_field(row, hf_fx_op2, fx_op2);
-    copy_field(row, hf_fx_name2, fx_name2);
-    copy_field(row, hf_fx_pos, fx_pos);
-    read_number(row, hf_fx_len1, fx_len1);
-    read_number(row, hf_fx_len2, fx_len2);
-    read_number(row, hf_xref_recnum, xref_recnum);
-    read_number(row, hf_relpos1, relpos1);
-    read_number(row, hf_relpos2, relpos2);
-    read_number(row, hf_reel_seq, reel_seq);
-    read_number(row, hf_old_reel_seq, old_reel_seq);
+    read_film_codes(row, *this);
     read_timecodes(row, *this);
     parse_code(row, hf_bracket_in, bracket_in);
     parse_code(row, hf_bracket_out, bracket_out);
 }
 
 void ChangeRecord::write(dbrecord& row) const {
-    row.set_field(hf_edit_in, edit_in);
-    row.set_field(hf_edit_length, edit_length);
-    row.set_field(hf_speed, speed);
+    for (const PlainColumn<ChangeRecord>& plain : columns_of_members)
+        plain.write(*this, row, plain.field);
+    write_text(row, hf_shot_name, toUTF8(shot_name).c_str());
     write_point(row, hf_keycode_in, keycode_in);
     write_point(row, hf_keycode_out, keycode_out);
-    row.set_field(hf_keycode_missing, keycode_missing);
     if (inkcode_in.is_valid()) write_point(row, hf_inkcode_in, inkcode_in);
     if (inkcode_out.is_valid()) write_point(row, hf_inkcode_out, inkcode_out);
-    row.set_field(hf_event1, event1);
-    row.set_field(hf_event2, event2);
-    row.set_field(hf_subevent1, subevent1);
-    row.set_field(hf_subevent2, subevent2);
-    row.set_field(hf_optical, optical);
-    write_text(row, hf_record_type, record_type);
-    row.set_field(hf_old_edit_in, old_edit_in);
-    write_text(row, hf_cam_reel, cam_reel);
-    write_text(row, hf_shot_name, toUTF8(shot_name).c_str());
-    write_text(row, hf_scene, scene);
-    write_text(row, hf_take, take);
-    write_text(row, hf_description, description);
-    write_text(row, hf_fx_op1, fx_op1);
-    write_text(row, hf_fx_op2, fx_op2);
-    write_text(row, hf_fx_name2, fx_name2);
-    write_text(row, hf_fx_pos, fx_pos);
-    row.set_field(hf_fx_len1, fx_len1);
-    row.set_field(hf_fx_len2, fx_len2);
-    row.set_field(hf_xref_recnum, xref_recnum);
-    row.set_field(hf_relpos1, relpos1);
-    row.set_field(hf_relpos2, relpos2);
-    row.set_field(hf_reel_seq, reel_seq);
-    row.set_field(hf_old_reel_seq, old_reel_seq);
     write_point(row, hf_prim_tc_in, prim_tc_in);
     write_point(row, hf_prim_tc_out, prim_tc_out);
     write_text(row, hf_prim_tc_std, label_type_to_edlstr(prim_tc_in.type()));
@@ -189,8 +167,6 @@ int ChangeRecord::ink_last() const {
     return inkcode_in.is_valid() ? sample_after(*this, ink_in(), ink_step(), frames_to_last(*this)) : 0;
 }
 
-int ChangeRecord::key_span() const { return frame_product(key_step(), edit_length); }
-
 void ChangeRecord::set_key_in(int sample) {
     if (keycode_in.is_valid()) keycode_in.set_sample(sample);
 }
@@ -208,12 +184,12 @@ void ChangeRecord::set_outs() {
 
 bool same_event(const ChangeRecord& a, const ChangeRecord& b) {
     return same_speed(a.speed, b.speed) && a.keycode_in == b.keycode_in && a.edit_length == b.edit_length &&
-           strcasecmp(a.cam_reel, b.cam_reel) == 0;
+           ascii::same(a.cam_reel, b.cam_reel);
 }
 
 bool overlaps(const ChangeRecord& a, const ChangeRecord& b) {
-    if (strcasecmp(a.keycode_in.get_prefix(), b.keycode_in.get_prefix()) != 0) return false;
-    if (strcasecmp(a.cam_reel, b.cam_reel) != 0) return false;
+    if (!ascii::same(a.keycode_in.get_prefix(), b.keycode_in.get_prefix())) return false;
+    if (!ascii::same(a.cam_reel, b.cam_reel)) return false;
     if (a.varispeed()) {
         if (!same_speed(a.speed, b.speed)) return false;
         if (a.speed < 0) return a.key_end() < b.key_in() && a.key_in() > b.key_end();

@@ -29,7 +29,6 @@ public:
     int ink_end() const;
     int key_last() const; ///< of the last frame
     int ink_last() const;
-    int key_span() const;
     void set_key_in(int sample);
     void set_ink_in(int sample);
     /// The outs are the ins of the record's own film, at its last frame.

@@ -2,6 +2,7 @@
 
 #include "changelist/change_reports.h"
 
+#include "base/messages.h"
 #include "changelist/bench/bench_list.h"
 #include "changelist/changelist_options.h"
 #include "changelist/run_state.h"
@@ -21,7 +22,7 @@ void set_up_page(report& out) {
 
 void write_change_reports(report& out, chgdb& changes, chgdb& new_events, LoggerHandle& log) {
     const ChangelistOptions& options = changelist_options();
-    log.message(L"Writing", 0);
+    say(log, "Writing", level_progress);
     set_up_page(out);
     write_banner(out);
     if (options.summary_list) write_summary(out, changes, log);

@@ -1,6 +1,7 @@
 #pragma once
 // The options of a change run.
 
+#include "host/channel_kinds.h"
 #include "host/edit.h"
 #include "host/text.h"
 
@@ -19,8 +20,8 @@ struct ChangelistOptions {
     int units_frames = 1; ///< exactly one of the three is set
     int units_feet = 0;
     int units_timecode = 0;
-    unsigned chan_type = 1; ///< 1 picture, anything else sound
-    unsigned chan_num = 0;  ///< from 0
+    unsigned chan_type = picture_channel; ///< anything else is sound
+    unsigned chan_num = 0;                ///< from 0
     Cookie old_cookie;
     Cookie new_cookie;
 };

@@ -28,11 +28,10 @@ CutlistSet::CutlistSet() { sorted(true); }
 
 void CutlistSet::printOn(GrowString& out) const { out.append(not_printed); }
 
-const char* CutlistSet::add_reel(CutlistSetRec* record) {
-    std::unique_ptr<CutlistSetRec> owned(record);
+const char* CutlistSet::add_reel(std::unique_ptr<CutlistSetRec> record) {
     if (record->valid == 0 || find(*record) > 0) return "Error in reel number assignment\n";
-    add(record);
-    owned.release();
+    add(record.get());
+    record.release();
     return nullptr;
 }
 

@@ -3,6 +3,8 @@
 
 #include "host/settings.h"
 
+#include <memory>
+
 class CutlistSetRec : public ArrayRec {
 public:
     /// Not valid with a reel below 1.
@@ -22,8 +24,8 @@ public:
     CutlistSet();
 
     void printOn(GrowString& out) const override;
-    /// Takes the record over. Null, or the text of the error.
-    const char* add_reel(CutlistSetRec* record);
+    /// Null, or the text of the error.
+    const char* add_reel(std::unique_ptr<CutlistSetRec> record);
     const CutlistSetRec& reel(unsigned index) const;
 
     std::int32_t reel_count = 0;

@@ -1,6 +1,7 @@
 #include "changelist/load_cutlists.h"
 
 #include "base/frame_math.h"
+#include "base/messages.h"
 #include "base/substitute.h"
 #include "changelist/change_record.h"
 #include "changelist/changelist_options.h"
@@ -16,8 +17,6 @@
 
 namespace {
 
-constexpr ResId reading_cutlist = 10257;
-constexpr ResId name_of_black = 10061;
 constexpr int sound_channel = 2;
 constexpr int first_picture_track = 1;
 
@@ -115,7 +114,7 @@ const char* SideLoader::add(const CutlistSetRec& record) {
     if (record.subreel == 1) {
         if (const char* error = start_reel(record.reel)) return error;
     }
-    log_.message(substitute(resourceStrW(reading_cutlist), L"$FILE$", record.file), 0);
+    log_.message(substitute(resourceStrW(text_reading_cutlist), L"$FILE$", record.file), level_progress);
     cutdb list(record.file, &log_);
     if (!list.get_valid() || list.get_num_records() == 0)
         return error_with_name("Unable to read CUTDB database %s", record.file);
@@ -219,7 +218,7 @@ void fill_transitions(ChangeRecord& row, const cut_report& cut) {
 
 LightweightString<wchar_t> listed_name(const cut_report& cut) {
     if (!cut.shot_name.empty() || cut.special == special_none) return cut.shot_name;
-    if (cut.special == special_black) return resourceStrW(name_of_black, ResStrFmt::heading);
+    if (cut.special == special_black) return resourceStrW(text_black, ResStrFmt::heading);
     return L"?????";
 }
 

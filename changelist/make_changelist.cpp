@@ -21,7 +21,7 @@ const char* fill_set(CutlistSet& set, const changelist_reels& reels, Lightweight
     for (const Names& names : reels) {
         const LightweightString<wchar_t>& file = names.*side;
         if (file.view() == end_of_side) break;
-        if (const char* error = set.add_reel(new CutlistSetRec(file, reel))) return error;
+        if (const char* error = set.add_reel(std::make_unique<CutlistSetRec>(file, reel))) return error;
         ++reel;
     }
     set.reel_count = reel - 1;

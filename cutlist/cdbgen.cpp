@@ -95,7 +95,7 @@ void add_label_params(cutdb& db, const EditLabel& label, const char* start_name,
 
 // Known only after the analysis, which may have adopted another film standard.
 void add_film_standard(cutdb& db) {
-    db.add_param("film label_std", label_type_to_edlstr(generator().key_label->type()));
+    db.add_param("film label_std", label_type_to_edlstr(generator().key_label.type()));
     db.add_param("mixed_kc_standard", generator().mixed_kc_standard ? "1" : "0");
 }
 
@@ -114,7 +114,7 @@ bool fill_table(cutdb& db, EditPtr& edit, LoggerHandle& logger, CueList* cues, L
     const int use_log = shots != nullptr;
     if (!analyse_tracks(options.chan_type, options.chan_num, edit, 0, logger, use_log, cues, shots, events))
         return false;
-    if (!generator().key_label->is_valid()) return false;
+    if (!generator().key_label.is_valid()) return false;
     add_film_standard(db);
     append_events(db, events);
     write_single_layer_lists(db, logger);
@@ -182,13 +182,13 @@ void write_cutlist_header(cutdb& db, Edit& edit, const char* project_name) {
     db.add_param("edit label_std", tv_standard_to_edlstr(standard));
     db.add_param("cutlist_type", options.pull_match_assembly != 0 ? "cutting-copy" : "neg-cut");
     db.add_param("channel", channel_text(options.chan_type, options.chan_num));
-    add_label_params(db, *generator().edit_tc_label, "edit_vidtc_start", "edit_vidtc_std");
+    add_label_params(db, generator().edit_tc_label, "edit_vidtc_start", "edit_vidtc_std");
     add_label_params(db, *edit.getLabel(user_label_timecode, MediumRollIdent(medium_edit_24p, 1)), "edit_24ptc_start",
                      "edit_24ptc_std");
 }
 
 void append_events(cutdb& db, const event_array& events) {
-    for (const cut_s* record : events.records()) {
+    for (const auto& record : events.records()) {
         const int row = db.add_records(1);
         record->to_record(*db.get_record(static_cast<unsigned>(row)));
     }

@@ -236,7 +236,7 @@ void classify_opticals(cutdb& db, LoggerHandle& logger) {
     db.set_sortfields(order);
     db.sort(1, 0);
     if (db.get_num_records() == 0) return;
-    if (cutlist_options().chan_type == 2)
+    if (cutlist_options().chan_type == sound_channel)
         number_sound_events(db);
     else
         optical_classifier(db, logger).run();

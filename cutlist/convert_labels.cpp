@@ -38,7 +38,7 @@ void adopt_or_compare_standard(const EditLabel& key) {
     }
     EditLabel copy = key;
     copy.modify_count_length(long_keycode + 4);
-    if (copy.type() != generator().key_label->type()) generator().mixed_kc_standard = true;
+    if (copy.type() != generator().key_label.type()) generator().mixed_kc_standard = true;
 }
 
 void read_material(cut_s& record, source_material& source) {
@@ -66,7 +66,7 @@ void read_source(cut_s& record, const Cookie& cookie, source_material& source) {
 EditLabel working_key_label(cut_s& record, const EditLabel& key) {
     EditLabel working = key;
     if (working.is_valid()) return working;
-    working.set_type(generator().key_label->type());
+    working.set_type(generator().key_label.type());
     const bool black = record.special == special_black;
     count_from_zero(working, black ? black_prefix : record.cookie);
     if (!black) record.keycode_missing = 1;
@@ -125,7 +125,7 @@ bool convert_stretch(cut_s& record, EditPtr& edit, int chan, CueList* cues, ce_h
     const double pos_in = in.source_time - source.start;
     const EditLabel key = working_key_label(record, source.key);
     EditLabel ink = source.ink;
-    if (ink.is_valid()) ink.set_type(generator().ink_label->type());
+    if (ink.is_valid()) ink.set_type(generator().ink_label.type());
     timecode_stretch timecodes[] = {{record.prim_tc, source.tc, pos_in, src},
                                     {record.aud_tc, source.aud, pos_in, src},
                                     {record.src24P_tc, source.tc24, pos_in, src}};
@@ -154,16 +154,16 @@ bool convert_stretch(cut_s& record, EditPtr& edit, int chan, CueList* cues, ce_h
 
 } // namespace
 
-convert_result convert_event_from_labels(EditPtr& edit, int chan, CueList* cues, ce_handle& handle, cut_s*& out,
-                                         int track) {
+convert_result convert_event_from_labels(EditPtr& edit, int chan, CueList* cues, ce_handle& handle,
+                                         std::unique_ptr<cut_s>& out, int track) {
     out = nullptr;
     convert_result result = check_in_point(handle);
     if (result != convert_done) return result;
 
-    std::unique_ptr<cut_s> record(new cut_s);
+    auto record = std::make_unique<cut_s>();
     if (track != 1) find_upper_track_effect(*record, edit, handle, chan);
     if (!convert_stretch(*record, edit, chan, cues, handle)) return convert_out_of_step;
     result = go_to_next_cut(*record, edit, handle, read_kind_from_node);
-    if (result == convert_done) out = record.release();
+    if (result == convert_done) out = std::move(record);
     return result;
 }

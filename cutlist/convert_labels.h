@@ -3,8 +3,10 @@
 
 #include "cutlist/event_details.h"
 
-/// Makes a record of the event at the handle, with the transition behind it folded in. On success the record
-/// is the caller's and the handle rests on the next in-point; otherwise `out` is null. `track` is the picture
+#include <memory>
+
+/// Makes a record of the event at the handle, with the transition behind it folded in. On success `out` holds
+/// it and the handle rests on the next in-point; otherwise `out` is null. `track` is the picture
 /// track from 1, and 1 for sound.
-convert_result convert_event_from_labels(EditPtr& edit, int chan, CueList* cues, ce_handle& handle, cut_s*& out,
-                                         int track);
+convert_result convert_event_from_labels(EditPtr& edit, int chan, CueList* cues, ce_handle& handle,
+                                         std::unique_ptr<cut_s>& out, int track);

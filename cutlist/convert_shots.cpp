@@ -21,7 +21,7 @@ struct event_stretch {
 /// A source, and the labels that its stretch is counted on.
 struct counted_source {
     EditPtr edit;
-    EditLabel key = EditLabel(generator().key_label->type(), MediumRollIdent(medium_film, 1));
+    EditLabel key = EditLabel(generator().key_label.type(), MediumRollIdent(medium_film, 1));
     EditLabel ink = EditLabel(label_t_to_ink_label_t(key.type()), MediumRollIdent(medium_ink, 1));
 };
 
@@ -209,16 +209,16 @@ bool convert_stretch(cut_s& record, EditPtr& edit, int chan, CueList* cues, ce_h
 
 } // namespace
 
-convert_result convert_event_from_shots(EditPtr& edit, int chan, CueList* cues, ce_handle& handle, cut_s*& out,
-                                        LogShotList* shots, int track) {
+convert_result convert_event_from_shots(EditPtr& edit, int chan, CueList* cues, ce_handle& handle,
+                                        std::unique_ptr<cut_s>& out, LogShotList* shots, int track) {
     out = nullptr;
     convert_result result = check_in_point(handle);
     if (result != convert_done) return result;
 
-    std::unique_ptr<cut_s> record(new cut_s);
+    auto record = std::make_unique<cut_s>();
     if (track != 1) find_upper_track_effect(*record, edit, handle, chan);
     if (!convert_stretch(*record, edit, chan, cues, handle, *shots)) return convert_out_of_step;
     result = go_to_next_cut(*record, edit, handle, read_kind_from_cookie);
-    if (result == convert_done) out = record.release();
+    if (result == convert_done) out = std::move(record);
     return result;
 }

@@ -89,9 +89,6 @@ void read_field(const configb& block, const option_field& field, CutlistOptions&
     }
 }
 
-// White space of every locale alike.
-bool is_blank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-
 } // namespace
 
 CutlistOptions& cutlist_options() {
@@ -121,8 +118,8 @@ LightweightString<char>& read_string_option(const configb* block, LightweightStr
 
 const char* channel_text(int& type, const int& number) {
     static char buffer[32];
-    if (type == 0) type = 1;
-    std::snprintf(buffer, sizeof buffer, "%c%02d", type == 2 ? 'A' : 'V', number);
+    if (type == 0) type = picture_channel;
+    std::snprintf(buffer, sizeof buffer, "%c%02d", type == sound_channel ? 'A' : 'V', number);
     return buffer;
 }
 
@@ -131,22 +128,9 @@ void parse_channel_text(const char* text, int& type, int& number) {
     type = 0;
     number = 1;
     if (!text || !*text) return;
-    type = *text == 'V' || *text == 'v' ? 1 : 2;
+    type = *text == 'V' || *text == 'v' ? picture_channel : sound_channel;
     const long value = std::strtol(text + 1, nullptr, 10);
     if (value >= 1 && value <= highest_channel) number = static_cast<int>(value);
-}
-
-void trim_text(char* text) {
-    if (!text) return;
-    const std::size_t length = std::strlen(text);
-    std::size_t first = 0;
-    while (first < length && is_blank(text[first]))
-        ++first;
-    std::size_t last = length;
-    while (last > first && is_blank(text[last - 1]))
-        --last;
-    std::memmove(text, text + first, last - first);
-    text[last - first] = '\0';
 }
 
 const cutlist_option_key* cutlist_option_keys() {

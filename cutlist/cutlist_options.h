@@ -1,6 +1,8 @@
 #pragma once
-// The options of a cutlist run, and the small text helpers that go with them.
+// The options of a cutlist run, and the small text helpers that go with them: `trim_text` and those below.
 
+#include "base/trim_text.h"
+#include "host/channel_kinds.h"
 #include "host/text.h"
 
 class configb;
@@ -12,7 +14,7 @@ struct CutlistOptions {
     char proj_file[64] = "";
     char edg_file[64] = "";
     char log_file[64] = "";
-    int chan_type = 0; ///< 1 picture, 2 sound; the reader turns 0 into 1
+    int chan_type = 0; ///< `picture_channel` or `sound_channel`; the reader turns 0 into the first
     int chan_num = 1;  ///< place among the channels of that type, from 0; absolute once the entry resolved it
     int roll_list = 1;
     int pull_list = 1;
@@ -57,9 +59,7 @@ void read_cutlist_options(const configb* block);
 /// Empties `out`, then fetches the key; an absent key leaves it empty.
 LightweightString<char>& read_string_option(const configb* block, LightweightString<char>& out,
                                             const LightweightString<char>& key);
-/// "A" or "V" and two digits, in a buffer that the next call overwrites. A type of 0 becomes 1.
+/// "A" or "V" and two digits, in a buffer that the next call overwrites. A type of 0 becomes `picture_channel`.
 const char* channel_text(int& type, const int& number);
 /// The inverse: type 0 and number 1 for an empty text; numbers outside 1 to 16 become 1.
 void parse_channel_text(const char* text, int& type, int& number);
-/// Removes white space from both ends in place; null is left alone.
-void trim_text(char* text);

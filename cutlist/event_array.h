@@ -4,32 +4,22 @@
 #include "reports/cut_s.h"
 
 #include <memory>
+#include <utility>
 
-/// Holds at most 9,999 records and owns them.
+/// Holds at most 9,999 records.
 class event_array {
 public:
     static constexpr unsigned limit = 9999;
 
-    event_array() = default;
-    ~event_array() {
-        for (cut_s* record : records_)
-            delete record;
-    }
-    event_array(const event_array&) = delete;
-    event_array& operator=(const event_array&) = delete;
-
-    /// Takes the record over. One record too many is dropped, and the array is overfull from then on.
-    void add(cut_s* record) {
-        std::unique_ptr<cut_s> owned(record);
+    /// One record too many is dropped, and the array is overfull from then on.
+    void add(std::unique_ptr<cut_s> record) {
         overfull_ = overfull_ || records_.size() == limit;
-        if (overfull_) return;
-        records_.push_back(record);
-        owned.release();
+        if (!overfull_) records_.push_back(std::move(record));
     }
     bool overfull() const { return overfull_; }
-    const Vector<cut_s*>& records() const { return records_; }
+    const Vector<std::unique_ptr<cut_s>>& records() const { return records_; }
 
 private:
-    Vector<cut_s*> records_;
+    Vector<std::unique_ptr<cut_s>> records_;
     bool overfull_ = false;
 };

@@ -84,7 +84,7 @@ void add_optical_of_event(const CelEventPair& pair, EditPtr& edit, int chan, Cue
     if (content.layers.count == 0) return;
     std::unique_ptr<cut_s> record = optical_record(pair, edit, content);
     set_first_cue(*record, pair, cues, edit->getId(chan));
-    events.add(record.release());
+    events.add(std::move(record));
 }
 
 } // namespace

@@ -8,38 +8,27 @@ constexpr const char* no_code = "NOCODE";
 const MediumRollIdent film_roll(medium_film, 1);
 const MediumRollIdent ink_roll(medium_ink, 1);
 
-using LabelOwner = std::unique_ptr<EditLabel>;
-
-LabelOwner new_label(label_t type, const MediumRollIdent& ident) { return LabelOwner(new EditLabel(type, ident)); }
-
 void start_at_zero(EditLabel& label) {
     label.set_start(0);
     label.start_offset = 0;
 }
 
-EditLabel* new_key_label(label_t type, int long_keycode) {
-    LabelOwner label = new_label(type, film_roll);
-    if (long_keycode >= 0) label->modify_count_length(long_keycode + 4);
-    start_at_zero(*label);
-    label->set_prefix(no_code);
-    return label.release();
+EditLabel make_key_label(label_t type, int long_keycode) {
+    EditLabel label(type, film_roll);
+    if (long_keycode >= 0) label.modify_count_length(long_keycode + 4);
+    start_at_zero(label);
+    label.set_prefix(no_code);
+    return label;
 }
 
-EditLabel* new_ink_label(label_t film_type) {
-    LabelOwner label = new_label(label_t_to_ink_label_t(film_type), ink_roll);
-    start_at_zero(*label);
-    return label.release();
-}
-
-void delete_film_labels(generator_labels& labels) {
-    delete labels.key_label;
-    delete labels.foot_label;
-    delete labels.ink_label;
-    labels.key_label = labels.foot_label = labels.ink_label = nullptr;
+EditLabel make_ink_label(label_t film_type) {
+    EditLabel label(label_t_to_ink_label_t(film_type), ink_roll);
+    start_at_zero(label);
+    return label;
 }
 
 int frames_at(double film_position) {
-    const LabelPoint point = generator().foot_label->get_label_point(film_position);
+    const LabelPoint point = generator().foot_label.get_label_point(film_position);
     return point.sample / point.cvt()->samples_per_frame();
 }
 
@@ -54,31 +43,28 @@ void make_generator_labels(Edit& edit, label_t film_type, int long_keycode) {
     generator_labels& labels = generator();
     const MediumRollMedium output =
         getMediumRollfromOutputDetails(edit.getVideoMetadata().scan_mode(), edit.getFrameRate());
-    labels.edit_tc_label = new EditLabel(*edit.getLabel(user_label_timecode, MediumRollIdent(output, 1)));
+    labels.edit_tc_label = *edit.getLabel(user_label_timecode, MediumRollIdent(output, 1));
 
-    labels.key_label = new_key_label(film_type, long_keycode);
-    labels.foot_label = new EditLabel(*labels.key_label);
-    labels.foot_label->set_type(label_t_to_foot_label_t(labels.key_label->type()));
-    if (!labels.foot_label->is_valid()) labels.foot_label->set_type(labels.key_label->type());
-    labels.ink_label = new_ink_label(label_key_35mm_4p);
+    labels.key_label = make_key_label(film_type, long_keycode);
+    labels.foot_label = labels.key_label;
+    labels.foot_label.set_type(label_t_to_foot_label_t(labels.key_label.type()));
+    if (!labels.foot_label.is_valid()) labels.foot_label.set_type(labels.key_label.type());
+    labels.ink_label = make_ink_label(label_key_35mm_4p);
     labels.film_standard_set = 0;
 }
 
-void delete_generator_labels() {
+void clear_generator_labels() {
     generator_labels& labels = generator();
-    delete labels.edit_tc_label;
-    labels.edit_tc_label = nullptr;
-    delete_film_labels(labels);
+    labels.edit_tc_label = labels.key_label = labels.foot_label = labels.ink_label = EditLabel();
 }
 
 void set_film_standard(label_t type, int long_keycode) {
     generator_labels& labels = generator();
     if (labels.film_standard_set == 1) return;
-    delete_film_labels(labels);
-    labels.key_label = new_key_label(label_t_to_key_label_t(type), long_keycode);
-    labels.ink_label = new_ink_label(type);
+    labels.key_label = make_key_label(label_t_to_key_label_t(type), long_keycode);
+    labels.ink_label = make_ink_label(type);
     const label_t foot = label_t_to_foot_label_t(type);
-    labels.foot_label = new_label(foot != label_none ? foot : type, film_roll).release();
+    labels.foot_label = EditLabel(foot != label_none ? foot : type, film_roll);
     labels.film_standard_set = 1;
 }
 
@@ -87,5 +73,5 @@ int frame_of_position(double time, const EditPtr& edit) {
 }
 
 int frames_of_duration(double duration, const EditPtr& edit) {
-    return frames_at(mPosn_Xlate(duration, medium_edit, generator().foot_label, edit));
+    return frames_at(mPosn_Xlate(duration, medium_edit, &generator().foot_label, edit));
 }

@@ -4,12 +4,12 @@
 #include "host/edit.h"
 #include "host/labels.h"
 
-/// Module state of one run.
+/// Module state of one run. The labels are invalid between runs.
 struct generator_labels {
-    EditLabel* edit_tc_label = nullptr; ///< the master edit's own timecode
-    EditLabel* key_label = nullptr;     ///< key numbers: the film standard of the whole list
-    EditLabel* foot_label = nullptr;    ///< the same in feet and frames: edit positions to frames
-    EditLabel* ink_label = nullptr;
+    EditLabel edit_tc_label; ///< the master edit's own timecode
+    EditLabel key_label;     ///< key numbers: the film standard of the whole list
+    EditLabel foot_label;    ///< the same in feet and frames: edit positions to frames
+    EditLabel ink_label;
     int film_standard_set = 0;      ///< 1 once a source's standard has been adopted
     bool mixed_kc_standard = false; ///< a source counts key numbers in another standard
 };
@@ -18,12 +18,13 @@ generator_labels& generator();
 
 /// Makes the four labels of a run. `film_type` is the kind of the key numbers, `long_keycode` the option.
 void make_generator_labels(Edit& edit, label_t film_type, int long_keycode);
-void delete_generator_labels();
+/// At the end of a run. The marks behind the labels stay until the next.
+void clear_generator_labels();
 
-/// Deletes what of them was made when it goes.
+/// Clears them when it goes.
 struct labels_of_run {
     labels_of_run() = default;
-    ~labels_of_run() { delete_generator_labels(); }
+    ~labels_of_run() { clear_generator_labels(); }
     labels_of_run(const labels_of_run&) = delete;
     labels_of_run& operator=(const labels_of_run&) = delete;
 };

@@ -5,13 +5,13 @@
 #include "cutlist/convert_labels.h"
 #include "cutlist/convert_shots.h"
 #include "cutlist/fx_opticals.h"
+#include "host/channel_kinds.h"
 #include "host/fixed_text.h"
 
 #include <cstdio>
 
 namespace {
 
-constexpr unsigned picture_kind = 1;
 constexpr unsigned every_subtype = 15;
 constexpr int sound_track = 1;
 
@@ -25,7 +25,7 @@ struct analysis {
     event_array& events;
 
     /// Makes the next record of a track; false at its end.
-    bool convert(int chan, ce_handle& handle, cut_s*& rec, int track) const {
+    bool convert(int chan, ce_handle& handle, std::unique_ptr<cut_s>& rec, int track) const {
         if (events.overfull()) return false;
         const convert_result result = use_log ? convert_event_from_shots(edit, chan, cues, handle, rec, shots, track)
                                               : convert_event_from_labels(edit, chan, cues, handle, rec, track);
@@ -34,8 +34,8 @@ struct analysis {
 };
 
 template <class Visit> void for_each_picture_channel(const Edit& edit, Visit visit) {
-    for (int chan = edit.getFirstChan(picture_kind, every_subtype); chan != no_more_channels;
-         edit.getNextChan(chan, picture_kind, every_subtype))
+    for (int chan = edit.getFirstChan(picture_channel, every_subtype); chan != no_more_channels;
+         edit.getNextChan(chan, picture_channel, every_subtype))
         visit(chan);
 }
 
@@ -71,12 +71,12 @@ void list_picture_track(const analysis& run, int chan, int track) {
     const Qb::Ptr<Cel> flat = flatten(run.edit->get_edit_cel_p(chan)->simplify(0, false, true), 3, 1);
     ce_handle handle = flat->get_start_ceh();
     cut_s* prev = nullptr;
-    cut_s* rec = nullptr;
+    std::unique_ptr<cut_s> rec;
     while (run.convert(chan, handle, rec, track)) {
         rec->track = track;
         if (prev) join_records(*prev, *rec);
-        run.events.add(rec);
-        prev = rec;
+        prev = rec.get();
+        run.events.add(std::move(rec));
     }
 }
 
@@ -107,9 +107,9 @@ void list_sound_track(const analysis& run, int chan, int keep_crossfades) {
     if (keep_crossfades == 0) cel = without_crossfades(*run.edit, cel);
     const Qb::Ptr<Cel> flat = flatten(cel, 3, 1);
     ce_handle handle = flat->get_start_ceh();
-    cut_s* rec = nullptr;
+    std::unique_ptr<cut_s> rec;
     while (run.convert(chan, handle, rec, sound_track))
-        run.events.add(rec);
+        run.events.add(std::move(rec));
 }
 
 } // namespace
@@ -117,10 +117,10 @@ void list_sound_track(const analysis& run, int chan, int keep_crossfades) {
 bool analyse_tracks(int chan_type, int chan_num, EditPtr& edit, int keep_crossfades, LoggerHandle& logger, int use_log,
                     CueList* cues, LogShotList* shots, event_array& events) {
     const analysis run = {edit, logger, use_log, cues, shots, events};
-    if (chan_type == 1) {
+    if (chan_type == picture_channel) {
         list_opticals(run);
         list_picture_tracks(run);
-    } else if (chan_type == 2) {
+    } else if (chan_type == sound_channel) {
         list_sound_track(run, chan_num, keep_crossfades);
     }
     if (!events.overfull()) return true;

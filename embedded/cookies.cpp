@@ -1,6 +1,7 @@
 // Cookies: the names of stored edits, black and effects.
 
 #include "embedded/edit_data.h"
+#include "host/ascii_text.h"
 
 #include <cstdio>
 #include <cstring>
@@ -23,9 +24,9 @@ Cookie cookie_of(ObjectKind kind) {
 ObjectKind kind_of(const Cookie& cookie) { return static_cast<ObjectKind>(cookie.object); }
 
 int digit_value(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
+    if (ascii::is_digit(c)) return c - '0';
+    const char letter = ascii::lower(c);
+    return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : -1;
 }
 
 // Eight hex digits; false for anything else.

@@ -15,7 +15,7 @@ namespace embedded {
 namespace {
 
 struct ChannelInMaking {
-    int kind = 1;
+    int kind = picture_channel;
     int subtype = 0;
     std::vector<ChannelItem> items;
     std::vector<ChannelCut> cuts;

@@ -56,7 +56,7 @@ EffectGraph graph_of_transition(const TransitionDescription& transition);
 Qb::Ptr<Cel> make_cel(std::shared_ptr<const CelEvents> events, double resolution);
 
 struct Channel {
-    int kind = 1;
+    int kind = picture_channel;
     int subtype = 0;
     Qb::Ptr<Cel> cel;
 };

@@ -2,6 +2,7 @@
 
 #include "embedded/clamped.h"
 #include "embedded/label_kinds.h"
+#include "host/ascii_text.h"
 #include "host/fixed_text.h"
 
 #include <algorithm>
@@ -25,11 +26,9 @@ constexpr std::size_t longest_number = 20;
 /// Above every count that a sample can reach, and far below where a count times its samples would overflow.
 constexpr wide count_limit = 10'000'000'000;
 
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
-
 bool all_digits(std::string_view text) {
     for (const char c : text) {
-        if (!is_digit(c)) return false;
+        if (!ascii::is_digit(c)) return false;
     }
     return !text.empty();
 }
@@ -180,7 +179,7 @@ private:
         if (head.size() > prefix_size) return {head.substr(0, prefix_size), head.substr(prefix_size)};
         std::size_t begins = head.size();
         const std::size_t most = static_cast<std::size_t>(kind().digits);
-        while (begins > 0 && head.size() - begins < most && is_digit(head[begins - 1]))
+        while (begins > 0 && head.size() - begins < most && ascii::is_digit(head[begins - 1]))
             --begins;
         return {head.substr(0, begins), head.substr(begins)};
     }

@@ -2,6 +2,8 @@
 
 #include "embedded/label_kinds.h"
 
+#include "host/ascii_text.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -108,12 +110,6 @@ constexpr TimecodeBase timecode_bases[] = {
     {kind_number(1), 60, 0, 60000, 1001}, {kind_number(2), 60, 4, 60000, 1001},
 };
 
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
-bool equal_without_case(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return lower(x) == lower(y); });
-}
-
 } // namespace
 
 const LabelKind& label_kind(label_t type) {
@@ -123,7 +119,7 @@ const LabelKind& label_kind(label_t type) {
 
 const LabelKind& label_kind_of_text(std::string_view text) {
     for (const LabelKind& kind : kinds) {
-        if (equal_without_case(kind.text, text)) return kind;
+        if (ascii::same(kind.text, text)) return kind;
     }
     return kinds[0];
 }

@@ -1,6 +1,7 @@
 #include "embedded/decimal_text.h"
 #include "embedded/long_runs.h"
 #include "embedded/services.h"
+#include "host/ascii_text.h"
 
 #include <algorithm>
 #include <cstdarg>
@@ -23,12 +24,7 @@ LongRuns& runs_so_far() {
     return runs;
 }
 
-std::string environment_name(const char* key) {
-    std::string name = "QUILLBROOK_";
-    for (const char* c = key; *c; ++c)
-        name += *c >= 'a' && *c <= 'z' ? static_cast<char>(*c - 'a' + 'A') : *c;
-    return name;
-}
+std::string environment_name(const char* key) { return "QUILLBROOK_" + ascii::upper_case(std::string(key)); }
 
 } // namespace
 

@@ -1,19 +1,15 @@
 #include "embedded/table_data.h"
 
+#include "host/ascii_text.h"
+
 #include <algorithm>
 #include <unordered_set>
 
 namespace embedded {
 
-std::string folded(std::string_view text) {
-    std::string lower(text);
-    for (char& c : lower) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return lower;
-}
+std::string folded(std::string_view text) { return ascii::lower_case(std::string(text)); }
 
-bool is_type_letter(int type) { return (type >= 'a' && type <= 'z') || (type >= 'A' && type <= 'Z'); }
+bool is_type_letter(int type) { return ascii::is_letter(static_cast<char>(type)) && type == static_cast<char>(type); }
 
 void TableData::clear() { *this = TableData(); }
 

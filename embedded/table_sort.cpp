@@ -1,4 +1,5 @@
 #include "embedded/table_data.h"
+#include "host/ascii_text.h"
 
 #include <algorithm>
 #include <numeric>
@@ -15,13 +16,11 @@ struct SortKey {
     std::string_view text;
 };
 
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
-
 // Digits without a leading zero, with or without a minus sign, or "0" alone.
 bool is_number(std::string_view text) {
     if (text == "0") return true;
     if (!text.empty() && text.front() == '-') text.remove_prefix(1);
-    return !text.empty() && text.front() != '0' && std::all_of(text.begin(), text.end(), is_digit);
+    return !text.empty() && text.front() != '0' && std::all_of(text.begin(), text.end(), ascii::is_digit);
 }
 
 SortKey make_key(const char* field, std::size_t offset) {
@@ -44,20 +43,10 @@ int compare_numbers(const SortKey& a, const SortKey& b) {
     return a.negative ? -result : result;
 }
 
-unsigned char lower(char c) { return static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c); }
-
-int compare_folded(std::string_view a, std::string_view b) {
-    const std::size_t common = std::min(a.size(), b.size());
-    for (std::size_t i = 0; i < common; ++i) {
-        if (lower(a[i]) != lower(b[i])) return order(lower(a[i]), lower(b[i]));
-    }
-    return order(a.size(), b.size());
-}
-
 int compare_keys(const SortKey& a, const SortKey& b, bool fold_case) {
     if (a.kind != b.kind) return order(a.kind, b.kind);
     if (a.kind == KeyKind::number) return compare_numbers(a, b);
-    return fold_case ? compare_folded(a.text, b.text) : a.text.compare(b.text);
+    return fold_case ? ascii::compare(a.text, b.text) : a.text.compare(b.text);
 }
 
 /// The keys of all rows, row by row, each row's most significant first.

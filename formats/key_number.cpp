@@ -1,12 +1,9 @@
 #include "formats/key_number.h"
 
+#include "host/ascii_text.h"
+
 namespace formats {
 namespace {
-
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
-bool is_letter(char c) { return c >= 'A' && c <= 'Z'; }
-bool is_blank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-char capital(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 std::string capitals_without_blanks(std::string_view text) {
     std::string result;
@@ -14,8 +11,8 @@ std::string capitals_without_blanks(std::string_view text) {
         // The no-break space comes along when numbers are pasted from documents.
         if (text.substr(i, 2) == "\xC2\xA0")
             ++i;
-        else if (!is_blank(text[i]))
-            result += capital(text[i]);
+        else if (!ascii::is_white(text[i]))
+            result += ascii::upper(text[i]);
     }
     return result;
 }
@@ -23,7 +20,7 @@ std::string capitals_without_blanks(std::string_view text) {
 /// How many digits, two at most, end the first `length` characters.
 std::size_t digits_at_end(const std::string& text, std::size_t length) {
     std::size_t count = 0;
-    while (count < 2 && count < length && is_digit(text[length - count - 1]))
+    while (count < 2 && count < length && ascii::is_digit(text[length - count - 1]))
         ++count;
     return count;
 }
@@ -36,7 +33,8 @@ std::string take_perforation(std::string& text) {
     if (count == 0 || end <= count) return {};
     const std::size_t mark = end - count - 1;
     const char sign = text[mark];
-    if (bracket ? sign != '(' : sign != '.' && sign != ',' && !(sign == 'P' && mark > 0 && is_digit(text[mark - 1])))
+    if (bracket ? sign != '('
+                : sign != '.' && sign != ',' && !(sign == 'P' && mark > 0 && ascii::is_digit(text[mark - 1])))
         return {};
     std::string digits = text.substr(mark + 1, count);
     text.erase(mark);
@@ -54,7 +52,7 @@ std::size_t frames_sign(const std::string& text) {
 }
 
 void drop_phase_letter(std::string& text) {
-    if (text.size() < 2 || !is_letter(text.back())) return;
+    if (text.size() < 2 || !ascii::is_capital(text.back())) return;
     const std::string without = text.substr(0, text.size() - 1);
     if (frames_sign(without) != std::string::npos) text = without;
 }

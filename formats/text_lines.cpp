@@ -1,5 +1,7 @@
 #include "formats/text_lines.h"
 
+#include "host/ascii_text.h"
+
 #include <algorithm>
 
 namespace formats {
@@ -8,8 +10,6 @@ namespace {
 constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 constexpr std::string_view no_break_space = "\xC2\xA0";
 
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-bool is_blank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 bool continues(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
 /// Bytes of the character that begins with `first`; 0 where none begins so.
@@ -85,9 +85,9 @@ std::string_view without_blanks_around(std::string_view text) {
             text.remove_prefix(2);
         } else if (text.size() >= 2 && text.substr(text.size() - 2) == no_break_space) {
             text.remove_suffix(2);
-        } else if (!text.empty() && is_blank(text.front())) {
+        } else if (!text.empty() && ascii::is_white(text.front())) {
             text.remove_prefix(1);
-        } else if (!text.empty() && is_blank(text.back())) {
+        } else if (!text.empty() && ascii::is_white(text.back())) {
             text.remove_suffix(1);
         } else {
             return text;
@@ -95,15 +95,6 @@ std::string_view without_blanks_around(std::string_view text) {
     }
 }
 
-std::string lower_case(std::string_view text) {
-    std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(), lower);
-    return result;
-}
-
-bool same_without_case(std::string_view a, std::string_view b) {
-    return a.size() == b.size() &&
-           std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return lower(x) == lower(y); });
-}
+std::string lower_case(std::string_view text) { return ascii::lower_case(std::string(text)); }
 
 } // namespace formats

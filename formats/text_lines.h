@@ -41,6 +41,5 @@ std::size_t characters_of(std::string_view text);
 std::string_view without_blanks_around(std::string_view text);
 /// Letters A to Z only, so it is the same in any locale.
 std::string lower_case(std::string_view text);
-bool same_without_case(std::string_view a, std::string_view b);
 
 } // namespace formats

@@ -56,10 +56,10 @@ void add_rows(recdb& table, Input& input) {
 }
 
 const LogShot* walk(const LogShotList& list, int start, int end, const char* reel) {
-    for (const LogShot* shot : list.shots) {
+    for (const auto& shot : list.shots) {
         const int low = shot->start.sample - shot_match_slack, high = shot->end.sample + shot_match_slack;
         const bool holds = low <= start && start <= high && low <= end && end <= high;
-        if (holds && std::strncmp(reel, shot->reel, std::strlen(shot->reel)) == 0) return shot;
+        if (holds && std::strncmp(reel, shot->reel, std::strlen(shot->reel)) == 0) return shot.get();
     }
     return nullptr;
 }

@@ -2,6 +2,7 @@
 // The edit model: sequences with their channels, events, effects, cues and render history. The host owns all
 // of it; the library reads.
 
+#include "host/channel_kinds.h"
 #include "host/counted.h"
 #include "host/effects.h"
 #include "host/labels.h"

@@ -1,5 +1,6 @@
 #include "base/guard.h"
 #include "base/number_text.h"
+#include "host/ascii_text.h"
 #include "host/settings.h"
 #include "logging/log_columns.h"
 #include "quillbrook/logging_tables.h"
@@ -7,7 +8,6 @@
 #include <charconv>
 #include <cstdio>
 #include <memory>
-#include <strings.h>
 #include <utility>
 
 namespace {
@@ -18,7 +18,7 @@ constexpr int most_records = 32000;
 
 const char* yes_or_no(std::int32_t on) { return on ? "Y" : "N"; }
 
-bool says_yes(const char* value) { return value && strcasecmp(value, "Y") == 0; }
+bool says_yes(const char* value) { return value && ascii::same(value, "Y"); }
 
 int revision_of(const recdb& table) { return revision_number(table.get_param_val("filmdb")); }
 

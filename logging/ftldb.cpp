@@ -1,7 +1,8 @@
 #include "base/guard.h"
 #include "base/messages.h"
 #include "base/number_text.h"
-#include "cutlist/cutlist_options.h"
+#include "base/trim_text.h"
+#include "host/ascii_text.h"
 #include "host/fixed_text.h"
 #include "logging/keylog_columns.h"
 #include "logging/keylog_lines.h"
@@ -10,7 +11,6 @@
 
 #include <cctype>
 #include <cstring>
-#include <strings.h>
 
 namespace {
 
@@ -20,8 +20,6 @@ constexpr std::size_t reel_length = 8;
 constexpr int second_gauge_at = 5;
 constexpr int standard_at = 17;
 constexpr std::size_t standard_length = 4;
-
-bool begins_with(const char* text, const char* word) { return strncasecmp(text, word, std::strlen(word)) == 0; }
 
 bool says_drop_frame(const char* text) { return std::strchr(text, 'T') != nullptr; }
 
@@ -89,7 +87,7 @@ bool ftldb::find_header() {
             say(*logger, "No Keylog header found: cannot process file", level_progress);
             return false;
         }
-    } while (strncasecmp(line, keylog_header, keylog_header_length) != 0);
+    } while (!ascii::begins(line, std::string_view(keylog_header).substr(0, keylog_header_length)));
     const bool whole = std::strstr(line, "DUR_FRAMES") || std::strstr(line, "DUR_FR");
     lines_per_record = whole ? 1 : 2;
     if (!whole) continue_line();
@@ -127,8 +125,7 @@ int ftldb::getline() {
 void ftldb::set_offsets(char* header) {
     for (int& offset : offsets)
         offset = -1;
-    for (char* c = header; *c; ++c)
-        *c = static_cast<char>(std::tolower(static_cast<unsigned char>(*c)));
+    ascii::make_lower(header);
     for (int column = kc_event; column <= kc_ink_out; ++column) {
         offsets[column] = get_offset(header, keylog_names[column]);
         if (column == kc_dur_frames && offsets[column] == -1)
@@ -182,7 +179,7 @@ bool ftldb::read_standards() {
 void ftldb::read_reelid() {
     const char* comments = column_text(kc_comments);
     for (const char* word : {"VTROLL", "VTR"}) {
-        if (!begins_with(comments, word)) continue;
+        if (!ascii::begins(comments, word)) continue;
         put_text(reel_id, reel_length + 1, comments + std::strlen(word));
         return;
     }

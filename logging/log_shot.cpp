@@ -1,12 +1,12 @@
 #include "logging/log_shot.h"
 
 #include "base/number_text.h"
+#include "host/ascii_text.h"
 #include "host/fixed_text.h"
 #include "host/recdb.h"
 #include "logging/log_shot_columns.h"
 #include "logging/log_shot_list.h"
 
-#include <cctype>
 #include <cstdio>
 
 namespace {
@@ -28,8 +28,7 @@ const char* text_of(const dbrecord& row, log_slot slot) {
 
 template <std::size_t N> void read_upper(char (&target)[N], const dbrecord& row, log_slot slot) {
     put_text(target, text_of(row, slot));
-    for (char* c = target; *c; ++c)
-        *c = static_cast<char>(std::toupper(static_cast<unsigned char>(*c)));
+    ascii::make_upper(target);
 }
 
 label_t label_type_of(const dbrecord& row, log_slot slot, label_t otherwise) {

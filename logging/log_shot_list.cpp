@@ -14,11 +14,6 @@ LogShotList::LogShotList(recdb& log, int long_keycode_option, LoggerHandle& log_
     index.build(shots);
 }
 
-LogShotList::~LogShotList() {
-    for (LogShot* shot : shots)
-        delete shot;
-}
-
 // Any revision will do.
 bool LogShotList::check_table(recdb& log) {
     if (!log.get_param_val("FILMDB")) {
@@ -84,8 +79,7 @@ void LogShotList::add_shot(std::unique_ptr<LogShot> shot, int entry) {
                     describe_shot(*shot));
         ++num_dubious;
     }
-    shots.push_back(shot.get());
-    shot.release();
+    shots.push_back(std::move(shot));
     ++num_shots;
 }
 

@@ -17,11 +17,10 @@ public:
     /// Reads the whole table, which may go afterwards. `long_keycode` and `film_reel` are the options of the
     /// run. What is wrong is told to `logger`, and none of it ends a run: look at `result`.
     LogShotList(recdb& log, int long_keycode, LoggerHandle& logger, int film_reel);
-    ~LogShotList();
     LogShotList(const LogShotList&) = delete;
     LogShotList& operator=(const LogShotList&) = delete;
 
-    Vector<LogShot*> shots; ///< owned
+    Vector<std::unique_ptr<LogShot>> shots;
     std::int32_t num_shots = 0;
     label_t vid_label_type = label_tc_24; ///< where a row names none
     label_t snd_label_type = label_tc_24; ///< likewise

@@ -1,10 +1,10 @@
 // The texts of logs, put right in place.
 
-#include "cutlist/cutlist_options.h"
+#include "base/trim_text.h"
+#include "host/ascii_text.h"
 #include "host/fixed_text.h"
 #include "quillbrook/logging_tables.h"
 
-#include <cctype>
 #include <cstring>
 
 namespace {
@@ -13,9 +13,6 @@ constexpr std::size_t prefix_length = 8;
 
 const isset timecode_characters("0123456789:.;,");
 
-bool is_digit(char c) { return std::isdigit(static_cast<unsigned char>(c)) != 0; }
-bool is_space(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
-
 } // namespace
 
 void filmdb::fix_prefix(char* text) {
@@ -23,20 +20,19 @@ void filmdb::fix_prefix(char* text) {
     const std::size_t length = std::strlen(text);
     if (length < prefix_length) std::memset(text + length, '_', prefix_length - length);
     text[prefix_length] = '\0';
-    for (char* c = text; *c; ++c)
-        *c = static_cast<char>(std::toupper(static_cast<unsigned char>(*c)));
+    ascii::make_upper(text);
 }
 
 void loggingdb::drop_fix(char* text, int drop) {
     for (char* c = text; *c; ++c) {
-        if (!is_digit(*c)) *c = ':';
+        if (!ascii::is_digit(*c)) *c = ':';
     }
     if (char* last = std::strrchr(text, ':')) *last = drop ? ';' : '.';
 }
 
 void loggingdb::input_clean(char* text) {
     std::size_t length = std::strlen(text);
-    while (length > 0 && is_space(text[length - 1]))
+    while (length > 0 && ascii::is_white(text[length - 1]))
         --length;
     text[length] = '\0';
 
@@ -53,7 +49,7 @@ int loggingdb::tc_clean(char* text) {
     int digits = 0;
     bool foreign = false;
     for (const char* c = text; *c; ++c) {
-        if (is_digit(*c)) ++digits;
+        if (ascii::is_digit(*c)) ++digits;
         if (!timecode_characters(static_cast<unsigned char>(*c))) foreign = true;
     }
     if (foreign || digits == 0) *text = '\0';

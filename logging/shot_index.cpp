@@ -60,7 +60,7 @@ std::size_t shot_intervals::first_holding(std::int64_t from, std::int64_t to) co
     return intervals_[block].shot;
 }
 
-void shot_index::build(const Vector<LogShot*>& shots) {
+void shot_index::build(const Vector<std::unique_ptr<LogShot>>& shots) {
     shots_ = &shots;
     Vector<std::size_t> order(shots.size());
     for (std::size_t i = 0; i < order.size(); ++i)
@@ -91,5 +91,5 @@ LogShot* shot_index::find(int start, int end, std::string_view reel) const {
         if (const reel_shots* one = find_reel(reel.substr(0, length)))
             first = std::min(first, one->intervals.first_holding(from, to));
     }
-    return first == shot_intervals::none ? nullptr : (*shots_)[first];
+    return first == shot_intervals::none ? nullptr : (*shots_)[first].get();
 }

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string_view>
 
 class LogShot;
@@ -48,7 +49,7 @@ private:
 class shot_index {
 public:
     /// The shots must outlive the index.
-    void build(const Vector<LogShot*>& shots);
+    void build(const Vector<std::unique_ptr<LogShot>>& shots);
     /// `reel` in upper case. Null when no shot holds both samples.
     LogShot* find(int start, int end, std::string_view reel) const;
 
@@ -60,7 +61,7 @@ private:
 
     const reel_shots* find_reel(std::string_view reel) const;
 
-    const Vector<LogShot*>* shots_ = nullptr;
+    const Vector<std::unique_ptr<LogShot>>* shots_ = nullptr;
     /// By reel.
     Vector<reel_shots> reels_;
 };

@@ -2,6 +2,7 @@
 
 #include "base/code_text.h"
 #include "base/frame_math.h"
+#include "base/messages.h"
 #include "base/table_order.h"
 #include "cutlist/cutlist_options.h"
 #include "host/fixed_text.h"
@@ -18,7 +19,7 @@ constexpr int assembly_stops[] = {5, 16, 27, 37, 47, 67, 0};
 constexpr char no_key[] = "NO KEYKODE";
 constexpr char no_ink[] = "NO INKCODE";
 
-bool is_sound() { return cutlist_options().chan_type == 2; }
+bool is_sound() { return cutlist_options().chan_type == sound_channel; }
 
 bool is_neg_cut_form() { return cutlist_options().pull_match_assembly == 0 && !is_sound(); }
 
@@ -114,7 +115,7 @@ void print_assembly_list(report& out, recdb& table, LoggerHandle& logger) {
     const bool neg_cut = is_neg_cut_form();
     const char* const heads =
         neg_cut ? "\tStart\t  Length\tRoll\tShot\tKeyKodes" : "\tStart\t  Length\tRoll\tShot\tKeyKodes\tInkcodes";
-    logger.message(resourceStrW(10479), 0);
+    say(logger, text_writing_assembly);
     sort_for_assembly(table);
     print_list_header(out, table, "                                 ASSEMBLY LIST");
     out.tab_stops = assembly_stops;

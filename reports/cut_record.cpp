@@ -1,79 +1,47 @@
 // A cutlist record to and from its row.
 
-#include "base/number_text.h"
+#include "base/plain_columns.h"
 #include "host/recdb.h"
 #include "reports/cut_s.h"
 #include "reports/cutdb.h"
 
-#include <cstddef>
-
 namespace {
 
-void read_member(std::int32_t& member, const dbrecord& row, cutdb_field field) {
-    if (const char* text = row.get_field(static_cast<unsigned short>(field))) member = decimal_number(text);
-}
-
-void read_member(double& member, const dbrecord& row, cutdb_field field) {
-    if (const char* text = row.get_field(static_cast<unsigned short>(field))) member = floating_number(text);
-}
-
-template <std::size_t N> void read_member(char (&member)[N], const dbrecord& row, cutdb_field field) {
-    row.in_field(field, member, static_cast<int>(N - 1));
-}
-
-int write_member(std::int32_t member, dbrecord& row, cutdb_field field) { return row.set_field(field, member); }
-
-int write_member(double member, dbrecord& row, cutdb_field field) { return row.set_field(field, member); }
-
-int write_member(const char* member, dbrecord& row, cutdb_field field) { return row.set_field(field, member, true); }
-
-/// A column whose text is a member's, unaltered.
-struct PlainColumn {
-    cutdb_field field;
-    void (*read)(cut_s&, const dbrecord&, cutdb_field);
-    int (*write)(const cut_s&, dbrecord&, cutdb_field);
-};
-
-template <auto Member> constexpr PlainColumn column(cutdb_field field) {
-    return {field, [](cut_s& cut, const dbrecord& row, cutdb_field number) { read_member(cut.*Member, row, number); },
-            [](const cut_s& cut, dbrecord& row, cutdb_field number) { return write_member(cut.*Member, row, number); }};
-}
-
-constexpr PlainColumn plain_columns[] = {
-    column<&cut_s::event>(cf_event),
-    column<&cut_s::optical_record>(cf_optical_record),
-    column<&cut_s::optical_ref>(cf_optical_ref),
-    column<&cut_s::track>(cf_track),
-    column<&cut_s::optical_tracks>(cf_optical_tracks),
-    column<&cut_s::optical_layer_count>(cf_optical_layer_count),
-    column<&cut_s::optical_error>(cf_optical_error),
-    column<&cut_s::edit_in>(cf_edit_in),
-    column<&cut_s::edit_out>(cf_edit_out),
-    column<&cut_s::optical_in>(cf_optical_in),
-    column<&cut_s::optical_out>(cf_optical_out),
-    column<&cut_s::optical_name>(cf_optical_name),
-    column<&cut_s::src_reelid>(cf_src_reelid),
-    column<&cut_s::aud_reelid>(cf_aud_reelid),
-    column<&cut_s::src24P_reelid>(cf_src24P_reelid),
-    column<&cut_s::cam_reel>(cf_cam_reel),
-    column<&cut_s::keycode_missing>(cf_keycode_missing),
-    column<&cut_s::fx_op_in>(cf_fx_op_in),
-    column<&cut_s::fx_mod_in>(cf_fx_mod_in),
-    column<&cut_s::fx_len_in>(cf_fx_len_in),
-    column<&cut_s::fx_op_out>(cf_fx_op_out),
-    column<&cut_s::fx_mod_out>(cf_fx_mod_out),
-    column<&cut_s::fx_len_out>(cf_fx_len_out),
-    column<&cut_s::fx_name_out>(cf_fx_name_out),
-    column<&cut_s::speed>(cf_speed),
-    column<&cut_s::cookie>(cf_cookie),
-    column<&cut_s::special>(cf_special),
-    column<&cut_s::scene>(cf_scene),
-    column<&cut_s::take>(cf_take),
-    column<&cut_s::description>(cf_description),
-    column<&cut_s::clip_cue>(cf_clip_cue),
-    column<&cut_s::cue_description>(cf_cue_description),
-    column<&cut_s::utr_fx_present>(cf_utr_fx_present),
-    column<&cut_s::utr_fx_name>(cf_utr_fx_name),
+constexpr PlainColumn<cut_s> columns_of_members[] = {
+    plain_column<&cut_s::event>(cf_event),
+    plain_column<&cut_s::optical_record>(cf_optical_record),
+    plain_column<&cut_s::optical_ref>(cf_optical_ref),
+    plain_column<&cut_s::track>(cf_track),
+    plain_column<&cut_s::optical_tracks>(cf_optical_tracks),
+    plain_column<&cut_s::optical_layer_count>(cf_optical_layer_count),
+    plain_column<&cut_s::optical_error>(cf_optical_error),
+    plain_column<&cut_s::edit_in>(cf_edit_in),
+    plain_column<&cut_s::edit_out>(cf_edit_out),
+    plain_column<&cut_s::optical_in>(cf_optical_in),
+    plain_column<&cut_s::optical_out>(cf_optical_out),
+    plain_column<&cut_s::optical_name>(cf_optical_name),
+    plain_column<&cut_s::src_reelid>(cf_src_reelid),
+    plain_column<&cut_s::aud_reelid>(cf_aud_reelid),
+    plain_column<&cut_s::src24P_reelid>(cf_src24P_reelid),
+    plain_column<&cut_s::cam_reel>(cf_cam_reel),
+    plain_column<&cut_s::keycode_missing>(cf_keycode_missing),
+    plain_column<&cut_s::fx_op_in>(cf_fx_op_in),
+    plain_column<&cut_s::fx_mod_in>(cf_fx_mod_in),
+    plain_column<&cut_s::fx_len_in>(cf_fx_len_in),
+    plain_column<&cut_s::fx_op_out>(cf_fx_op_out),
+    plain_column<&cut_s::fx_mod_out>(cf_fx_mod_out),
+    plain_column<&cut_s::fx_len_out>(cf_fx_len_out),
+    plain_column<&cut_s::fx_name_out>(cf_fx_name_out),
+    plain_column<&cut_s::speed>(cf_speed),
+    plain_column<&cut_s::cookie>(cf_cookie),
+    plain_column<&cut_s::special>(cf_special),
+    plain_column<&cut_s::scene>(cf_scene),
+    plain_column<&cut_s::take>(cf_take),
+    plain_column<&cut_s::description>(cf_description),
+    plain_column<&cut_s::clip_cue>(cf_clip_cue),
+    plain_column<&cut_s::cue_description>(cf_cue_description),
+    plain_column<&cut_s::utr_fx_present>(cf_utr_fx_present),
+    plain_column<&cut_s::utr_fx_name>(cf_utr_fx_name),
 };
 
 /// A field copied out of a row; empty when the field is.
@@ -153,13 +121,13 @@ int cut_s::to_record(dbrecord& row) const {
     write_timecode(row, aud_tc, aud_columns);
     write_timecode(row, src24P_tc, src24P_columns);
     int result = 0;
-    for (const PlainColumn& plain : plain_columns)
+    for (const PlainColumn<cut_s>& plain : columns_of_members)
         result = plain.write(*this, row, plain.field);
     return result;
 }
 
 void cut_s::from_record(dbrecord& row) {
-    for (const PlainColumn& plain : plain_columns)
+    for (const PlainColumn<cut_s>& plain : columns_of_members)
         plain.read(*this, row, plain.field);
     shot_name = fromUTF8(FieldText<1023>(row, cf_shot_name).text, -1);
 
@@ -173,7 +141,7 @@ void cut_s::from_record(dbrecord& row) {
 
     // Only the primary timecode has its medium in the table; those of the others are fixed.
     std::int32_t medium = prim_tc.get_MediumRoll().medium;
-    read_member(medium, row, cf_prim_tc_medium);
+    plain_columns::read(medium, row, cf_prim_tc_medium);
     read_timecode(prim_tc, row, prim_columns, MediumRollIdent(medium, 2));
     read_timecode(aud_tc, row, aud_columns, MediumRollIdent(medium_sound, 3));
     read_timecode(src24P_tc, row, src24P_columns, MediumRollIdent(medium_24p, 1));

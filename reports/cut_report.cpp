@@ -1,6 +1,7 @@
 // The positions that lists print.
 
 #include "base/frame_math.h"
+#include "host/channel_kinds.h"
 #include "host/recdb.h"
 #include "reports/cut_s.h"
 #include "reports/cutdb.h"
@@ -70,7 +71,7 @@ void cut_report::load(dbrecord& row, int widen_halves, int chan_type, int audio_
     Share in = {fx_len_in, fx_len_in};
     Share out = {fx_len_out, fx_len_out};
 
-    if (chan_type == 1 || audio_opticals) {
+    if (chan_type == picture_channel || audio_opticals) {
         const bool black = special == special_black;
         in.scaled = scaled_length(fx_len_in, speed);
         out.scaled = scaled_length(fx_len_out, speed);

@@ -1,6 +1,7 @@
 #include "reports/list_headings.h"
 
 #include "cutlist/cutlist_options.h"
+#include "host/ascii_text.h"
 #include "host/fixed_text.h"
 #include "reports/report_context.h"
 
@@ -18,9 +19,7 @@ const char* parameter(const recdb& table, const char* name) {
 
 UpperParameter::UpperParameter(const recdb& table, const char* name, unsigned max_chars) {
     put_text(text, std::string_view(parameter(table, name)).substr(0, max_chars));
-    for (char* c = text; *c; ++c) {
-        if (*c >= 'a' && *c <= 'z') *c = static_cast<char>(*c - 'a' + 'A');
-    }
+    ascii::make_upper(text);
 }
 
 void print_list_header(report& out, recdb& table, const char* title) {
@@ -32,7 +31,7 @@ void print_list_header(report& out, recdb& table, const char* title) {
     out.print("%s version %d ", options.pull_match_assembly ? "CUTTING-COPY" : "NEG-CUT", report_version);
     if (options.pgm_id[0]) out.print("(%s)", options.pgm_id);
     out.print("\n");
-    if (options.chan_type == 2) {
+    if (options.chan_type == sound_channel) {
         out.print("                                  SOUND TRACK %d\n", options.chan_num);
     } else if (options.pull_match_assembly) {
         out.print("\n                                PICTURE TRACK 1\n");

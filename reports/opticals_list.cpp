@@ -2,6 +2,7 @@
 
 #include "base/code_text.h"
 #include "base/frame_math.h"
+#include "base/messages.h"
 #include "base/table_order.h"
 #include "cutlist/cutlist_options.h"
 #include "reports/cut_s.h"
@@ -209,7 +210,7 @@ unsigned print_optical(report& out, const recdb& table, const ComponentIndex& co
 } // namespace
 
 void print_opticals_list(report& out, recdb& table, LoggerHandle& logger) {
-    logger.message(resourceStrW(10472), 0);
+    say(logger, text_writing_opticals);
     sort_by(table, {cf_optical_record, cf_optical_ref, cf_track, cf_edit_in, -1});
     print_list_header(out, table, "                                 OPTICALS LIST");
     set_page_heading(out, table, 20, "   OPTICALS LIST     ", "\n", "");

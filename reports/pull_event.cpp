@@ -65,7 +65,7 @@ void print_pull_event(report& out, cut_report& cut, int reused, bool first, int 
     }
     if (cut.special != special_none) return;
 
-    const bool sound = cutlist_options().chan_type == 2;
+    const bool sound = cutlist_options().chan_type == sound_channel;
     const ListText number = entry_number(cut, optical_list);
     const char* const roll = is_roll_known(cut) ? "" : cut.cam_reel;
     const LightweightString<char> shot = toUTF8(cut.shot_name);

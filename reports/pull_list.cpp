@@ -1,5 +1,6 @@
 #include "reports/pull_list.h"
 
+#include "base/messages.h"
 #include "base/table_order.h"
 #include "cutlist/cutlist_options.h"
 #include "reports/cut_s.h"
@@ -22,7 +23,7 @@ constexpr char cutting_copy_heads[] =
 constexpr char neg_cut_heads[] = "Evt\tRoll\tShot name\t  length\t        KeyKode\t\n\t\t\t\t      start/end";
 constexpr char opticals_heads[] = "Evt\tRoll\tShot name\t  length\t        KeyKode\n\t\t\t\t      start/end";
 
-bool is_sound() { return cutlist_options().chan_type == 2; }
+bool is_sound() { return cutlist_options().chan_type == sound_channel; }
 
 bool is_neg_cut_form() { return cutlist_options().pull_match_assembly == 0 && !is_sound(); }
 
@@ -74,7 +75,7 @@ const char* pull_heads() {
 bool is_pulled(const cut_report& cut) {
     const CutlistOptions& options = cutlist_options();
     if (cut.optical_record == 1) return false;
-    if (options.chan_type != 1) return true;
+    if (options.chan_type != picture_channel) return true;
     return cut.track == 1 && (options.pull_match_assembly || cut.optical_ref == 0);
 }
 
@@ -99,10 +100,10 @@ void print_entries(report& out, const recdb& table, int widen_halves, bool (*wan
 void print_pull_list(report& out, recdb& table, LoggerHandle& logger) {
     const CutlistOptions& options = cutlist_options();
     const int cases = run_reuse_scan(table, logger).reuse_count;
-    logger.message(resourceStrW(10476), 0);
+    say(logger, text_writing_pull_list);
     sort_for_pulling(table);
     print_list_header(out, table, pull_title().text);
-    if (cases > 0 && options.chan_type == 1) print_reuse_note(out, cases);
+    if (cases > 0 && options.chan_type == picture_channel) print_reuse_note(out, cases);
     out.rule();
     out.tab_stops = pull_stops;
     print_heads(out, pull_heads());
@@ -111,11 +112,11 @@ void print_pull_list(report& out, recdb& table, LoggerHandle& logger) {
     out.end_list("\nEnd of pull list");
 
     if (is_neg_cut_form()) print_opticals_pull_list(out, table, logger);
-    if (cases > 0 && options.chan_type == 1) print_reuse_report(out, table, logger);
+    if (cases > 0 && options.chan_type == picture_channel) print_reuse_report(out, table, logger);
 }
 
 void print_opticals_pull_list(report& out, recdb& table, LoggerHandle& logger) {
-    logger.message(resourceStrW(10477), 0);
+    say(logger, text_writing_optical_pulls);
     Title title;
     std::snprintf(title.text, sizeof title.text, "                       OPTICALS PULL LIST BY %s ROLL",
                   is_sorted_by_code() ? "KEYKODE" : "CAMERA");

@@ -1,6 +1,7 @@
 #include "reports/report_driver.h"
 
 #include "base/guard.h"
+#include "base/messages.h"
 #include "base/number_text.h"
 #include "base/substitute.h"
 #include "cutlist/cutlist_options.h"
@@ -44,10 +45,8 @@ struct ScanOfRun {
     ScanOfRun& operator=(const ScanOfRun&) = delete;
 };
 
-constexpr int end_of_run = 4;
-
-bool refuse(LoggerHandle& logger, const wchar_t* why) {
-    logger.message(why, end_of_run);
+bool refuse(LoggerHandle& logger, const char* why) {
+    say(logger, why, level_fatal);
     return false;
 }
 
@@ -65,13 +64,13 @@ int host_switch(const char* key) {
 void print_lists(report& out, recdb& table, LoggerHandle& logger) {
     const ScanOfRun scan;
     const CutlistOptions& options = cutlist_options();
-    if (options.chan_type == 2 && host_switch("audio_cutlist_by_timecode_test")) {
+    if (options.chan_type == sound_channel && host_switch("audio_cutlist_by_timecode_test")) {
         print_timecode_assembly_list(out, table, logger);
         return;
     }
     for (const List& list : lists) {
         const bool wanted = options.some_lists == 0 || options.*list.wanted != 0;
-        if (wanted && (!list.picture_only || options.chan_type == 1)) list.print(out, table, logger);
+        if (wanted && (!list.picture_only || options.chan_type == picture_channel)) list.print(out, table, logger);
     }
 }
 
@@ -80,24 +79,24 @@ void print_lists(report& out, recdb& table, LoggerHandle& logger) {
 bool print_saved_lists(const LightweightString<wchar_t>& cdb_path, const LightweightString<wchar_t>& report_path,
                        LoggerHandle& logger, bool overwrite_report, const configb* options) {
     if (options) read_cutlist_options(options);
-    logger.message(substitute(resourceStrW(10471), L"$FILE$", cdb_path), 0);
+    logger.message(substitute(resourceStrW(text_making_reports), L"$FILE$", cdb_path), level_progress);
 
     recdb table(cdb_path, std::numeric_limits<int>::max(), false);
-    if (!table.get_valid()) return refuse(logger, L"Unable to read CUTDB database");
+    if (!table.get_valid()) return refuse(logger, "Unable to read CUTDB database");
     if (revision_number(table.get_param_val("cutdb")) < cutdb_revision) {
-        return refuse(logger, L"Old format cutting database: can't process");
+        return refuse(logger, "Old format cutting database: can't process");
     }
     take_film_standard(table);
     if (report_context().film_label == label_none) {
-        return refuse(logger, L"No film-label standard in CUTDB header");
+        return refuse(logger, "No film-label standard in CUTDB header");
     }
     choose_unit();
 
-    logger.message(L"Writing cutting list to file", 0);
+    say(logger, "Writing cutting list to file", level_progress);
     file_service& files = OS()->files();
     if (overwrite_report) files.remove(report_path);
     Qb::Ptr<stream> target = files.open(report_path, 2, 1, 0, 0);
-    if (!target) return refuse(logger, L"ERROR: Couldn't create report file");
+    if (!target) return refuse(logger, "ERROR: Couldn't create report file");
 
     report out(std::move(target));
     set_layout(out);

@@ -1,6 +1,7 @@
 #include "reports/reuse_report.h"
 
 #include "base/code_text.h"
+#include "base/messages.h"
 #include "base/number_text.h"
 #include "host/labels.h"
 #include "reports/list_headings.h"
@@ -58,7 +59,7 @@ void print_case(report& out, const dbrecord& row) {
 void print_reuse_report(report& out, recdb& table, LoggerHandle& logger) {
     const ReuseScan* const scan = report_context().reuse_scan;
     if (!scan || scan->reuse_count == 0) return;
-    logger.message(resourceStrW(10478), 0);
+    say(logger, text_writing_reuse);
     print_list_header(out, table, "                               RE-USE OF MATERIAL");
     set_page_heading(out, table, 63, "   RE-USE LIST       ", "", "");
     for (unsigned index = 0; const dbrecord* row = scan->cases->get_record(index); ++index)

@@ -2,6 +2,7 @@
 
 #include "base/frame_math.h"
 #include "base/lasting.h"
+#include "base/messages.h"
 #include "base/table_order.h"
 #include "base/text_columns.h"
 #include "cutlist/cutlist_options.h"
@@ -123,8 +124,6 @@ ReuseScan::ReuseScan(recdb& scanned, LoggerHandle& log)
     reset();
 }
 
-ReuseScan::~ReuseScan() { delete cases; }
-
 void ReuseScan::reset() {
     last_frame = 0;
     first_frame = frame_span = unset_frame;
@@ -134,7 +133,7 @@ void ReuseScan::note_range(unsigned index) {
     int first = film_frame(*table, index, cf_keycode_in);
     const int last = film_frame(*table, index, cf_keycode_out);
     if (first < 0) {
-        logger->message(resourceStrW(10474), 2);
+        say(*logger, text_key_below_zero, level_left_out);
         return;
     }
     if (first < first_frame) {
@@ -149,8 +148,8 @@ void ReuseScan::note_range(unsigned index) {
     }
 }
 
-ReuseScan* scan_reuse(recdb& table, LoggerHandle& logger) {
-    logger.message(resourceStrW(10473), 0);
+std::unique_ptr<ReuseScan> scan_reuse(recdb& table, LoggerHandle& logger) {
+    say(logger, text_scanning_for_reuse);
     sort_by(table, {cf_keycode_in, cf_keycode_out, -1});
     auto scan = std::make_unique<ReuseScan>(table, logger);
     const unsigned count = table.get_num_records();
@@ -162,12 +161,12 @@ ReuseScan* scan_reuse(recdb& table, LoggerHandle& logger) {
         scan_roll(*scan, index);
     }
     sort_by(*scan->cases, {rf_cam_reel, rf_keycode_in, -1});
-    return scan.release();
+    return scan;
 }
 
 ReuseScan& run_reuse_scan(recdb& table, LoggerHandle& logger) {
     ReuseScan*& scan = report_context().reuse_scan;
-    if (!scan) scan = scan_reuse(table, logger);
+    if (!scan) scan = scan_reuse(table, logger).release();
     return *scan;
 }
 

@@ -5,6 +5,8 @@
 #include "host/recdb.h"
 #include "host/settings.h"
 
+#include <memory>
+
 /// Columns of the table of cases.
 enum reuse_field : int {
     rf_shot_name = 0,
@@ -22,7 +24,6 @@ enum reuse_field : int {
 class ReuseScan : public iVirtual {
 public:
     ReuseScan(recdb& scanned, LoggerHandle& log);
-    ~ReuseScan() override;
     ReuseScan(const ReuseScan&) = delete;
     ReuseScan& operator=(const ReuseScan&) = delete;
 
@@ -32,7 +33,7 @@ public:
     void note_range(unsigned index);
 
     recdb* table;
-    recdb* cases; ///< owned
+    std::unique_ptr<recdb> cases;
     int reuse_count = 0;
     int case_count = 0;
     int first_frame = 0; ///< of the roll in hand, in frames
@@ -41,9 +42,8 @@ public:
     LoggerHandle* logger;
 };
 
-/// Sorts the table by key number, flags the records of each case in it and lists the cases by roll. The result
-/// is the caller's.
-ReuseScan* scan_reuse(recdb& table, LoggerHandle& logger);
+/// Sorts the table by key number, flags the records of each case in it and lists the cases by roll.
+std::unique_ptr<ReuseScan> scan_reuse(recdb& table, LoggerHandle& logger);
 
 /// The scan of the run in progress, made when it is first asked for.
 ReuseScan& run_reuse_scan(recdb& table, LoggerHandle& logger);

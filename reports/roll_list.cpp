@@ -1,10 +1,11 @@
 #include "reports/roll_list.h"
 
+#include "base/messages.h"
 #include "reports/cutdb.h"
 #include "reports/list_headings.h"
 
 void print_roll_list(report& out, recdb& table, LoggerHandle& logger) {
-    logger.message(resourceStrW(10475), 0);
+    say(logger, text_writing_rolls);
     print_list_header(out, table, "                               LIST OF ROLLS USED");
     out.print("\n");
     table.tag_all_different(cf_cam_reel);

@@ -2,6 +2,7 @@
 
 #include "base/code_text.h"
 #include "base/frame_math.h"
+#include "base/messages.h"
 #include "base/table_order.h"
 #include "cutlist/cutlist_options.h"
 #include "host/edit.h"
@@ -76,7 +77,7 @@ void print_event(report& out, const cut_report& cut, const EditTimecode& edit_ti
 
 void print_timecode_assembly_list(report& out, recdb& table, LoggerHandle& logger) {
     const CutlistOptions& options = cutlist_options();
-    logger.message(resourceStrW(10480), 0);
+    say(logger, text_writing_timecodes);
     sort_by(table, {cf_event, -1});
     print_list_header(out, table, "                             TIMECODE ASSEMBLY LIST");
     out.tab_stops = timecode_stops;

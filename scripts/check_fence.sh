@@ -40,7 +40,7 @@ base        base/|host/
 cutlist     cutlist/|base/|quillbrook/|host/|reports/(cutdb|cut_s|report_driver)\.h|logging/log_shot_list\.h
 reports     reports/|base/|quillbrook/|host/|cutlist/cutlist_options\.h
 changelist  changelist/|base/|quillbrook/|host/|reports/(cutdb|cut_s|report)\.h|cutlist/cutlist_options\.h
-logging     logging/|base/|quillbrook/|host/|cutlist/cutlist_options\.h
+logging     logging/|base/|quillbrook/|host/
 embedded    embedded/|host/
 formats     formats/|embedded/|host/|rapidjson/
 film        film/|quillbrook/|embedded/|host/

@@ -1,13 +1,15 @@
 #pragma once
 // The two kinds of channel, and how people name channels.
 
+#include "host/channel_kinds.h"
+
 #include <optional>
 #include <string>
 
 namespace tool {
 
 /// As the options of the library and the edit count them.
-enum ChannelKind : int { picture_kind = 1, sound_kind = 2 };
+enum ChannelKind : int { picture_kind = picture_channel, sound_kind = sound_channel };
 
 constexpr char letter_of(ChannelKind kind) { return kind == sound_kind ? 'A' : 'V'; }
 constexpr const char* word_of(ChannelKind kind) { return kind == sound_kind ? "sound" : "picture"; }

@@ -2,10 +2,10 @@
 
 #include "base/frame_math.h"
 #include "changelist/change_record.h"
+#include "host/ascii_text.h"
 #include "host/fixed_text.h"
 
 #include <cmath>
-#include <strings.h>
 
 namespace {
 
@@ -41,7 +41,7 @@ struct FilmLine {
 };
 
 bool is_of_one_roll(const CutEvent& a, const CutEvent& b) {
-    return strcasecmp(a.key_in.get_prefix(), b.key_in.get_prefix()) == 0 && strcasecmp(a.cam_reel, b.cam_reel) == 0;
+    return ascii::same(a.key_in.get_prefix(), b.key_in.get_prefix()) && ascii::same(a.cam_reel, b.cam_reel);
 }
 
 } // namespace
@@ -101,7 +101,7 @@ bool is_same_film(const LaidEvent& a, FilmPlace a_at, const LaidEvent& b, FilmPl
     const CutEvent& one = *a.event;
     const CutEvent& other = *b.event;
     if (is_filler(one.key_in) || is_filler(other.key_in))
-        return strcasecmp(one.key_in.get_prefix(), other.key_in.get_prefix()) == 0;
+        return ascii::same(one.key_in.get_prefix(), other.key_in.get_prefix());
     if (!is_of_one_roll(one, other) || !same_speed(one.speed, other.speed)) return false;
 
     // Both lines are straight, so what holds of both ends holds between them.

@@ -48,6 +48,6 @@ void write_banner(report& out) {
     const LightweightString<char> new_name = name_of_edit(options.new_cookie);
     out.print("          Old Sequence: %s  \n", old_name.c_str());
     out.print("          New Sequence: %s  \n", new_name.c_str());
-    out.print("          Track: %s%d\n", options.chan_type == 1 ? "V" : "A",
+    out.print("          Track: %s%d\n", options.chan_type == picture_channel ? "V" : "A",
               frame_sum(static_cast<int>(options.chan_num), 1));
 }

@@ -1,6 +1,7 @@
 // How much film comes, goes and moves.
 
 #include "base/frame_math.h"
+#include "base/messages.h"
 #include "changelist/change_reports.h"
 #include "changelist/lists/change_units.h"
 #include "changelist/lists/list_section.h"
@@ -11,7 +12,6 @@
 
 namespace {
 
-constexpr ResId summary_message = 10260;
 constexpr int summary_stops[] = {1, 17, 33, 49, 65, 83, 0};
 
 constexpr ListHeads summary_heads = {summary_stops,
@@ -64,7 +64,7 @@ LengthText total_text(const ChangeUnits& units, const Leads& leads, int total) {
 } // namespace
 
 void write_summary(report& out, chgdb& changes, LoggerHandle& log) {
-    log.message(resourceStrW(summary_message), 0);
+    say(log, text_writing_summary);
     start_section(out, "SUMMARY OF CHANGES:\n\n", summary_heads);
 
     const ChangeSums sums = add_up(changes);

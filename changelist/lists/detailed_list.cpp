@@ -2,6 +2,7 @@
 
 #include "base/code_text.h"
 #include "base/frame_math.h"
+#include "base/messages.h"
 #include "changelist/change_reports.h"
 #include "changelist/changelist_options.h"
 #include "changelist/lists/change_units.h"
@@ -15,7 +16,6 @@
 
 namespace {
 
-constexpr ResId changes_message = 10272;
 constexpr int scene_take_key_stops[] = {1, 7, 19, 34, 56, 72, 91, 108, 125, 0};
 constexpr int scene_take_stops[] = {1, 7, 19, 34, 56, 72, 89, 106, 0};
 constexpr int name_key_stops[] = {1, 7, 19, 34, 56, 72, 91, 108, 0};
@@ -166,7 +166,7 @@ private:
 } // namespace
 
 void write_changes(report& out, chgdb& changes, LoggerHandle& log) {
-    log.message(resourceStrW(changes_message), 0);
+    say(log, text_writing_changes);
     show_changes(changes);
     const Vector<Step> steps = steps_of(changes);
     start_section(out, "DETAILED LIST OF CHANGES:\n\n", chosen_heads(layouts));

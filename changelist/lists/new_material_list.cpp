@@ -1,6 +1,7 @@
 // The film that has to be found for the new cut, in the order of the steps that put it in.
 
 #include "base/code_text.h"
+#include "base/messages.h"
 #include "base/table_order.h"
 #include "changelist/change_reports.h"
 #include "changelist/changelist_options.h"
@@ -12,7 +13,6 @@
 
 namespace {
 
-constexpr ResId new_material_message = 10264;
 constexpr int scene_take_key_stops[] = {1, 22, 43, 59, 79, 95, 0};
 constexpr int scene_take_stops[] = {1, 22, 43, 59, 75, 0};
 constexpr int name_key_stops[] = {1, 22, 38, 58, 74, 0};
@@ -57,7 +57,7 @@ void print_material(report& out, const ListedRow& row, const ChangeUnits& units)
 } // namespace
 
 void write_new_material(report& out, chgdb& changes, LoggerHandle& log) {
-    log.message(resourceStrW(new_material_message), 0);
+    say(log, text_writing_new_material);
     start_section(out, "NEW MATERIAL:\n\n", chosen_heads(layouts));
     show_new_material(changes);
     if (changes.get_num_records() == 0) {

@@ -2,6 +2,7 @@
 
 #include "base/code_text.h"
 #include "base/frame_math.h"
+#include "base/messages.h"
 #include "base/table_order.h"
 #include "changelist/change_reports.h"
 #include "changelist/lists/change_units.h"
@@ -12,7 +13,6 @@
 
 namespace {
 
-constexpr ResId transitions_message = 10265;
 constexpr int transition_stops[] = {1, 17, 34, 54, 0};
 
 constexpr ListHeads transition_heads = {transition_stops,
@@ -89,7 +89,7 @@ int print_transitions(report& out, const ListedRow& row, const ChangeUnits& unit
 } // namespace
 
 void write_transitions(report& out, chgdb& new_events, LoggerHandle& log) {
-    log.message(resourceStrW(transitions_message), 0);
+    say(log, text_writing_transitions);
     start_section(out, "TRANSITIONS IN NEW SEQUENCE:\n\n", transition_heads);
     show_all(new_events);
     sort_by(new_events, {hf_reel_seq, hf_edit_in, -1});

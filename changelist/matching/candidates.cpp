@@ -1,8 +1,8 @@
 #include "changelist/matching/candidates.h"
 
 #include "base/frame_math.h"
+#include "host/ascii_text.h"
 
-#include <cctype>
 #include <cmath>
 #include <cstring>
 
@@ -11,7 +11,7 @@ namespace {
 /// As texts compare without regard to case.
 template <std::size_t N> void put_folded(char (&folded)[N], const char* text) {
     for (std::size_t i = 0; i + 1 < N && text[i]; ++i)
-        folded[i] = static_cast<char>(std::tolower(static_cast<unsigned char>(text[i])));
+        folded[i] = ascii::lower(text[i]);
 }
 
 bool is_usable(const LabelPoint& bracket) { return bracket.is_valid() && !is_filler(bracket); }

@@ -1,14 +1,11 @@
+#include "base/messages.h"
 #include "changelist/change_analysis.h"
 #include "changelist/matching/match_event.h"
+#include "host/ascii_text.h"
 #include "host/fixed_text.h"
 #include "host/settings.h"
 
-#include <strings.h>
-
 namespace {
-
-constexpr ResId comparing_message = 10266;
-constexpr int comparing_severity = 5;
 
 /// Opticals take no part; the rest stands in the order of its film.
 void order_by_film(chgdb& events) {
@@ -34,7 +31,7 @@ public:
             event.read(row);
             const char* prefix = event.keycode_in.get_prefix();
             if (first) put_text(roll_, prefix);
-            if (strcasecmp(prefix, roll_) != 0) return;
+            if (!ascii::same(prefix, roll_)) return;
             candidates_.load(row);
             ++next_;
         }
@@ -67,7 +64,7 @@ public:
 
 private:
     void advance_to(const char* roll) {
-        while (strcasecmp(roll, batches_.roll()) > 0 && !done_) {
+        while (ascii::compare(roll, batches_.roll()) > 0 && !done_) {
             next_batch();
             candidates_.sort();
         }
@@ -87,7 +84,7 @@ private:
 } // namespace
 
 const char* merge_events(chgdb& old_events, chgdb& new_events, chgdb& changes, LoggerHandle& log) {
-    log.message(resourceStrW(comparing_message), comparing_severity);
+    say(log, text_comparing_cutlists, level_comparing);
     order_by_film(old_events);
     order_by_film(new_events);
     Merge merge(new_events, changes, log);

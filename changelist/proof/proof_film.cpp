@@ -1,6 +1,7 @@
 #include "changelist/proof/proof_film.h"
 
 #include "base/frame_math.h"
+#include "host/ascii_text.h"
 #include "host/fixed_text.h"
 
 #include <algorithm>
@@ -8,7 +9,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
-#include <strings.h>
 
 namespace {
 
@@ -100,16 +100,16 @@ bool ProofFilm::has_key(const FilmStretch& stretch, const LabelPoint& key) const
     const FilmOfProof& film = films_[stretch.film];
     if (film.is_filler() || !film.is_plain() || !film.key.is_valid() || !key.is_useful()) return true;
     if (begins_with(key, "????")) return true;
-    return strcasecmp(film.key.get_prefix(), key.get_prefix()) == 0 && film.sample(stretch.offset) == key.sample;
+    return ascii::same(film.key.get_prefix(), key.get_prefix()) && film.sample(stretch.offset) == key.sample;
 }
 
 std::int64_t ProofFilm::frames_alike(const FilmStretch& stretch, const FilmOfProof& wanted, std::int64_t offset,
                                      std::int64_t length) const {
     const FilmOfProof& film = films_[stretch.film];
     if (film.is_filler() || wanted.is_filler())
-        return strcasecmp(film.key.get_prefix(), wanted.key.get_prefix()) == 0 ? length : 0;
-    if (strcasecmp(film.key.get_prefix(), wanted.key.get_prefix()) != 0) return 0;
-    if (strcasecmp(film.cam_reel, wanted.cam_reel) != 0) return 0;
+        return ascii::same(film.key.get_prefix(), wanted.key.get_prefix()) ? length : 0;
+    if (!ascii::same(film.key.get_prefix(), wanted.key.get_prefix())) return 0;
+    if (!ascii::same(film.cam_reel, wanted.cam_reel)) return 0;
     if (!(std::fabs(film.speed - wanted.speed) <= nearly)) return 0;
 
     const bool exact = film.is_plain() && wanted.is_plain();

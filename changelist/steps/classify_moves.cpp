@@ -4,6 +4,7 @@
 //     new   | B | A | C |          A no longer than B: A moves forward ("MF"), B and C stay
 
 #include "base/frame_math.h"
+#include "base/messages.h"
 #include "base/table_order.h"
 #include "changelist/row_fields.h"
 #include "changelist/steps/moves.h"
@@ -11,8 +12,6 @@
 #include "host/settings.h"
 
 namespace {
-
-constexpr ResId classifying_message = 10267;
 
 constexpr const char* kept = "MO";
 constexpr const char* moved_forward = "MF";
@@ -183,7 +182,7 @@ void show_matched_in_old_order(chgdb& changes) {
 } // namespace
 
 const char* classify_moves(chgdb& changes, LoggerHandle& log) {
-    log.message(resourceStrW(classifying_message), 0);
+    say(log, text_looking_for_moves);
     show_matched_in_old_order(changes);
     const Vector<MatchedRow> rows = matched_rows(changes);
     MoveFinder finder(rows);

@@ -5,6 +5,7 @@
 //     added                   |   DC    |    | DC |
 
 #include "base/frame_math.h"
+#include "base/messages.h"
 #include "base/table_order.h"
 #include "changelist/row_fields.h"
 #include "changelist/steps/film_fields.h"
@@ -14,8 +15,6 @@
 #include <optional>
 
 namespace {
-
-constexpr ResId merging_message = 10269;
 
 /// The last frame of a piece.
 struct PieceEnd {
@@ -191,7 +190,7 @@ private:
 } // namespace
 
 const char* merge_rows(chgdb& changes, LoggerHandle& log) {
-    log.message(resourceStrW(merging_message), 0);
+    say(log, text_joining_changes);
     show_all(changes);
     sort_by(changes, {hf_old_reel_seq, hf_old_edit_in, -1});
     RunMerger(changes).merge();

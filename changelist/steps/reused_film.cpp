@@ -2,9 +2,8 @@
 
 #include "base/frame_math.h"
 #include "changelist/row_fields.h"
+#include "host/ascii_text.h"
 #include "host/fixed_text.h"
-
-#include <strings.h>
 
 namespace {
 
@@ -80,11 +79,11 @@ FilmByKeyOut::FilmByKeyOut(const Vector<FilmRow>& rows) : rows_(rows), ins_(rows
 std::size_t FilmByKeyOut::later_end(std::size_t a, std::size_t b) const {
     if (a == no_row) return b;
     if (b == no_row) return a;
-    return strcasecmp(outs_[a].text, outs_[b].text) < 0 ? b : a;
+    return ascii::compare(outs_[a].text, outs_[b].text) < 0 ? b : a;
 }
 
 bool FilmByKeyOut::ends_ahead(std::size_t row, const char* key) const {
-    return row == no_row || strcasecmp(outs_[row].text, key) < 0;
+    return row == no_row || ascii::compare(outs_[row].text, key) < 0;
 }
 
 // Up from the leaf until a tree to the right holds such a row, then down to its first.
@@ -106,7 +105,7 @@ std::size_t FilmByKeyOut::first_not_ahead(std::size_t from, const char* key) con
 
 const FilmSpan* FilmByKeyOut::first_meeting(FilmSpan& span, std::size_t from) const {
     const std::size_t row = first_not_ahead(from, span.key_in.get_string());
-    if (row == no_row || strcasecmp(ins_[row].text, span.key_out.get_string()) > 0) return nullptr;
+    if (row == no_row || ascii::compare(ins_[row].text, span.key_out.get_string()) > 0) return nullptr;
     const FilmSpan& found = rows_[row].span;
     // Texts of different rolls or lengths may stand in an order that their samples don't.
     const bool meets = span.key_start() < found.key_end() && found.key_start() < span.key_end();

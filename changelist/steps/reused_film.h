@@ -51,7 +51,6 @@ private:
         char text[40] = "";
     };
 
-    const char* out_text(std::size_t row) const { return outs_[row].text; }
     std::size_t later_end(std::size_t a, std::size_t b) const;
     bool ends_ahead(std::size_t row, const char* key) const;
     std::size_t first_not_ahead(std::size_t from, const char* key) const;

@@ -5,6 +5,7 @@
 //     found film     |             c ----- d        |     c to d is taken again, a to c and d to b are looked for
 
 #include "base/frame_math.h"
+#include "base/messages.h"
 #include "changelist/row_fields.h"
 #include "changelist/steps/moves.h"
 #include "changelist/steps/reused_film.h"
@@ -14,7 +15,6 @@
 
 namespace {
 
-constexpr ResId reuse_message = 10268;
 /// Film that is used over and over has many more places than rows; this many for each row are enough.
 constexpr std::size_t finds_a_row = 1;
 
@@ -154,7 +154,7 @@ template <class Visit> void for_each_film(const chgdb& changes, const Vector<Fil
 } // namespace
 
 const char* find_reused_material(chgdb& changes, chgdb& old_events, chgdb& reused, LoggerHandle& log) {
-    log.message(resourceStrW(reuse_message), 0);
+    say(log, text_looking_for_reuse);
     show_inserts_by_key(changes);
     show_events_by_key(old_events);
     const Vector<FilmRow> inserts = film_rows(changes);

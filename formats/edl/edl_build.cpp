@@ -1,6 +1,7 @@
 #include "formats/edl/edl_build.h"
 #include "embedded/warning.h"
 #include "formats/file_names.h"
+#include "host/ascii_text.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -24,12 +25,6 @@ std::string shot_name(const EventLine& line, std::string_view name) {
     if (!name.empty()) return std::string(name);
     if (!line.file.empty()) return stem_of(line.file, "/\\");
     return line.real_reel.empty() ? line.reel : line.real_reel;
-}
-
-bool holds_word(std::string_view text, std::string_view word) {
-    for (std::size_t at = 0; at + word.size() <= text.size(); ++at)
-        if (equal_in_any_case(text.substr(at, word.size()), word)) return true;
-    return false;
 }
 
 /// The sources of an edit, one for each reel, name and file. It begins at the earliest frame that is used of it,
@@ -183,7 +178,7 @@ void ChannelFiller::add_transition(const Clip& clip, std::int64_t room) {
         transition.reversed = clip.line().wipe_code >= first_reversed;
         transition.pattern = clip.line().wipe_code - (transition.reversed ? first_reversed : 0);
         if (transition.name.empty()) transition.name = "SMPTE_Wipe";
-    } else if (holds_word(transition.name, "film") && holds_word(transition.name, "dissolve")) {
+    } else if (ascii::holds(transition.name, "film") && ascii::holds(transition.name, "dissolve")) {
         transition.kind = TransitionDescription::Kind::film_dissolve;
     }
     if (transition.name.empty()) transition.name = "SMPTE_Dissolve";
@@ -272,15 +267,15 @@ void EditMaker::note_sources() {
 
 // Sound channels keep their numbers, so those that aren't used are there too.
 void EditMaker::add_channel_numbered(const TrackPlace& place) {
-    if (place.kind == 2)
+    if (place.kind == sound_channel)
         for (++sound_channels_; sound_channels_ < place.number; ++sound_channels_)
             builder_.add_channel(2);
     channels_[place] = builder_.add_channel(place.kind);
 }
 
 void EditMaker::fill(const TrackPlace& place, const std::vector<Clip>& clips) {
-    const bool lowest = channels_.at(place) == 0 && place.kind == 1;
-    ChannelFiller filler(shared_, channels_.at(place), lowest, place.kind == 2, tracks_.start);
+    const bool lowest = channels_.at(place) == 0 && place.kind == picture_channel;
+    ChannelFiller filler(shared_, channels_.at(place), lowest, place.kind == sound_channel, tracks_.start);
     for (const Clip& clip : clips)
         filler.add(clip);
 }

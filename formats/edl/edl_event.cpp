@@ -1,5 +1,7 @@
 #include "formats/edl/edl_event.h"
 
+#include "host/ascii_text.h"
+
 namespace formats::edl {
 namespace {
 
@@ -20,7 +22,7 @@ public:
 
 private:
     bool step() {
-        const char letter = rest_.front() >= 'a' ? static_cast<char>(rest_.front() - 'a' + 'A') : rest_.front();
+        const char letter = ascii::upper(rest_.front());
         rest_.remove_prefix(1);
         switch (letter) {
         case '/':
@@ -40,7 +42,7 @@ private:
 
     std::string_view digits() {
         std::size_t count = 0;
-        while (count < rest_.size() && is_digit(rest_[count]))
+        while (count < rest_.size() && ascii::is_digit(rest_[count]))
             ++count;
         const std::string_view taken = rest_.substr(0, count);
         rest_.remove_prefix(count);
@@ -82,7 +84,7 @@ private:
 using Words = std::vector<std::string_view>;
 
 bool is_word(const Words& words, std::size_t at, std::string_view text) {
-    return at < words.size() && equal_in_any_case(words[at], text);
+    return at < words.size() && ascii::same(words[at], text);
 }
 
 int transition_frames(std::string_view text) {
@@ -115,7 +117,7 @@ bool read_type_word(EventLine& event, std::string_view word, bool has_length) {
     if (has_length && read_wipe(event, word)) return true;
     for (const TypeWord& known : type_words) {
         // A key without its length has none; a cut may carry zeros.
-        if (!equal_in_any_case(word, known.word)) continue;
+        if (!ascii::same(word, known.word)) continue;
         if (known.has_length && !has_length && known.type != EditType::key)
             throw BadLine{"the " + std::string(word) + " has no length"};
         event.type = known.type;
@@ -174,7 +176,7 @@ std::optional<Timecode> parse_timecode(std::string_view text) {
     if (text.size() != 11) return std::nullopt;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const bool parts = i % 3 == 2;
-        if (parts ? separators.find(text[i]) == std::string_view::npos : !is_digit(text[i])) return std::nullopt;
+        if (parts ? separators.find(text[i]) == std::string_view::npos : !ascii::is_digit(text[i])) return std::nullopt;
     }
     const Timecode time{two_digits(text, 0), two_digits(text, 3), two_digits(text, 6), two_digits(text, 9),
                         text.find(';') != std::string_view::npos};
@@ -183,7 +185,7 @@ std::optional<Timecode> parse_timecode(std::string_view text) {
 }
 
 std::optional<Channels> parse_channels(std::string_view text) {
-    if (equal_in_any_case(text, "NONE")) return Channels{};
+    if (ascii::same(text, "NONE")) return Channels{};
     return ChannelReader(text).read();
 }
 

@@ -3,6 +3,7 @@
 
 #include "embedded/fraction.h"
 #include "formats/edl/edl_lines.h"
+#include "host/ascii_text.h"
 
 #include <optional>
 #include <set>
@@ -60,9 +61,9 @@ struct EventLine {
     std::optional<KeyNumber> key;
     std::vector<std::string> effects;
 
-    bool black() const { return equal_in_any_case(reel, "BL") || equal_in_any_case(reel, "BLK"); }
+    bool black() const { return ascii::same(reel, "BL") || ascii::same(reel, "BLK"); }
     /// Material that came from no reel.
-    bool auxiliary() const { return equal_in_any_case(reel, "AX"); }
+    bool auxiliary() const { return ascii::same(reel, "AX"); }
     bool transition() const { return type == EditType::dissolve || type == EditType::wipe; }
 };
 

@@ -2,13 +2,16 @@
 
 #include "formats/edl/edl_list.h"
 #include "formats/key_number.h"
+#include "host/ascii_text.h"
 
 #include <algorithm>
 
 namespace formats::edl {
 namespace {
 
-bool is_letter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+using ascii::is_digit;
+using ascii::is_letter;
+
 bool is_space(char c) { return c == ' ' || c == '\t'; }
 
 /// Tries the pattern at one place: two letters, two and four digits, a count of four to six, then maybe frames
@@ -100,15 +103,9 @@ constexpr GaugeWord gauge_words[] = {
     {"2perf", "35mm-2p"},  {"2 perf", "35mm-2p"}, {"35mm-2p", "35mm-2p"}, {"16mm", "16mm-1p"},    {"16 mm", "16mm-1p"},
 };
 
-bool holds(std::string_view text, std::string_view word) {
-    for (std::size_t at = 0; at + word.size() <= text.size(); ++at)
-        if (equal_in_any_case(text.substr(at, word.size()), word)) return true;
-    return false;
-}
-
 const char* film_of(std::string_view comment) {
     for (const GaugeWord& gauge : gauge_words)
-        if (holds(comment, gauge.word)) return gauge.film;
+        if (ascii::holds(comment, gauge.word)) return gauge.film;
     return "35mm-4p";
 }
 

@@ -1,12 +1,13 @@
 #include "formats/edl/edl_lines.h"
 
+#include "host/ascii_text.h"
+
 #include <algorithm>
 
 namespace formats::edl {
 namespace {
 
 bool is_blank(char c) { return static_cast<unsigned char>(c) <= ' ' || c == '\x7F'; }
-char capital(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 struct Head {
     std::string_view text;
@@ -33,7 +34,7 @@ constexpr Head heads[] = {
 };
 
 bool begins_with(std::string_view text, const Head& head) {
-    if (!equal_in_any_case(text.substr(0, head.text.size()), head.text)) return false;
+    if (!ascii::begins(text, head.text)) return false;
     return !head.whole_word || text.size() == head.text.size() || is_blank(text[head.text.size()]);
 }
 
@@ -44,9 +45,9 @@ std::string_view without_byte_order_mark(std::string_view bytes) {
 
 } // namespace
 
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
-
-bool all_digits(std::string_view text) { return !text.empty() && std::all_of(text.begin(), text.end(), is_digit); }
+bool all_digits(std::string_view text) {
+    return !text.empty() && std::all_of(text.begin(), text.end(), ascii::is_digit);
+}
 
 std::optional<int> whole_number(std::string_view text) {
     constexpr std::size_t most_digits = 9;
@@ -55,11 +56,6 @@ std::optional<int> whole_number(std::string_view text) {
     for (const char c : text)
         value = value * 10 + (c - '0');
     return value;
-}
-
-bool equal_in_any_case(std::string_view a, std::string_view b) {
-    if (a.size() != b.size() || (!a.empty() && capital(a[0]) != capital(b[0]))) return false;
-    return std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return capital(x) == capital(y); });
 }
 
 std::string_view trimmed(std::string_view text) {
@@ -87,7 +83,7 @@ std::vector<std::string_view> words_of(std::string_view text) {
 }
 
 std::optional<std::string_view> behind(std::string_view text, std::string_view head) {
-    if (text.size() < head.size() || !equal_in_any_case(text.substr(0, head.size()), head)) return std::nullopt;
+    if (!ascii::begins(text, head)) return std::nullopt;
     return trimmed(text.substr(head.size()));
 }
 
@@ -110,9 +106,9 @@ std::vector<Line> split_lines(std::string_view bytes) {
 
 LineKind kind_of(std::string_view line) {
     if (line.empty()) return LineKind::blank;
-    if (is_digit(line.front())) return LineKind::event;
+    if (ascii::is_digit(line.front())) return LineKind::event;
     for (const Head& head : heads)
-        if (capital(line.front()) == head.text.front() && begins_with(line, head)) return head.kind;
+        if (begins_with(line, head)) return head.kind;
     return LineKind::unknown;
 }
 

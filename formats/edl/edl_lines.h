@@ -24,8 +24,6 @@ std::string_view trimmed(std::string_view text);
 std::vector<std::string_view> words_of(std::string_view text);
 /// What follows `head`, without blanks around it, where the text begins with it in any case.
 std::optional<std::string_view> behind(std::string_view text, std::string_view head);
-bool equal_in_any_case(std::string_view a, std::string_view b);
-bool is_digit(char c);
 bool all_digits(std::string_view text);
 /// A whole number of at most 9 digits.
 std::optional<int> whole_number(std::string_view text);

@@ -1,5 +1,7 @@
 #include "formats/edl/edl_list.h"
 
+#include "host/ascii_text.h"
+
 #include <algorithm>
 #include <charconv>
 #include <utility>
@@ -59,15 +61,9 @@ std::string_view without_stars(std::string_view text) {
     return text;
 }
 
-std::size_t find_in_any_case(std::string_view text, std::string_view word) {
-    for (std::size_t at = 0; at + word.size() <= text.size(); ++at)
-        if (equal_in_any_case(text.substr(at, word.size()), word)) return at;
-    return std::string_view::npos;
-}
-
 bool reels_agree(std::string_view shorter, std::string_view longer) {
     if (shorter.size() > longer.size()) std::swap(shorter, longer);
-    return !shorter.empty() && equal_in_any_case(longer.substr(0, shorter.size()), shorter);
+    return !shorter.empty() && ascii::begins(longer, shorter);
 }
 
 Part part_of(const Event& event, const EventLine& line) {
@@ -162,8 +158,8 @@ void ListParser::read_title(const Line& line) {
 
 void ListParser::read_frame_code(const Line& line) {
     const std::string_view mode = *behind(line.text, "FCM:");
-    const bool off = find_in_any_case(mode, "NON") == 0 || equal_in_any_case(mode, "NDF");
-    const bool on = !off && (find_in_any_case(mode, "DROP") == 0 || equal_in_any_case(mode, "DF"));
+    const bool off = ascii::begins(mode, "NON") || ascii::same(mode, "NDF");
+    const bool on = !off && (ascii::begins(mode, "DROP") || ascii::same(mode, "DF"));
     if (!on && !off) return not_understood(line);
     drop_ = on;
     if (on && list_.drop_line == 0) list_.drop_line = line.number;
@@ -175,7 +171,7 @@ void ListParser::read_split(const Line& line) {
     const std::pair<const char*, std::optional<Timecode>*> delays[] = {{"AUDIO DELAY=", &sound_delay_},
                                                                        {"VIDEO DELAY=", &picture_delay_}};
     for (const auto& [head, delay] : delays) {
-        const std::size_t at = find_in_any_case(line.text, head);
+        const std::size_t at = ascii::find(line.text, head);
         if (at == std::string_view::npos) continue;
         const std::vector<std::string_view> words = words_of(line.text.substr(at + std::string_view(head).size()));
         if (!words.empty()) *delay = parse_timecode(words.front());
@@ -220,7 +216,7 @@ void ListParser::read_event(const Line& line) {
 ListParser::Lines ListParser::lines_for_speed(std::string_view reel, const std::optional<Timecode>& at) {
     Lines exact, same_reel, alike;
     for (EventLine& line : event()->lines) {
-        const bool same = equal_in_any_case(line.reel, reel);
+        const bool same = ascii::same(line.reel, reel);
         if (same && at && line.source_in == *at) exact.push_back(&line);
         if (same) same_reel.push_back(&line);
         if (reels_agree(line.reel, reel)) alike.push_back(&line);
@@ -351,12 +347,12 @@ void ListParser::take_locator(std::string_view text, const Line& line) {
 // "A001C002_long REPLACED BY: A001C002"
 void ListParser::take_real_reel(std::string_view text) {
     constexpr std::string_view parting = "REPLACED BY:";
-    const std::size_t at = find_in_any_case(text, parting);
+    const std::size_t at = ascii::find(text, parting);
     if (at == std::string_view::npos) return;
     const std::string_view real = trimmed(text.substr(0, at));
     const std::string_view used = trimmed(text.substr(at + parting.size()));
     for (EventLine& line : event()->lines)
-        if (equal_in_any_case(line.reel, used) && !real.empty()) line.real_reel = real;
+        if (ascii::same(line.reel, used) && !real.empty()) line.real_reel = real;
 }
 
 void ListParser::take_rate(std::string_view text, const Line& line) {

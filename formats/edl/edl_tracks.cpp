@@ -1,11 +1,14 @@
 #include "formats/edl/edl_tracks.h"
 
+#include "host/ascii_text.h"
+
 #include <algorithm>
 
 namespace formats::edl {
 namespace {
 
 constexpr std::int64_t seconds_of_day = 86400;
+constexpr const char* without_transition = "an event without length that no transition follows";
 
 Fraction magnitude(const Fraction& value) { return value < Fraction() ? -value : value; }
 
@@ -19,6 +22,25 @@ Fraction ratio_of(const Fraction& speed, const RateInfo& rate) {
     if (is_normal_speed(magnitude(speed), rate)) return speed < Fraction() ? -1 : 1;
     return speed / Fraction(rate.nominal);
 }
+
+/// Frames of a source that a record takes at a speed. Lists give one or the other:
+///
+///     record    |1   2   3   4|         at twice the speed
+///     stretch   |1 . 2 . 3 . 4 .|       8: the record's length times the speed
+///     span      |1 . 2 . 3 . 4|         7: from the first frame that is used to the last
+Fraction stretch_of_source(const Fraction& speed, std::int64_t record) { return magnitude(speed) * Fraction(record); }
+Fraction span_of_source(const Fraction& speed, std::int64_t record) {
+    return magnitude(speed) * Fraction(record - 1) + Fraction(1);
+}
+
+bool within_a_frame(const Fraction& length, std::int64_t frames) {
+    return magnitude(length - Fraction(frames)) <= Fraction(1);
+}
+
+/// How much later than its event each side begins, in frames of the record.
+struct Delays {
+    std::int64_t picture = 0, sound = 0;
+};
 
 /// Lays out one list after the other, then settles each track.
 class Layout {
@@ -34,13 +56,19 @@ private:
     /// What was left out or shortened.
     void warn_dropped(int line, const std::string& text) { warn(line, text, embedded::WarningKind::dropped); }
 
+    /// Nothing of the line is on a track.
+    void leave_out(const EventLine& line, const std::string& why) {
+        warn_dropped(line.line, why + "; the event is left out");
+    }
+
     void add_list(std::size_t index);
     void add_event(const Event& event);
-    void add_line(const Event& event, const EventLine& line);
-    void add_picture(const PlacedLine& placed);
-    void add_sound(const PlacedLine& placed);
-    void add_clip(const TrackPlace& place, const PlacedLine& placed, const std::optional<Timecode>& delay);
-    void delay_clip(Clip& clip, const Timecode& delay);
+    void add_line(const Event& event, const EventLine& line, const Delays& delays);
+    void add_picture(const PlacedLine& placed, std::int64_t delay);
+    void add_sound(const PlacedLine& placed, std::int64_t delay);
+    void add_clip(const TrackPlace& place, const PlacedLine& placed, std::int64_t delay);
+    Delays delays_of(const Event& event) const;
+    void delay_clip(Clip& clip, std::int64_t delay);
     void take_from(const TrackPlace& place, Clip& clip);
     void end_event();
     bool sound_is_taken(int channel);
@@ -90,15 +118,13 @@ std::int64_t Layout::record_length(const EventLine& line, std::int64_t in, std::
     return std::max<std::int64_t>(0, source);
 }
 
-// Lists give the source's length in two ways where a speed follows: as long as the record, or as much as is used.
+// Where a speed follows, the source is as long as the record, or as much as is used.
 void Layout::check_source_length(const PlacedLine& placed, std::int64_t source) {
     const std::int64_t record = placed.out - placed.in;
     if (source == record || record == 0 || placed.line->black()) return;
-    const Fraction used = magnitude(placed.speed) * Fraction(record);
-    const Fraction between = magnitude(placed.speed) * Fraction(record - 1) + Fraction(1);
-    const bool near =
-        magnitude(used - Fraction(source)) <= Fraction(1) || magnitude(between - Fraction(source)) <= Fraction(1);
-    if (placed.speed == Fraction(1) ? true : !near)
+    const bool as_used = within_a_frame(stretch_of_source(placed.speed, record), source) ||
+                         within_a_frame(span_of_source(placed.speed, record), source);
+    if (placed.speed == Fraction(1) || !as_used)
         warn(placed.line->line, "the source is " + std::to_string(source) + " frames long and the record " +
                                     std::to_string(record) + "; the record counts");
 }
@@ -130,8 +156,18 @@ bool Layout::sound_is_taken(int channel) {
     return true;
 }
 
-void Layout::delay_clip(Clip& clip, const Timecode& delay) {
-    const std::int64_t wait = std::min(frames_of(delay, rate_, false), clip.placed.out - clip.placed.in);
+// Throws `BadLine` for a delay that some line of the event would take, before anything of the event is laid.
+Delays Layout::delays_of(const Event& event) const {
+    const auto frames = [&](const std::optional<Timecode>& delay, std::set<int> Channels::*side) {
+        const bool taken = std::any_of(event.lines.begin(), event.lines.end(),
+                                       [&](const EventLine& line) { return !(line.channels.*side).empty(); });
+        return delay && taken ? frames_of(*delay, rate_, false) : 0;
+    };
+    return {frames(event.picture_delay, &Channels::picture), frames(event.sound_delay, &Channels::sound)};
+}
+
+void Layout::delay_clip(Clip& clip, std::int64_t delay) {
+    const std::int64_t wait = std::min(delay, clip.placed.out - clip.placed.in);
     clip.placed.in += wait;
     // Backward the stretch is left out at its upper end.
     if (clip.placed.speed > Fraction())
@@ -144,11 +180,11 @@ void Layout::take_from(const TrackPlace& place, Clip& clip) {
     if (found->second.in == clip.held_from && clip.line().type != EditType::cut)
         clip.from = found->second;
     else
-        warn_dropped(found->second.line->line, "an event without length that no transition follows, left out");
+        leave_out(*found->second.line, without_transition);
     from_.erase(found);
 }
 
-void Layout::add_clip(const TrackPlace& place, const PlacedLine& placed, const std::optional<Timecode>& delay) {
+void Layout::add_clip(const TrackPlace& place, const PlacedLine& placed, std::int64_t delay) {
     Clip clip;
     clip.placed = placed;
     clip.type = placed.line->type;
@@ -162,41 +198,46 @@ void Layout::add_clip(const TrackPlace& place, const PlacedLine& placed, const s
         return;
     }
     take_from(place, clip);
-    if (delay) delay_clip(clip, *delay);
+    delay_clip(clip, delay);
     tracks_.clips[place].push_back(clip);
 }
 
-void Layout::add_picture(const PlacedLine& placed) {
+void Layout::add_picture(const PlacedLine& placed, std::int64_t delay) {
     const bool key = placed.line->type == EditType::key || placed.line->type == EditType::key_out;
     for (const int track : placed.line->channels.picture)
-        add_clip({1, list_, track, key}, placed, placed.event->picture_delay);
+        add_clip({picture_channel, list_, track, key}, placed, delay);
 }
 
-void Layout::add_sound(const PlacedLine& placed) {
+void Layout::add_sound(const PlacedLine& placed, std::int64_t delay) {
     for (const int channel : placed.line->channels.sound)
-        if (!sound_is_taken(channel)) add_clip({2, 0, channel, false}, placed, placed.event->sound_delay);
+        if (!sound_is_taken(channel)) add_clip({sound_channel, 0, channel, false}, placed, delay);
 }
 
-void Layout::add_line(const Event& event, const EventLine& line) {
+void Layout::add_line(const Event& event, const EventLine& line, const Delays& delays) {
     try {
         const PlacedLine placed = place(event, line);
-        add_picture(placed);
-        if (line.type != EditType::key && line.type != EditType::key_out) add_sound(placed);
+        add_picture(placed, delays.picture);
+        if (line.type != EditType::key && line.type != EditType::key_out) add_sound(placed, delays.sound);
     } catch (const BadLine& bad) {
-        warn_dropped(line.line, bad.reason + "; the event is left out");
+        leave_out(line, bad.reason);
     }
 }
 
 void Layout::end_event() {
     for (const auto& [place, placed] : from_)
-        warn_dropped(placed.line->line, "an event without length that no transition follows, left out");
+        leave_out(*placed.line, without_transition);
     from_.clear();
 }
 
 // A line without length may carry a number of its own, so it waits for the next event too.
 void Layout::add_event(const Event& event) {
-    for (const EventLine& line : event.lines)
-        add_line(event, line);
+    try {
+        const Delays delays = delays_of(event);
+        for (const EventLine& line : event.lines)
+            add_line(event, line, delays);
+    } catch (const BadLine& bad) {
+        leave_out(event.lines.front(), "its delay: " + bad.reason);
+    }
 }
 
 void Layout::add_list(std::size_t index) {
@@ -245,7 +286,7 @@ bool Layout::cut_before(Clip& before, const Clip& clip) {
 // The line without length before a transition goes on with the clip that is there, and may name it.
 void Layout::join(Clip& before, Clip& clip) {
     if (before.placed.out != clip.placed.in) return;
-    clip.joined = !clip.from || equal_in_any_case(clip.from->line->reel, before.line().reel);
+    clip.joined = !clip.from || ascii::same(clip.from->line->reel, before.line().reel);
     if (clip.joined && clip.from && before.name.empty()) before.name = clip.from->line->name;
 }
 

@@ -4,6 +4,7 @@
 #include "embedded/rates.h"
 #include "embedded/warning.h"
 #include "formats/edl/edl_list.h"
+#include "host/channel_kinds.h"
 
 #include <cstdint>
 #include <map>
@@ -55,7 +56,7 @@ struct Clip {
 /// Picture tracks come before sound; those of the first list before those of the next; keys lie on the track
 /// that they cover.
 struct TrackPlace {
-    int kind = 1; ///< 1 picture, 2 sound
+    int kind = picture_channel; ///< or `sound_channel`
     std::size_t list = 0;
     int number = 1;
     bool key = false;

@@ -4,6 +4,7 @@
 #include "formats/logs/film_values.h"
 #include "formats/logs/log_builder.h"
 #include "formats/logs/table_rows.h"
+#include "host/ascii_text.h"
 
 #include <algorithm>
 
@@ -14,9 +15,7 @@ constexpr std::string_view section_names[] = {"heading", "column", "data"};
 
 bool is_blank(std::string_view line) { return without_blanks_around(line).empty(); }
 
-bool is_section(std::string_view line, std::string_view name) {
-    return same_without_case(without_blanks_around(line), name);
-}
+bool is_section(std::string_view line, std::string_view name) { return ascii::same(without_blanks_around(line), name); }
 
 bool is_any_section(std::string_view line) {
     return std::any_of(std::begin(section_names), std::end(section_names),
@@ -86,8 +85,8 @@ private:
             if (!film_) tell("isn't a kind of film that is known");
         } else if (key == "tape") {
             tape_ = value;
-        } else if (key == "field_delim" && !same_without_case(value, "tabs")) {
-            if (same_without_case(value.substr(0, 5), "comma"))
+        } else if (key == "field_delim" && !ascii::same(value, "tabs")) {
+            if (ascii::begins(value, "comma"))
                 delimiter_ = ',';
             else
                 tell("isn't known; taken as TABS");
@@ -132,7 +131,6 @@ private:
     }
 
     void read_data() {
-        builder_.expect_rows(text_.count() - at_);
         for (++at_; !at_end(); ++at_)
             if (!is_blank(text_.line(at_))) read_row(text_.line(at_));
     }

@@ -152,12 +152,6 @@ std::size_t rank_of(const std::string& name) {
 
 } // namespace
 
-std::optional<LogField> log_field_of_name(std::string_view name) {
-    const std::size_t rank = rank_of(folded(name));
-    if (rank == names_known) return std::nullopt;
-    return column_names[rank].field;
-}
-
 LogColumns::LogColumns(const std::vector<std::string_view>& names) {
     std::set<std::string> seen;
     for (std::size_t i = 0; i < names.size(); ++i) {

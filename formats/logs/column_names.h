@@ -3,17 +3,13 @@
 
 #include "formats/logs/log_row.h"
 
-#include <optional>
 #include <vector>
 
 namespace formats {
 
-/// What a column of that name holds; nothing for a name that isn't read. Names are told apart without regard to
-/// case, blanks, "_", "-" and ".".
-std::optional<LogField> log_field_of_name(std::string_view name);
-
 /// The columns of a file from left to right. Where several hold one field, the name that comes first in the list
-/// of names counts, and the others where that one is empty.
+/// of names counts, and the others where that one is empty. Names are told apart without regard to case, blanks, "_",
+/// "-" and ".".
 class LogColumns {
 public:
     explicit LogColumns(const std::vector<std::string_view>& names);

@@ -62,7 +62,6 @@ private:
     }
 
     void read_rows() {
-        builder_.expect_rows(text_.count() - at_);
         for (; at_ < text_.count(); ++at_) {
             if (without_blanks_around(text_.line(at_)).empty()) continue;
             const std::size_t first = at_;

@@ -2,6 +2,7 @@
 
 #include "formats/key_number.h"
 #include "formats/text_lines.h"
+#include "host/ascii_text.h"
 
 #include <algorithm>
 #include <charconv>
@@ -16,9 +17,10 @@ constexpr int mid_foot_perforations = 32;
 constexpr int perforations_of_35mm_count = 64;
 constexpr int longest_length = 10'000'000; // film frames, for lengths that come as text
 
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
-bool is_letter(char c) { return c >= 'A' && c <= 'Z'; }
-bool is_alphanumeric(char c) { return is_digit(c) || is_letter(c); }
+using ascii::is_capital;
+using ascii::is_digit;
+
+bool is_alphanumeric(char c) { return is_digit(c) || is_capital(c); }
 
 struct FilmKind {
     int gauge; ///< millimetres
@@ -73,7 +75,7 @@ int number_of(std::string_view digits) {
 bool is_head(std::string_view head) {
     const auto digits = std::find_if(head.begin(), head.end(), is_digit);
     return digits != head.begin() && static_cast<std::size_t>(head.end() - digits) >= fewest_count_digits &&
-           std::all_of(head.begin(), digits, is_letter) && std::all_of(digits, head.end(), is_digit);
+           std::all_of(head.begin(), digits, is_capital) && std::all_of(digits, head.end(), is_digit);
 }
 
 std::string first_digits(std::string_view text) {
@@ -111,9 +113,9 @@ label_t film_kind_of_text(std::string_view text) {
     const int first = next_number(plain, at);
     if (first == 16) return kind_of(first, -1);
     if (first == 35 || first == 65) return kind_of(first, next_number(plain, at));
-    const bool names_perforations = lower_case(plain).find("perf") != std::string::npos;
+    const bool names_perforations = ascii::holds(plain, "perf");
     if (names_perforations) return kind_of(35, first);
-    return same_without_case(plain, "vistavision") ? kind_of(35, 8) : label_none;
+    return ascii::same(plain, "vistavision") ? kind_of(35, 8) : label_none;
 }
 
 FilmNumber read_key_number(std::string_view text, std::string_view perforation, label_t kind, LabelPoint& point) {
@@ -175,7 +177,7 @@ bool says_nothing(std::string_view text) {
     if (std::all_of(text.begin(), text.end(), [](char c) { return c == '-' || c == '.' || c == '?' || c == '*'; }))
         return true;
     return std::any_of(std::begin(nothings), std::end(nothings),
-                       [&](std::string_view nothing) { return same_without_case(text, nothing); });
+                       [&](std::string_view nothing) { return ascii::same(text, nothing); });
 }
 
 } // namespace formats

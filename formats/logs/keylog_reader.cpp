@@ -4,6 +4,7 @@
 #include "formats/logs/film_values.h"
 #include "formats/logs/fixed_fields.h"
 #include "formats/logs/log_builder.h"
+#include "host/ascii_text.h"
 
 #include <algorithm>
 
@@ -25,13 +26,7 @@ constexpr StandardName standard_names[] = {
     {"pal_24", 24, false}, {"ntsc_24", 24, false}, {"ntsc_drop_frame_24", 24, false},
 };
 
-bool begins_without_case(std::string_view text, std::string_view word) {
-    return same_without_case(text.substr(0, word.size()), word);
-}
-
-bool is_header(std::string_view line) {
-    return begins_without_case(line, "record#") && lower_case(line).find("camroll") != std::string::npos;
-}
+bool is_header(std::string_view line) { return ascii::begins(line, "record#") && ascii::holds(line, "camroll"); }
 
 bool is_word_character(char c) { return c != ' ' && c != '\t'; }
 
@@ -65,7 +60,7 @@ private:
         header_line_ = static_cast<int>(at_) + 1;
         std::string header = lower_case(text_.line(at_++));
         const bool whole = header.find("dur_fr") != std::string::npos;
-        lines_in_row_ = !whole && lower_case(text_.line(at_)).find("dur_fr") != std::string::npos ? 2 : 1;
+        lines_in_row_ = !whole && ascii::holds(text_.line(at_), "dur_fr") ? 2 : 1;
         if (lines_in_row_ == 2) header += lower_case(text_.line(at_++));
         find_columns(PlacedLine(header).text());
         return true;
@@ -105,7 +100,6 @@ private:
     }
 
     void read_lines() {
-        builder_.expect_rows(text_.count() - at_);
         bool first = true;
         for (; at_ < text_.count(); ++at_) {
             if (without_blanks_around(text_.line(at_)).empty()) continue;
@@ -159,7 +153,7 @@ private:
 
     void read_reel(std::string_view comments) {
         for (const std::string_view word : {"vtroll", "vtr"}) {
-            if (!begins_without_case(comments, word)) continue;
+            if (!ascii::begins(comments, word)) continue;
             const std::string_view reel = without_blanks_around(comments.substr(word.size()));
             head_.reel = reel.substr(0, reel.find(' '));
             return;

@@ -132,7 +132,7 @@ void LogBuilder::warn(int line, int column, const std::string& what, embedded::W
 }
 
 void LogBuilder::refuse(int line, const std::string& why) {
-    log_.rows.clear();
+    rows_.clear();
     log_.error = path_ + (line > 0 ? ":" + std::to_string(line) : std::string()) + ": " + why;
 }
 
@@ -142,14 +142,14 @@ void LogBuilder::tell(const LogCells& cells, LogField field, const char* what) {
 }
 
 void LogBuilder::add(const LogCells& cells) {
-    LogRow& row = log_.rows.emplace_back();
-    pending_.emplace_back();
+    RowInMaking& made = rows_.emplace_back();
+    LogRow& row = made.row;
     row.file = path_;
     row.line = cells.line;
     copy_texts(cells, row);
     read_standards(cells, row);
     read_film(cells, row);
-    read_timecodes(cells, row);
+    read_timecodes(cells, made);
     read_key_numbers(cells, row);
     read_ink(cells, row);
     read_pulldown(cells, row);
@@ -226,15 +226,16 @@ std::optional<int> LogBuilder::read_duration(const LogCells& cells, label_t kind
 }
 
 // What couldn't be read stays in the row, where the list of shots will reject it.
-void LogBuilder::read_timecodes(const LogCells& cells, LogRow& row) {
+void LogBuilder::read_timecodes(const LogCells& cells, RowInMaking& made) {
+    LogRow& row = made.row;
     const label_t kind = TvStd_to_label_type(row.standard);
     row[LogField::start] = cells[LogField::start].text;
     row[LogField::end] = cells[LogField::end].text;
     if (row[LogField::start].empty()) warn(cells.line, 1, "the row has no start");
     read_timecode(cells, LogField::start, kind, row.start);
     read_timecode(cells, LogField::end, kind, row.end);
-    pending_.back().end_column = cells[LogField::end].column;
-    pending_.back().duration = read_duration(cells, kind);
+    made.end_column = cells[LogField::end].column;
+    made.duration = read_duration(cells, kind);
 }
 
 bool LogBuilder::read_key(const LogCells& cells, LogField field, const LogRow& row, LabelPoint& point) {
@@ -312,11 +313,11 @@ void LogBuilder::read_other_timecodes(const LogCells& cells, LogRow& row) {
 //
 bool LogBuilder::ends_are_inclusive() const {
     std::size_t exclusive = 0, inclusive = 0;
-    for (std::size_t i = 0; i < pending_.size(); ++i) {
-        const std::optional<int> length = length_of(log_.rows[i]);
-        if (!length || !pending_[i].duration) continue;
-        exclusive += *length == *pending_[i].duration;
-        inclusive += *length + 1 == *pending_[i].duration;
+    for (const RowInMaking& made : rows_) {
+        const std::optional<int> length = length_of(made.row);
+        if (!length || !made.duration) continue;
+        exclusive += *length == *made.duration;
+        inclusive += *length + 1 == *made.duration;
     }
     return inclusive > exclusive;
 }
@@ -325,7 +326,8 @@ bool LogBuilder::ends_are_inclusive() const {
 // frames tell.
 bool LogBuilder::key_ends_are_inclusive() const {
     std::size_t exclusive = 0, inclusive = 0;
-    for (const LogRow& row : log_.rows) {
+    for (const RowInMaking& made : rows_) {
+        const LogRow& row = made.row;
         const std::optional<int> length = length_of(row);
         const std::optional<int> frames = frames_between(row.key_start, row.key_end);
         if (!length || !frames) continue;
@@ -337,14 +339,15 @@ bool LogBuilder::key_ends_are_inclusive() const {
     return inclusive > exclusive;
 }
 
-void LogBuilder::settle_end(LogRow& row, const Pending& pending, bool inclusive) {
+void LogBuilder::settle_end(RowInMaking& made, bool inclusive) {
+    LogRow& row = made.row;
     if (row.end.is_useful()) {
         if (inclusive) row.end += 1;
-    } else if (row[LogField::end].empty() && row.start.is_useful() && pending.duration) {
+    } else if (row[LogField::end].empty() && row.start.is_useful() && made.duration) {
         row.end = row.start;
-        row.end += *pending.duration;
+        row.end += *made.duration;
     } else if (row[LogField::end].empty()) {
-        warn(row.line, std::max(pending.end_column, 1), "the row has neither end nor duration");
+        warn(row.line, std::max(made.end_column, 1), "the row has neither end nor duration");
     }
     put_timecode(row[LogField::start], row.start, row.standard.drop);
     put_timecode(row[LogField::end], row.end, row.standard.drop || inclusive);
@@ -355,19 +358,22 @@ void LogBuilder::settle_end(LogRow& row, const Pending& pending, bool inclusive)
 }
 
 // The key numbers count before a length that the log gives itself.
-void LogBuilder::settle_key_frames(bool inclusive) {
-    for (LogRow& row : log_.rows) {
-        const std::optional<int> frames = frames_between(row.key_start, row.key_end);
-        if (frames) row.key_frames = embedded::clamp_to_int(std::int64_t{*frames} + (inclusive ? 1 : 0));
-    }
+void LogBuilder::settle_key_frames(LogRow& row, bool inclusive) {
+    const std::optional<int> frames = frames_between(row.key_start, row.key_end);
+    if (frames) row.key_frames = embedded::clamp_to_int(std::int64_t{*frames} + (inclusive ? 1 : 0));
 }
 
 void LogBuilder::finish() {
     if (refused()) return;
     const bool inclusive = ends_are_inclusive();
-    for (std::size_t i = 0; i < pending_.size(); ++i)
-        settle_end(log_.rows[i], pending_[i], inclusive);
-    settle_key_frames(key_ends_are_inclusive());
+    for (RowInMaking& made : rows_)
+        settle_end(made, inclusive);
+    const bool keys_inclusive = key_ends_are_inclusive();
+    log_.rows.reserve(rows_.size());
+    for (; !rows_.empty(); rows_.pop_front()) {
+        settle_key_frames(rows_.front().row, keys_inclusive);
+        log_.rows.push_back(std::move(rows_.front().row));
+    }
 }
 
 } // namespace formats

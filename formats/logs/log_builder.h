@@ -4,6 +4,8 @@
 #include "formats/logs/log_row.h"
 #include "formats/text_lines.h"
 
+#include <deque>
+
 namespace formats {
 
 /// What a file says of all its rows.
@@ -23,7 +25,6 @@ public:
 
     /// Before the first row.
     void set_head(const LogHead& head);
-    void expect_rows(std::size_t count) { log_.rows.reserve(count); }
     void add(const LogCells& cells);
     /// After the last row: settles what only the file as a whole tells, whether ends are inclusive.
     void finish();
@@ -36,16 +37,17 @@ public:
     bool knows_rate() const { return options_.rate || head_.rate; }
 
 private:
-    /// What is wanted of a row once all have been read.
-    struct Pending {
-        int end_column = 0;
+    /// A row, and what is wanted of it once all have been read.
+    struct RowInMaking {
+        LogRow row;
+        int end_column = 0;          ///< of its cell; 0 without one
         std::optional<int> duration; ///< frames
     };
 
     void read_standards(const LogCells& cells, LogRow& row);
     const embedded::RateInfo* rate_of(const LogCells& cells);
     void read_film(const LogCells& cells, LogRow& row);
-    void read_timecodes(const LogCells& cells, LogRow& row);
+    void read_timecodes(const LogCells& cells, RowInMaking& made);
     bool read_timecode(const LogCells& cells, LogField field, label_t kind, LabelPoint& point);
     std::optional<int> read_duration(const LogCells& cells, label_t kind);
     void read_key_numbers(const LogCells& cells, LogRow& row);
@@ -56,15 +58,15 @@ private:
     void read_other_timecodes(const LogCells& cells, LogRow& row);
     bool ends_are_inclusive() const;
     bool key_ends_are_inclusive() const;
-    void settle_end(LogRow& row, const Pending& pending, bool inclusive);
-    void settle_key_frames(bool inclusive);
+    void settle_end(RowInMaking& made, bool inclusive);
+    static void settle_key_frames(LogRow& row, bool inclusive);
     void tell(const LogCells& cells, LogField field, const char* what);
 
     Log& log_;
     std::string path_;
     const LogOptions& options_;
     LogHead head_;
-    std::vector<Pending> pending_;
+    std::deque<RowInMaking> rows_; ///< until they go to the log, one by one
 };
 
 /// A rate as "23.98", "24.00", "29.97 fps", "29.97df" or "25p"; null for none. `drop` becomes true where it says so.

@@ -1,5 +1,7 @@
 #include "formats/otio/otio_details.h"
 
+#include "host/ascii_text.h"
+
 #include <algorithm>
 #include <limits>
 
@@ -10,7 +12,7 @@ constexpr double highest_scalar = 1e6;
 constexpr int highest_channel = 0x7FFF;
 constexpr int highest_pattern = 0xFFFF;
 
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
+using ascii::is_digit;
 bool begins(const std::string& text, std::string_view start) { return text.compare(0, start.size(), start) == 0; }
 
 std::string name_or(const JsonValue& object, std::string_view other) {
@@ -62,7 +64,7 @@ std::optional<int> digits_at_end(const std::string& text) {
 
 /// "W001" and the like, as the wipes of edit decision lists are called.
 bool is_wipe_code(const std::string& code) {
-    return code.size() > 1 && (code[0] == 'W' || code[0] == 'w') && std::all_of(code.begin() + 1, code.end(), is_digit);
+    return code.size() > 1 && ascii::upper(code[0]) == 'W' && std::all_of(code.begin() + 1, code.end(), is_digit);
 }
 
 void number_wipe(const JsonValue& object, const std::string& type, const std::string& code,

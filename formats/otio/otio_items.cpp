@@ -39,8 +39,8 @@ bool holds_nests(const JsonValue& children) {
 
 int kind_of_track(const JsonValue& track) {
     const JsonValue* kind = json_member(track, "kind");
-    if (!kind || json_string(kind) == "Video") return picture_kind;
-    return json_string(kind) == "Audio" ? sound_kind : 0;
+    if (!kind || json_string(kind) == "Video") return picture_channel;
+    return json_string(kind) == "Audio" ? sound_channel : 0;
 }
 
 std::vector<Place> tracks_of_kind(const Place& composition, int kind) {
@@ -52,7 +52,7 @@ std::vector<Place> tracks_of_kind(const Place& composition, int kind) {
     const JsonValue& children = children_of(composition);
     for (rapidjson::SizeType i = 0; i < children.Size(); ++i) {
         const bool track = schema_of(children[i]) == Schema::track;
-        if ((track ? kind_of_track(children[i]) : picture_kind) == kind)
+        if ((track ? kind_of_track(children[i]) : picture_channel) == kind)
             tracks.push_back(child_of(composition, children[i], i));
     }
     return tracks;

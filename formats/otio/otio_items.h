@@ -5,6 +5,7 @@
 //     | A . . |   B . |   C . .           | | D . . |      one of several is a single event, rendered
 
 #include "formats/otio/otio_details.h"
+#include "host/channel_kinds.h"
 
 #include <memory>
 #include <unordered_map>
@@ -26,9 +27,6 @@ struct Item {
 };
 
 using Items = std::vector<Item>;
-
-constexpr int picture_kind = 1;
-constexpr int sound_kind = 2;
 
 /// 0 for kinds that are neither picture nor sound.
 int kind_of_track(const JsonValue& track);
@@ -84,14 +82,13 @@ private:
     void add_rendered(const Place& nest, const Effects& effects, Items& items);
     void splice(const Place& nest, const Place& track, Items& items);
     Items track_in_nest(const Place& nest, const Place& track);
-    Item rendered_clip(const Place& clip, const Media& media, const Effects& effects);
     void add_marks(const Place& object, const std::optional<Time>& start, Item& item);
     Item gap_of(const Place& object, const Fraction& length) const;
 
     const Context& context_;
     Sources& sources_;
     Lengths lengths_;
-    int kind_ = picture_kind;
+    int kind_ = picture_channel;
     int depth_ = 0;
     bool on_fx_ = false;
 };

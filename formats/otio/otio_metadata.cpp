@@ -1,18 +1,13 @@
 #include "formats/otio/otio_metadata.h"
 
+#include "host/ascii_text.h"
+
 #include <algorithm>
 
 namespace formats::otio {
 namespace {
 
 constexpr std::string_view read_by_name[] = {"quillbrook", "cmx_3600", "ALE"};
-
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
-bool same_without_case(std::string_view a, std::string_view b) {
-    return a.size() == b.size() &&
-           std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return lower(x) == lower(y); });
-}
 
 /// Of two equal keys the first counts; later ones are as if they weren't there.
 bool is_first_of_its_key(const JsonValue& object, JsonValue::ConstMemberIterator member) {
@@ -21,7 +16,7 @@ bool is_first_of_its_key(const JsonValue& object, JsonValue::ConstMemberIterator
 
 std::string column_of(const JsonValue& columns, std::string_view name) {
     for (auto member = columns.MemberBegin(); member != columns.MemberEnd(); ++member) {
-        if (!same_without_case(json_string(&member->name), name)) continue;
+        if (!ascii::same(json_string(&member->name), name)) continue;
         std::string text = json_text(&member->value);
         if (!text.empty() && is_first_of_its_key(columns, member)) return text;
     }

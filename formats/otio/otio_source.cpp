@@ -3,6 +3,7 @@
 #include "formats/file_names.h"
 #include "formats/key_number.h"
 #include "formats/otio/otio_metadata.h"
+#include "host/ascii_text.h"
 
 #include <algorithm>
 #include <limits>
@@ -23,12 +24,6 @@ constexpr ReelField reel_fields[] = {
     {{15, 1}, {"reel_24p", "", false}},        {{2, 1}, {"cam_reel", "Camroll", false}},
     {{10, 1}, {"lab_reel", "Labroll", false}}, {{11, 1}, {"comp_reel", "", false}},
 };
-
-std::string lower_case(std::string text) {
-    for (char& c : text)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return text;
-}
 
 bool is_media(Schema schema) {
     return schema == Schema::external_reference || schema == Schema::generator_reference ||
@@ -235,8 +230,7 @@ bool Media::black() const {
     if (!generator()) return false;
     std::string kind = generator_kind(*this);
     if (kind.empty()) kind = name_of(*reference);
-    kind = lower_case(kind);
-    return kind == "black" || kind == "slug";
+    return ascii::same(kind, "black") || ascii::same(kind, "slug");
 }
 
 std::optional<Time> Media::length() const {

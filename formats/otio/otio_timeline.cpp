@@ -29,7 +29,7 @@ public:
         const Schema schema = schema_of(*item.value);
         if (schema == Schema::clip) return on_pictures == pictures_ ? of_clip(item) : nullptr;
         if (!is_composition(schema)) return nullptr;
-        if (schema == Schema::track) on_pictures = kind_of_track(*item.value) == picture_kind;
+        if (schema == Schema::track) on_pictures = kind_of_track(*item.value) == picture_channel;
         const JsonValue& children = children_of(item);
         for (rapidjson::SizeType i = 0; i < children.Size(); ++i)
             if (const RateInfo* found = in(child_of(item, children[i], i), on_pictures)) return found;
@@ -85,13 +85,13 @@ public:
 private:
     struct Channel {
         int number = 0;
-        int kind = picture_kind;
+        int kind = picture_channel;
         int subtype = plain_subtype;
         bool lowest_listed = false;
     };
 
     int kind_of(const Place& place) const {
-        return schema_of(*place.value) == Schema::track ? kind_of_track(*place.value) : picture_kind;
+        return schema_of(*place.value) == Schema::track ? kind_of_track(*place.value) : picture_channel;
     }
     void add(const Place& place, Channel channel);
     Items items_of(const Place& place, const Channel& channel);
@@ -119,8 +119,8 @@ void ChannelAdder::add_all() {
             continue;
         }
         channel.subtype = subtype_of(place, context_);
-        channel.lowest_listed = !lowest_found && channel.kind == picture_kind && channel.subtype != unlisted_subtype &&
-                                channel.subtype != fx_subtype;
+        channel.lowest_listed = !lowest_found && channel.kind == picture_channel &&
+                                channel.subtype != unlisted_subtype && channel.subtype != fx_subtype;
         lowest_found = lowest_found || channel.lowest_listed;
         channel.number = builder_.add_channel(channel.kind, channel.subtype);
         add(place, channel);

@@ -73,7 +73,7 @@ public:
         if (schema == Schema::clip) {
             if (replace(item, kind)) walk(item, kind);
         } else if (is_composition(schema)) {
-            walk_children(item, schema == Schema::track ? kind_of_track(*item.value) : picture_kind);
+            walk_children(item, schema == Schema::track ? kind_of_track(*item.value) : picture_channel);
         }
     }
 
@@ -123,7 +123,7 @@ private:
         JsonValue moved;
         moved.Swap(*const_cast<JsonValue*>(origin));
         JsonValue track = composition_of(std::move(moved), "Track.1", allocator_);
-        track.AddMember("kind", rapidjson::StringRef(kind == sound_kind ? "Audio" : "Video"), allocator_);
+        track.AddMember("kind", rapidjson::StringRef(kind == sound_channel ? "Audio" : "Video"), allocator_);
         // Unlike a track, a stack has a gap wherever its range lies beyond its content.
         JsonValue nest = composition_of(std::move(track), "Stack.1", allocator_);
         nest.AddMember("name", copied(name_of(*clip.value), allocator_), allocator_);
@@ -145,7 +145,7 @@ void unrender(JsonTree& document, const Context& context) {
     const Root root(document);
     Unrenderer unrenderer(document.GetAllocator(), context);
     for (const Place& channel : root.channels())
-        unrenderer.walk(channel, picture_kind);
+        unrenderer.walk(channel, picture_channel);
 }
 
 } // namespace formats::otio

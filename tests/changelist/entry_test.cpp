@@ -309,10 +309,10 @@ TEST(CutlistSets, RecordsOrderByReelThenByPart) {
 
 TEST(CutlistSets, ADoubledOrInvalidReelIsRefused) {
     CutlistSet set;
-    EXPECT_EQ(set.add_reel(new CutlistSetRec(L"b.cdb", 2)), nullptr);
-    EXPECT_EQ(set.add_reel(new CutlistSetRec(L"a.cdb", 1)), nullptr);
-    EXPECT_STREQ(set.add_reel(new CutlistSetRec(L"c.cdb", 2)), "Error in reel number assignment\n");
-    EXPECT_STREQ(set.add_reel(new CutlistSetRec(L"d.cdb", 0)), "Error in reel number assignment\n");
+    EXPECT_EQ(set.add_reel(std::make_unique<CutlistSetRec>(L"b.cdb", 2)), nullptr);
+    EXPECT_EQ(set.add_reel(std::make_unique<CutlistSetRec>(L"a.cdb", 1)), nullptr);
+    EXPECT_STREQ(set.add_reel(std::make_unique<CutlistSetRec>(L"c.cdb", 2)), "Error in reel number assignment\n");
+    EXPECT_STREQ(set.add_reel(std::make_unique<CutlistSetRec>(L"d.cdb", 0)), "Error in reel number assignment\n");
     ASSERT_EQ(set.size(), 2U);
     EXPECT_EQ(set.reel(0).reel, 1);
     EXPECT_EQ(set.reel(1).reel, 2);

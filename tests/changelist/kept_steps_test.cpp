@@ -27,7 +27,6 @@ TEST(KeptCut, HoldsEachEvent) {
     EXPECT_STREQ(cut[0].ink_in.get_string(), "AA120005+00");
     EXPECT_STREQ(cut[0].cam_reel, "KJ12");
     EXPECT_EQ(cut[0].speed, -2);
-    EXPECT_EQ(cut[0].missing, 0);
     EXPECT_EQ(cut[0].reel, 2);
     EXPECT_EQ(cut[0].frame, 7);
     EXPECT_EQ(cut[0].length, 40);
@@ -48,7 +47,6 @@ TEST(KeptCut, CountsKeysThatAreMissingInFourDigits) {
     const Vector<CutEvent> cut = kept_cut({{.length = 5, .missing = 1}});
     EXPECT_EQ(cut[0].key_in.cvt()->count_digits(), 4);
     EXPECT_EQ(cut[0].key_in.type(), edlstr_to_label_type("35mm-4p-4d"));
-    EXPECT_EQ(cut[0].missing, 1);
 }
 
 TEST(KeptCut, IsInOrderOfReelAndFrame) {

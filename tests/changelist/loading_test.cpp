@@ -18,7 +18,7 @@ protected:
     const char* load_files(const std::vector<std::string>& files) {
         CutlistSet set;
         for (std::size_t reel = 0; reel < files.size(); ++reel)
-            set.add_reel(new CutlistSetRec(wide(files[reel]), static_cast<int>(reel) + 1));
+            set.add_reel(std::make_unique<CutlistSetRec>(wide(files[reel]), static_cast<int>(reel) + 1));
         const char* error =
             load_cutlist_set(side.reel_start, side.reel_label, &side.film_std, wide(chg_file()), set, logger);
         table = std::make_unique<chgdb>(wide(chg_file()), &logger);
@@ -276,7 +276,7 @@ TEST_F(LoadingCutlists, BothSidesAreOfOneFilm) {
 
 TEST_F(LoadingCutlists, AGapInTheReelNumbersIsRefused) {
     CutlistSet set;
-    set.add_reel(new CutlistSetRec(wide(write("a.cdb", two_shots)), 2));
+    set.add_reel(std::make_unique<CutlistSetRec>(wide(write("a.cdb", two_shots)), 2));
     EXPECT_STREQ(load_cutlist_set(side.reel_start, side.reel_label, &side.film_std, wide(chg_file()), set, logger),
                  "Reel number sequence error\n");
 }
@@ -284,10 +284,11 @@ TEST_F(LoadingCutlists, AGapInTheReelNumbersIsRefused) {
 TEST_F(LoadingCutlists, AFurtherPartGoesOnWhereItsReelStands) {
     CutlistSet set;
     const std::string file = write("a.cdb", two_shots);
-    auto* part = new CutlistSetRec(wide(file), 1);
+    auto part = std::make_unique<CutlistSetRec>(wide(file), 1);
     part->subreel = 2;
-    for (CutlistSetRec* record : {new CutlistSetRec(wide(file), 2), part, new CutlistSetRec(wide(file), 1)})
-        ASSERT_EQ(set.add_reel(record), nullptr);
+    ASSERT_EQ(set.add_reel(std::make_unique<CutlistSetRec>(wide(file), 2)), nullptr);
+    ASSERT_EQ(set.add_reel(std::move(part)), nullptr);
+    ASSERT_EQ(set.add_reel(std::make_unique<CutlistSetRec>(wide(file), 1)), nullptr);
     ASSERT_EQ(load_cutlist_set(side.reel_start, side.reel_label, &side.film_std, wide(chg_file()), set, logger),
               nullptr);
     table = std::make_unique<chgdb>(wide(chg_file()), &logger);

@@ -41,7 +41,8 @@ int find_overlap(const ChangeRecord& x, const chgdb& candidates, bool own_reel) 
         const ChangeRecord y = row(candidates, i);
         if ((own_reel && y.reel_seq != x.reel_seq) || !overlaps(y, x)) continue;
         const int common = std::min(y.key_end(), x.key_end()) - std::max(y.key_in(), x.key_in());
-        const double score = x.key_span() == 0 ? 0 : common / x.key_span();
+        const int span = x.key_step() * x.edit_length;
+        const double score = span == 0 ? 0 : common / span;
         if (best >= 0 && score <= best_score) continue;
         best = i;
         best_score = score;

@@ -220,6 +220,33 @@ TEST(Events, SplitEditsDelayOneSideWhileTheOtherShotRunsOn) {
     EXPECT_EQ(channel(list, 1), "0-30 A@01:00:00:00 | 30-48 B@02:00:00:06 | 48-72 C@03:00:00:00");
 }
 
+TEST(Events, ABadDelayLeavesTheWholeEventOut) {
+    const formats::ReadResult result = read("001  A B C 01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
+                                            "SPLIT:    AUDIO DELAY=  00:00:00:24\n"
+                                            "002  B B C 02:00:00:00 02:00:01:00 10:00:01:00 10:00:02:00\n"
+                                            "003  C B C 03:00:00:00 03:00:01:00 10:00:02:00 10:00:03:00\n");
+    ASSERT_EQ(result.error, "");
+    EXPECT_EQ(drawn(result.edit, 0), "0-24 A@01:00:00:00 | 24-48 black | 48-72 C@03:00:00:00");
+    EXPECT_EQ(drawn(result.edit, 1), "0-24 A@01:00:00:00 | 24-48 black | 48-72 C@03:00:00:00");
+    EXPECT_THAT(result.warnings, ElementsAre("a.edl: line 3: its delay: frame 24 doesn't exist at 24 a second; "
+                                             "the event is left out"));
+}
+
+TEST(Events, ADelayOfASideThatTheEventHasNotIsPassedOver) {
+    const formats::ReadResult result = read("SPLIT:    AUDIO DELAY=  00:00:00:24\n"
+                                            "001  A V C 01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n");
+    EXPECT_EQ(drawn(result.edit, 0), "0-24 A@01:00:00:00");
+    EXPECT_THAT(result.warnings, IsEmpty());
+}
+
+TEST(Events, AnEventWithoutLengthNeedsATransition) {
+    const formats::ReadResult result = read("001  A V C 01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
+                                            "002  B V C 02:00:00:00 02:00:00:00 10:00:01:00 10:00:01:00\n");
+    EXPECT_EQ(drawn(result.edit, 0), "0-24 A@01:00:00:00");
+    EXPECT_THAT(result.warnings, ElementsAre("a.edl: line 2: an event without length that no transition follows; "
+                                             "the event is left out"));
+}
+
 TEST(Events, SeveralListsGiveThePictureTracks) {
     const formats::ReadResult result = read({"001 A B C 01:00:00:00 01:00:02:00 10:00:00:00 10:00:02:00\n",
                                              "001 T V C 05:00:00:00 05:00:01:00 10:00:00:12 10:00:01:12\n",

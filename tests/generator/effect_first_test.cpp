@@ -12,7 +12,7 @@ namespace {
 
 class EffectFirst : public GeneratorTest {
 protected:
-    ~EffectFirst() override { delete_generator_labels(); }
+    ~EffectFirst() override { clear_generator_labels(); }
 
     static EditPtr edit_with(const SourceDescription& source) {
         EditBuilder builder(plain_edit());
@@ -31,10 +31,9 @@ TEST_F(EffectFirst, TheConverterTellsWhyATrackEnds) {
     const Qb::Ptr<Cel> flat = flatten(edit->get_edit_cel_p(0), 3, 1);
     const auto converted = [&](int point) {
         ce_handle handle(flat.get(), point);
-        cut_s* record = nullptr;
+        std::unique_ptr<cut_s> record;
         const convert_result result = convert_event_from_labels(edit, 0, nullptr, handle, record, 1);
         EXPECT_EQ(record != nullptr, result == convert_done);
-        delete record;
         return result;
     };
     EXPECT_EQ(converted(0), convert_done);
@@ -50,11 +49,10 @@ TEST_F(EffectFirst, TheHandleEndsOnTheNextCut) {
     make_generator_labels(*edit, label_key_35mm_4p, -1);
     const Qb::Ptr<Cel> flat = flatten(edit->get_edit_cel_p(0), 3, 1);
     ce_handle handle = flat->get_start_ceh();
-    cut_s* record = nullptr;
+    std::unique_ptr<cut_s> record;
     ASSERT_EQ(convert_event_from_labels(edit, 0, nullptr, handle, record, 1), convert_done);
     EXPECT_STREQ(record->fx_op_out, "DO");
     EXPECT_EQ(handle.index, 4);
-    delete record;
 }
 
 // A list that begins with its transition; the tracks behind it are listed all the same.

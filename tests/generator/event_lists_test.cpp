@@ -13,7 +13,7 @@ namespace {
 
 class EventLists : public GeneratorTest {
 protected:
-    ~EventLists() override { delete_generator_labels(); }
+    ~EventLists() override { clear_generator_labels(); }
 
     /// Another stretch of the source than the event's length.
     static void take_from_source(embedded::CelEvent& event, int in, int out) {
@@ -52,11 +52,10 @@ TEST_F(EventLists, BehindATransitionThatEndsItATrackIsAtItsEnd) {
     make_generator_labels(*edit, label_key_35mm_4p, -1);
     const Qb::Ptr<Cel> flat = flatten(edit->get_edit_cel_p(0), 3, 1);
     ce_handle handle = flat->get_start_ceh();
-    cut_s* record = nullptr;
+    std::unique_ptr<cut_s> record;
     ASSERT_EQ(convert_event_from_labels(edit, 0, nullptr, handle, record, 1), 0U);
     EXPECT_STREQ(record->fx_op_out, "DO");
     EXPECT_EQ(record->fx_len_out, 24);
-    delete record;
     EXPECT_EQ(convert_event_from_labels(edit, 0, nullptr, handle, record, 1), 0x80000000U);
     EXPECT_EQ(record, nullptr);
 }

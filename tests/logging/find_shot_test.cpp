@@ -37,10 +37,10 @@ LogShot* find(LogShotList& list, int start, int end, std::string reel) {
 
 /// One shot after the other, as the table has them.
 LogShot* walk(const LogShotList& list, int start, int end, const std::string& reel) {
-    for (LogShot* shot : list.shots) {
+    for (const auto& shot : list.shots) {
         const long low = shot->start.sample - 30L, high = shot->end.sample + 30L;
         const bool holds = low <= start && start <= high && low <= end && end <= high;
-        if (holds && std::strncmp(reel.c_str(), shot->reel, std::strlen(shot->reel)) == 0) return shot;
+        if (holds && std::strncmp(reel.c_str(), shot->reel, std::strlen(shot->reel)) == 0) return shot.get();
     }
     return nullptr;
 }
@@ -55,7 +55,7 @@ TEST(FindShot, GivesThirtyFramesOfSlack) {
 TEST(FindShot, RaisesTheReelAndComparesItsBeginning) {
     const auto list = list_of({{"ABC", 0, 100}});
     char reel[] = "abc1234";
-    EXPECT_EQ(find_shot(*list, at(0), at(10), reel), list->shots[0]);
+    EXPECT_EQ(find_shot(*list, at(0), at(10), reel), list->shots[0].get());
     EXPECT_STREQ(reel, "ABC1234");
     EXPECT_EQ(find(*list, 0, 10, "AB"), nullptr);
     EXPECT_EQ(find(*list, 0, 10, "XABC"), nullptr);
@@ -71,9 +71,9 @@ TEST(FindShot, AnEmptyReelOfAShotMatchesAll) {
 
 TEST(FindShot, TheFirstOfTheTableWins) {
     const auto list = list_of({{"AB", 0, 1000}, {"A", 400, 600}, {"", 450, 550}, {"AB", 400, 600}});
-    EXPECT_EQ(find(*list, 460, 540, "AB"), list->shots[0]);
-    EXPECT_EQ(find(*list, 460, 540, "AC"), list->shots[1]);
-    EXPECT_EQ(find(*list, 460, 540, "C"), list->shots[2]);
+    EXPECT_EQ(find(*list, 460, 540, "AB"), list->shots[0].get());
+    EXPECT_EQ(find(*list, 460, 540, "AC"), list->shots[1].get());
+    EXPECT_EQ(find(*list, 460, 540, "C"), list->shots[2].get());
 }
 
 TEST(FindShot, LooksAtFifteenCharactersOfAReel) {

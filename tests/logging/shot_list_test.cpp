@@ -180,7 +180,7 @@ TEST_F(Shots, TheFirstRowSettlesTheFilmStandard) {
           {"b", "", "01:00:00:00", "01:00:01:00", "", "KJ12345600123+04", "35mm-3p"}},
          2, 1);
     EXPECT_EQ(list->film_label_type, 25) << "16mm with five digits";
-    for (const LogShot* one : list->shots) {
+    for (const auto& one : list->shots) {
         EXPECT_EQ(one->film_label_type, 25);
         EXPECT_EQ(text_of(one->keycode), "KJ12345600123+04");
     }
@@ -190,7 +190,7 @@ TEST_F(Shots, InkNumbersAloneWillDo) {
     read(full_params, {"name", "start time", "end time", "cam reel", "start inkcode", "film label_std"},
          {{"a", "01:00:00:00", "01:00:01:00", "", "AB120012+03", ""}, {"b", "01:00:00:00", "01:00:01:00", "", "", ""}});
     ASSERT_EQ(list->num_shots, 2);
-    for (const LogShot* one : list->shots)
+    for (const auto& one : list->shots)
         EXPECT_FALSE(one->keycode.is_valid());
     EXPECT_EQ(list->film_label_type, 10);
     EXPECT_EQ(list->shots[0]->inkcode.type(), 43);
@@ -263,7 +263,7 @@ TEST_F(Shots, TheTableMayGoAfterwards) {
     table.reset();
     char reel[] = "vt1";
     const LogShot* found = find_shot(shots, shots.shots[0]->start, shots.shots[0]->end, reel);
-    ASSERT_EQ(found, shots.shots[0]);
+    ASSERT_EQ(found, shots.shots[0].get());
     EXPECT_STREQ(found->film_roll, "cam");
 }
 

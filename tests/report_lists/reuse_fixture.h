@@ -47,7 +47,7 @@ protected:
         return cut;
     }
     Cases cases() {
-        scan.reset(scan_reuse(table, logger));
+        scan = scan_reuse(table, logger);
         return cases_of(*scan);
     }
     std::string flags() const { return flags_of(table); }

@@ -295,7 +295,7 @@ TEST_F(ReuseScanTest, FindsWhatComparingAllPairsFinds) {
         options().butt = *rc::gen::inRange(0, 4);
         options().pull_match_assembly = *rc::gen::inRange(0, 2);
         // Both sort in the same way, so the plain scan runs on a sorted copy.
-        const std::unique_ptr<ReuseScan> made(scan_reuse(fresh, logger));
+        const std::unique_ptr<ReuseScan> made = scan_reuse(fresh, logger);
         recdb copy(fresh, 1);
         for (unsigned record = 0; record < copy.get_num_records(); ++record)
             copy.set_field(record, cf_flags, "");

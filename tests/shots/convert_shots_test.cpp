@@ -17,7 +17,7 @@ protected:
         channel = builder.add_channel(1);
         source = builder.add_source(transfer("vt1"));
     }
-    ~ConvertShots() override { delete_generator_labels(); }
+    ~ConvertShots() override { clear_generator_labels(); }
 
     /// Finishes the edit and converts all that the first channel holds.
     void convert(const Records& rows, const Params& params = log_params(), int long_keycode = -1, int track = 1) {
@@ -28,10 +28,10 @@ protected:
         make_generator_labels(*edit, shots->film_label_type, long_keycode);
         list = flatten(edit->get_edit_cel_p(channel)->simplify(0, false, true), 3, 1);
         ce_handle handle = list->get_start_ceh();
-        cut_s* record = nullptr;
+        std::unique_ptr<cut_s> record;
         while ((ended = convert_event_from_shots(edit, channel, EditBuilder::cues_of(edit), handle, record, shots.get(),
                                                  track)) == convert_done)
-            records.emplace_back(record);
+            records.push_back(std::move(record));
         EXPECT_EQ(record, nullptr);
     }
     void expect_reels(const cut_s& record, const char* src, const char* others) {
@@ -133,7 +133,7 @@ TEST_F(ConvertShots, LongerCountsComeFromTheOption) {
     row[7] = "KJ12345600100+00";
     builder.add_event(channel, event_of(source, 48, 24));
     convert({row}, log_params(), 1);
-    EXPECT_EQ(generator().key_label->type(), 22);
+    EXPECT_EQ(generator().key_label.type(), 22);
     EXPECT_EQ(text_of(records.at(0)->keycode_in), "KJ12345600103+00");
 }
 
@@ -339,7 +339,7 @@ TEST_F(ConvertShots, ATrackThatBeginsWithAnEffectHasNoRecords) {
     while (handle.valid() && !(handle.is_in_point() && handle.get_channel_event().cookie.isEffect()))
         handle.increment(ce_all);
     ASSERT_TRUE(handle.valid());
-    cut_s* record = nullptr;
+    std::unique_ptr<cut_s> record;
     EXPECT_EQ(convert_event_from_shots(edit, channel, nullptr, handle, record, shots.get(), 1), convert_effect_first);
     handle.increment(ce_all);
     EXPECT_EQ(convert_event_from_shots(edit, channel, nullptr, handle, record, shots.get(), 1), convert_out_of_step);
@@ -360,10 +360,9 @@ TEST_F(ConvertShots, KeysFollowTheSourceFrameForFrame) {
         make_generator_labels(*made, log.film_label_type, -1);
         const Qb::Ptr<Cel> cel = flatten(made->get_edit_cel_p(chan)->simplify(0, false, true), 3, 1);
         ce_handle handle = cel->get_start_ceh();
-        cut_s* record = nullptr;
+        std::unique_ptr<cut_s> record;
         RC_ASSERT(convert_event_from_shots(made, chan, nullptr, handle, record, &log, 1) == convert_done);
-        const std::unique_ptr<cut_s> owned(record);
-        delete_generator_labels();
+        clear_generator_labels();
         RC_ASSERT(record->keycode_in.sample == 6400 + 4 * first);
         RC_ASSERT(record->keycode_out.sample == 6400 + 4 * (first + length));
         RC_ASSERT(record->edit_out == length);

@@ -1,0 +1,79 @@
+#pragma once
+// Letters, digits and blanks of ASCII. Films, files and options are named in these, and a list must come out the same
+// in any locale, so neither the library nor its readers ask the C library's `tolower` and its like. All other bytes
+// stand for themselves alone, those of UTF-8 among them. Nothing here allocates or raises an exception.
+
+#include <cstddef>
+#include <string_view>
+
+namespace ascii {
+
+constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
+constexpr bool is_capital(char c) { return c >= 'A' && c <= 'Z'; }
+constexpr bool is_small(char c) { return c >= 'a' && c <= 'z'; }
+constexpr bool is_letter(char c) { return is_capital(c) || is_small(c); }
+/// A blank, a tab, or one of the characters that end a line or a page.
+constexpr bool is_white(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+constexpr char lower(char c) { return is_capital(c) ? static_cast<char>(c - 'A' + 'a') : c; }
+constexpr char upper(char c) { return is_small(c) ? static_cast<char>(c - 'a' + 'A') : c; }
+
+/// Of a terminated text, in place.
+constexpr void make_lower(char* text) {
+    for (; *text; ++text)
+        *text = lower(*text);
+}
+constexpr void make_upper(char* text) {
+    for (; *text; ++text)
+        *text = upper(*text);
+}
+
+/// A copy of any text that holds `char`.
+template <class Text> Text lower_case(Text text) {
+    for (char& c : text)
+        c = lower(c);
+    return text;
+}
+template <class Text> Text upper_case(Text text) {
+    for (char& c : text)
+        c = upper(c);
+    return text;
+}
+
+/// The order of two texts in any case: below 0 where `a` comes first, 0 where they are the same, else above. Letters
+/// count as small ones, bytes as 0 to 255; a text comes ahead of a longer one that begins with it.
+constexpr int compare(std::string_view a, std::string_view b) {
+    const std::size_t common = a.size() < b.size() ? a.size() : b.size();
+    for (std::size_t i = 0; i < common; ++i) {
+        if (a[i] == b[i]) continue;
+        const int difference = static_cast<unsigned char>(lower(a[i])) - static_cast<unsigned char>(lower(b[i]));
+        if (difference != 0) return difference;
+    }
+    return a.size() < b.size() ? -1 : a.size() > b.size();
+}
+
+/// The same text but for the case of its letters.
+constexpr bool same(std::string_view a, std::string_view b) { return a.size() == b.size() && compare(a, b) == 0; }
+
+constexpr bool begins(std::string_view text, std::string_view head) { return same(text.substr(0, head.size()), head); }
+
+/// Where `word` first stands in `text` in any case; `std::string_view::npos` where it doesn't.
+constexpr std::size_t find(std::string_view text, std::string_view word) {
+    for (std::size_t at = 0; at + word.size() <= text.size(); ++at) {
+        if (same(text.substr(at, word.size()), word)) return at;
+    }
+    return std::string_view::npos;
+}
+
+constexpr bool holds(std::string_view text, std::string_view word) { return find(text, word) != text.npos; }
+
+/// Without white space at its ends.
+constexpr std::string_view trimmed(std::string_view text) {
+    while (!text.empty() && is_white(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && is_white(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+} // namespace ascii
