@@ -227,7 +227,7 @@ TEST(Events, ABadDelayLeavesTheWholeEventOut) {
                                             "003  C B C 03:00:00:00 03:00:01:00 10:00:02:00 10:00:03:00\n");
     ASSERT_EQ(result.error, "");
     EXPECT_EQ(drawn(result.edit, 0), "0-24 A@01:00:00:00 | 24-48 black | 48-72 C@03:00:00:00");
-    EXPECT_EQ(drawn(result.edit, 1), "0-24 A@01:00:00:00 | 24-48 black | 48-72 C@03:00:00:00");
+    EXPECT_EQ(drawn(result.edit, 1), "0-24 A@01:00:00:00 | 48-72 C@03:00:00:00");
     EXPECT_THAT(result.warnings, ElementsAre("a.edl: line 3: its delay: frame 24 doesn't exist at 24 a second; "
                                              "the event is left out"));
 }
