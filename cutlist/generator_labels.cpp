@@ -1,7 +1,5 @@
 #include "cutlist/generator_labels.h"
 
-#include <memory>
-
 namespace {
 
 constexpr const char* no_code = "NOCODE";

@@ -8,14 +8,20 @@
 
 namespace ascii {
 
+/// "0" to "9".
 constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
+/// "A" to "Z".
 constexpr bool is_capital(char c) { return c >= 'A' && c <= 'Z'; }
+/// "a" to "z".
 constexpr bool is_small(char c) { return c >= 'a' && c <= 'z'; }
 constexpr bool is_letter(char c) { return is_capital(c) || is_small(c); }
-/// A blank, a tab, or one of the characters that end a line or a page.
+/// A blank, a tab, or one of the characters that end a line or a page; of the C library's `isspace` in the plain locale
+/// all, and no others.
 constexpr bool is_white(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
+/// All but capitals stay.
 constexpr char lower(char c) { return is_capital(c) ? static_cast<char>(c - 'A' + 'a') : c; }
+/// All but small letters stay.
 constexpr char upper(char c) { return is_small(c) ? static_cast<char>(c - 'a' + 'A') : c; }
 
 /// Of a terminated text, in place.
@@ -52,9 +58,10 @@ constexpr int compare(std::string_view a, std::string_view b) {
     return a.size() < b.size() ? -1 : a.size() > b.size();
 }
 
-/// The same text but for the case of its letters.
+/// The same text but for the case of its letters; of one length, then.
 constexpr bool same(std::string_view a, std::string_view b) { return a.size() == b.size() && compare(a, b) == 0; }
 
+/// The text begins with `head` in any case; every text begins with an empty one.
 constexpr bool begins(std::string_view text, std::string_view head) { return same(text.substr(0, head.size()), head); }
 
 /// Where `word` first stands in `text` in any case; `std::string_view::npos` where it doesn't.
@@ -65,9 +72,10 @@ constexpr std::size_t find(std::string_view text, std::string_view word) {
     return std::string_view::npos;
 }
 
+/// `word` stands somewhere in `text` in any case.
 constexpr bool holds(std::string_view text, std::string_view word) { return find(text, word) != text.npos; }
 
-/// Without white space at its ends.
+/// Without white space at its ends; a view into the same text.
 constexpr std::string_view trimmed(std::string_view text) {
     while (!text.empty() && is_white(text.front()))
         text.remove_prefix(1);

@@ -1,5 +1,8 @@
 #pragma once
 // Counted objects and the bases of the host's class trees.
+//
+// All of it is inline and stands on `OS()`, so a host has nothing to define here. Objects that both sides hold are
+// made and freed by one memory service, whichever side does it.
 
 #include "host/os.h"
 
@@ -14,9 +17,13 @@ class iVirtual {
 public:
     virtual ~iVirtual() = default;
 
+    /// `size` bytes from the host, aligned for any object.
     static void* operator new(std::size_t size) { return Qb::allocate_block(size); }
+    /// In memory that is there already; nothing is taken.
     static void* operator new(std::size_t, void* place) noexcept { return place; }
+    /// Back to the host; null is allowed.
     static void operator delete(void* block) noexcept { Qb::free_block(block); }
+    /// For a constructor that fails in place: nothing was taken.
     static void operator delete(void*, void*) noexcept {}
 };
 
@@ -25,9 +32,11 @@ namespace Qb {
 /// The use count of an object that counts its own users.
 class InternalRefCount {
 public:
+    /// The count itself. Only `count_service` changes it, so a host with threads can make that atomic.
     use_count& count() const { return count_; }
 
 private:
+    /// Users of an object that is const count as well.
     mutable use_count count_;
 };
 
@@ -36,9 +45,12 @@ private:
 template <class T> class Ptr {
 public:
     Ptr() = default;
+    /// Holds nothing, as does a default-made one.
     Ptr(std::nullptr_t) {}
 
-    /// Takes the object over, also where that fails.
+    /// Takes the object over as its first holder, also where that fails. It must have been made by `new`, and nobody
+    /// else may delete it or wrap it a second time: the two would count apart. Null makes an empty handle without a
+    /// count.
     explicit Ptr(T* object) {
         if (!object) return;
         std::unique_ptr<T> owned(object);
@@ -50,27 +62,35 @@ public:
         object_ = owned.release();
     }
 
+    /// One holder more.
     Ptr(const Ptr& other) : count_(other.count_), object_(other.object_) { retain(); }
+    /// Takes the other's place; `other` is empty afterwards and the count stays.
     Ptr(Ptr&& other) noexcept
         : count_(std::exchange(other.count_, nullptr)), object_(std::exchange(other.object_, nullptr)) {}
 
+    /// Of a derived class: one holder more of the same object.
     template <class U>
     requires std::is_convertible_v<U*, T*> Ptr(const Ptr<U>& other) : count_(other.count_), object_(other.object_) {
         static_assert(std::has_virtual_destructor_v<T>, "the last holder deletes through T");
         retain();
     }
 
+    /// The last holder deletes the object, then gives the count back.
     ~Ptr() { release(); }
 
+    /// Leaves what it held to its other holders.
     Ptr& operator=(Ptr other) noexcept {
         std::swap(count_, other.count_);
         std::swap(object_, other.object_);
         return *this;
     }
 
+    /// The object, which stays this handle's; null where it holds none.
     T* get() const { return object_; }
+    /// Not for an empty handle, nor is the arrow.
     T& operator*() const { return *object_; }
     T* operator->() const { return object_; }
+    /// True while it holds an object.
     explicit operator bool() const { return object_ != nullptr; }
 
 private:
@@ -85,7 +105,9 @@ private:
         Qb::free_block(count_);
     }
 
+    /// Shared by all holders; null exactly where `object_` is.
     use_count* count_ = nullptr;
+    /// The object that the holders share.
     T* object_ = nullptr;
 };
 

@@ -16,6 +16,7 @@ template <class T> class Ptr;
 
 /// A use count. Hosts may keep it as they like; the library only hands it back to `count_service`.
 struct use_count {
+    /// 0 in a new count: whoever makes the count adds the first user.
     int users = 0;
 };
 
@@ -34,30 +35,34 @@ public:
 class stream {
 public:
     virtual ~stream() = default;
-    /// Appends `count` bytes. Errors aren't reported here; a host that cares keeps them to itself.
+    /// Appends `count` bytes. The library writes a few bytes at a time, often one, so a stream should buffer. Errors
+    /// aren't reported here; a host that cares keeps them to itself.
     virtual void write(const void* data, unsigned int count) = 0;
 };
 
+/// Files that the library writes itself, which are reports. Tables are saved by `recdb`, and read there.
 class file_service {
 public:
     virtual ~file_service() = default;
-    /// Removes the file if it stands there.
+    /// Removes the file if it stands there. There is no result: a file that can't be removed shows when it is opened.
     virtual void remove(LightweightString<wchar_t> path) = 0;
     /// Opens a file for writing from its start, making it or replacing what stands there; null if that
-    /// fails. The four numbers are the host's: the library passes 2, 1, 0, 0 for the report of a cutlist
-    /// and 2, 3, 0, 0 for a change report.
+    /// fails, which ends the run with a message. The four numbers are the host's: the library passes 2, 1, 0, 0 for
+    /// the report of a cutlist and 2, 3, 0, 0 for a change report.
     virtual Qb::Ptr<stream> open(LightweightString<wchar_t> path, int access, int creation, int sharing, int flags) = 0;
 };
 
+/// Who counts users, so that a host with threads can do it its own way.
 class count_service {
 public:
     virtual ~count_service() = default;
     /// One more user.
     virtual void add_ref(use_count& count) = 0;
-    /// One user less; the users that remain.
+    /// One user less; the users that remain. At 0 the caller frees what was counted.
     virtual int release_ref(use_count& count) = 0;
 };
 
+/// The three services together. Each is there from the first call of `OS` on and always the same.
 class operating_system {
 public:
     virtual ~operating_system() = default;
@@ -141,5 +146,6 @@ template <class T> struct host_allocator {
     T* allocate(std::size_t count) { return static_cast<T*>(Qb::allocate_block(count * sizeof(T))); }
     void deallocate(T* block, std::size_t) noexcept { Qb::free_block(block); }
 
+    /// All are alike, so containers take over each other's blocks.
     template <class U> bool operator==(const host_allocator<U>&) const noexcept { return true; }
 };

@@ -1,6 +1,16 @@
 #pragma once
 // Record tables: text records with named fields, header parameters, tags and a sort order, and a text file
 // behind them.
+//
+//     parameters    CUTDB = Rev 22, film label_std = 35mm-4p, ...      names and values, in order
+//     schema        event  track  edit_in  edit_out  ...               columns, numbered from 0
+//     records       1      1      0        48        ...               rows, numbered in the present order
+//     tags            x                                                one a row; a switch shows the tagged alone
+//
+// Every value is text; numbers are read from it and written as it. The library derives its tables from `recdb` and
+// overrides nothing, so the order of the virtual operations is what both sides must share: new ones go to the end. What
+// the library calls is marked nowhere else than in its own sources; a host that serves nobody else may leave the rest
+// empty. What throws ends the run, as all services do.
 
 #include "host/counted.h"
 #include "host/text.h"
@@ -16,6 +26,7 @@ namespace Qb {
 class Guard;
 }
 
+/// What a column holds, by a letter. Values are stored as text whatever the type.
 namespace DBFieldTypes {
 enum eType : std::int32_t { none = 0, text = 'a', timecode = 't' };
 }
@@ -23,11 +34,14 @@ enum eType : std::int32_t { none = 0, text = 'a', timecode = 't' };
 /// One column of a table. A schema is an array of these, closed by an entry without a name; columns are
 /// addressed by their position in it, from 0.
 struct DBFieldDesc {
+    /// May hold blanks; empty in the entry that closes a schema.
     LightweightString<char> name;
+    /// `none` in the entry that closes a schema.
     DBFieldTypes::eType type = DBFieldTypes::none;
 };
 
-/// One row. It belongs to its table.
+/// One row. It belongs to its table and goes with it, or when it is deleted there. Field numbers are those of the
+/// schema.
 class dbrecord {
 public:
     /// The field's text, or null when it has none (an empty one, or no such field).
@@ -42,7 +56,7 @@ public:
     /// Stores a copy; null counts as empty.
     int set_field(int field, const char* value, bool copy);
 
-    /// Copies the fields of a record of the same layout.
+    /// Copies the fields of a record of the same layout; its tag stays where it is.
     dbrecord& operator=(const dbrecord& other);
 
     struct Impl;
@@ -54,8 +68,10 @@ private:
     Impl* impl_;
 };
 
+/// What tables are counted by.
 class RDBBase : public virtual iObject {};
 
+/// Those who watch a table. The library never calls these; they keep their places for the host.
 class NotifierBase : public virtual iVirtual {
 public:
     virtual void deregisterNotification(const IdStamp&) {}
@@ -87,30 +103,41 @@ public:
 
     /// Writes the table to its file, replaced whole or not at all. 0, or -1 when it couldn't be written.
     virtual int save_text();
+    /// Stores the tags where the host keeps them.
     virtual int save_tags();
+    /// Empty records ahead of the one of that number.
     virtual void insert_records(unsigned at, unsigned count);
+    /// As many as there are from `at` on, `count` at most.
     virtual void delete_records(unsigned at, unsigned count);
     /// The number of records removed.
     virtual int delete_tagged_records();
+    /// Of the records that are shown.
     virtual unsigned get_num_records() const;
+    /// Columns of the schema.
     virtual unsigned get_num_fields() const;
     /// Null past the last record. The row is the table's.
     virtual dbrecord* get_record(unsigned index) const;
     /// A free record with all fields empty, owned by the table, for use as a query.
     virtual dbrecord* make_dummy_record();
+    /// A field's text by value; empty for a field or a record that isn't there.
     virtual LightweightString<char> getField(unsigned record, unsigned field) const;
     /// Null when there is no such column.
     virtual const char* get_fieldname(unsigned field) const;
     /// Bytes of the longest text in the column.
     virtual int get_fieldsize(unsigned field) const;
+    /// `none` for a column that isn't there; so below.
     virtual DBFieldTypes::eType get_field_type(unsigned field) const;
     virtual int set_fieldtype(unsigned field, DBFieldTypes::eType type);
     virtual DBFieldTypes::eType get_fieldtype(unsigned field) const;
     /// The first column of that name, or -1.
     virtual int get_fieldnum(const LightweightString<char>& name) const;
+    /// Renames a column; the fields stay.
     virtual int set_fieldname(unsigned field, const char* name);
+    /// Where `save_text` writes to; nothing is done on disc.
     virtual void set_filename(LightweightString<wchar_t> filename);
+    /// Empty for a table that has no file yet.
     virtual LightweightString<wchar_t> get_filename();
+    /// One field alone.
     virtual void set_sortfield(int field);
     /// Most significant first, closed by -1. Read before the call returns.
     virtual void set_sortfields(int* fields);
@@ -120,13 +147,20 @@ public:
     /// bytes, or by their lower-case forms when `fold_case` isn't 0. Numbers are decimal digits without a
     /// leading zero, with or without a minus sign.
     virtual void sort(int ascending, int fold_case);
+    /// `value` 0 takes the tag off, any other puts it on. The record is one of those shown.
     virtual void set_tag(unsigned record, int value);
+    /// On where it was off.
     virtual void invert_tag(unsigned record);
+    /// Of all records, shown or not; so below.
     virtual void set_all_tags(int value);
     virtual void invert_all_tags();
+    /// 1: only tagged records are seen and counted from here on; 0: all are. The order stays.
     virtual void set_show_tags_only(int on);
+    /// The switch as it stands.
     virtual int get_show_tags_only();
+    /// 1 or 0.
     virtual int get_tag(unsigned record);
+    /// Of all records.
     virtual int get_num_tags();
     /// Its non-empty fields become the criteria; a field matches when it begins with its criterion.
     virtual void set_query(dbrecord* query);
@@ -134,12 +168,14 @@ public:
     virtual int tag_matching_records(int add);
     /// Tags the first record of each value of the field and no others. The number tagged.
     virtual int tag_all_different(int field);
+    /// Sets a field of a record that is shown: "1" or "0", decimal text, or the text itself.
     virtual int set_field(unsigned record, unsigned field, bool value);
     virtual int set_field(unsigned record, unsigned field, double value);
     virtual int set_field(unsigned record, unsigned field, int value);
     virtual int set_field(unsigned record, unsigned field, const char* value);
     /// Stores the cookie's text in the field of the first record.
     virtual int set_field(unsigned field, const Cookie& value);
+    /// Reads a field of a record that is shown; -1 leaves the target as it was.
     virtual int in_field(unsigned record, unsigned field, bool& value) const;
     virtual int in_field(unsigned record, unsigned field, double& value) const;
     virtual int in_field(unsigned record, unsigned field, int& value) const;
@@ -148,15 +184,19 @@ public:
     virtual int add_records(int count);
     /// Replaces the value in place when the table holds the name.
     virtual int add_param(const char* name, const char* value);
+    /// The same as `add_param`, without a result.
     virtual void set_param_val(const char* name, const char* value);
     /// Null when the table has no such parameter.
     virtual const char* get_param_val(const char* name) const;
     /// The first record at or behind `from` whose field of that name has that text, or -1.
     virtual int findFirst(const char* field, const char* value, int from);
+    /// What `sort` would do, for a host that sorts later.
     virtual void sortPrepare(int ascending, int fold_case);
+    /// 1 where the record fits the query, else 0.
     virtual int match_record(int record) const;
     /// The place of a record in the order in which records were made, or -1.
     virtual int baseIndex(int record);
+    /// Not 0 when the table was made from a schema, or read without fault; a derived table may think otherwise.
     virtual int get_valid() const;
 
     /// The record of that index; the free record of `make_dummy_record` past the end.

@@ -1,12 +1,16 @@
 #pragma once
 // Settings, messages, dates, paths and the other base services of the host.
+//
+// All of it is called on the thread that called the library. Nothing reports an error but by what is said below; what
+// throws ends the run, as all services do.
 
 #include "host/text.h"
 
 #include <cstdint>
 
 /// A block of keyed settings. Every form returns -1 and leaves its target alone when the key is absent, and
-/// 0 otherwise; a caller that wants a default sets it first.
+/// 0 otherwise; a caller that wants a default sets it first. The library asks for each key as
+/// its tables of keys spell it. A block is the host's and is read during a call only.
 class configb {
 public:
     virtual ~configb() = default;
@@ -19,15 +23,24 @@ public:
     virtual int in(const LightweightString<char>& key, strp_field& value) const = 0;
 };
 
-/// A host-wide setting; `fallback` when it isn't set, otherwise kept within `lowest` to `highest`.
+/// A host-wide setting; `fallback` when it isn't set, otherwise kept within `lowest` to `highest`. The library asks for
+///
+///     "allow_auto_unrender"              1 unless set; 0: rendered material is listed as it stands
+///     "audio_cutlist_24P"                0 unless set; not 0: the timecode list shows 24-frame timecode
+///     "audio_cutlist_by_timecode_test"   0 unless set; not 0: sound gets the timecode list alone
 int config_int(const char* key, int fallback, int lowest, int highest);
 
 /// Where messages go. The library never looks at what becomes of one.
 class LoggerBase {
 public:
     virtual ~LoggerBase() = default;
-    /// One line, with or without a line end. Levels: 0 progress and what may be read past, 2 and 5 one
-    /// message each, 4 a message that ends a run.
+    /// One line, with or without a line end, in the user's language where it comes from `resourceStrW` and else in
+    /// English. Levels:
+    ///
+    ///     0   progress, and warnings and errors that may be read past: nearly all
+    ///     2   an event with a key number below zero that the scan for re-use leaves out
+    ///     4   a message that ends the run, told once
+    ///     5   the long part of a changelist begins
     virtual void message(const LightweightString<wchar_t>& text, int level) = 0;
     /// A line by the rules of `printf`, of at most 1023 bytes (a longer one is cut). It goes to `message`
     /// at level 0.
@@ -38,16 +51,20 @@ class LoggerHandle : public LoggerBase {};
 
 /// The number of a message text of the host.
 using ResId = int;
+/// The form of a message text. The library asks for `heading` for the name of black alone.
 enum class ResStrFmt : int { plain = 0, heading = 1 };
 
+/// The text of a message in the user's language; empty for a number without one. Where it holds "$FILE$", the library
+/// puts the name of a file there.
 LightweightString<wchar_t> resourceStrW(ResId id);
 LightweightString<wchar_t> resourceStrW(ResId id, ResStrFmt format);
 
 /// A date as reports print it.
 class date_def {
 public:
+    /// The beginning of the epoch.
     date_def() { convert(0); }
-    /// Sets the date from seconds since the epoch.
+    /// Sets the date from seconds since the epoch; 0 is a date like others.
     void convert(std::int64_t seconds);
     /// Local time as "21 November 2026 13:45:07", the day without a leading zero. Owned by this date.
     const char* get_named_date() const { return named_; }
@@ -62,49 +79,61 @@ std::int64_t present_time();
 LightweightString<char> timeAsString(unsigned int seconds, bool flag);
 
 namespace iSettings {
+/// Which directory of tables is meant; the library asks for that of the templates of logs alone.
 enum eType : int { record_tables = 1 };
-}
+} // namespace iSettings
 
+/// Where the working files of a changelist go; must be writable. With or without a separator at its end, as `joinPaths`
+/// takes both.
 const LightweightString<wchar_t>& getListsDirectory();
 /// Ends with a path separator.
 const LightweightString<wchar_t>& getRDBDirectory(iSettings::eType kind);
+/// A path from a directory and a name, with one separator between.
 LightweightString<wchar_t> joinPaths(const LightweightString<wchar_t>& left, const LightweightString<wchar_t>& right);
 /// The path without its last extension and the point; unchanged when the name has none.
 LightweightString<wchar_t> stripExtension(const LightweightString<wchar_t>& path);
+/// True where a file stands there; a directory is none.
 bool fileExists(const LightweightString<wchar_t>& path);
 
-/// Brackets a long run, so that the host's watchdog knows the thread is busy. Calls come in pairs.
+/// Brackets a long run, so that the host's watchdog knows the thread is busy. Calls come in pairs: a changelist begins
+/// once and ends once on each way out.
 class SystemWatchdog {
 public:
     static void beginLifeSupport();
     static void endLifeSupport();
 };
 
-/// Debug output of the host.
+/// Debug output of the host, by the rules of `printf`. The library calls it only while a switch of its generator is on,
+/// which no option turns on.
 void trace_printf(const char* format, ...);
 
-/// The reader side of a shared lock.
+/// The reader side of a shared lock. The library holds it while it reads one stored value of an edit, never longer and
+/// never twice.
 class SharedMutex {
 public:
     void enterAsReader();
+    /// The result is the host's; the library doesn't look at it.
     bool leaveAsReader();
 
 private:
+    /// Threads that read at the moment.
     int readers_ = 0;
 };
 
 class ArrayRec;
 
-/// The host's container of records.
+/// The host's container of records, which it owns: it deletes them when it goes. Indexes count from 0.
 class Array {
 public:
     Array() = default;
     Array(const Array&) = delete;
     Array& operator=(const Array&) = delete;
     virtual ~Array();
+    /// For the host's eyes: all records, one behind the other.
     virtual void printOn(GrowString& out) const;
     /// Takes the record over and puts it at `index`.
     virtual void insertDatum(ArrayRec* record, unsigned index);
+    /// Takes the record over and puts it at the end, whatever the order.
     virtual void appendDatum(ArrayRec* record);
     /// Deletes the record at `index` and takes the new one over in its place.
     virtual void replaceDatum(unsigned index, ArrayRec* record);
@@ -117,6 +146,7 @@ public:
     void add(ArrayRec* record);
 
     unsigned size() const { return static_cast<unsigned>(records_.size()); }
+    /// The record stays the container's; `index` must be below `size`.
     ArrayRec* operator[](unsigned index) const { return records_[index]; }
 
 private:
@@ -124,6 +154,7 @@ private:
     bool sorted_ = false;
 };
 
+/// A record of an `Array`. A derived one says how it compares and how it prints.
 class ArrayRec {
 public:
     virtual ~ArrayRec() = default;

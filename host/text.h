@@ -1,5 +1,9 @@
 #pragma once
 // The host's text values and the small operations on them.
+//
+// Texts of both widths pass between the library and its host by value. Their memory comes from `OS()->memory()` and
+// their use counts go through `OS()->counts()`, so either side may free what the other made. Offsets and lengths count
+// characters of the type, bytes for `char`; nothing here knows about letters.
 
 #include "host/os.h"
 
@@ -20,15 +24,21 @@
 template <class T> class LightweightString {
 public:
     LightweightString() = default;
+    /// A copy of a zero-terminated text; null makes an empty one.
     LightweightString(const T* text) : LightweightString(view_of(text)) {}
+    /// A copy of `length` characters, which may hold zeros. `text` may be null where `length` is 0.
     LightweightString(const T* text, std::size_t length) : LightweightString(std::basic_string_view<T>(text, length)) {}
+    /// A copy of what the view shows.
     explicit LightweightString(std::basic_string_view<T> text) { assign(text); }
 
+    /// One user more of the same block; no characters are copied.
     LightweightString(const LightweightString& other) : count_(other.count_), block_(other.block_) {
         if (block_) OS()->counts().add_ref(*count_);
     }
+    /// Takes the block over; `other` is empty afterwards.
     LightweightString(LightweightString&& other) noexcept
         : count_(std::exchange(other.count_, nullptr)), block_(std::exchange(other.block_, nullptr)) {}
+    /// The last user frees the block.
     ~LightweightString() { drop(); }
 
     LightweightString& operator=(LightweightString other) noexcept {
@@ -42,8 +52,10 @@ public:
         static constexpr T empty[1] = {};
         return block_ ? block_->characters : empty;
     }
+    /// Characters without the closing zero.
     std::size_t size() const { return block_ ? block_->length : 0; }
     bool empty() const { return size() == 0; }
+    /// The characters, good while this value lives unchanged.
     std::basic_string_view<T> view() const { return {c_str(), size()}; }
 
     /// Reuses the block if nobody else holds it and the text fits; otherwise leaves it to its other users.
@@ -62,6 +74,7 @@ public:
         }
     }
 
+    /// Makes a new block each time; other users of the old one keep it. `more` may lie in this text.
     LightweightString& operator+=(std::basic_string_view<T> more) {
         if (more.empty()) return *this;
         LightweightString joined;
@@ -73,6 +86,7 @@ public:
     }
     LightweightString& operator+=(const LightweightString& more) { return *this += more.view(); }
 
+    /// The same characters, in the same case.
     friend bool operator==(const LightweightString& a, const LightweightString& b) { return a.view() == b.view(); }
     friend LightweightString operator+(const LightweightString& a, const LightweightString& b) {
         LightweightString joined(a);
@@ -84,8 +98,10 @@ public:
 
 private:
     struct Block {
+        /// Right behind this head, zero-terminated.
         T* characters;
         std::uint32_t length;
+        /// Characters that fit, the closing zero among them.
         std::uint32_t capacity;
         use_count users;
     };
@@ -115,25 +131,30 @@ private:
         block_->characters[length] = T();
         block_->length = static_cast<std::uint32_t>(length);
     }
+    /// Gives up this user's share.
     void drop() {
         if (block_ && Qb::release_last(*count_)) Qb::free_block(block_);
     }
 
+    /// Points into the block; null exactly where `block_` is.
     use_count* count_ = nullptr;
+    /// Null for an empty text.
     Block* block_ = nullptr;
 };
 
-/// The host's growing list.
+/// The host's growing list, on the host's memory. Indexes from 0.
 template <class T> using Vector = std::vector<T, host_allocator<T>>;
 
-/// A set of characters.
+/// A set of characters of one byte.
 class isset {
 public:
+    /// Of all bytes of a zero-terminated text; the zero is no member.
     explicit isset(const char* members);
     /// Non-zero if `c` is a member.
     int operator()(unsigned char c) const;
 
 private:
+    /// By byte.
     bool member_[256] = {};
 };
 
@@ -141,7 +162,9 @@ private:
 class strp_field {
 public:
     strp_field() = default;
+    /// Zero-terminated, never null, good until the next `fill`.
     operator const char*() const { return text_.c_str(); }
+    /// For the host's `configb::in`.
     void fill(const LightweightString<char>& text) { text_ = text; }
 
 private:
@@ -151,7 +174,9 @@ private:
 /// A text that grows by appending.
 class GrowString {
 public:
+    /// Adds a zero-terminated text at the end; the same object, so that calls can follow each other.
     GrowString& append(const char* text);
+    /// Good until the next `append`.
     const char* c_str() const { return text_.c_str(); }
     std::size_t size() const { return text_.size(); }
 
@@ -160,14 +185,20 @@ private:
 };
 
 // Bytes that aren't UTF-8 pass through both conversions unchanged.
+/// Wide text, a character each, as UTF-8.
 LightweightString<char> toUTF8(const LightweightString<wchar_t>& text);
 /// `length` -1 means zero-terminated; null counts as empty.
 LightweightString<wchar_t> fromUTF8(const char* text, int length);
+/// The same of a counted text.
 LightweightString<wchar_t> fromUTF8(const LightweightString<char>& text);
+/// Decimal, with a minus sign below 0 and no leading zeros.
 LightweightString<char> StringFromInteger(int value);
 
 namespace Qb {
+/// Widens a zero-terminated text; null counts as empty.
 LightweightString<wchar_t> WStringFromAscii(const char* text);
+/// Decimal, as above.
 LightweightString<wchar_t> WStringFromInteger(std::int64_t value);
+/// Fills `count` bytes; nothing where `count` is 0, whatever `target` is.
 void Memset(void* target, unsigned char value, unsigned int count);
 } // namespace Qb

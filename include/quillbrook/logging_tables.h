@@ -27,20 +27,23 @@ enum fdb_error : std::int32_t {
 /// state of the last load. The setters also write the header.
 class QUILLBROOK_API loggingdb : public recdb {
 public:
+    /// A table with the same rows, header and state. Nothing is shared, and the file on disc stays with both names.
     loggingdb(const loggingdb& other);
     loggingdb& operator=(const loggingdb& other);
     ~loggingdb() override;
 
     /// The header's "Title".
     void set_title(char* text);
+    /// The standard of the picture's timecode, "label_std".
     void set_vid_std(TCInf std);
-    /// A standard that isn't set leaves the header as it was.
+    /// That of the sound's, "snd label_std". A standard that isn't set leaves the header as it was.
     void set_snd_std(TCInf std);
-    /// Values of 0 and below leave the header as it was.
+    /// The quality of the picture, "pic qual". Values of 0 and below leave the header as it was.
     void set_picqual(int value);
-    /// Not kept in the header.
+    /// The channels that were logged. Not kept in the header.
     void set_chans(const ChannelMask& mask);
 
+    /// Of the last load, or of the last `add_any_recdb`.
     fdb_error get_error();
     /// At most 127 characters, for the host to show; the table's own.
     const char* get_error_message();
@@ -48,13 +51,17 @@ public:
     int get_revision();
 
 protected:
+    /// Reads a table of at most `max_records` rows; `get_valid` is 0 where that fails.
     loggingdb(const LightweightString<wchar_t>& name, int max_records);
+    /// An empty table of that schema, which must outlive it.
     explicit loggingdb(DBFieldDesc* fields);
 
     /// The state and the header of a new table, which isn't valid yet.
     void init();
     void set_param(const char* key, const char* value);
+    /// Into the header as decimal text.
     void add_int_param(const char* key, int value);
+    /// Into the header as the standard's text.
     void add_std(const char* key, TCInf std);
     /// The table can't be trusted any more.
     void fail();
@@ -69,9 +76,13 @@ protected:
     /// Empties a text that can't be a timecode. 1 if that was for a character that no timecode has, else 0.
     static int tc_clean(char* text);
 
+    // What the setters set and a load finds; the header holds the same as text.
+
+    /// 0 before `init` or a load.
     std::int32_t revision = 0;
     TCInf vid_std{Qb::frame_rate_25, 0};
     TCInf snd_std{Qb::frame_rate_25, 0};
+    /// 0: not known.
     std::int32_t picqual = 0;
     ChannelMask chans{0};
     fdb_error error = fdb_ok;
@@ -88,6 +99,7 @@ public:
     filmdb(const LightweightString<wchar_t>& name, const LightweightString<wchar_t>& tableName);
     /// Loads a table of at most 32,000 rows. Look at `get_valid`, then at `get_error`.
     explicit filmdb(const LightweightString<wchar_t>& name);
+    /// As of the base, with all that concerns film.
     filmdb(const filmdb& other);
     filmdb& operator=(const filmdb& other);
     ~filmdb() override;
@@ -105,10 +117,13 @@ public:
 
     /// A standard that isn't set leaves the header as it was.
     void set_cam_std(TCInf std);
+    /// The gauge, "film label_std"; `gauge_unset` leaves the header as it was.
     void set_film_std(film_gauge gauge);
     /// Film frames a second.
     void set_film_rate(double rate);
+    /// True: timecodes were made from film, frame for frame or by pulldown.
     void set_film_origin(bool on);
+    /// True: film frames were spread over video frames, so the phase counts.
     void set_pulldown(bool on);
     /// The phase at midnight. The header takes it only while pulldown is on.
     void set_sequence(int value);
@@ -124,11 +139,16 @@ protected:
     /// Makes an upper-case film label prefix of exactly 8 characters. The buffer holds at least 9.
     static void fix_prefix(char* text);
 
+    // As in the base.
+
     film_gauge film_std = gauge_unset;
     TCInf cam_std{Qb::frame_rate_25, 0};
+    /// 1 or 0, as is `pulldown`.
     std::int32_t film_origin = 0;
     std::int32_t pulldown = 0;
+    /// Phase at midnight, from 0.
     std::int32_t sequence = 0;
+    /// Film frames a second; 0: not known.
     double film_rate = 0.0;
     /// What the table was made from; nothing here reads it.
     LightweightString<wchar_t> source_name;
