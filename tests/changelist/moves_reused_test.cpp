@@ -41,6 +41,18 @@ TEST_F(ReusedMaterialTest, ATailInAnOldEventIsFoundFromItsStart) {
     EXPECT_EQ(found(), Lines{"KJ1234560102+00-KJ1234560102+15 x16"});
 }
 
+TEST_F(ReusedMaterialTest, FilmThatBeginsWithTheOldEventHasItsInkNumber) {
+    ChangeRecord old_event = record("", "KJ1234560101+00", 20);
+    ChangeRecord wanted = inserted({1, 0}, 10, "KJ1234560101+00");
+    for (ChangeRecord* row : {&old_event, &wanted})
+        row->inkcode_in = LabelPoint(row == &wanted ? 400 : 800, label_t_to_ink_label_t(label_key_35mm_4p));
+    add_to(old_events, old_event);
+    add(wanted);
+    EXPECT_EQ(found(), Lines{"KJ1234560101+00-KJ1234560101+09 x10"});
+    LabelPoint ink = old_event.inkcode_in;
+    EXPECT_EQ(field(reused, 0, hf_inkcode_in), ink.get_string());
+}
+
 TEST_F(ReusedMaterialTest, WhatRemainsOnBothSidesIsLookedForToo) {
     add_old("KJ1234560104+00", 4);
     add_old("KJ1234560100+00", 8);

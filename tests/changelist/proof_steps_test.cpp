@@ -192,6 +192,19 @@ TEST_F(Proof, TellsFilmAtASpeedOfItsOwnByOneFrameOfTheCut) {
     EXPECT_FALSE(prove_steps(run, {}).proved);
 }
 
+TEST_F(Proof, TellsSpeedsThatDifferByMoreThanAHundredth) {
+    Film fast = shot(1, 'A', 2);
+    fast.speed = 2.0;
+    Film nearly = fast;
+    nearly.speed = 2.009;
+    Film faster = fast;
+    faster.speed = 2.02;
+    make({fast}, {nearly});
+    EXPECT_TRUE(prove_steps(run, {}).proved);
+    make({fast}, {faster});
+    EXPECT_FALSE(prove_steps(run, {}).proved);
+}
+
 TEST_F(Proof, TellsPlainFilmToThePerforation) {
     make({shot(1, 'A', 10)}, {shot(1, 'A', 10)});
     run.new_cut[0].key_in += 1;

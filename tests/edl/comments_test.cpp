@@ -92,6 +92,9 @@ TEST(Comments, KeyNumberPatterns) {
          {"A001C004_130917", "XKJ 29 1234 5678+00", "KJ 29 1234", "TC 01:00:00:00", "", "KJ 29 1234 5678901"})
         EXPECT_EQ(text(comment), "") << comment;
     EXPECT_FALSE(find_key_number("VF123456 7890", true));
+    EXPECT_FALSE(find_key_number("KJ123456 789+01", true)) << "a count has four digits at least";
+    EXPECT_TRUE(find_key_number("KJ123456 123456+01", true));
+    EXPECT_FALSE(find_key_number("KJ123456 1234567+01", true)) << "and six at most";
     EXPECT_TRUE(find_key_number("VF123456 7890+01", true));
 }
 

@@ -1,5 +1,6 @@
 // What becomes of each kind of event.
 
+#include "formats/edl/edl_tracks.h"
 #include "tests/edl/listed_edit.h"
 
 #include <gmock/gmock.h>
@@ -135,6 +136,36 @@ TEST(Events, KeysAreASecondTrack) {
     EXPECT_EQ(read(keyed).edit->getNumChans(), 2);
 }
 
+TEST(Events, AKeyGoesOutInOneWordOrTwo) {
+    std::string two = keyed;
+    two.replace(two.find("KO "), 3, "K O");
+    EXPECT_EQ(channel(two, 1), channel(keyed, 1));
+}
+
+TEST(Events, KeyThatFadesOutInNoTimeEndsWithACut) {
+    EXPECT_EQ(channel("001  A V K B     01:00:00:00 01:00:04:00 10:00:00:00 10:00:04:00\n"
+                      "001  T V K   012 05:00:00:00 05:00:02:00 10:00:01:00 10:00:03:00\n"
+                      "002  T V KO  000 05:00:02:00 05:00:02:00 10:00:03:00 10:00:03:00\n",
+                      1),
+              "24-24 black | 24-36 diss | 36-72 T@05:00:00:12");
+}
+
+TEST(Events, AnEventNeedsNoReel) {
+    const formats::ReadResult result = read("001  V C 01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n");
+    EXPECT_THAT(result.warnings, IsEmpty());
+    EXPECT_EQ(drawn(result.edit, 0), "0-24 @01:00:00:00");
+    EXPECT_EQ(reel_at(result.edit, 0, 0), "");
+}
+
+TEST(Events, TheOnlyLineOfAnEventIsWhatItGoesToAsWell) {
+    EXPECT_EQ(channel("001  A V C 01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
+                      "* TO FILE: pass.mov\n"),
+              "0-24 pass@01:00:00:00");
+    EXPECT_EQ(channel("001  A V C 01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
+                      "* TO CLIP NAME: Pass\n"),
+              "0-24 Pass@01:00:00:00");
+}
+
 TEST(Events, KeyWithoutAFadeIsACutOnTheSecondTrack) {
     EXPECT_EQ(channel("001  A V K B     01:00:00:00 01:00:02:00 10:00:00:00 10:00:02:00\n"
                       "001  T V K   000 05:00:00:00 05:00:01:00 10:00:01:00 10:00:02:00\n",
@@ -267,6 +298,14 @@ TEST(Events, OverlapsCutWhatIsThere) {
     EXPECT_THAT(result.warnings,
                 ElementsAre(Warning(WarningKind::dropped,
                                     "a.edl: line 1: cut by 24 frames, as line 2 is recorded over its end")));
+}
+
+TEST(Events, ADayHasAllFramesButThoseThatAreDropped) {
+    using formats::edl::frames_of_day;
+    EXPECT_EQ(frames_of_day(*embedded::nearest_rate(25), false), 2160000);
+    EXPECT_EQ(frames_of_day(*embedded::nearest_rate(29.97), false), 2592000);
+    EXPECT_EQ(frames_of_day(*embedded::nearest_rate(29.97), true), 2589408);
+    EXPECT_EQ(frames_of_day(*embedded::nearest_rate(59.94), true), 5178816);
 }
 
 TEST(Events, ProgrammesRunOverMidnight) {

@@ -1,5 +1,6 @@
 // Import of Keylog files.
 
+#include "logging/keylog_columns.h"
 #include "quillbrook/keylog.h"
 #include "tests/logging/film_tables.h"
 #include "tests/logging/keylog_text.h"
@@ -150,6 +151,21 @@ TEST_F(Keylog, ATMarksRowsOfDropFrame) {
     EXPECT_EQ(field(4, 1), "29.97fps");
     EXPECT_EQ(field(19, 1), "1:2;3");
     EXPECT_EQ(field(20, 1), "29.97df");
+}
+
+TEST(KeylogStandards, EachNameHasItsRate) {
+    const auto standard = [](const char* name) {
+        const TCInf found = keylog_tv_standard(name);
+        return std::to_string(found.rate) + (found.drop ? " drop" : "");
+    };
+    EXPECT_EQ(standard("pal"), "3");
+    EXPECT_EQ(standard("ntsc"), "5");
+    EXPECT_EQ(standard("ntsc_drop_frame"), "5 drop");
+    EXPECT_EQ(standard("pal_24"), "2");
+    EXPECT_EQ(standard("ntsc_24"), "2");
+    EXPECT_EQ(standard("ntsc_drop_frame_24"), "2 drop");
+    EXPECT_EQ(standard("PAL"), "0");
+    EXPECT_EQ(standard(""), "0");
 }
 
 TEST_F(Keylog, TakesTheReelFromTheComments) {

@@ -65,6 +65,24 @@ TEST(Delimited, QuotedCellsHoldDelimitersQuotesAndLineEnds) {
     EXPECT_EQ(log.rows[2].line, 5);
 }
 
+TEST(Delimited, AColumnThatStandsTwiceIsToldAtTheHeader) {
+    const Log log = read_csv("Name,Start,End,Start TC,Start\na,01:00:00:00,01:00:01:00,,\n");
+    EXPECT_THAT(log.warnings, ElementsAre(HasSubstr("day.csv:1:1: column \"Start\" stands twice")));
+}
+
+TEST(Delimited, TheRateOfARowSaysThatItDropsFrames) {
+    const std::string rows = "Name,Start,End,FPS\na,01:00:00:02,01:00:01:00,29.97df\nb,01:00:02:00,01:00:03:00,29.97\n";
+    const Log own = read(rows, "day.csv");
+    ASSERT_EQ(own.rows.size(), 2u);
+    EXPECT_TRUE(own.rows[0].standard.drop);
+    EXPECT_FALSE(own.rows[1].standard.drop);
+    LogOptions options;
+    options.rate = embedded::nearest_rate(29.97);
+    const Log told = read(rows, "day.csv", options);
+    ASSERT_EQ(told.rows.size(), 2u);
+    EXPECT_FALSE(told.rows[0].standard.drop) << "who is told the rate asks no row for it";
+}
+
 TEST(Delimited, QuoteThatIsNotClosedIsToldAndKeepsItsRow) {
     const Log log = read_csv("Name,Start,End\n\"6 foot,01:00:00:00,01:00:01:00\nb,01:00:02:00,01:00:03:00\n");
     EXPECT_THAT(log.warnings, ElementsAre(HasSubstr("day.csv:2:1: a quote isn't closed")));

@@ -1,5 +1,6 @@
 // FLEx files: records in fixed columns, found again where they have drifted.
 
+#include "formats/logs/fixed_fields.h"
 #include "tests/logs/log_texts.h"
 
 using namespace formats;
@@ -97,6 +98,44 @@ void expect_whole_row(const Log& log) {
 
 TEST(Flex, WholeTake) { expect_whole_row(read_flex(head + whole_take())); }
 
+TEST(Flex, FieldsThatFillTheirPlaceAreReadWhole) {
+    const std::string script = std::string(69, 's') + "T";
+    const std::string take =
+        placed({{0, "100 Edit"}, {14, "to"}, {17, "ABCDEFGHIJK"}, {29, "Field"}, {35, "B2"}, {38, "NTSC"}});
+    const std::string slate = placed({{0, "110 Scene"},
+                                      {10, "SCENE-12"},
+                                      {19, "Take"},
+                                      {24, "TAKE-345"},
+                                      {33, "Cam Roll"},
+                                      {42, "CAMERA-7"},
+                                      {51, "Sound"},
+                                      {57, "SOUND-89"},
+                                      {66, "11:12:13:14.0"}});
+    const std::string film = placed({{0, "200"},
+                                     {10, "16"},
+                                     {19, "LABROLL9"},
+                                     {38, "000007+08"},
+                                     {48, "Key"},
+                                     {58, "KJ123456"},
+                                     {67, "008845+02"}});
+    const std::string picture =
+        placed({{0, "300"}, {29, "At"}, {32, "01:00:00:05.0"}, {46, "For"}, {50, "00:00:05:00.0"}});
+    const Log log = read_flex(take + "\n" + slate + "\n" + placed({{0, "120 Scrpt"}, {10, script}}) + "\n" + film +
+                              "\n" + picture + "\n");
+    EXPECT_EQ(log.error, "");
+    ASSERT_EQ(log.rows.size(), 1u);
+    const LogRow& row = log.rows[0];
+    EXPECT_EQ(row[LogField::reel], "ABCDEFGHIJK");
+    EXPECT_EQ(row[LogField::scene], "SCENE-12");
+    EXPECT_EQ(row[LogField::take], "TAKE-345");
+    EXPECT_EQ(row[LogField::cam_reel], "CAMERA-7");
+    EXPECT_EQ(row[LogField::snd_reel], "SOUND-89");
+    EXPECT_EQ(row[LogField::snd_start], "11:12:13:14");
+    EXPECT_EQ(row[LogField::description], script);
+    EXPECT_EQ(row[LogField::lab_reel], "LABROLL9");
+    EXPECT_EQ(row.film, 11);
+}
+
 TEST(Flex, AnyLineEnds) {
     std::string text = head + whole_take();
     for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 2))
@@ -123,6 +162,15 @@ TEST(Flex, TabsAreExpanded) {
     EXPECT_EQ(log.rows[0][LogField::scene], "7");
 }
 
+TEST(Flex, ATabGoesToTheNextEighthPlace) {
+    const PlacedLine line("a\tb2345678\tc\t\td");
+    EXPECT_EQ(line.cell(0, 8).text, "a");
+    EXPECT_EQ(line.cell(8, 24).text, "b2345678");
+    EXPECT_EQ(line.cell(24, 25).text, "c");
+    EXPECT_EQ(line.cell(40, 41).text, "d");
+    EXPECT_EQ(line.length(), 41U);
+}
+
 TEST(Flex, OnlyTheTakeRecordIsNeeded) {
     const Log log = read_flex(take_record("PAL") + "\n" + take_record("PAL") + "\n" + picture_record() + "\n");
     ASSERT_EQ(log.rows.size(), 2u);
@@ -138,6 +186,13 @@ TEST(Flex, RecordsThatAreNotReadAreToldOnce) {
     EXPECT_EQ(log.rows.size(), 1u);
     EXPECT_THAT(log.warnings, ElementsAre(HasSubstr("day.flx:6:1: records 111 aren't read"),
                                           HasSubstr("day.flx:9:1: a line without a code")));
+}
+
+TEST(Flex, RecordsThatSayNothingOfFilmArePassedOver) {
+    for (const int code : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 13, 101, 500, 600, 701, 702}) {
+        const std::string digits = std::to_string(1000 + code).substr(1);
+        EXPECT_THAT(read_flex(whole_take() + digits + " of no use\n").warnings, IsEmpty()) << digits;
+    }
 }
 
 TEST(Flex, BadFieldsAreToldWithTheirPlace) {

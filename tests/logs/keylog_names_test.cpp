@@ -83,6 +83,25 @@ TEST(KeylogNames, StandardsLineNamesFilmRateAndReel) {
     EXPECT_TRUE(row_of(keylog::standards("35", "4", "NTSC_DROP_FRAME", "")).standard.drop);
 }
 
+TEST(KeylogNames, EachNameOfAStandardHasItsRate) {
+    struct Named {
+        const char* name;
+        int rate;
+        bool drop;
+    };
+    for (const Named& one : {Named{"PAL", 3, false},
+                             {"NTSC", 5, false},
+                             {"NTSC_DROP_FRAME", 5, true},
+                             {"PAL_24", 2, false},
+                             {"NTSC_24", 2, false},
+                             {"NTSC_DROP_FRAME_24", 2, false}}) {
+        const Log log = read_keylog(file_of(keylog::standards("35", "4", one.name, "VTR 1"), {record()}));
+        ASSERT_EQ(log.rows.size(), 1u) << one.name;
+        EXPECT_EQ(log.rows[0].standard.rate, one.rate) << one.name;
+        EXPECT_EQ(log.rows[0].standard.drop != 0, one.drop) << one.name;
+    }
+}
+
 TEST(KeylogNames, DropFrameOfARow) {
     std::vector<keylog::Place> places = record_places;
     places.push_back(at(keylog::vttc_drop, "T"));

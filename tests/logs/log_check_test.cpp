@@ -46,6 +46,13 @@ TEST(LogCheck, NothingIsWrongWithGoodRows) {
     EXPECT_THAT(check_log({}), IsEmpty());
 }
 
+TEST(LogCheck, AnInkNumberStandsInForAKeyNumber) {
+    const Cells with_ink{"Name", "Tape", "Start", "End", "KN Start", "Ink Number"};
+    const Cells keyed{"a", "003", "01:00:00:00", "01:00:10:00", "KJ123456 1000+00", ""};
+    const Cells inked{"b", "003", "01:00:10:00", "01:00:20:00", "", "042 1234+05"};
+    EXPECT_THAT(check_log(read(ale({"FPS\t24", "FILM_FORMAT\t35mm,4perf"}, with_ink, {keyed, inked})).rows), IsEmpty());
+}
+
 TEST(LogCheck, FaultyTimecodes) {
     expect_found(with(next, 2, "01:00:99:00"), LogProblem::faulty_timecode, "start \"01:00:99:00\"");
     expect_found(with(next, 3, "x"), LogProblem::faulty_timecode, "end \"x\"");

@@ -112,6 +112,27 @@ TEST(LogTable, SavedTableReadsBackAsItsRows) {
               2 + std::count(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(place), '\n'));
 }
 
+TEST(LogTable, AWordThatBeginsWithYesOrOneIsPulldown) {
+    for (const auto& [word, on] : std::map<std::string, bool>{{"Y", true},
+                                                              {"y", true},
+                                                              {"yes", true},
+                                                              {"Yes", true},
+                                                              {"1", true},
+                                                              {"12", true},
+                                                              {"N", false},
+                                                              {"ny", false}}) {
+        const ScratchDirectory scratch;
+        filmdb table;
+        fill_table(table, rows_of({"FPS\t29.97"}, two_rows));
+        table.set_field(0, static_cast<unsigned>(table.get_fieldnum("pulldown")), word.c_str());
+        table.set_filename(wide(scratch.file("a.RDB")));
+        ASSERT_EQ(table.save_text(), 0);
+        const Log back = read_log(scratch.file("a.RDB"));
+        ASSERT_EQ(back.rows.size(), 2u);
+        EXPECT_EQ(back.rows[0].pulldown, on) << word;
+    }
+}
+
 TEST(LogTable, OtherTablesAreRefused) {
     EXPECT_THAT(read("%recdb 1\nCUTDB=Rev 22\n\nname\na\n", "x.RDB").error, HasSubstr("isn't a logging table"));
     EXPECT_THAT(read("%recdb 1\nbroken", "x.RDB").error, HasSubstr("isn't a whole record table"));

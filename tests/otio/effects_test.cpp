@@ -125,6 +125,7 @@ TEST(OtioTransition, WipesTakeTheirNumberFromTheFirstThatHasOne) {
     EXPECT_EQ(wipe(R"("transition_type": "SMPTE_Wipe_27")"), "27/0");
     EXPECT_EQ(wipe("\"transition_type\": \"SMPTE_Wipe_27\", \"metadata\": {" + list + "}"), "1/1");
     EXPECT_EQ(wipe(R"("metadata": {"cmx_3600": {"transition": "W099"}})"), "99/0");
+    EXPECT_EQ(wipe(R"("metadata": {"cmx_3600": {"transition": "W100"}})"), "0/1");
     EXPECT_EQ(wipe("\"metadata\": {\"quillbrook\": {\"wipe\": {\"pattern\": 7, \"reversed\": true}}, " + list + "}"),
               "7/1");
     EXPECT_EQ(wipe("\"metadata\": {\"quillbrook\": {\"wipe\": {\"pattern\": 7}}, " + list + "}"), "7/0");
@@ -145,6 +146,14 @@ TEST(OtioCue, ClipsMarkersStandAtTheirPlaceWhateverTheSpeedIfInside) {
     EXPECT_EQ(cues(read(timeline({track({gap(5), clip("A", 10, 4, marks)})}))), Strings{"in/4"});
     EXPECT_EQ(cues(read(timeline({track({gap(5), clip("A", 10, 4, marks)})})), 0, 5.0), Strings{});
     EXPECT_EQ(cues(read(timeline({track({gap(5), clip("A", 10, 4, marks)})})), 0, 5.1), Strings{"in/4"});
+}
+
+TEST(OtioCue, MarkersOfAClipWithoutARangeOfItsOwnAreCountedFromNought) {
+    const std::string media = reference("\"available_range\": " + range(0, 4));
+    const auto result = read(timeline(
+        {track({bare_clip("\"name\": \"A\", \"media_reference\": " + media + ", " + markers({marker(1, "one")}))})}));
+    EXPECT_EQ(cues(result, 0, 1.0), Strings{});
+    EXPECT_EQ(cues(result, 0, 1.1), Strings{"one/4"});
 }
 
 TEST(OtioCue, OfEqualTimesTheStackComesBeforeTheTrackBeforeTheClip) {

@@ -47,6 +47,14 @@ TEST(OtioSource, TheNameIsTheReferencesElseTheClipsElseThatOfTheFile) {
     EXPECT_EQ(named("", object("GeneratorReference.1", "\"generator_kind\": \"bars\"")), "bars");
 }
 
+TEST(OtioSource, RenderedMaterialIsAnotherSourceThanTheSameMediumItself) {
+    const formats::ReadResult both =
+        read(timeline({track({clip("A", 0, 4), clip("A", 0, 4, quillbrook("\"rendered\": true"))})}));
+    const std::vector<ChannelEvent> events = points(both);
+    EXPECT_FALSE(RenderHistory::isRendered(events.at(0).cookie));
+    EXPECT_TRUE(RenderHistory::isRendered(events.at(2).cookie));
+}
+
 TEST(OtioSource, MissingMediaOpensFromItsNumbers) {
     const auto opens = [](const Extra& extra, const std::string& media = missing) {
         return static_cast<bool>(source(clip("A", 0, 4, extra, media)));

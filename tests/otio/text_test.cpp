@@ -61,6 +61,33 @@ TEST(OtioText, AHigherVersionIsAnErrorThatSaysSoEvenInData) {
               std::string::npos);
 }
 
+TEST(OtioText, TheNewestVersionOfEachNameIsReadAndNoneAboveIt) {
+    const std::pair<const char*, int> newest[] = {{"Clip", 2},
+                                                  {"ExternalReference", 1},
+                                                  {"MissingReference", 1},
+                                                  {"GeneratorReference", 1},
+                                                  {"Gap", 1},
+                                                  {"Transition", 1},
+                                                  {"Marker", 3},
+                                                  {"Effect", 1},
+                                                  {"LinearTimeWarp", 1},
+                                                  {"FreezeFrame", 1},
+                                                  {"Track", 1},
+                                                  {"Stack", 1},
+                                                  {"Timeline", 1},
+                                                  {"TimeTransform", 1},
+                                                  {"ImageSequenceReference", 1}};
+    const auto error_at = [](const std::string& name) {
+        return error_of(simple("\"metadata\": {\"x\": {\"OTIO_SCHEMA\": \"" + name + "\"}}"));
+    };
+    for (const auto& [name, version] : newest) {
+        const std::string above = std::string(name) + "." + std::to_string(version + 1);
+        EXPECT_EQ(error_at(std::string(name) + "." + std::to_string(version)), "()") << name;
+        EXPECT_EQ(error_at(above), "metadata/x: \"" + above + "\" has a higher version than this program reads (" +
+                                       std::to_string(version) + ")");
+    }
+}
+
 TEST(OtioText, AnUnknownNameMayStandInDataButNotInAComposition) {
     EXPECT_EQ(drawn(simple("\"metadata\": {\"x\": {\"OTIO_SCHEMA\": \"Shape.9\"}}")), "A 0-4");
     EXPECT_NE(error_of(timeline({track({object("Shape.1", "")})})).find("children[0]"), std::string::npos);

@@ -186,6 +186,7 @@ TEST_F(ReportDriver, AStandardWithFeetKeepsTheUnit) {
     EXPECT_EQ(options().edit_units, 0);
     EXPECT_EQ(report_context().frame_label.type(), 13);
     EXPECT_EQ(report_context().ink_label, 43);
+    EXPECT_EQ(report_context().ink_cvt, get_static_label_cvt(static_cast<label_t>(43)));
 }
 
 TEST_F(ReportDriver, MixedStandardsAreListedInFramesEverAfter) {
