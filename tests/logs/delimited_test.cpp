@@ -83,6 +83,11 @@ TEST(Delimited, TheRateOfARowSaysThatItDropsFrames) {
     EXPECT_FALSE(told.rows[0].standard.drop) << "who is told the rate asks no row for it";
 }
 
+TEST(Delimited, ColumnsOfMessagesCountQuotesToo) {
+    const Log log = read_csv("Name,Start,End,Keycode\n\"a, b\",01:00:00:00,01:00:01:00,nonsense\n");
+    EXPECT_THAT(log.warnings, ElementsAre(HasSubstr("day.csv:2:32: key number \"nonsense\"")));
+}
+
 TEST(Delimited, QuoteThatIsNotClosedIsToldAndKeepsItsRow) {
     const Log log = read_csv("Name,Start,End\n\"6 foot,01:00:00:00,01:00:01:00\nb,01:00:02:00,01:00:03:00\n");
     EXPECT_THAT(log.warnings, ElementsAre(HasSubstr("day.csv:2:1: a quote isn't closed")));

@@ -162,6 +162,16 @@ TEST(Flex, TabsAreExpanded) {
     EXPECT_EQ(log.rows[0][LogField::scene], "7");
 }
 
+TEST(Flex, FieldsDriftByNinePlacesAtMost) {
+    for (const int drift : {9, 10}) {
+        std::string slate = placed({{0, "110"}, {4, "Scene"}, {10, "12A"}});
+        slate.insert(4, static_cast<std::size_t>(drift), ' ');
+        const Log log = read_flex(take_record() + "\n" + slate + "\n" + picture_record() + "\n");
+        ASSERT_EQ(log.rows.size(), 1u);
+        EXPECT_EQ(log.rows[0][LogField::scene] == "12A", drift == 9) << log.rows[0][LogField::scene];
+    }
+}
+
 TEST(Flex, ATabGoesToTheNextEighthPlace) {
     const PlacedLine line("a\tb2345678\tc\t\td");
     EXPECT_EQ(line.cell(0, 8).text, "a");
