@@ -83,6 +83,11 @@ TEST(Delimited, TheRateOfARowSaysThatItDropsFrames) {
     EXPECT_FALSE(told.rows[0].standard.drop) << "who is told the rate asks no row for it";
 }
 
+TEST(Delimited, ARowWithoutAnEndIsToldWhereItsEndWouldStand) {
+    const Log log = read_csv("Name,Start,End\na,01:00:00:00,\n");
+    EXPECT_THAT(log.warnings, ElementsAre("day.csv:2:15: the row has neither end nor duration"));
+}
+
 TEST(Delimited, ColumnsOfMessagesCountQuotesToo) {
     const Log log = read_csv("Name,Start,End,Keycode\n\"a, b\",01:00:00:00,01:00:01:00,nonsense\n");
     EXPECT_THAT(log.warnings, ElementsAre(HasSubstr("day.csv:2:32: key number \"nonsense\"")));
