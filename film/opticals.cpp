@@ -15,6 +15,7 @@ struct Group {
     bool chained = false;        ///< a transition joins some of them
     bool effect = false;         ///< an effect lies over some of them
     std::size_t effects_end = 0; ///< behind the last effect over them
+    std::size_t reached = 0;     ///< the effect that the search for the group's end came to
 };
 
 class Grouping {
@@ -45,8 +46,8 @@ private:
 
     // A group goes on while a transition leads on, or while an effect that has begun runs on.
     Group group_at(std::size_t first) const {
-        Group group{first, first, false, false, effect_};
-        std::size_t at = effect_;
+        Group group{first, first, false, false, effect_, effect_};
+        std::size_t& at = group.reached;
         for (;; ++group.last) {
             const MainEvent& event = events_[group.last];
             const bool effects_left = at < effects_.size();
@@ -75,7 +76,11 @@ private:
         if (group.effect) {
             for (; effect_ < group.effects_end; ++effect_)
                 effects_[effect_].number = number;
-        } else if (group.chained) {
+        }
+        // Effects that the search went past without meeting an event stay without a number.
+        for (const std::size_t next = group.reached + (group.effect ? 1 : 0); effect_ < next; ++effect_)
+            effects_[effect_].error = true;
+        if (group.chained && !group.effect) {
             Optical chain;
             chain.number = number;
             chain.start = events_[group.first].start;

@@ -23,6 +23,7 @@ enum Column : unsigned short {
     column_reel_24p = 15,
     column_roll = 16,
     column_key_in = 17,
+    column_key_out = 18,
     column_key_missing = 19,
     column_ink_in = 20,
     column_key_kind = 22,
@@ -106,6 +107,18 @@ Fraction timecode_step(label_t kind, const Fraction& speed) {
     }
 }
 
+/// Film frames of each frame of the edit: the event's speed, unless the film between its two numbers is another length,
+/// as where a source runs at a rate of its own.
+Fraction film_step(const dbrecord& record, const Fraction& speed) {
+    const Count in = count_of(record, column_key_in, column_key_kind, 1);
+    const Count out = count_of(record, column_key_out, column_key_kind, 1);
+    const int length = number_of(record, column_edit_out) - number_of(record, column_edit_in);
+    if (!in || !out || length < 1) return speed;
+    const Fraction film = out.first - in.first, expected = speed * length;
+    const bool near = film <= expected + 1 && expected <= film + 1;
+    return near ? speed : film / length;
+}
+
 class TableUses {
 public:
     explicit TableUses(const recdb& table) : table_(table) {}
@@ -141,12 +154,12 @@ void set_film(const dbrecord& record, Strip& strip) {
     }
     strip.source.kind = label_frames;
     strip.source.step = strip.speed;
-    if (number_of(record, column_key_missing) == 0)
-        strip.key = count_of(record, column_key_in, column_key_kind, strip.speed);
-    strip.ink = count_of(record, column_ink_in, column_ink_kind, strip.speed);
+    const Fraction step = film_step(record, strip.speed);
+    if (number_of(record, column_key_missing) == 0) strip.key = count_of(record, column_key_in, column_key_kind, step);
+    strip.ink = count_of(record, column_ink_in, column_ink_kind, step);
     const label_t timecode = edlstr_to_label_type(text_of(record, column_tc_kind).c_str());
     strip.timecode = count_of(record, column_tc_in, column_tc_kind, timecode_step(timecode, strip.speed));
-    const bool even = strip.speed.den() == 1 && strip.timecode.step.den() == 1;
+    const bool even = step.den() == 1 && strip.timecode.step.den() == 1;
     strip.sureness = !strip.key ? Sureness::counted : even ? Sureness::exact : Sureness::within;
     strip.off = strip.sureness == Sureness::within ? 1 : 0;
 }
