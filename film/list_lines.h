@@ -13,7 +13,9 @@ namespace film {
 /// Walks the body of a list, and keeps what couldn't be read.
 class ListLines {
 public:
-    ListLines(const ListPages& pages, std::vector<ReadFault>& faults) : pages_(pages), faults_(faults) {}
+    ListLines(const ListPages& pages, std::vector<ReadFault>& faults) : pages_(pages), faults_(faults) {
+        behind_.place = pages.end;
+    }
 
     bool at_end() const { return at_ >= pages_.lines.size(); }
     /// The present line; an empty one behind the last.

@@ -196,9 +196,10 @@ private:
             read_layer(line, optical);
         } else if (consists_of(text, "- ") || consists_of(text, "~")) {
             return;
-        } else if (text.find("-ROLL ") == 1) {
+        } else if (text.find("-ROLL  ") != std::string_view::npos) {
             if (optical.layers.empty() || optical.layers.back().number == 0) optical.layers.emplace_back();
             optical.layers.back().place = line.place;
+            optical.layers.back().head = text;
         } else if (optical.layers.empty()) {
             lines_.unreadable(line);
         } else {

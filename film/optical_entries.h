@@ -41,7 +41,8 @@ struct DrawnTransition {
 
 struct DrawnLayer {
     Place place;
-    int number = 0; ///< 0: the optical has no layers
+    int number = 0;        ///< 0: the optical has no layers
+    std::string_view head; ///< what names its two rolls
     std::vector<DrawnShot> shots;
     std::vector<DrawnPart> rolls[2];
     std::vector<DrawnTransition> transitions;

@@ -9,6 +9,8 @@ namespace film {
 namespace {
 
 constexpr std::size_t rule_length = 129;
+/// Headings of later pages hold so many bytes of a name at least, where it has so many.
+constexpr std::size_t least_name = 18;
 
 /// How the pages of a list are told from others.
 struct ListForm {
@@ -117,9 +119,20 @@ bool starts_list(const Sheet& sheet) {
     return begins(walk.next(), "Edit:         ") && begins(walk.next(), "Edit dated:   ");
 }
 
+/// What pull lists go by.
+constexpr std::string_view orders[] = {"CAMERA ROLL", "KEYKODE ROLL", "REEL ID", "INKCODE"};
+
+bool has_title(const ListForm& form, std::string_view title) {
+    const std::string_view start = form.title;
+    if (!begins(title, start)) return false;
+    const std::string_view order = title.substr(start.size());
+    return start.back() != ' ' ? order.empty()
+                               : std::find(std::begin(orders), std::end(orders), order) != std::end(orders);
+}
+
 const ListForm* form_of_title(std::string_view title) {
     const auto found = std::find_if(std::begin(forms), std::end(forms),
-                                    [title](const ListForm& form) { return begins(title, form.title); });
+                                    [title](const ListForm& form) { return has_title(form, title); });
     return found == std::end(forms) ? nullptr : &*found;
 }
 
@@ -145,6 +158,7 @@ private:
     void read_first(Walk& walk) {
         const Place place = walk.place();
         ListPages pages;
+        pages.end = {1, place.line};
         read_heading(walk, pages.heading);
         walk.skip_blank();
         pages.title = trimmed(walk.next());
@@ -188,11 +202,15 @@ private:
         read_body(walk);
     }
 
-    /// "Edit:  NAME                  PULL LIST         DATE  page 2"
+    /// "Edit:  NAME                  PULL LIST         DATE  page 2", with as much of the name as there is room for.
     bool is_own_heading(std::string_view text, const ListForm& form) const {
-        const std::size_t name_end = text.find(form.page_name, 7), number = text.rfind("  page ");
-        if (!begins(text, "Edit:  ") || !*form.page_name || name_end == std::string_view::npos) return false;
-        return number != std::string_view::npos && plain_number(text.substr(number + 7)) == page_;
+        const std::string_view edit = report_.lists.back().heading.edit;
+        const std::size_t name_end = text.rfind(form.page_name), number = text.rfind("  page ");
+        if (!begins(text, "Edit:  ") || !*form.page_name || name_end == std::string_view::npos || name_end < 7)
+            return false;
+        const std::string_view name = trimmed(text.substr(7, name_end - 7));
+        return begins(edit, name) && (name == edit || name.size() >= least_name) && number != std::string_view::npos &&
+               plain_number(text.substr(number + 7)) == page_;
     }
 
     void read_body(Walk& walk) {

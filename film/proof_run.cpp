@@ -1,0 +1,144 @@
+#include "film/proof_run.h"
+
+#include <algorithm>
+
+namespace film {
+namespace {
+
+constexpr std::size_t roll_bytes = 8;
+constexpr const char* no_roll_words[] = {"__BLACK", "__NOLOG", "__NOSHOT", "RENDERED", ""};
+
+ProofFinding finding_of(const EntryName& entry, std::int64_t frame, std::string what, Rule rule) {
+    ProofFinding finding;
+    finding.list = name_of(entry.list);
+    finding.page = entry.place.page;
+    finding.line = entry.place.line;
+    finding.entry = entry.text;
+    finding.frame = frame;
+    finding.what = std::move(what);
+    if (rule != Rule::none) finding.rule = &list_rules()[static_cast<std::size_t>(rule)];
+    return finding;
+}
+
+std::string quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
+
+/// A bar takes itself and the character behind it off the page, and control characters lay it out anew.
+bool prints_as_it_is(const std::string& name) {
+    return std::none_of(name.begin(), name.end(), [](char c) { return c == '|' || (c >= 0 && c < 32); });
+}
+
+bool is_no_number(const Strip& strip, Count Strip::*number) { return !(strip.*number); }
+
+/// The text that stands for the last code of an entry: its count alone.
+std::string last_text(const Codes& codes) { return count_of(codes.kind, codes.prefix, codes.last); }
+
+std::string range_text(const Codes& codes) {
+    return code_of(codes.kind, codes.prefix, codes.first) + " to " + last_text(codes);
+}
+
+} // namespace
+
+std::string event_name(int event) { return "event " + std::to_string(event); }
+std::string optical_name(int optical) { return "OPTICAL#" + std::to_string(optical); }
+
+void ProofRun::fail(const EntryName& entry, std::int64_t frame, std::string what, Rule rule) {
+    proof.failures.push_back(finding_of(entry, frame, std::move(what), rule));
+}
+
+void ProofRun::except(const EntryName& entry, std::int64_t frame, std::string what, Rule rule) {
+    proof.exceptions.push_back(finding_of(entry, frame, std::move(what), rule));
+}
+
+std::int64_t ProofRun::frame_in(const EntryName& entry, std::string_view text) {
+    if (const auto frame = units.frame_of(text)) return *frame;
+    fail(entry, -1, quoted(text) + " is no position");
+    return -1;
+}
+
+std::int64_t ProofRun::length_in(const EntryName& entry, std::string_view text) {
+    if (const auto frames = units.length_of(text)) return *frames;
+    fail(entry, -1, quoted(text) + " is no length");
+    return -1;
+}
+
+void ProofRun::expect_number(const EntryName& entry, const char* what, std::int64_t stands, std::int64_t should,
+                             std::int64_t frame) {
+    if (stands != should)
+        fail(entry, frame, std::string(what) + ' ' + std::to_string(stands) + ", should be " + std::to_string(should));
+}
+
+void ProofRun::check_roll(const EntryName& entry, std::string_view printed, const Piece& piece) {
+    const Strip& strip = piece.at(piece.cut_in);
+    if (strip.rolls.listed.empty() || piece.unknown() || piece.black()) {
+        const auto* const found = std::find(std::begin(no_roll_words), std::end(no_roll_words), printed);
+        if (found != std::end(no_roll_words) && (!piece.black() || printed == "__BLACK")) return;
+        return fail(entry, piece.start, "roll " + quoted(printed) + ", but the film has none");
+    }
+    const std::string roll = strip.rolls.listed.substr(0, roll_bytes);
+    if (prints_as_it_is(roll) && trimmed(roll) != printed)
+        fail(entry, piece.start, "roll " + quoted(printed) + ", should be " + quoted(roll));
+}
+
+void ProofRun::check_name(const EntryName& entry, std::string_view printed, const Piece& piece, std::size_t width) {
+    const std::string& name = piece.at(piece.cut_in).name;
+    if (!prints_as_it_is(name)) return except(entry, piece.start, "the name holds what no page prints", Rule::name_cut);
+    if (piece.unknown() || trimmed(name.substr(0, width)) == printed) return;
+    fail(entry, piece.start, "shot " + quoted(printed) + ", should be " + quoted(name.substr(0, width)));
+}
+
+bool ProofRun::codes_agree(const Piece& piece, Count Strip::*number, const Shares& shares, int handles,
+                           const CodeTexts& texts, double slack) const {
+    const Codes codes = listed_codes(piece, number, shares, handles, slack);
+    if (!codes) return texts.first == texts.missing && texts.last == texts.missing;
+    return code_of(codes.kind, codes.prefix, codes.first) == texts.first && last_text(codes) == texts.last;
+}
+
+void ProofRun::check_codes(const EntryName& entry, const Piece& piece, Count Strip::*number, const Shares& shares,
+                           int handles, const CodeTexts& texts, double slack) {
+    Codes codes = listed_codes(piece, number, shares, handles, slack);
+    const std::string stands = std::string(texts.first) + " to " + std::string(texts.last);
+    const bool unlisted = number == &Strip::ink && label_t_to_ink_label_t(options.film) == label_none;
+    if (codes && unlisted && texts.first == texts.missing && texts.last == texts.missing)
+        return except(entry, piece.start, stands + ", the film has " + range_text(codes), Rule::no_ink_kind);
+    if (!codes) {
+        if (texts.first != texts.missing || texts.last != texts.missing)
+            fail(entry, piece.start, stands + ", but the film has no such number");
+        return;
+    }
+    if (codes_agree(piece, number, shares, handles, texts, slack))
+        return check_frames(entry, piece, number, shares, codes);
+    const auto first = sample_of(codes.kind, codes.prefix, texts.first);
+    const auto last = sample_of(codes.kind, codes.prefix, texts.last);
+    const Strip& strip = piece.at(piece.cut_in);
+    const std::int64_t step = get_static_label_cvt(codes.kind)->samples_per_frame();
+    const std::int64_t off = strip.sureness == Sureness::within ? strip.off * step : 0;
+    const bool near = first && last && std::abs(*first - codes.first) <= off && std::abs(*last - codes.last) <= off;
+    const bool has_prefix = texts.first.substr(0, codes.prefix.size()) == codes.prefix;
+    if (!near || !has_prefix) return fail(entry, piece.start, stands + ", should be " + range_text(codes));
+    except(entry, piece.start, stands + ", by the frames " + range_text(codes), Rule::inexact);
+}
+
+void ProofRun::check_frames(const EntryName& entry, const Piece& piece, Count Strip::*number, const Shares& shares,
+                            const Codes& codes) {
+    const std::int64_t from = piece.cut_in - in_frames(piece, shares), to = piece.cut_out + out_frames(piece, shares);
+    const Count& own = piece.at(piece.cut_in).*number;
+    const std::int64_t low = frame_of_sample(own, std::min(codes.first, codes.last));
+    const std::int64_t high = frame_of_sample(own, std::max(codes.first, codes.last));
+    for (const Strip* strip : piece.strips) {
+        const std::int64_t first = std::max(from, strip->start), last = std::min(to, strip->end) - 1;
+        if (first > last || is_no_number(*strip, number)) continue;
+        const Count& count = strip->*number;
+        const std::int64_t a = count.frame_at(first - strip->start), b = count.frame_at(last - strip->start);
+        const int off = strip->sureness == Sureness::within ? strip->off : 0;
+        const bool other = count.prefix != own.prefix || strip->rolls.listed != piece.first().rolls.listed;
+        if (!other && std::min(a, b) >= low - off && std::max(a, b) <= high + off) continue;
+        const std::string film = count.text_at(first - strip->start) + " to " + count.text_at(last - strip->start);
+        const Rule rule = other || strip->log_row != piece.first().log_row ? Rule::log_row
+                          : codes.from_zero                                ? Rule::from_zero
+                          : piece.in_length() + piece.out_length() > 0     ? Rule::transition_at_speed
+                                                                           : Rule::end_at_speed;
+        return fail(entry, first, "lists " + range_text(codes) + ", but the frames are " + film, rule);
+    }
+}
+
+} // namespace film
