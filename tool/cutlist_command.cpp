@@ -10,6 +10,7 @@
 #include "tool/log_use.h"
 #include "tool/open_edit.h"
 #include "tool/output_files.h"
+#include "tool/prove_lists.h"
 #include "tool/run_setup.h"
 #include "tool/shared_options.h"
 #include "tool/tool_error.h"
@@ -26,6 +27,7 @@ struct CutlistJob {
     ChannelName channel;
     bool neg_cut = false;
     bool frames = false;
+    bool prove = false;
     std::string log;        ///< the logging table that key numbers come from; empty: the edit's own labels
     LibraryOptions options; ///< wins over all of the above
     Settings settings;
@@ -89,6 +91,11 @@ void tell_use_of_log(const CutlistJob& job, const EditPtr& edit) {
     tell_warnings(warnings_of_missing_rows(job.log, beside_report(job.output.report, ".cdb")), false);
 }
 
+int prove(const CutlistJob& job, const EditPtr& edit) {
+    const std::string table = beside_report(job.output.report, ".cdb");
+    return prove_lists(job.output.report, table, film_of_edit(edit, table, job.log, job.options), job.options);
+}
+
 int run(const CutlistJob& job) {
     check_files(job);
     apply_settings(job.settings);
@@ -107,7 +114,7 @@ int run(const CutlistJob& job) {
     if (!fault.empty()) throw JobError(fault);
     if (!done) throw JobError(job.edit.paths.front() + ": " + subject_of(job) + " holds nothing to list");
     if (!job.log.empty()) tell_use_of_log(job, edit);
-    return exit_done;
+    return job.prove ? prove(job, edit) : exit_done;
 }
 
 void add_source_options(OptionTable& options, CutlistJob& job) {
@@ -132,6 +139,7 @@ void add_options(OptionTable& options, CutlistJob& job) {
         {"--neg-cut", "", "A neg-cut list in place of a cutting-copy list", job.neg_cut},
         {"--frames", "", "Positions in frames in place of feet and frames", job.frames},
         single_layer_option(job.options),
+        {"--prove", "", "Read the report back and hold it against the film that the edit needs", job.prove},
     });
 }
 
@@ -148,6 +156,8 @@ constexpr const char* examples = R"(Examples:
       the second sound channel
   quillbrook cutlist reel.otio -o lists/reel.txt --overwrite --config allow_auto_unrender=0
       lists rendered material as it stands
+  quillbrook cutlist reel.otio -o lists/reel.txt --prove
+      also reads the report back and tells whether each frame of it is the edit's; status 3 where one isn't
   quillbrook cutlist reel1.edl --rate 24 --log show.RDB -o lists/reel1.txt
       an edit list, with its key numbers from a logging table
   quillbrook cutlist pictures.edl titles.edl --rate 25 -o lists/titles.txt --channel V2

@@ -3,7 +3,10 @@
 #include "quillbrook/cutlist.h"
 #include "tool/command.h"
 #include "tool/cutlist_table.h"
+#include "tool/log_use.h"
+#include "tool/open_edit.h"
 #include "tool/output_files.h"
+#include "tool/prove_lists.h"
 #include "tool/run_setup.h"
 #include "tool/shared_options.h"
 #include "tool/tool_error.h"
@@ -15,6 +18,9 @@ namespace {
 struct PrintJob {
     std::string table;
     Output output;
+    bool prove = false;
+    EditInput edit;  ///< what the report is proved by; without a path the table
+    std::string log; ///< of the edit
     LibraryOptions options;
     Settings settings;
 };
@@ -30,10 +36,22 @@ embedded::Warnings warnings_of(const PrintJob& job) {
             "; --set chan_type=" + std::to_string(*kind) + " prints it as " + word_of(*kind)};
 }
 
+int prove(const PrintJob& job) {
+    if (job.edit.paths.empty()) return prove_lists(job.output.report, job.table, film_of_table(job.table), job.options);
+    embedded::Warnings warnings;
+    const EditPtr edit = open_edit(job.edit, warnings);
+    tell_warnings(warnings, job.output.quiet);
+    const film::Strips strips = film_of_edit(edit, job.table, job.log, job.options);
+    return prove_lists(job.output.report, job.table, strips, job.options);
+}
+
 int run(const PrintJob& job) {
     check_plain(job.table);
     check_readable(job.table);
     check_outputs(job.table, job.output, {});
+    for (const std::string& path : job.edit.paths)
+        check_outputs(path, job.output, {});
+    if (!job.log.empty()) check_is_log_table(job.log);
     apply_settings(job.settings);
     tell_warnings(warnings_of(job), job.output.quiet);
 
@@ -45,7 +63,7 @@ int run(const PrintJob& job) {
     if (logger.failed()) return exit_failed;
     check_written();
     if (!done) throw JobError(job.table + ": couldn't be printed");
-    return exit_done;
+    return job.prove ? prove(job) : exit_done;
 }
 
 void add_options(OptionTable& options, PrintJob& job) {
@@ -55,6 +73,18 @@ void add_options(OptionTable& options, PrintJob& job) {
     });
     add_report_options(options, job.options, job.settings);
     options.add({overwrite(job.output, "Replace a report that is there"), quiet(job.output)});
+    options.add({
+        {"--prove", "", "Read the report back and hold it against the film", job.prove},
+        {"--edit", "EDIT", "The edit to prove it by, in place of the table; several edit lists of one programme",
+         job.edit.paths},
+        rate(job.edit.rate, "The rate of the edit"),
+        {"--log", "TABLE", "The logging table that the edit's key numbers come from", job.log},
+    });
+    options.add_check([&job] {
+        if (!job.prove && (!job.edit.paths.empty() || !job.log.empty()))
+            throw UsageError("--edit and --log say what --prove is to go by");
+        if (job.edit.paths.empty() && !job.log.empty()) throw UsageError("--log needs --edit");
+    });
 }
 
 constexpr const char* examples = R"(Examples:
@@ -63,7 +93,9 @@ constexpr const char* examples = R"(Examples:
   quillbrook print lists/reel.cdb -o lists/rolls.txt --lists rolls
       the list of rolls alone
   quillbrook print lists/sound.cdb -o lists/sound.txt --set chan_type=2 --set chan_num=3
-      a table of a sound channel)";
+      a table of a sound channel
+  quillbrook print lists/reel.cdb -o lists/again.txt --prove --edit reel.otio
+      also reads the report back and holds it against the film that the edit needs)";
 
 } // namespace
 

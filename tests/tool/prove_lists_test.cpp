@@ -1,0 +1,91 @@
+// "--prove" of cutlist and print from outside.
+
+#include "tests/support/project_paths.h"
+#include "tests/tool/tool_process.h"
+
+#include <gmock/gmock.h>
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+class ProveLists : public ToolTest {
+protected:
+    void SetUp() override { write_edit("cut.otio"); }
+
+    static std::string example(const std::string& name) { return project_folder() + "/examples/" + name; }
+};
+
+TEST_F(ProveLists, SayWhatWasProved) {
+    const ToolResult result = run({"cutlist", "cut.otio", "-o", "cut.txt", "--prove", "--quiet"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.out, "proved: 2 events, 84 frames\n");
+    EXPECT_EQ(result.err, "");
+}
+
+TEST_F(ProveLists, HoldWithOptionsThatChangeWhatIsPrinted) {
+    const std::vector<std::string> always{
+        "cutlist", example("16mm/heron.otio"), "-o", "cut.txt", "--overwrite", "--quiet", "--prove"};
+    const std::vector<std::vector<std::string>> options = {
+        {"--neg-cut"},           {"--frames"},
+        {"--handles", "8"},      {"--neg-cut", "--handles", "3", "--sort-by-key"},
+        {"--butt", "0"},         {"--lists", "rolls"},
+        {"--lists", "assembly"}, {"--lists", "pull"}};
+    for (const std::vector<std::string>& more : options) {
+        std::vector<std::string> arguments = always;
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        const ToolResult result = run(arguments);
+        EXPECT_EQ(result.status, 0) << more.back() << ": " << result.out << result.err;
+        EXPECT_EQ(result.out, "proved: 8 events, 534 frames\n");
+    }
+}
+
+TEST_F(ProveLists, OfSoundAreProvedByTheSoundChannel) {
+    const ToolResult result =
+        run({"cutlist", example("reel/reel.otio"), "-o", "a.txt", "--channel", "A1", "--prove", "--quiet"});
+    EXPECT_EQ(result.status, 0) << result.out << result.err;
+    EXPECT_EQ(result.out, "proved: 19 events, 1,603 frames\n");
+}
+
+// Event 9 of the reel runs backward into a wipe.
+TEST_F(ProveLists, FailWithTheRuleByWhichFilmIsLost) {
+    const ToolResult result =
+        run({"cutlist", example("reel/reel.otio"), "-o", "reel.txt", "--lists", "assembly", "--prove", "--quiet"});
+    EXPECT_EQ(result.status, 3) << result.err;
+    EXPECT_THAT(result.out, StartsWith("not proved: 1 failure in 128 events, 5,439 frames\n"
+                                       "assembly list, page 1, line "));
+    EXPECT_THAT(result.out, HasSubstr(", event 9, frame 544: lists KJ2910106329+15 to 6326+15, but the frames are "
+                                      "KJ2910106327+09 to KJ2910106326+13 (rule transition-at-speed: "));
+    EXPECT_TRUE(exists("reel.txt") && exists("reel.cdb"));
+}
+
+TEST_F(ProveLists, OfATableAreProvedByItOrByTheEdit) {
+    ASSERT_EQ(run({"cutlist", "cut.otio", "-o", "cut.txt", "--quiet"}).status, 0);
+    const ToolResult table = run({"print", "cut.cdb", "-o", "again.txt", "--prove", "--quiet"});
+    EXPECT_EQ(table.status, 0) << table.err;
+    EXPECT_EQ(table.out, "proved: 2 events, 84 frames\n");
+    const ToolResult edit =
+        run({"print", "cut.cdb", "-o", "again.txt", "--overwrite", "--prove", "--edit", "cut.otio", "--quiet"});
+    EXPECT_EQ(edit.status, 0) << edit.err;
+    EXPECT_EQ(edit.out, table.out);
+}
+
+TEST_F(ProveLists, FailByAnEditThatIsAnotherOne) {
+    ASSERT_EQ(run({"cutlist", "cut.otio", "-o", "cut.txt", "--quiet"}).status, 0);
+    const ToolResult result =
+        run({"print", "cut.cdb", "-o", "again.txt", "--prove", "--edit", example("16mm/heron.otio"), "--quiet"});
+    EXPECT_EQ(result.status, 3) << result.err;
+    EXPECT_THAT(result.out, StartsWith("not proved: "));
+}
+
+TEST_F(ProveLists, NeedToBeAskedForWhereAnEditIsNamed) {
+    ASSERT_EQ(run({"cutlist", "cut.otio", "-o", "cut.txt", "--quiet"}).status, 0);
+    const ToolResult result = run({"print", "cut.cdb", "-o", "again.txt", "--edit", "cut.otio"});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_THAT(result.err, HasSubstr("--prove"));
+    EXPECT_FALSE(exists("again.txt"));
+}
+
+} // namespace

@@ -1,0 +1,133 @@
+#include "tool/prove_lists.h"
+
+#include "embedded/services.h"
+#include "film/edit_walk.h"
+#include "film/film_uses.h"
+#include "film/list_proof.h"
+#include "film/log_rows.h"
+#include "host/settings.h"
+#include "tool/cutlist_table.h"
+#include "tool/tool_error.h"
+#include "tool/tool_logger.h"
+
+#include <algorithm>
+#include <iostream>
+#include <optional>
+
+namespace tool {
+namespace {
+
+int number_or(const std::string& text, int otherwise) { return text.empty() ? otherwise : std::atoi(text.c_str()); }
+
+/// The channel's place among those of its kind: tables keep its absolute number, as in "A03".
+int place_of_channel(const EditPtr& edit, const CutlistTable& table, const std::string& path) {
+    if (!table.is_sound()) return 1;
+    const std::string text = table.parameter("channel");
+    const std::vector<int> channels = film::channels_of(edit, sound_kind);
+    const auto found =
+        std::find(channels.begin(), channels.end(), number_or(text.substr(std::min<std::size_t>(1, text.size())), -1));
+    if (found == channels.end()) throw JobError(path + ": lists channel " + text + ", which the edit hasn't");
+    return static_cast<int>(found - channels.begin()) + 1;
+}
+
+film::ProofOptions proof_options(const std::string& table, const LibraryOptions& options) {
+    film::ProofOptions proof;
+    film::take_header(recdb(wide_path(table), INT_MAX, false), proof);
+    if (config_int("audio_cutlist_24P", 0, INT_MIN, INT_MAX) != 0) {
+        const CutlistTable head(table, 1);
+        proof.timecode = edlstr_to_label_type(head.parameter("edit_24ptc_std").c_str());
+        proof.timecode_start = head.parameter("edit_24ptc_start");
+    }
+    proof.handles = number_or(options.value("pull_handle"), proof.handles);
+    proof.butt = number_or(options.value("butt"), proof.butt);
+    return proof;
+}
+
+/// The edit that lists are made of: rendered material is replaced where the run allows it.
+class ListedEdit {
+public:
+    explicit ListedEdit(const EditPtr& edit) : edit_(edit) {
+        const bool allowed = config_int("allow_auto_unrender", 1, INT_MIN, INT_MAX) != 0;
+        if (!allowed || !RenderHistory::editContainsRenderedMaterial(edit)) return;
+        const EditModifier copy = RenderHistory::makeCopyAndUnrenderAll(edit);
+        if (!copy.edit) throw JobError("the edit couldn't be copied without its rendered material");
+        stored_ = copy.edit->cookie;
+        edit_ = EditPtr();
+        edit_.i_open(*stored_, edit_open_default);
+        if (!edit_) throw JobError("the copy of the edit without its rendered material couldn't be opened");
+    }
+    ~ListedEdit() {
+        edit_ = EditPtr();
+        if (stored_) EditManager::deleteEditFileAndBackups(*stored_, LightweightString<char>(), 1);
+    }
+    ListedEdit(const ListedEdit&) = delete;
+    ListedEdit& operator=(const ListedEdit&) = delete;
+
+    const EditPtr& edit() const { return edit_; }
+
+private:
+    EditPtr edit_;
+    std::optional<Cookie> stored_;
+};
+
+/// Key numbers of a log with as many digits as the option asks for: 0 to 2 for 4 to 6.
+void set_digits(film::Strips& strips, const std::string& option) {
+    const int more = number_or(option, -1);
+    if (more < 0 || more > 2) return;
+    for (film::Strip& strip : strips) {
+        if (!strip.key) continue;
+        LabelPoint point(0, strip.key.kind);
+        point.modify_count_length(4 + more);
+        strip.key.kind = point.type();
+    }
+}
+
+// What no film is lost by is told by its rule alone.
+void tell_exceptions(const film::ListProof& proof) {
+    for (const film::ListRule& rule : film::list_rules()) {
+        const auto is_of_rule = [&rule](const film::ProofFinding& finding) { return finding.rule == &rule; };
+        const auto first = std::find_if(proof.exceptions.begin(), proof.exceptions.end(), is_of_rule);
+        if (first == proof.exceptions.end()) continue;
+        const auto count = std::count_if(first, proof.exceptions.end(), is_of_rule);
+        std::cout << "by a rule: " << line_of(*first);
+        if (count > 1) std::cout << " and " << count - 1 << " more";
+        std::cout << '\n';
+    }
+}
+
+} // namespace
+
+film::Strips film_of_edit(const EditPtr& whole, const std::string& path, const std::string& log,
+                          const LibraryOptions& options) {
+    const CutlistTable table(path, 1);
+    const ListedEdit listed(whole);
+    const EditPtr& edit = listed.edit();
+    film::UseOptions use;
+    use.kind = table.is_sound() ? sound_kind : picture_kind;
+    use.number = place_of_channel(edit, table, path);
+    use.film_reel = number_or(options.value("film_reel"), use.film_reel);
+    use.neg_cut = table.parameter("cutlist_type") == "neg-cut";
+    std::optional<film::LogRows> rows;
+    if (!log.empty()) rows.emplace(recdb(wide_path(log), INT_MAX, false));
+    film::Strips strips = film::uses_of_edit(edit, use, rows ? &*rows : nullptr);
+    if (rows) set_digits(strips, options.value("long_keycode"));
+    return strips;
+}
+
+film::Strips film_of_table(const std::string& table) {
+    return film::uses_of_table(recdb(wide_path(table), INT_MAX, false));
+}
+
+int prove_lists(const std::string& report, const std::string& table, const film::Strips& strips,
+                const LibraryOptions& options) {
+    std::string bytes, why;
+    if (!embedded::read_file(report, &bytes, &why)) throw JobError(report + ": " + why);
+    const film::ListProof proof = film::prove_report(bytes, strips, proof_options(table, options));
+    std::cout << film::summary_of(proof) << '\n';
+    for (const film::ProofFinding& failure : proof.failures)
+        std::cout << one_line(film::line_of(failure)) << '\n';
+    tell_exceptions(proof);
+    return proof.proved() ? exit_done : exit_not_proved;
+}
+
+} // namespace tool

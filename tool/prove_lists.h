@@ -1,0 +1,21 @@
+#pragma once
+// The proof of a printed report for the commands that write one.
+
+#include "film/film_strip.h"
+#include "host/edit.h"
+#include "tool/job_parts.h"
+
+namespace tool {
+
+/// The film that a table's channel needs, by the edit that the table was made of; `log` is empty without one. Throws
+/// `JobError` where the edit has no such channel.
+film::Strips film_of_edit(const EditPtr& edit, const std::string& table, const std::string& log,
+                          const LibraryOptions& options);
+/// The same by the table alone.
+film::Strips film_of_table(const std::string& table);
+
+/// Reads the report back, holds it against the film, and tells on standard output what came of it. The exit status.
+int prove_lists(const std::string& report, const std::string& table, const film::Strips& strips,
+                const LibraryOptions& options);
+
+} // namespace tool
