@@ -107,7 +107,6 @@ const std::vector<ListRule>& list_rules() {
     static const std::vector<ListRule> rules = {
         {"upper-track", "film of an upper track that no optical draws on stands in no list"},
         {"transition-at-speed", "a transition of a shot at a speed of its own is counted in whole frames of film"},
-        {"end-at-speed", "the last number of a shot at a speed of its own is a step ahead of the next whole frame"},
         {"from-zero", "a count that begins at zero can't be widened to the front, and is moved on instead"},
         {"black-wipe", "a transition to or from black that is no dissolve counts whole on black and by half beside it"},
         {"log-row", "all film of an event is counted from the row of its log that was found for it"},

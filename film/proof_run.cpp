@@ -129,15 +129,18 @@ void ProofRun::check_frames(const EntryName& entry, const Piece& piece, Count St
         if (first > last || is_no_number(*strip, number)) continue;
         const Count& count = strip->*number;
         const std::int64_t a = count.frame_at(first - strip->start), b = count.frame_at(last - strip->start);
-        const int off = strip->sureness == Sureness::within ? strip->off : 0;
+        const std::int64_t out_by = std::max(low - std::min(a, b), std::max(a, b) - high);
         const bool other = count.prefix != own.prefix || strip->rolls.listed != piece.first().rolls.listed;
-        if (!other && std::min(a, b) >= low - off && std::max(a, b) <= high + off) continue;
+        if (!other && out_by <= 0) continue;
         const std::string film = count.text_at(first - strip->start) + " to " + count.text_at(last - strip->start);
+        const std::string what = "lists " + range_text(codes) + ", but the frames are " + film;
+        if (!other && strip->sureness == Sureness::within && out_by <= strip->off)
+            return except(entry, first, what, Rule::inexact);
         const Rule rule = other || strip->log_row != piece.first().log_row ? Rule::log_row
                           : codes.from_zero                                ? Rule::from_zero
                           : piece.in_length() + piece.out_length() > 0     ? Rule::transition_at_speed
-                                                                           : Rule::end_at_speed;
-        return fail(entry, first, "lists " + range_text(codes) + ", but the frames are " + film, rule);
+                                                                           : Rule::none;
+        return fail(entry, first, what, rule);
     }
 }
 

@@ -15,7 +15,6 @@ enum class Rule {
     none = -1,
     upper_track,
     transition_at_speed,
-    end_at_speed,
     from_zero,
     black_wipe,
     log_row,

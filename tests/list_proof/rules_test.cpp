@@ -1,0 +1,141 @@
+// The smallest example of each rule by which lists print something else than the film's frames.
+
+#include "tests/list_proof/made_report.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace list_proof;
+using namespace generator_test;
+
+/// By number, each entry of a pull list names its roll.
+constexpr Form copy{false, false, true};
+constexpr Form negative{true, false, true};
+constexpr Form in_frames{false, true, true};
+
+/// An edit in the making: V1, and what lies above it.
+class Rules : public testing::Test {
+protected:
+    EditBuilder builder{plain_edit()};
+    int v1 = builder.add_channel(picture);
+
+    void add(int channel, const std::string& name, int length, int source_in = 100, const Fraction& speed = 1) {
+        builder.add_event(channel, event_of(builder.add_source(shot(name)), length, source_in, speed));
+    }
+    int add_effects() { return builder.add_channel(picture, chan_fx); }
+    void add_effect(int channel, int ahead, int length) {
+        builder.add_gap(channel, frames(ahead));
+        builder.add_gap(channel, frames(length), {lab_effect("Blur", {0, 1})});
+    }
+    film::ListProof proof(const Form& form) {
+        if (!edit_) edit_ = builder.finish();
+        const MadeReport made(edit_, form);
+        EXPECT_TRUE(made.made);
+        return film::prove_report(made.report, made.by_edit, made.options);
+    }
+
+private:
+    EditPtr edit_;
+};
+
+TEST_F(Rules, PlainCutsNeedNone) {
+    add(v1, "a", 24);
+    add(v1, "b", 24);
+    const film::ListProof made = proof(copy);
+    EXPECT_EQ(rules_of(made.failures) + rules_of(made.exceptions), "");
+    EXPECT_EQ(film::summary_of(made), "proved: 2 events, 48 frames");
+}
+
+TEST_F(Rules, FilmOfAnUpperTrackWithoutAnEffectStandsInNoList) {
+    add(v1, "a", 48);
+    const int v2 = builder.add_channel(picture);
+    builder.add_gap(v2, frames(10));
+    add(v2, "b", 12);
+    EXPECT_EQ(rules_of(proof(copy).failures), "upper-track 1");
+}
+
+TEST_F(Rules, ReversedShotsLoseFilmAtATransition) {
+    add(v1, "a", 48, 400, -1);
+    builder.add_transition(v1, wipe(10, 15, 22, false));
+    add(v1, "b", 48);
+    EXPECT_EQ(rules_of(proof(copy).failures), "transition-at-speed 2");
+    EXPECT_EQ(rules_of(proof(negative).failures), "transition-at-speed 1");
+}
+
+TEST_F(Rules, ACountAtZeroIsMovedOn) {
+    add(v1, "a", 48);
+    builder.add_transition(v1, dissolve(12, 0));
+    SourceDescription inked = shot("b");
+    inked.ink = label(43, "AA120000+00");
+    builder.add_event(v1, event_of(builder.add_source(inked), 48, 0));
+    EXPECT_EQ(rules_of(proof(copy).failures), "from-zero 2");
+}
+
+TEST_F(Rules, AWipeFromBlackIsAssembledTwice) {
+    builder.add_black(v1, frames(48));
+    builder.add_transition(v1, wipe(12, 12, 22, false));
+    add(v1, "a", 48);
+    EXPECT_EQ(rules_of(proof(copy).failures), "black-wipe 1");
+}
+
+TEST_F(Rules, AllFilmOfAnEventIsThatOfItsRow) {
+    add(v1, "a", 48);
+    const MadeReport made(builder.finish(), copy);
+    film::Strips strips{made.by_edit[0], made.by_edit[0]};
+    strips[0].end = strips[1].start = 40;
+    strips[1].key.first = strips[1].key.at(1000);
+    strips[1].log_row = 1;
+    strips[1].rolls.listed = "B9";
+    EXPECT_EQ(rules_of(film::prove_report(made.report, strips, made.options).failures), "log-row 2");
+}
+
+TEST_F(Rules, AnEffectBehindItsGroupIsGonePast) {
+    add(v1, "a", 28);
+    builder.add_transition(v1, dissolve(2, 2));
+    add(v1, "b", 13);
+    const int v2 = builder.add_channel(picture);
+    builder.add_gap(v2, frames(41));
+    add(v2, "c", 12);
+    const int fx = add_effects();
+    add_effect(fx, 1, 4);
+    add_effect(fx, 36, 4);
+    EXPECT_EQ(rules_of(proof(copy).failures), "unplaced 2, upper-track 1");
+}
+
+TEST_F(Rules, AGapAheadOfAChainIsNotDrawn) {
+    add(v1, "a", 120);
+    const int v2 = builder.add_channel(picture);
+    add(v2, "b", 20);
+    builder.add_gap(v2, frames(10));
+    add(v2, "c", 30);
+    builder.add_transition(v2, dissolve(4, 4));
+    add(v2, "d", 30);
+    add_effect(add_effects(), 0, 120);
+    EXPECT_EQ(rules_of(proof(negative).failures), "undrawn-gap 1");
+}
+
+TEST_F(Rules, InFramesAnEffectEndsBehindItsLast) {
+    add(v1, "a", 48);
+    add_effect(add_effects(), 10, 20);
+    EXPECT_EQ(rules_of(proof(in_frames).exceptions), "fx-end 1");
+}
+
+TEST_F(Rules, ACuttingCopyPullsTheMainTrackAlone) {
+    add(v1, "a", 48);
+    add(builder.add_channel(picture), "b", 48);
+    add_effect(add_effects(), 10, 20);
+    const film::ListProof made = proof(copy);
+    EXPECT_TRUE(made.proved());
+    EXPECT_EQ(rules_of(made.exceptions), "upper-layers 1");
+    EXPECT_EQ(rules_of(proof(negative).exceptions), "");
+}
+
+TEST_F(Rules, ABarInANameIsNotPrinted) {
+    add(v1, "A|B", 48);
+    const film::ListProof made = proof(copy);
+    EXPECT_TRUE(made.proved());
+    EXPECT_EQ(rules_of(made.exceptions), "name-cut 2");
+}
+
+} // namespace
