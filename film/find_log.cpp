@@ -41,12 +41,13 @@ void Finder::look_at_row(std::size_t i) {
     const FilmEvent& event = film_.events[i];
     const LogRow* listed = listed_row(event);
     if (!listed) {
+        if (const LogRow* own = log_->first_of(event.rolls.tape)) find_counting(event, *own, Severity::doubt);
         find(Code::no_log_row, Severity::doubt, event, event.start,
              "no row of the log fits reel " + quoted(event.rolls.tape) + " from " + event.timecode.text_at(0) +
                  " for " + frames_text(event.end - event.start));
         return;
     }
-    find_counting(event, *listed);
+    find_counting(event, *listed, Severity::wrong);
     find_reel(event, *listed);
     find_film_kind(event, *listed);
     find_overrun(i, *listed);
@@ -55,16 +56,16 @@ void Finder::look_at_row(std::size_t i) {
 }
 
 // The lists compare frame numbers alone.
-void Finder::find_counting(const FilmEvent& event, const LogRow& listed) {
-    if (listed.kind == event.timecode.kind) return;
-    find(Code::rate, Severity::wrong, event, event.start,
+void Finder::find_counting(const FilmEvent& event, const LogRow& row, Severity severity) {
+    if (row.kind == event.timecode.kind) return;
+    find(Code::rate, severity, event, event.start,
          "reel " + quoted(event.rolls.tape) + " counts " + label_type_to_edlstr(event.timecode.kind) +
-             " in the edit and " + label_type_to_edlstr(listed.kind) + " in " + row_text(listed));
+             " in the edit and " + label_type_to_edlstr(row.kind) + " in " + row_text(row));
 }
 
 void Finder::find_reel(const FilmEvent& event, const LogRow& listed) {
     if (same_name(listed.reel, event.rolls.tape)) return;
-    const bool own = log_->has_reel(event.rolls.tape);
+    const bool own = log_->first_of(event.rolls.tape) != nullptr;
     const std::string how = listed.reel.empty() ? "which has no reel and so is taken for any"
                                                 : "as the row's reel " + quoted(listed.reel) + " begins it";
     find(Code::reel_prefix, own ? Severity::wrong : Severity::doubt, event, event.start,

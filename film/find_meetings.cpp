@@ -14,7 +14,8 @@ namespace {
 /// A strip that goes on with another one's film where the other one ends in the edit: nothing is cut between them.
 bool goes_on(const Strip& a, const Strip& b) {
     if (a.end != b.start || a.key.step != b.key.step || a.layer != b.layer) return false;
-    return a.key.at(a.length()) == b.key.at(0);
+    const Fraction off(std::max(a.off, b.off)), apart = b.key.at(0) - a.key.at(a.length());
+    return -off <= apart && apart <= off;
 }
 
 /// The pieces met so far that reach furthest: of all events, and of all events but that one's.

@@ -32,7 +32,7 @@ private:
     void find_overrun(std::size_t i, const LogRow& listed);
     void find_ambiguous(std::size_t i);
     void find_conflict(std::size_t i);
-    void find_counting(const FilmEvent& event, const LogRow& listed);
+    void find_counting(const FilmEvent& event, const LogRow& row, Severity severity);
     void find_film_kind(const FilmEvent& event, const LogRow& listed);
     void look_at_film();
     void find_numbers(std::size_t i);

@@ -311,6 +311,9 @@ const LogRow* LogRows::row(int place) const {
     return at != rows_.end() && at->row == place ? &*at : nullptr;
 }
 
-bool LogRows::has_reel(const std::string& reel) const { return groups_.count(upper_case(reel)) != 0; }
+const LogRow* LogRows::first_of(const std::string& reel) const {
+    const auto found = groups_.find(upper_case(reel));
+    return found == groups_.end() ? nullptr : found->second->rows.front();
+}
 
 } // namespace film

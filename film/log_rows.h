@@ -49,8 +49,8 @@ public:
     const std::vector<LogRow>& rows() const { return rows_; }
     /// The row of that place in the table; null where it couldn't be used.
     const LogRow* row(int place) const;
-    /// Some row names that reel, in whatever case.
-    bool has_reel(const std::string& reel) const;
+    /// The first row of that reel, in whatever case; null where none names it.
+    const LogRow* first_of(const std::string& reel) const;
     /// The row that a frame of a reel lies in: of several the first of the table, of its reel's own rows before those
     /// whose reel begins it, and those before rows without a reel.
     RowAt at(const std::string& reel, std::int64_t frame) const;

@@ -12,7 +12,9 @@ namespace formats {
 struct ReadOptions {
     const embedded::RateInfo* rate = nullptr; ///< wins over the file's own; null leaves that
     bool all_effects = false;                 ///< every effect is the lab's
-    bool unrender = false;                    ///< rendered clips as what they were rendered from
+    bool reverse_from_first =
+        false;             ///< an edit list's source in of a reverse shot is the frame shown first, not the lowest
+    bool unrender = false; ///< rendered clips as what they were rendered from
 };
 
 /// `edit` is empty and `error` set when the file can't be read. Messages name the file, the line and byte or the

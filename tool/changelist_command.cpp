@@ -127,8 +127,20 @@ std::vector<EditPtr> open_edits(const ChangelistJob& job) {
     return edits;
 }
 
+embedded::Warnings warnings_of_missing_keys(const ChangelistJob& job) {
+    embedded::Warnings warnings;
+    for (const std::string& path : tables_of(job)) {
+        const unsigned count = path == no_reel ? 0 : CutlistTable(path).events_without_key();
+        if (count > 0)
+            warnings.push_back(path + ": " + std::to_string(count) + (count == 1 ? " event has" : " events have") +
+                               " no key number; told apart by the names of their media alone");
+    }
+    return warnings;
+}
+
 /// The text of the error, empty when the report was made in `file`.
 std::string make_changelist(const ChangelistJob& job, const Heads& heads, const std::string& file) {
+    tell_warnings(warnings_of_missing_keys(job), job.output.quiet);
     const std::vector<EditPtr> kept_open = open_edits(job);
     embedded::settings_block block = block_of(job, heads);
     changelist_reels reels = reels_of(job);

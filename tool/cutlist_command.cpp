@@ -5,7 +5,7 @@
 #include "embedded/warning.h"
 #include "quillbrook/cutlist.h"
 #include "tool/command.h"
-#include "tool/key_values.h"
+#include "tool/film_check.h"
 #include "tool/list_switches.h"
 #include "tool/log_use.h"
 #include "tool/open_edit.h"
@@ -17,6 +17,7 @@
 #include "tool/tool_logger.h"
 
 #include <filesystem>
+#include <iostream>
 
 namespace tool {
 namespace {
@@ -31,6 +32,7 @@ struct CutlistJob {
     std::string log;        ///< the logging table that key numbers come from; empty: the edit's own labels
     LibraryOptions options; ///< wins over all of the above
     Settings settings;
+    CheckChoices choices;
 };
 
 /// Text options of the library hold no more bytes.
@@ -85,12 +87,6 @@ void check_files(const CutlistJob& job) {
     if (!job.log.empty()) check_is_log_table(job.log);
 }
 
-void tell_use_of_log(const CutlistJob& job, const EditPtr& edit) {
-    if (job.output.quiet) return;
-    tell_warnings(warnings_of_counting(job.log, edit, job.channel.kind), false);
-    tell_warnings(warnings_of_missing_rows(job.log, beside_report(job.output.report, ".cdb")), false);
-}
-
 int prove(const CutlistJob& job, const EditPtr& edit) {
     const std::string table = beside_report(job.output.report, ".cdb");
     return prove_lists(job.output.report, table, film_of_edit(edit, table, job.log, job.options), job.options);
@@ -101,10 +97,13 @@ int run(const CutlistJob& job) {
     apply_settings(job.settings);
     embedded::Warnings warnings;
     const EditPtr edit = open_edit(job.edit, warnings);
-    tell_warnings(warnings, job.output.quiet);
+    const film::Findings findings = check_film(
+        edit, check_options(job.edit, job.channel, job.log, job.neg_cut, job.options, job.choices), warnings);
+    tell_kinds(findings, job.output.quiet, std::cerr);
+    if (job.choices.strict && fails(findings, true)) return exit_failed;
 
     const embedded::settings_block options = options_of(job, edit);
-    ToolLogger logger(subject_of(job), job.output.quiet);
+    ToolLogger logger(subject_of(job), job.output.quiet || job.output.no_progress);
     CueList* cues = embedded::EditBuilder::cues_of(edit);
     const bool done = make_cutlist_from_edit(edit, logger, job.log.empty() ? 0 : 1, &options, cues, false);
     tell_warnings(embedded::take_warnings_of_copy(), job.output.quiet);
@@ -113,34 +112,22 @@ int run(const CutlistJob& job) {
     const std::string fault = done || job.log.empty() ? "" : fault_of_film(job.log);
     if (!fault.empty()) throw JobError(fault);
     if (!done) throw JobError(job.edit.paths.front() + ": " + subject_of(job) + " holds nothing to list");
-    if (!job.log.empty()) tell_use_of_log(job, edit);
     return job.prove ? prove(job, edit) : exit_done;
-}
-
-void add_source_options(OptionTable& options, CutlistJob& job) {
-    const auto fault_of_log = [](const std::string& path) {
-        return std::string(path.empty() ? "a logging table is wanted" : "");
-    };
-    options.add({
-        {"--channel", "CHANNEL", "The channel to list: V1, V2, ... or A1, A2, ...",
-         OneText{[&job](const std::string& text) { job.channel = parse_channel(text); }, text_of(job.channel)}},
-        {"--log", "TABLE", "The logging table that key numbers come from, by reel and timecode",
-         OneText{[&job](const std::string& text) { job.log = text; }, "", fault_of_log}},
-    });
 }
 
 void add_options(OptionTable& options, CutlistJob& job) {
     add_edit_input(options, job.edit);
     options.add({output_file(job.output, "The report to write")});
     add_report_options(options, job.options, job.settings);
-    options.add({overwrite(job.output, "Replace a report that is there"), quiet(job.output)});
-    add_source_options(options, job);
+    options.add({overwrite(job.output, "Replace a report that is there"), quiet(job.output), no_progress(job.output)});
+    add_channel_and_log(options, job.channel, job.log);
     options.add({
         {"--neg-cut", "", "A neg-cut list in place of a cutting-copy list", job.neg_cut},
         {"--frames", "", "Positions in frames in place of feet and frames", job.frames},
         single_layer_option(job.options),
         {"--prove", "", "Read the report back and hold it against the film that the edit needs", job.prove},
     });
+    add_check_options(options, job.choices);
 }
 
 constexpr const char* examples = R"(Examples:

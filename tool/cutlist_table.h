@@ -22,6 +22,16 @@ public:
         const char* value = is_readable() ? table_.get_param_val(name) : nullptr;
         return value ? value : "";
     }
+    /// Events whose film has no number: their keys only tell them apart.
+    unsigned events_without_key() const {
+        constexpr int key_missing = 19; // by number, as two names of columns stand twice
+        unsigned count = 0;
+        for (unsigned i = 0; is_readable() && i < table_.get_num_records(); ++i) {
+            const char* text = table_.get_record(i)->get_field(key_missing);
+            if (text && *text != '0') ++count;
+        }
+        return count;
+    }
     label_t film() const { return edlstr_to_label_type(parameter("film label_std").c_str()); }
     /// Nothing where the table doesn't say.
     std::optional<ChannelKind> kind() const { return kind_of_channel(parameter("channel")); }

@@ -14,7 +14,8 @@ namespace tool {
 struct Output {
     std::string report;
     bool overwrite = false;
-    bool quiet = false; ///< no progress, no warnings
+    bool quiet = false;       ///< no progress, no warnings; what is wrong is told all the same
+    bool no_progress = false; ///< warnings, but no progress
 };
 
 /// How an edit is read.
@@ -22,6 +23,7 @@ struct EditInput {
     std::vector<std::string> paths;           ///< one; several only of the edit lists of one programme
     const embedded::RateInfo* rate = nullptr; ///< null: what the file says
     bool all_effects = false;
+    bool reverse_from_first = false; ///< of reverse shots in edit lists the source in is the frame shown first
 };
 
 /// How logs are read: what the caller knows better than the files.

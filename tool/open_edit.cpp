@@ -22,13 +22,16 @@ std::string extension_of(const std::string& path) {
     return extension;
 }
 
-/// An edit list by its name, or by its lines where the name says nothing.
+} // namespace
+
 bool is_edit_list(const std::string& path) {
     const std::string extension = extension_of(path);
     if (extension == ".edl") return true;
     std::string bytes;
     return extension != ".otio" && embedded::read_file(path, &bytes, nullptr) && formats::looks_like_edl(bytes);
 }
+
+namespace {
 
 bool is_edit(const std::string& path) { return extension_of(path) == ".otio" || is_edit_list(path); }
 
@@ -55,6 +58,7 @@ EditPtr open_edit(const EditInput& input, embedded::Warnings& warnings) {
     formats::ReadOptions options;
     options.rate = input.rate;
     options.all_effects = input.all_effects;
+    options.reverse_from_first = input.reverse_from_first;
     const formats::ReadResult result = is_edit_list(input.paths.front())
                                            ? formats::read_edl(input.paths, options)
                                            : formats::read_otio(input.paths.front(), options);

@@ -7,6 +7,9 @@
 
 namespace tool {
 
+/// An edit list by its name, or by its lines where the name says nothing.
+bool is_edit_list(const std::string& path);
+
 /// The edit of a file, or of the edit lists of one programme, by extension or else by content; what was read past
 /// goes to `warnings`. Throws `JobError`.
 EditPtr open_edit(const EditInput& input, embedded::Warnings& warnings);

@@ -11,6 +11,12 @@ void add_edit_input(OptionTable& options, EditInput& edit) {
         {"EDIT", "", "The edit (.otio), or the edit lists of one programme (.edl)", edit.paths, Needed::yes},
         rate(edit.rate, "Frames a second of the edit, in place of what the file says"),
         {"--all-effects", "", "Every effect of the file is the lab's to make", edit.all_effects},
+        {"--edl-reverse", "WHICH",
+         "What an edit list's source in of a reverse shot is: the frame shown first, or the lowest",
+         OneText{[&edit](const std::string& text) { edit.reverse_from_first = text == "first"; }, "low",
+                 [](const std::string& text) {
+                     return std::string(text == "first" || text == "low" ? "" : "it is neither first nor low");
+                 }}},
     });
 }
 
@@ -43,6 +49,22 @@ Option output_file(Output& output, const char* what) { return {"-o", "FILE", wha
 Option overwrite(Output& output, const char* what) { return {"--overwrite", "", what, output.overwrite}; }
 
 Option quiet(Output& output) { return {"--quiet", "", "Tell neither progress nor warnings", output.quiet}; }
+
+Option no_progress(Output& output) {
+    return {"--no-progress", "", "Tell warnings, but no progress", output.no_progress};
+}
+
+void add_channel_and_log(OptionTable& options, ChannelName& channel, std::string& log) {
+    const auto fault_of_log = [](const std::string& path) {
+        return std::string(path.empty() ? "a logging table is wanted" : "");
+    };
+    options.add({
+        {"--channel", "CHANNEL", "The channel to list: V1, V2, ... or A1, A2, ...",
+         OneText{[&channel](const std::string& text) { channel = parse_channel(text); }, text_of(channel)}},
+        {"--log", "TABLE", "The logging table that key numbers come from, by reel and timecode",
+         OneText{[&log](const std::string& text) { log = text; }, "", fault_of_log}},
+    });
+}
 
 Option rate(const embedded::RateInfo*& rate, const char* what) {
     return {"--rate", "RATE", what,

@@ -20,6 +20,9 @@ void add_report_options(OptionTable& options, LibraryOptions& library, Settings&
 Option output_file(Output& output, const char* what);
 Option overwrite(Output& output, const char* what);
 Option quiet(Output& output);
+Option no_progress(Output& output);
+/// --channel, --log.
+void add_channel_and_log(OptionTable& options, ChannelName& channel, std::string& log);
 
 Option rate(const embedded::RateInfo*& rate, const char* what);
 /// A switch that sets an option of the library to `value`.

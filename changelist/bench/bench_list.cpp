@@ -77,15 +77,18 @@ Names names_of(const change_step& step) {
             on_one_line(std::string_view(step.take).substr(0, name_chars))};
 }
 
+/// A key number that only tells film apart isn't one to print.
+Words key_words(const LabelPoint& key, int missing) { return on_one_line(missing ? "no key" : point_text(key).text); }
+
 void print_step(report& out, const change_step& step) {
     const Names names = names_of(step);
     out.need_lines(2);
     out.print("\t %5d\t %4d\t %07d\t %s\t %07d", step.step, step.reel, step.position, action(step).text, step.length);
-    out.print("\t %s\t %s\t %s\t %07d\n", point_text(step.first_key).text, point_text(step.first_ink).text,
-              names.first.text, step.reel_length);
+    out.print("\t %s\t %s\t %s\t %07d\n", key_words(step.first_key, step.first_key_missing).text,
+              point_text(step.first_ink).text, names.first.text, step.reel_length);
     out.print("\t\t\t %s\t %s\t %s", feet(step.position).text, camera_roll(step).text, feet(step.length).text);
-    out.print("\t %s\t %s\t %s\t %s\n", point_text(step.last_key).text, point_text(step.last_ink).text,
-              names.second.text, feet(step.reel_length).text);
+    out.print("\t %s\t %s\t %s\t %s\n", key_words(step.last_key, step.last_key_missing).text,
+              point_text(step.last_ink).text, names.second.text, feet(step.reel_length).text);
 }
 
 } // namespace

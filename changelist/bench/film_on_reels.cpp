@@ -90,6 +90,8 @@ void name_film(change_step& step, const FilmOnReels& film, FilmPlace first, Film
     step.first_ink = counted_on(*head.event, head.event->ink_in, to_first);
     step.last_key = counted_on(*tail.event, tail.event->key_in, to_last);
     step.last_ink = counted_on(*tail.event, tail.event->ink_in, to_last);
+    step.first_key_missing = head.event->missing;
+    step.last_key_missing = tail.event->missing;
     step.speed = head.event->speed;
     put_text(step.cam_reel, head.event->cam_reel);
     step.shot_name = head.event->shot_name;

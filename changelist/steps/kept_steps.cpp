@@ -57,6 +57,7 @@ change_step step_of(const dbrecord& row, const RowLabels& labels, const StepColu
     step.length = number_field(row, hf_edit_length);
     step.first_key = labels.key(row, hf_keycode_in);
     step.last_key = labels.key(row, hf_keycode_out);
+    step.first_key_missing = step.last_key_missing = number_field(row, hf_keycode_missing);
     step.first_ink = labels.ink(row, hf_inkcode_in);
     step.last_ink = labels.ink(row, hf_inkcode_out);
     read_names(row, step);

@@ -117,7 +117,7 @@ embedded::EditDescription Reading::description() const {
 ReadResult Reading::run() {
     if (!parse() || !find_rate()) return std::move(result_);
     warn_of_drop();
-    const edl::Tracks tracks = edl::lay_out_tracks(lists_, *options_.rate);
+    const edl::Tracks tracks = edl::lay_out_tracks(lists_, *options_.rate, options_.reverse_from_first);
     result_.warnings.insert(result_.warnings.end(), tracks.warnings.begin(), tracks.warnings.end());
     if (tracks.empty()) {
         result_.error = result_.warnings.empty() ? names_of_lists() + ": no event has a length and a channel"

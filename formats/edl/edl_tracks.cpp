@@ -45,7 +45,8 @@ struct Delays {
 /// Lays out one list after the other, then settles each track.
 class Layout {
 public:
-    Layout(const std::vector<NamedList>& lists, const RateInfo& rate) : lists_(lists), rate_(rate) {}
+    Layout(const std::vector<NamedList>& lists, const RateInfo& rate, bool reverse_from_first)
+        : lists_(lists), rate_(rate), reverse_from_first_(reverse_from_first) {}
 
     Tracks run();
 
@@ -87,6 +88,7 @@ private:
 
     const std::vector<NamedList>& lists_;
     const RateInfo& rate_;
+    const bool reverse_from_first_;
     Tracks tracks_;
     std::size_t list_ = 0;
     std::string path_;
@@ -145,6 +147,9 @@ PlacedLine Layout::place(const Event& event, const EventLine& line) {
     else if (line.freeze && source != placed.out - placed.in)
         placed.speed = 0;
     check_source_length(placed, source);
+    // The frame shown first is the last of the stretch.
+    if (reverse_from_first_ && placed.speed < Fraction())
+        placed.source_in = placed.source_in + placed.speed * Fraction(placed.out - placed.in) + Fraction(1);
     return placed;
 }
 
@@ -359,6 +364,8 @@ std::string place_of(const std::string& path, int line) {
     return line == 0 ? path : path + ": line " + std::to_string(line);
 }
 
-Tracks lay_out_tracks(const std::vector<NamedList>& lists, const RateInfo& rate) { return Layout(lists, rate).run(); }
+Tracks lay_out_tracks(const std::vector<NamedList>& lists, const RateInfo& rate, bool reverse_from_first) {
+    return Layout(lists, rate, reverse_from_first).run();
+}
 
 } // namespace formats::edl

@@ -79,7 +79,8 @@ struct Tracks {
 };
 
 /// `lists` must outlive the result.
-Tracks lay_out_tracks(const std::vector<NamedList>& lists, const RateInfo& rate);
+/// `reverse_from_first`: the source in of a reverse shot is the frame that is shown first, not its lowest.
+Tracks lay_out_tracks(const std::vector<NamedList>& lists, const RateInfo& rate, bool reverse_from_first = false);
 
 /// "reel1.edl: line 12"; the path alone for line 0.
 std::string place_of(const std::string& path, int line);

@@ -1,5 +1,6 @@
 #include "formats/logs/log_check.h"
 
+#include "embedded/label_kinds.h"
 #include "formats/logs/log_builder.h"
 #include "formats/text_lines.h"
 
@@ -34,9 +35,12 @@ public:
 
     std::vector<LogFinding> run() {
         no_keys_ = std::none_of(rows_.begin(), rows_.end(), has_film_number);
+        some_rolls_ = std::any_of(rows_.begin(), rows_.end(), has_roll);
         for (const LogRow& row : rows_) {
             check_timecode(row);
+            check_day(row);
             check_reel(row);
+            check_roll(row);
             check_film_number(row);
             check_key_end(row);
             check_length(row);
@@ -71,6 +75,24 @@ private:
             find(row, LogProblem::very_long,
                  text_of(row.start) + " to " + text_of(row.end) + " is over " + std::to_string(longest_shot) +
                      " frames");
+    }
+
+    static bool has_roll(const LogRow& row) {
+        return !row[LogField::cam_reel].empty() || !row[LogField::lab_reel].empty();
+    }
+
+    // Timecode begins again at midnight; a number behind it is never looked up.
+    void check_day(const LogRow& row) {
+        for (const auto& [point, field] : {std::pair(row.start, LogField::start), std::pair(row.end, LogField::end)}) {
+            const embedded::TimecodeBase* base = embedded::timecode_base(point.type());
+            if (base && point.is_useful() && point.sample > base->day())
+                return find(row, LogProblem::past_day, quoted(row[field]) + " lies past 24 hours");
+        }
+    }
+
+    void check_roll(const LogRow& row) {
+        if (some_rolls_ && !has_roll(row))
+            find(row, LogProblem::no_roll, "no camera roll, so its reel is listed in its place");
     }
 
     void check_reel(const LogRow& row) {
@@ -127,6 +149,40 @@ private:
             check_reel_length(*rows.front(), cut.emplace(reel.substr(0, reel_compared), rows.front()).first->second);
             check_one_reel(rows);
         }
+        for (const auto& [reel, rows] : reels)
+            check_beginnings(reel, rows, reels);
+    }
+
+    using Reels = std::map<std::string, std::vector<const LogRow*>>;
+
+    // An event of reel "10" takes a row of reel "1" at its time where that comes first. What is cut to the same text is
+    // told by itself.
+    void check_beginnings(const std::string& reel, const std::vector<const LogRow*>& rows, const Reels& reels) {
+        for (std::size_t length = std::min(reel.size(), reel_compared) - 1; length > 0; --length) {
+            const auto other = reels.find(reel.substr(0, length));
+            if (other == reels.end()) continue;
+            const LogRow* met = row_at_the_time_of(rows, other->second);
+            if (!met || rows.empty()) continue;
+            find(*rows.front(), LogProblem::reel_begins,
+                 "reel " + quoted((*rows.front())[LogField::reel]) + " begins with reel " +
+                     quoted((*met)[LogField::reel]) + " of " + place_of(*met, *rows.front()) +
+                     ", which has the same times, so events may be listed with its film");
+            return;
+        }
+    }
+
+    // Both are in the order of their starts.
+    static const LogRow* row_at_the_time_of(const std::vector<const LogRow*>& rows,
+                                            const std::vector<const LogRow*>& others) {
+        constexpr int overrun_of_events = 30;
+        std::size_t next = 0;
+        for (const LogRow* row : rows) {
+            while (next < others.size() && others[next]->end.sample + overrun_of_events <= row->start.sample)
+                ++next;
+            if (next < others.size() && others[next]->start.sample - overrun_of_events < row->end.sample)
+                return others[next];
+        }
+        return nullptr;
     }
 
     void check_reel_length(const LogRow& row, const LogRow* other) {
@@ -142,6 +198,7 @@ private:
     //        |---|                   overlaps it
     //                |------|        overlaps it, and is the furthest then
     //
+    // and against the one right before it too, so that a row that reaches too far hides no other.
     void check_one_reel(std::vector<const LogRow*>& rows) {
         std::erase_if(rows, [](const LogRow* row) { return !has_length(*row); });
         check_standards(rows);
@@ -149,12 +206,18 @@ private:
             return std::pair(a->start.type(), a->start.sample) < std::pair(b->start.type(), b->start.sample);
         });
         const LogRow* furthest = nullptr;
+        const LogRow* before = nullptr;
         for (const LogRow* row : rows) {
-            if (furthest && furthest->start.type() == row->start.type() && row->start.sample < furthest->end.sample)
-                tell_overlap(*row, *furthest);
+            if (furthest && overlap(*furthest, *row)) tell_overlap(*row, *furthest);
+            if (before && before != furthest && overlap(*before, *row)) tell_overlap(*row, *before);
+            before = row;
             if (!furthest || furthest->start.type() != row->start.type() || furthest->end.sample < row->end.sample)
                 furthest = row;
         }
+    }
+
+    static bool overlap(const LogRow& before, const LogRow& row) {
+        return before.start.type() == row.start.type() && row.start.sample < before.end.sample;
     }
 
     // Events are looked up by frame numbers alone, so rows that count otherwise take events of one another.
@@ -198,6 +261,7 @@ private:
     const std::vector<LogRow>& rows_;
     const int tolerance_;
     bool no_keys_ = false;
+    bool some_rolls_ = false;
     std::vector<Found> findings_;
 };
 

@@ -62,6 +62,8 @@ struct change_step {
     std::int32_t reel_length = -1;     ///< frames of the reel after the step; -1 where the list doesn't tell
     LabelPoint first_key;              ///< of its first frame; a lift of several shots is named after the first
     LabelPoint last_key;
+    std::int32_t first_key_missing = 0; ///< not 0: that film has no number, and the key only tells it from other film
+    std::int32_t last_key_missing = 0;
     LabelPoint first_ink; ///< invalid where there is none
     LabelPoint last_ink;
     double speed = 1.0;

@@ -63,6 +63,45 @@ TEST(LogCheck, EndBeforeStart) {
                  "end 01:00:09:23 is before start 01:00:10:00");
 }
 
+TEST(LogCheck, ReelsThatBeginOtherReelsAtTheSameTimes) {
+    const std::vector<LogFinding> findings = check({with(good, 1, "1"), with(next, 1, "10"), with(after, 1, "10")});
+    ASSERT_EQ(findings.size(), 1u);
+    EXPECT_EQ(findings[0].problem, LogProblem::reel_begins);
+    EXPECT_EQ(findings[0].line, 9);
+    EXPECT_EQ(findings[0].text,
+              "reel \"10\" begins with reel \"1\" of line 8, which has the same times, so events may be "
+              "listed with its film");
+    EXPECT_THAT(check({with(good, 1, "1"), with(after, 1, "10")}), IsEmpty());
+    EXPECT_THAT(check({with(good, 1, "1"), with(next, 1, "20")}), IsEmpty());
+}
+
+TEST(LogCheck, ARowWithoutARollAmongOthersThatHaveOne) {
+    Cells with_roll = columns;
+    with_roll.push_back("Camroll");
+    const auto rolled = [](Cells cells, const std::string& roll) {
+        cells.push_back(roll);
+        return cells;
+    };
+    const auto findings_of = [&](const std::vector<Cells>& rows) {
+        return check_log(read(ale({"FPS\t24"}, with_roll, rows)).rows);
+    };
+    const std::vector<LogFinding> findings = findings_of({rolled(good, "A1"), rolled(next, "")});
+    ASSERT_EQ(findings.size(), 1u);
+    EXPECT_EQ(findings[0].problem, LogProblem::no_roll);
+    EXPECT_EQ(findings[0].line, 9);
+    EXPECT_THAT(findings_of({rolled(good, ""), rolled(next, "")}), IsEmpty());
+}
+
+TEST(LogCheck, ARowThatReachesTooFarHidesNoOther) {
+    const Cells far = with(good, 3, "01:59:00:00");
+    const std::vector<LogFinding> findings =
+        check({with(far, 5, ""), with(next, 3, "01:00:25:00"), with(with(after, 4, "KJ123456 1040+00"), 5, "")});
+    const auto overlaps = std::count_if(findings.begin(), findings.end(), [](const LogFinding& finding) {
+        return finding.problem == LogProblem::overlap && finding.line == 10;
+    });
+    EXPECT_EQ(overlaps, 2);
+}
+
 TEST(LogCheck, ZeroLength) { expect_found(with(next, 3, "01:00:10:00"), LogProblem::zero_length, "01:00:10:00"); }
 
 TEST(LogCheck, VeryLong) {
@@ -129,10 +168,11 @@ TEST(LogCheck, NoReel) { expect_found(with(next, 1, ""), LogProblem::no_reel, "n
 TEST(LogCheck, ReelsThatAreTheSameInWhatIsCompared) {
     const std::vector<LogFinding> findings = check(
         {with(good, 1, "A_0076C001_230511_x"), with(next, 1, "A_0076C001_230512_y"), with(after, 1, "A_0076C001")});
-    ASSERT_EQ(findings.size(), 1u);
+    ASSERT_EQ(findings.size(), 2u);
     EXPECT_EQ(findings[0].problem, LogProblem::reel_cut);
     EXPECT_EQ(findings[0].line, 9);
     EXPECT_THAT(findings[0].text, HasSubstr("in its first 15 characters"));
+    EXPECT_EQ(findings[1].problem, LogProblem::reel_begins);
 }
 
 TEST(LogCheck, MissingKeys) {

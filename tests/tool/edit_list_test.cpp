@@ -13,6 +13,7 @@
 
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::Not;
 
 namespace {
 
@@ -36,7 +37,7 @@ protected:
     void done(const std::vector<std::string>& arguments) {
         const ToolResult result = run(arguments, surroundings);
         EXPECT_EQ(result.status, 0) << result.err;
-        EXPECT_EQ(result.err, "");
+        EXPECT_THAT(result.err, Not(HasSubstr("wrong: ")));
     }
     /// Holds a file against the example's, or writes that one anew where QUILLBROOK_UPDATE_GOLDEN is 1.
     void expect_as_expected(const std::string& name) {
@@ -104,15 +105,23 @@ TEST_F(EditList, EventsWithoutARowAndOtherCountingsAreWarnedOf) {
     done({"log", "import", "a.csv", "-o", "24.RDB", "--rate", "24"});
     done({"log", "import", "a.csv", "-o", "25.RDB", "--rate", "25"});
     const ToolResult same = run({"cutlist", "a.edl", "--rate", "23.976", "--log", "24.RDB", "-o", "a.txt"});
-    EXPECT_EQ(same.err, "warning: 24.RDB: no row for 1 of 2 events; reels: B7\n");
+    EXPECT_THAT(same.err,
+                HasSubstr("doubt: no-log-row: a.edl: line 2: event 2 of V1 at frame 24 (10:00:01:00), \"B7\": no row "
+                          "of the log fits reel \"B7\" from 01:00:00:00 for 24 frames; "));
     EXPECT_THAT(read("a.cdb"), HasSubstr("KJ1234561000+00\tKJ1234561001+08"));
     const ToolResult other = run({"cutlist", "a.edl", "--rate", "24", "--log", "25.RDB", "-o", "b.txt"});
     EXPECT_EQ(other.status, 0);
-    EXPECT_THAT(other.err, HasSubstr("warning: 25.RDB: reel \"A\" counts 25fps there and 24fps in the edit; "));
+    EXPECT_THAT(
+        other.err,
+        HasSubstr("rate: a.edl: line 1: event 1 of V1 at frame 0 (10:00:00:00), \"A\": reel \"A\" counts 24fps in "
+                  "the edit and 25fps in 25.RDB line "));
     write("df.csv", columns + "1-1,A,01;00;00;00,01;00;10;00,KJ 12 3456-1000+00\n");
     done({"log", "import", "df.csv", "-o", "df.RDB", "--rate", "29.97"});
-    EXPECT_THAT(run({"cutlist", "a.edl", "--rate", "29.97", "--log", "df.RDB", "-o", "d.txt"}).err,
-                HasSubstr("reel \"A\" counts 30df there and 30fps in the edit"));
+    EXPECT_THAT(
+        run({"cutlist", "a.edl", "--rate", "29.97", "--log", "df.RDB", "-o", "d.txt"}).err,
+        HasSubstr(
+            "wrong: rate: a.edl: line 1: event 1 of V1 at frame 0 (10:00:00:00), \"A\": reel \"A\" counts 30fps in "
+            "the edit and 30df in df.RDB line "));
     EXPECT_EQ(run({"cutlist", "a.edl", "--rate", "24", "--log", "25.RDB", "-o", "c.txt", "--quiet"}).err, "");
 }
 
@@ -131,6 +140,20 @@ TEST_F(EditList, AKindOfFilmThatIsUnknownIsLaidToTheLog) {
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.err, HasSubstr("error: nitrate.RDB: \"nitrate\" of \"film label_std\" is no kind of film\n"));
     EXPECT_EQ(result.err.find("holds nothing"), std::string::npos);
+}
+
+TEST_F(EditList, SourcePointsOfAReverseShotAreTakenTheWayThatIsAskedFor) {
+    write("a.edl", "001  A V C 01:00:10:00 01:00:11:00 10:00:00:00 10:00:01:00\n"
+                   "M2   A   -024.0  01:00:10:00\n");
+    const auto shown_first = [this](const std::vector<std::string>& more) {
+        std::vector<std::string> line{"explain", "a.edl", "--rate", "24", "--at", "0"};
+        line.insert(line.end(), more.begin(), more.end());
+        return run(line).out;
+    };
+    EXPECT_THAT(shown_first({}), HasSubstr("timecode: reel \"A\" at 01:00:10:23 (24fps)\n"));
+    EXPECT_THAT(shown_first({"--edl-reverse", "low"}), HasSubstr("at 01:00:10:23 (24fps)\n"));
+    EXPECT_THAT(shown_first({"--edl-reverse", "first"}), HasSubstr("at 01:00:10:00 (24fps)\n"));
+    EXPECT_EQ(run({"check", "a.edl", "--rate", "24", "--edl-reverse", "last"}).status, 2);
 }
 
 TEST_F(EditList, RateIsAskedFor) {

@@ -1,0 +1,45 @@
+#pragma once
+// Looks for what is wrong or doubtful of an edit, for the commands that list and check edits.
+
+#include "embedded/warning.h"
+#include "film/find.h"
+#include "film/log_rows.h"
+#include "host/edit.h"
+#include "tool/job_parts.h"
+#include "tool/option_table.h"
+
+#include <iosfwd>
+#include <memory>
+#include <string>
+
+namespace tool {
+
+/// What the line says of the checks themselves.
+struct CheckChoices {
+    bool strict = false; ///< doubts fail a run too
+    int splice_frames = 1;
+};
+
+/// The switches --strict and --splice-frames.
+void add_check_options(OptionTable& options, CheckChoices& choices);
+
+/// A logging table's rows, read for `film`.
+std::unique_ptr<film::LogRows> open_log_rows(const std::string& table);
+
+/// How a channel is checked, by the options that its lists have.
+film::CheckOptions check_options(const EditInput& edit, const ChannelName& channel, const std::string& log,
+                                 bool neg_cut, const LibraryOptions& library, const CheckChoices& choices);
+
+/// What the reader told stands among the findings.
+film::Findings check_film(const EditPtr& edit, const film::CheckOptions& options, const embedded::Warnings& warnings);
+
+/// "wrong: log-overrun: reel.edl: line 12: event 4 of V1 at 240 (00:00:10:00), "name": what; what to do".
+std::string line_of(const film::Finding& finding);
+/// "2 wrong, 3 doubts, 1 note".
+std::string tally_of(const film::Findings& findings);
+/// A line for each kind, with its count and its first place. `only_wrong` leaves out doubts and notes.
+void tell_kinds(const film::Findings& findings, bool only_wrong, std::ostream& out);
+/// There is something wrong, or with `strict` doubtful.
+bool fails(const film::Findings& findings, bool strict);
+
+} // namespace tool
