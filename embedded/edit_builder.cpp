@@ -3,6 +3,7 @@
 #include "embedded/edit_data.h"
 #include "embedded/edit_store.h"
 #include "embedded/event_layout.h"
+#include "embedded/visible_text.h"
 #include "embedded/warning.h"
 
 #include <algorithm>
@@ -105,6 +106,20 @@ std::optional<LabelStart> label_start(const std::optional<LabelDescription>& des
     return start;
 }
 
+void receive_effects(std::vector<EffectDescription>& effects, Warnings& warnings) {
+    for (EffectDescription& effect : effects)
+        receive(effect.name, "effect", warnings);
+}
+
+void receive_source(SourceDescription& source, Warnings& warnings) {
+    receive(source.name, "source", warnings);
+    for (auto& [ident, reel] : source.reels)
+        receive(reel, "reel", warnings);
+    receive(source.scene, "scene", warnings);
+    receive(source.take, "take", warnings);
+    receive(source.description, "description", warnings);
+}
+
 struct EditBuilder::Impl {
     explicit Impl(EditDescription edit_description)
         : description(std::move(edit_description)), rate(description.rate ? *description.rate : default_rate()) {}
@@ -117,6 +132,10 @@ struct EditBuilder::Impl {
     Unrender unrender;
     Warnings warnings;
 
+    void receive_edit() {
+        receive(description.name, "edit", warnings);
+        receive(description.project, "project", warnings);
+    }
     ChannelInMaking& channel(int number) { return channels.at(static_cast<std::size_t>(number)); }
     Cookie cookie_of_item(const ChannelItem& item) const;
     CelEvent item_event(const LaidEvent& laid, const ChannelItem* item, int number, Sequence& sequence) const;
@@ -226,7 +245,9 @@ std::unique_ptr<Sequence> EditBuilder::Impl::sequence() {
     return made;
 }
 
-EditBuilder::EditBuilder(EditDescription description) : impl_(new Impl(std::move(description))) {}
+EditBuilder::EditBuilder(EditDescription description) : impl_(new Impl(std::move(description))) {
+    impl_->receive_edit();
+}
 
 EditBuilder::~EditBuilder() { delete impl_; }
 
@@ -236,6 +257,7 @@ int EditBuilder::add_channel(int kind, int subtype) {
 }
 
 SourceId EditBuilder::add_source(SourceDescription source) {
+    receive_source(source, impl_->warnings);
     auto edit = std::make_unique<Edit::Impl>(source.rate ? *source.rate : impl_->rate);
     EditStore& store = EditStore::get();
     edit->cookie = cookie_of_edit(source.identity, store.next_serial());
@@ -262,6 +284,8 @@ SourceId EditBuilder::add_source(SourceDescription source) {
 }
 
 void EditBuilder::add_event(int channel, EventDescription event) {
+    receive_effects(event.effects, impl_->warnings);
+    make_visible(event.label);
     impl_->channel(channel).items.push_back({ChannelItem::Kind::event, std::move(event)});
 }
 
@@ -269,6 +293,7 @@ void EditBuilder::add_black(int channel, const Fraction& duration, std::vector<E
                             std::vector<int> effect_tracks) {
     ChannelItem black{ChannelItem::Kind::black, {}};
     black.event.duration = duration;
+    receive_effects(effects, impl_->warnings);
     black.event.effects = std::move(effects);
     black.event.effect_tracks = std::move(effect_tracks);
     impl_->channel(channel).items.push_back(std::move(black));
@@ -280,6 +305,7 @@ void EditBuilder::add_gap(int channel, const Fraction& duration, std::vector<Eff
     ChannelItem gap;
     gap.event.duration = duration;
     if (made.fx()) {
+        receive_effects(effects, impl_->warnings);
         gap.event.effects = std::move(effects);
         gap.event.effect_tracks = std::move(effect_tracks);
     } else if (!effects.empty()) {
@@ -291,14 +317,18 @@ void EditBuilder::add_gap(int channel, const Fraction& duration, std::vector<Eff
 
 void EditBuilder::add_transition(int channel, TransitionDescription transition) {
     ChannelInMaking& made = impl_->channel(channel);
+    receive(transition.name, "transition", impl_->warnings);
+    make_visible(transition.label);
     made.cuts.push_back({made.items.size(), std::move(transition)});
 }
 
 void EditBuilder::add_cue(int channel, CueLevel level, CueDescription cue) {
+    receive(cue.text, "cue", impl_->warnings);
     impl_->cues.push_back({channel, static_cast<int>(level), std::move(cue)});
 }
 
 void EditBuilder::add_stack_cue(CueDescription cue) {
+    receive(cue.text, "cue", impl_->warnings);
     impl_->cues.push_back({-1, static_cast<int>(CueLevel::stack), std::move(cue)});
 }
 

@@ -4,6 +4,7 @@
 #include "embedded/replacement_file.h"
 #include "embedded/services.h"
 #include "embedded/table_data.h"
+#include "embedded/table_door.h"
 #include "embedded/table_file.h"
 #include "host/edit.h"
 
@@ -54,6 +55,7 @@ recdb::recdb(LightweightString<wchar_t> filename, int max_records, bool) : impl_
     const bool read = embedded::read_file(toUTF8(filename).c_str(), &bytes, nullptr) &&
                       embedded::read_table(bytes, limit, &impl_->data);
     impl_->valid = read ? 1 : 0;
+    if (read) embedded::receive_table(impl_->data, toUTF8(filename).c_str());
 }
 
 recdb::recdb(const recdb& other, int with_records) : impl_(new Impl) {

@@ -1,5 +1,6 @@
 #include "embedded/replacement_file.h"
 
+#include "embedded/limits.h"
 #include "embedded/services.h"
 
 #include <atomic>
@@ -160,19 +161,21 @@ bool write_file_whole(const std::string& path, const std::string& bytes, std::st
 bool read_file(const std::string& path, std::string* bytes, std::string* why) {
     const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     int error = descriptor < 0 ? errno : 0;
+    std::string too_large;
     bytes->clear();
     constexpr std::size_t block_size = 64 * 1024;
     std::vector<char> block(descriptor < 0 ? 0 : block_size);
-    while (error == 0) {
+    while (error == 0 && too_large.empty()) {
         const ssize_t got = ::read(descriptor, block.data(), block.size());
         if (got == 0) break;
         if (got > 0) bytes->append(block.data(), static_cast<std::size_t>(got));
+        too_large = fault_of_size(bytes->size());
         if (got < 0 && errno != EINTR) error = errno;
     }
     if (descriptor >= 0) ::close(descriptor);
-    if (error == 0) return true;
-    bytes->clear();
-    if (why) *why = std::strerror(error);
+    if (error == 0 && too_large.empty()) return true;
+    *bytes = std::string();
+    if (why) *why = error == 0 ? too_large : std::strerror(error);
     return false;
 }
 

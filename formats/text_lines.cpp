@@ -1,5 +1,6 @@
 #include "formats/text_lines.h"
 
+#include "embedded/limits.h"
 #include "host/ascii_text.h"
 
 #include <algorithm>
@@ -47,11 +48,25 @@ TextLines::TextLines(std::string_view bytes) {
     } else if (bytes.find('\0') != std::string_view::npos) {
         trouble_ = "isn't text";
     }
-    if (*trouble_) return;
+    if (trouble_.empty()) trouble_ = fault_of_lines(bytes);
+    if (!trouble_.empty()) return;
     if (bytes.substr(0, byte_order_mark.size()) == byte_order_mark) bytes.remove_prefix(byte_order_mark.size());
     was_latin_ = !is_utf8(bytes);
     text_ = was_latin_ ? from_latin(bytes) : std::string(bytes);
     split();
+}
+
+std::string fault_of_lines(std::string_view bytes) {
+    const std::size_t longest = embedded::limits().line_bytes;
+    std::size_t line = 1;
+    for (std::size_t begin = 0; begin < bytes.size(); ++line) {
+        const std::size_t end = std::min(bytes.find_first_of("\r\n", begin), bytes.size());
+        if (end - begin > longest)
+            return "line " + std::to_string(line) + " is longer than " + std::to_string(longest) +
+                   " bytes, the most that is read; --max-line takes more";
+        begin = end + (bytes.substr(end, 2) == "\r\n" ? 2 : 1);
+    }
+    return {};
 }
 
 void TextLines::split() {

@@ -23,7 +23,7 @@ public:
     }
     bool was_latin() const { return was_latin_; }
     /// Why the bytes are no text; empty where they are.
-    const char* trouble() const { return trouble_; }
+    const char* trouble() const { return trouble_.c_str(); }
 
 private:
     void split();
@@ -31,9 +31,11 @@ private:
     std::string text_;
     std::vector<std::string_view> lines_;
     bool was_latin_ = false;
-    const char* trouble_ = "";
+    std::string trouble_;
 };
 
+/// Which line is longer than is read, in words; empty where none is.
+std::string fault_of_lines(std::string_view bytes);
 bool is_utf8(std::string_view text);
 /// Characters of a UTF-8 text: bytes but those that continue one.
 std::size_t characters_of(std::string_view text);

@@ -92,6 +92,12 @@ struct Heads {
     CutlistTable new_cut;
 
     explicit Heads(const ChangelistJob& job) : old_cut(job.old_reels.front(), 1), new_cut(job.new_reels.front(), 1) {}
+
+    /// A head that couldn't be read, though the run then could, would leave the names out.
+    void check(const ChangelistJob& job) const {
+        if (!old_cut.is_readable()) throw JobError(job.old_reels.front() + ": couldn't be read");
+        if (!new_cut.is_readable()) throw JobError(job.new_reels.front() + ": couldn't be read");
+    }
 };
 
 embedded::settings_block block_of(const ChangelistJob& job, const Heads& heads) {
@@ -193,12 +199,14 @@ int run(const ChangelistJob& job) {
     if (job.lists_dir) embedded::set_lists_directory(*job.lists_dir);
     check_work_directory();
     const std::string made = embedded::work_directory() + "/changes.txt";
+    receive_tables(job.output.quiet);
     const Heads heads(job);
     const std::string error = make_changelist(job, heads, made);
     if (!error.empty()) {
         std::cerr << "error: " << told_error(error, tables_of(job)) << '\n';
         return exit_failed;
     }
+    heads.check(job);
     put_report(made, job.output.report);
     if (job.json) write_whole(*job.json, change_document(heads.old_cut.parameter("film label_std")));
     return job.prove ? prove(job.options) : exit_done;

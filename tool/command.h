@@ -5,6 +5,7 @@
 //
 // then its row in tool/commands.cpp. tool/print_command.cpp is a short one to begin from.
 
+#include "tool/limit_options.h"
 #include "tool/option_table.h"
 
 #include <functional>
@@ -31,7 +32,12 @@ template <class Job, void (*add_options)(OptionTable&, Job&), int (*run)(const J
     const auto job = std::make_shared<Job>();
     Prepared prepared;
     add_options(prepared.options, *job);
-    prepared.run = [job] { return run(*job); };
+    const auto limits = std::make_shared<LimitOptions>();
+    limits->add_to(prepared.options);
+    prepared.run = [job, limits] {
+        limits->apply();
+        return run(*job);
+    };
     return prepared;
 }
 

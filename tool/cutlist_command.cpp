@@ -95,6 +95,7 @@ int prove(const CutlistJob& job, const EditPtr& edit) {
 int run(const CutlistJob& job) {
     check_files(job);
     apply_settings(job.settings);
+    if (!job.log.empty()) receive_tables(job.output.quiet);
     embedded::Warnings warnings;
     const EditPtr edit = open_edit(job.edit, warnings);
     const film::Findings findings = check_film(

@@ -19,6 +19,7 @@ struct LogCheckJob {
 
 /// The exit status; also 1 when something was found.
 int run(const LogCheckJob& job) {
+    receive_tables(false);
     embedded::Warnings warnings;
     const std::vector<formats::LogRow> rows = open_logs(job.logs, warnings);
     tell_warnings(warnings, false);

@@ -4,6 +4,7 @@
 #include "tool/open_logs.h"
 #include "tool/shared_options.h"
 #include "tool/tool_error.h"
+#include "tool/tool_logger.h"
 
 namespace tool {
 namespace {
@@ -15,6 +16,7 @@ struct LogMergeJob {
 
 int run(const LogMergeJob& job) {
     check_table_output(job.tables, job.output);
+    receive_tables(job.output.quiet);
     const std::unique_ptr<filmdb> table = open_log_table(job.tables.front());
     for (std::size_t i = 1; i < job.tables.size(); ++i)
         merge_log_table(*table, *open_log_table(job.tables[i]), job.tables[i]);

@@ -68,6 +68,7 @@ void show_file(const std::string& path, const std::vector<LogRow>& rows) {
 }
 
 int run(const LogShowJob& job) {
+    receive_tables(false);
     for (const std::string& path : job.logs.paths) {
         LogInput input = job.logs;
         input.paths = {path};

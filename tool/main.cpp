@@ -1,5 +1,6 @@
 // quillbrook: film lists from edits.
 
+#include "embedded/visible_text.h"
 #include "tool/command_line.h"
 #include "tool/tool_error.h"
 
@@ -25,7 +26,7 @@ int tell(const char* what, int status) {
     return status;
 }
 
-int tell(const std::exception& error, int status) { return tell(error.what(), status); }
+int tell(const std::exception& error, int status) { return tell(embedded::visible(error.what()).c_str(), status); }
 
 // What ends the process outside of `main`, or without the memory for an exception.
 [[noreturn]] void end_without_memory() {

@@ -1,5 +1,6 @@
 #include "tool/output_files.h"
 
+#include "embedded/limits.h"
 #include "embedded/services.h"
 #include "host/settings.h"
 #include "tool/tool_error.h"
@@ -69,7 +70,9 @@ std::string fault_of_input(const std::string& path) {
     if (path.empty()) return "names no file";
     std::error_code trouble;
     if (fs::is_directory(path, trouble)) return "is a directory";
-    return access(path.c_str(), R_OK) != 0 ? std::strerror(errno) : "";
+    if (access(path.c_str(), R_OK) != 0) return std::strerror(errno);
+    const auto size = fs::file_size(path, trouble);
+    return trouble ? "" : embedded::fault_of_size(size);
 }
 
 void check_readable(const std::string& path) {

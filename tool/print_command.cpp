@@ -53,6 +53,7 @@ int run(const PrintJob& job) {
         check_outputs(path, job.output, {});
     if (!job.log.empty()) check_is_log_table(job.log);
     apply_settings(job.settings);
+    receive_tables(job.output.quiet);
     tell_warnings(warnings_of(job), job.output.quiet);
 
     embedded::settings_block options;

@@ -1,4 +1,6 @@
 #include "tool/tool_logger.h"
+#include "embedded/table_door.h"
+#include "embedded/visible_text.h"
 #include "embedded/warning.h"
 
 #include <iostream>
@@ -8,22 +10,24 @@ namespace tool {
 constexpr int level_that_ends_a_run = 4;
 
 std::string one_line(const std::string& text) {
-    std::string line;
-    for (const char c : text)
-        line += static_cast<unsigned char>(c) < ' ' || c == '\x7f' ? ' ' : c;
-    line.erase(line.find_last_not_of(' ') + 1);
-    line.erase(0, line.find_first_not_of(' '));
-    return line;
+    constexpr const char* blanks = " \t\r\n";
+    const std::size_t first = text.find_first_not_of(blanks);
+    if (first == std::string::npos) return {};
+    return embedded::visible(text.substr(first, text.find_last_not_of(blanks) + 1 - first));
 }
 
 void ToolLogger::message(const LightweightString<wchar_t>& text, int level) {
     const std::string line = one_line(toUTF8(text).c_str());
     if (level == level_that_ends_a_run) {
         failed_ = true;
-        std::cerr << "error: " << line << " (" << subject_ << ")\n";
+        std::cerr << "error: " << line << " (" << one_line(subject_) << ")\n";
     } else if (!quiet_ && !line.empty()) {
         std::cout << line << '\n';
     }
+}
+
+void receive_tables(bool quiet) {
+    embedded::receive_tables([quiet](const embedded::Warning& warning) { tell_warnings({warning}, quiet); });
 }
 
 void tell_warnings(const embedded::Warnings& warnings, bool quiet) {

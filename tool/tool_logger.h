@@ -24,9 +24,13 @@ private:
     bool failed_ = false;
 };
 
+/// Tables that are read from now on hold names that can't forge anything; what was wrong with them is told, unless
+/// `quiet`.
+void receive_tables(bool quiet);
 /// Tells each warning in a line of its own, unless `quiet`.
 void tell_warnings(const embedded::Warnings& warnings, bool quiet);
-/// The text without line ends and other control characters, so that a name from a file can't spoil a terminal.
+/// The text without blanks around it, with signs for control characters, so that a name from a file can't spoil a
+/// terminal.
 std::string one_line(const std::string& text);
 
 } // namespace tool

@@ -145,6 +145,12 @@ ReadResult read_edl(const std::vector<std::string>& paths, const ReadOptions& op
             result.error = paths[i] + ": " + (why.empty() ? "can't be read" : why);
             return result;
         }
+        why = fault_of_lines(bytes[i]);
+        if (!why.empty()) {
+            ReadResult result;
+            result.error = paths[i] + ": " + why;
+            return result;
+        }
         texts.push_back({bytes[i], paths[i], status.st_mtime});
     }
     return read_edl_texts(texts, options);

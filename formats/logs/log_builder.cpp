@@ -1,5 +1,7 @@
 #include "formats/logs/log_builder.h"
 
+#include "embedded/visible_text.h"
+
 #include "embedded/clamped.h"
 #include "embedded/decimal_text.h"
 #include "formats/logs/film_values.h"
@@ -164,9 +166,23 @@ void LogBuilder::copy_texts(const LogCells& cells, LogRow& row) {
     else if (row[LogField::reel].empty())
         row[LogField::reel] = head_.reel;
     std::string& name = row[LogField::name];
-    if (!name.empty()) return;
-    name = row[LogField::scene];
-    if (!row[LogField::take].empty()) name += (name.empty() ? "" : "-") + row[LogField::take];
+    if (name.empty()) {
+        name = row[LogField::scene];
+        if (!row[LogField::take].empty()) name += (name.empty() ? "" : "-") + row[LogField::take];
+    }
+    receive_texts(cells, row);
+}
+
+void LogBuilder::receive_texts(const LogCells& cells, LogRow& row) {
+    for (std::size_t field = 0; field < log_fields; ++field) {
+        const embedded::Received what = embedded::receive(row.texts[field]);
+        if (what.is_plain()) continue;
+        const std::string place = path_ + ":" + std::to_string(cells.line) + ":" +
+                                  std::to_string(std::max(cells.cells[field].column, 1)) + ": ";
+        for (const embedded::Warning& line :
+             embedded::told(what, title_of(static_cast<LogField>(field)), row.texts[field]))
+            log_.warnings.push_back({line.kind, place + line.text});
+    }
 }
 
 const RateInfo* LogBuilder::rate_of(const LogCells& cells) {

@@ -55,6 +55,7 @@ private:
     void read_ink(const LogCells& cells, LogRow& row);
     void read_pulldown(const LogCells& cells, LogRow& row);
     void copy_texts(const LogCells& cells, LogRow& row);
+    void receive_texts(const LogCells& cells, LogRow& row);
     void read_other_timecodes(const LogCells& cells, LogRow& row);
     bool ends_are_inclusive() const;
     bool key_ends_are_inclusive() const;
