@@ -4,6 +4,7 @@
 
 #include "cutlist/cutlist_options.h"
 #include "embedded/edit_builder.h"
+#include "embedded/services.h"
 #include "formats/edl/edl_reader.h"
 #include "formats/logs/log_reader.h"
 #include "formats/logs/log_table.h"

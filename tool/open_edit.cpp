@@ -27,8 +27,10 @@ std::string extension_of(const std::string& path) {
 bool is_edit_list(const std::string& path) {
     const std::string extension = extension_of(path);
     if (extension == ".edl") return true;
-    std::string bytes;
-    return extension != ".otio" && embedded::read_file(path, &bytes, nullptr) && formats::looks_like_edl(bytes);
+    if (extension == ".otio") return false;
+    std::string bytes, why;
+    if (!embedded::read_file(path, &bytes, &why)) throw JobError(path + ": " + why);
+    return formats::looks_like_edl(bytes);
 }
 
 namespace {

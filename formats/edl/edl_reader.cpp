@@ -3,6 +3,7 @@
 #include "embedded/services.h"
 #include "formats/edl/edl_build.h"
 #include "formats/file_names.h"
+#include "formats/text_lines.h"
 
 #include <sys/stat.h>
 

@@ -189,7 +189,7 @@ TEST_F(ChangeSteps, BytesThatAreNoCharactersAreReplaced) {
     const JsonValue& step = steps(document(), "changes")[0];
     EXPECT_EQ(json_string(&step["shot"]), "L\xEF\xBF\xBDmp \xF0\x9F\x8E\x9E\xEF\xBF\xBD");
     EXPECT_EQ(json_string(&step["scene"]), "\xEF\xBF\xBD");
-    EXPECT_EQ(json_string(&step["take"]), "a\"b\x01");
+    EXPECT_EQ(json_string(&step["take"]), "a\"b\xE2\x90\x81");
 }
 
 TEST_F(ChangeSteps, FileForScriptsIsReplacedOnlyWhenAllowed) {
