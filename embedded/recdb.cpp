@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
 using embedded::Column;
 using embedded::Row;
@@ -40,29 +41,36 @@ struct recdb::Impl {
     }
 };
 
-recdb::recdb(const DBFieldDesc* schema) : impl_(new Impl) {
+// What is half made when memory ends goes with the maker, not with the table, which isn't there yet.
+recdb::recdb(const DBFieldDesc* schema) : impl_(nullptr) {
+    auto made = std::make_unique<Impl>();
     for (; schema && !schema->name.empty(); ++schema) {
         const bool letter = embedded::is_type_letter(schema->type);
-        impl_->data.columns.push_back(
+        made->data.columns.push_back(
             {schema->name.c_str(), static_cast<char>(letter ? schema->type : DBFieldTypes::text)});
     }
+    impl_ = made.release();
 }
 
-recdb::recdb(LightweightString<wchar_t> filename, int max_records, bool) : impl_(new Impl) {
-    impl_->filename = filename;
+recdb::recdb(LightweightString<wchar_t> filename, int max_records, bool) : impl_(nullptr) {
+    auto made = std::make_unique<Impl>();
+    made->filename = filename;
     std::string bytes;
     const std::size_t limit = max_records > 0 ? static_cast<std::size_t>(max_records) : 0;
     const bool read = embedded::read_file(toUTF8(filename).c_str(), &bytes, nullptr) &&
-                      embedded::read_table(bytes, limit, &impl_->data);
-    impl_->valid = read ? 1 : 0;
-    if (read) embedded::receive_table(impl_->data, toUTF8(filename).c_str());
+                      embedded::read_table(bytes, limit, &made->data);
+    made->valid = read ? 1 : 0;
+    if (read) embedded::receive_table(made->data, toUTF8(filename).c_str());
+    impl_ = made.release();
 }
 
-recdb::recdb(const recdb& other, int with_records) : impl_(new Impl) {
-    impl_->filename = other.impl_->filename;
-    impl_->valid = other.impl_->valid;
-    impl_->data.copy_layout(other.impl_->data);
-    if (with_records != 0) impl_->data.copy_shown_rows(other.impl_->data);
+recdb::recdb(const recdb& other, int with_records) : impl_(nullptr) {
+    auto made = std::make_unique<Impl>();
+    made->filename = other.impl_->filename;
+    made->valid = other.impl_->valid;
+    made->data.copy_layout(other.impl_->data);
+    if (with_records != 0) made->data.copy_shown_rows(other.impl_->data);
+    impl_ = made.release();
 }
 
 recdb& recdb::operator=(const recdb& other) {
