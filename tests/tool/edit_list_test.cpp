@@ -133,12 +133,13 @@ TEST_F(EditList, AKindOfFilmThatIsUnknownIsLaidToTheLog) {
     std::string table = read("a.RDB");
     table.replace(0, table.find('\n'), "%recdb 1");
     if (const std::size_t seal = table.find("%end "); seal != std::string::npos) table.erase(seal);
-    const std::size_t film = table.find("film label_std=35mm-4p\n");
+    const std::size_t film = table.find("film label_std=\n");
     ASSERT_NE(film, std::string::npos);
-    write("nitrate.RDB", table.substr(0, film) + "film label_std=nitrate\n" + table.substr(film + 23));
+    write("nitrate.RDB", table.insert(table.find('\n', film), "nitrate"));
     const ToolResult result = run({"cutlist", "a.edl", "--rate", "24", "--log", "nitrate.RDB", "-o", "a.txt"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.err, HasSubstr("error: nitrate.RDB: \"nitrate\" of \"film label_std\" is no kind of film\n"));
+    EXPECT_THAT(result.err,
+                HasSubstr("quillbrook: nitrate.RDB: \"nitrate\" of \"film label_std\" is no kind of film\n"));
     EXPECT_EQ(result.err.find("holds nothing"), std::string::npos);
 }
 
