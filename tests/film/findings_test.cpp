@@ -118,6 +118,19 @@ TEST_F(FilmFindings, FramesBeforeTheMediaAreOutsideToo) {
     EXPECT_THAT(only(run()), HasSubstr("5 of 10 frames lie outside the media"));
 }
 
+TEST_F(FilmFindings, AFreezeBeforeOrBehindTheMediaIsOutsideIt) {
+    SourceDescription source = keyed("vt1", "KJ1234560100+00");
+    source.length = frames(100);
+    const SourceId id = builder.add_source(source);
+    builder.add_event(v1, event_of(id, -1, 10, 0));
+    builder.add_event(v1, event_of(id, 99, 10, 0));
+    builder.add_event(v1, event_of(id, 100, 10, 0));
+    std::vector<std::int64_t> places;
+    for (const Finding& finding : run())
+        if (finding.code == Code::outside_media) places.push_back(finding.place.frame);
+    EXPECT_THAT(places, ElementsAre(0, 20));
+}
+
 TEST_F(FilmFindings, AClipAboveTheLowestTrackIsInNoList) {
     const int v2 = builder.add_channel(1);
     builder.add_event(v1, event_of(builder.add_source(keyed("a", "KJ1111110100+00")), 0, 48));

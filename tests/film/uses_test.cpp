@@ -91,6 +91,17 @@ TEST_F(FilmUses, AnOpticalHasOneNumberInANegCut) {
     EXPECT_THAT(numbers, ElementsAre(1, 1, 1, 1, 2));
 }
 
+TEST_F(FilmUses, AnOpticalThatBeginsWhereAnEventEndsIsTheNextOnes) {
+    const int fx = builder.add_channel(picture, chan_fx);
+    builder.add_event(v1, event_of(a, 24));
+    builder.add_event(v1, event_of(b, 24));
+    builder.add_gap(fx, frames(24));
+    builder.add_gap(fx, frames(24), {lab_effect("Blur", {0})});
+    const Strips strips = uses();
+    EXPECT_EQ(strips[0].optical, 0);
+    EXPECT_EQ(strips[1].optical, 1);
+}
+
 TEST_F(FilmUses, SoundKeepsItsCrossfadesOut) {
     const int a1 = builder.add_channel(sound);
     builder.add_event(a1, event_of(a, 48));

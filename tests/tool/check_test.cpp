@@ -124,4 +124,24 @@ TEST_F(Check, ExplainFindsEventsByNumber) {
     EXPECT_EQ(run({"explain", "reel.edl", "--rate", "24", "--at", "x"}).status, 1);
 }
 
+TEST_F(Check, FilmWithoutANumberIsNoKeyInChanges) {
+    write("new.edl", "TITLE: Ferry\n"
+                     "001  T10  V C 01:00:00:00 01:00:02:00 10:00:00:00 10:00:02:00\n"
+                     "002  T9   V C 01:00:00:00 01:00:03:00 10:00:02:00 10:00:05:00\n");
+    EXPECT_EQ(run({"cutlist", "reel.edl", "--rate", "24", "-o", "old.txt"}).status, 0);
+    EXPECT_EQ(run({"cutlist", "new.edl", "--rate", "24", "-o", "new.txt"}).status, 0);
+    const ToolResult result = run(
+        {"changelist", "--old", "old.cdb", "--new", "new.cdb", "-o", "c.txt", "--lists", "bench", "--json", "c.json"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(result.err, HasSubstr("warning: old.cdb: 3 events have no key number; "));
+    EXPECT_THAT(result.err, HasSubstr("warning: new.cdb: 2 events have no key number; "));
+    const std::string list = read("c.txt");
+    int told = 0;
+    for (std::size_t at = list.find("no key"); at != std::string::npos; at = list.find("no key", at + 1))
+        ++told;
+    EXPECT_EQ(told, 6) << "first and last of three steps";
+    EXPECT_THAT(read("c.json"), HasSubstr("\"first_key\": null"));
+    EXPECT_THAT(read("c.json"), Not(HasSubstr("\"first_key\": \"")));
+}
+
 } // namespace
