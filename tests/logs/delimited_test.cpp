@@ -85,7 +85,7 @@ TEST(Delimited, TheRateOfARowSaysThatItDropsFrames) {
 
 TEST(Delimited, ARowWithoutAnEndIsToldWhereItsEndWouldStand) {
     const Log log = read_csv("Name,Start,End\na,01:00:00:00,\n");
-    EXPECT_THAT(log.warnings, ElementsAre("day.csv:2:15: the row has neither end nor duration"));
+    EXPECT_THAT(log.warnings, ElementsAre(HasSubstr("day.csv:2:15: the row has neither end nor duration")));
 }
 
 TEST(Delimited, ColumnsOfMessagesCountQuotesToo) {
