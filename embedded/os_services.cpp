@@ -1,5 +1,6 @@
 #include "embedded/replacement_file.h"
 #include "embedded/services.h"
+#include "embedded/transaction.h"
 #include "host/counted.h"
 #include "host/text.h"
 
@@ -11,7 +12,6 @@
 #include <memory>
 #include <new>
 #include <string>
-#include <unistd.h>
 
 namespace embedded {
 namespace {
@@ -33,7 +33,7 @@ public:
     // While an exception passes, what was written is the beginning of a file.
     ~ReplacementStream() override {
         if (std::uncaught_exceptions() > exceptions_before_) return;
-        if (!file_.commit()) note_write_failure(path_);
+        if (!file_.commit()) note_write_failure(path_, file_.why());
     }
     void write(const void* data, unsigned int count) override {
         if (count == 1) return file_.put(*static_cast<const char*>(data));
@@ -49,7 +49,11 @@ private:
 
 class StandardFiles : public file_service {
 public:
-    void remove(LightweightString<wchar_t> path) override { ::unlink(toUTF8(path).c_str()); }
+    void remove(LightweightString<wchar_t> path) override {
+        const std::string name = toUTF8(path).c_str();
+        if (Transaction* run = Transaction::current()) return run->remove(name);
+        (void)remove_file(name);
+    }
 
     // A stream that couldn't be opened notes its failure when it goes.
     Qb::Ptr<stream> open(LightweightString<wchar_t> path, int, int, int, int) override {

@@ -1,13 +1,13 @@
+#include "embedded/private_folder.h"
 #include "embedded/services.h"
+#include "embedded/transaction.h"
 
 #include <cerrno>
-#include <cstdint>
+#include <climits>
 #include <cstdlib>
-#include <fcntl.h>
 #include <filesystem>
+#include <memory>
 #include <sys/stat.h>
-#include <sys/syscall.h>
-#include <unistd.h>
 
 namespace embedded {
 namespace {
@@ -16,40 +16,25 @@ LightweightString<wchar_t> wide(const std::string& bytes) {
     return fromUTF8(LightweightString<char>(std::string_view(bytes)));
 }
 
-/// Where working files lie. One that we made ourselves goes with the process that made it.
-struct FolderEntry {
-    std::uint64_t inode;
-    std::int64_t offset;
-    unsigned short size;
-    unsigned char type;
-    char name[1];
-};
+constexpr const char* work_prefix = "quillbrook-";
 
-// A folder of files, without memory: a process that ran out of it leaves nothing behind either.
-void remove_folder(const char* path) {
-    const int folder = ::open(path, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    alignas(FolderEntry) char entries[4096];
-    long got = 0;
-    while (folder >= 0 && (got = ::syscall(SYS_getdents64, folder, entries, sizeof entries)) > 0) {
-        for (long at = 0; at < got;) {
-            const auto* entry = reinterpret_cast<const FolderEntry*>(entries + at);
-            at += entry->size;
-            ::unlinkat(folder, entry->name, 0);
-        }
-    }
-    if (folder >= 0) ::close(folder);
-    ::rmdir(path);
+std::string temporary_folder() {
+    const char* folder = std::getenv("TMPDIR");
+    return folder && *folder ? folder : "/tmp";
 }
 
+/// Where working files lie. One that we made ourselves goes with the process that made it.
 class WorkDirectory {
 public:
-    ~WorkDirectory() {
-        if (made_by_ == ::getpid()) remove_folder(path_.c_str());
-    }
-
     void choose(const std::string& path) {
         chosen_ = path;
-        path_made_ = made_by_ != 0 && path.empty();
+        path_made_ = own_ && path.empty();
+    }
+
+    bool is(const std::string& path) const {
+        if (!path_made_) return false;
+        char real[PATH_MAX];
+        return ::realpath((chosen_.empty() ? path_ : chosen_).c_str(), real) && path == real;
     }
 
     const std::string& path() {
@@ -70,15 +55,14 @@ private:
 
     // Where no directory can be made the name still stands, and writing to it fails with its reason.
     void make_own() {
-        const char* base = std::getenv("TMPDIR");
-        path_ = std::string(base && *base ? base : "/tmp") + "/quillbrook-XXXXXX";
-        if (::mkdtemp(path_.data())) made_by_ = ::getpid();
+        own_ = std::make_unique<PrivateFolder>(temporary_folder(), work_prefix);
+        path_ = own_->error() == 0 ? own_->path() : temporary_folder() + '/' + work_prefix + "none";
     }
 
     std::string chosen_;
     std::string path_;
     bool path_made_ = false;
-    pid_t made_by_ = 0;
+    std::unique_ptr<PrivateFolder> own_;
 };
 
 WorkDirectory& work() {
@@ -105,6 +89,10 @@ bool ends_a_directory(const LightweightString<wchar_t>& path) { return !path.emp
 void set_work_directory(const std::string& path) { work().choose(path); }
 
 const std::string& work_directory() { return work().path(); }
+
+void sweep_work_directories() { sweep_private_folders(temporary_folder(), work_prefix); }
+
+bool is_work_directory(const std::string& path) { return work().is(path); }
 
 void set_lists_directory(const std::string& path) { directories().lists = path; }
 
@@ -143,5 +131,7 @@ LightweightString<wchar_t> stripExtension(const LightweightString<wchar_t>& path
 
 bool fileExists(const LightweightString<wchar_t>& path) {
     struct stat status = {};
-    return ::stat(toUTF8(path).c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
+    const std::string name = toUTF8(path).c_str();
+    embedded::Transaction* run = embedded::Transaction::current();
+    return ::stat((run ? run->seen(name) : name).c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
 }

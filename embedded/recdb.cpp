@@ -36,7 +36,7 @@ struct recdb::Impl {
         // A table that couldn't be read has no columns: its file stays as it is.
         const std::string path(toUTF8(filename).view());
         if (!data.columns.empty()) return embedded::write_file_whole(path, bytes, nullptr) ? 0 : -1;
-        embedded::note_write_failure(path);
+        embedded::note_write_failure(path, "a table that wasn't read isn't saved");
         return -1;
     }
 };
@@ -55,12 +55,16 @@ recdb::recdb(const DBFieldDesc* schema) : impl_(nullptr) {
 recdb::recdb(LightweightString<wchar_t> filename, int max_records, bool) : impl_(nullptr) {
     auto made = std::make_unique<Impl>();
     made->filename = filename;
-    std::string bytes;
+    const std::string path = toUTF8(filename).c_str();
+    std::string bytes, why;
     const std::size_t limit = max_records > 0 ? static_cast<std::size_t>(max_records) : 0;
-    const bool read = embedded::read_file(toUTF8(filename).c_str(), &bytes, nullptr) &&
-                      embedded::read_table(bytes, limit, &made->data);
+    const bool read = embedded::read_file(path, &bytes, &why) && embedded::read_table(bytes, limit, &made->data, &why);
+    if (read) {
+        embedded::receive_table(made->data, path);
+    } else {
+        embedded::note_read_failure(path, why);
+    }
     made->valid = read ? 1 : 0;
-    if (read) embedded::receive_table(made->data, toUTF8(filename).c_str());
     impl_ = made.release();
 }
 

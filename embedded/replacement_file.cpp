@@ -1,12 +1,12 @@
 #include "embedded/replacement_file.h"
 
+#include "embedded/output_path.h"
+#include "embedded/private_folder.h"
 #include "embedded/limits.h"
 #include "embedded/services.h"
+#include "embedded/transaction.h"
 
-#include <atomic>
 #include <cerrno>
-#include <climits>
-#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -15,67 +15,77 @@
 namespace embedded {
 namespace {
 
-// A link stays a link: the file that it leads to is the one replaced.
-std::string resolved(const std::string& path) {
-    char* real = ::realpath(path.c_str(), nullptr);
-    if (!real) return path;
-    std::string result(real);
-    std::free(real);
-    return result;
-}
-
-std::string directory_part(const std::string& path) {
-    const std::size_t slash = path.rfind('/');
-    return slash == std::string::npos ? std::string() : path.substr(0, slash + 1);
-}
-
-// Short, so that it fits wherever the target's own name does.
+/// Short, so that it fits wherever the target's own name does. Only its own run knows it.
 std::string name_beside(const std::string& target) {
-    static std::atomic<unsigned> counter{0};
-    return directory_part(target) + ".quillbrook-" + std::to_string(::getpid()) + "-" +
-           std::to_string(counter.fetch_add(1)) + ".tmp";
+    return folder_of_path(target) + "/.quillbrook-" + random_name() + ".tmp";
 }
 
-struct WriteFailure {
+struct FileTrouble {
     bool failed = false;
     std::string path;
+    std::string why;
 };
 
 // Never destroyed, as a file may close while the process ends.
-WriteFailure& write_failure() {
-    static auto& failure = *new WriteFailure;
+FileTrouble& write_failure() {
+    static auto& failure = *new FileTrouble;
     return failure;
+}
+
+FileTrouble& read_failure() {
+    static auto& failure = *new FileTrouble;
+    return failure;
+}
+
+bool take(FileTrouble& failure, std::string* name, std::string* why) {
+    const bool failed = failure.failed;
+    if (failed && name) *name = failure.path;
+    if (failed && why) *why = failure.why;
+    failure = {};
+    return failed;
 }
 
 } // namespace
 
-ReplacementFile::ReplacementFile(const std::string& path) : target_(resolved(path)) {
-    struct stat status = {};
-    const bool stands = ::stat(target_.c_str(), &status) == 0;
-    if (path.empty()) {
-        error_ = ENOENT;
-    } else if (stands && S_ISDIR(status.st_mode)) {
-        error_ = EISDIR;
-    } else if (stands && !S_ISREG(status.st_mode)) {
-        descriptor_ = ::open(target_.c_str(), O_WRONLY | O_CLOEXEC);
-        if (descriptor_ < 0) error_ = errno;
+ReplacementFile::ReplacementFile(const std::string& path) {
+    if (Transaction* run = Transaction::current()) {
+        target_ = run->stage(path, &why_);
+        if (good()) open_beside(0600);
+        return;
+    }
+    const OutputPath at(path);
+    why_ = at.refusal;
+    target_ = at.full();
+    if (!good()) return;
+    if (at.is_device) {
+        file_ = open_file(target_, O_WRONLY | O_NOCTTY);
+        if (!file_.is_open()) fail(errno);
     } else {
-        open_beside();
-        if (stands && good()) (void)::fchmod(descriptor_, status.st_mode & 07777U);
+        open_beside(0666);
+        keep_mode();
     }
 }
 
 ReplacementFile::~ReplacementFile() { abandon(); }
 
-void ReplacementFile::open_beside() {
-    do {
-        beside_ = name_beside(target_);
-        descriptor_ = ::open(beside_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    } while (descriptor_ < 0 && errno == EEXIST);
-    if (descriptor_ < 0) {
-        error_ = errno;
-        beside_.clear();
+void ReplacementFile::fail(int error) {
+    if (good() && error != 0) why_ = std::strerror(error);
+}
+
+void ReplacementFile::open_beside(unsigned mode) {
+    beside_ = name_beside(target_);
+    file_ = open_file(beside_, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, mode);
+    if (file_.is_open()) {
+        noted_ = note_private_file(beside_);
+        return;
     }
+    fail(errno);
+    beside_.clear();
+}
+
+void ReplacementFile::keep_mode() {
+    struct stat status = {};
+    if (good() && ::stat(target_.c_str(), &status) == 0) (void)::fchmod(file_.number(), status.st_mode & 07777U);
 }
 
 void ReplacementFile::write(const void* data, std::size_t count) {
@@ -96,84 +106,71 @@ void ReplacementFile::flush() {
 }
 
 void ReplacementFile::send(const char* data, std::size_t count) {
-    while (good() && count > 0) {
-        const ssize_t sent = ::write(descriptor_, data, count);
-        if (sent < 0) {
-            if (errno != EINTR) error_ = errno;
-            continue;
-        }
-        data += sent;
-        count -= static_cast<std::size_t>(sent);
-    }
-}
-
-void ReplacementFile::close_file() {
-    if (descriptor_ < 0) return;
-    if (::close(descriptor_) != 0 && good()) error_ = errno;
-    descriptor_ = -1;
+    if (good()) fail(write_all(file_.number(), data, count));
 }
 
 bool ReplacementFile::commit() {
     flush();
-    close_file();
+    if (good() && !beside_.empty() && !Transaction::current()) fail(sync_file());
+    fail(file_.close());
     if (good() && !beside_.empty()) {
-        if (std::rename(beside_.c_str(), target_.c_str()) != 0) {
-            error_ = errno;
-        } else {
-            beside_.clear();
-        }
+        fail(rename_file(beside_, target_));
+        if (good()) forget_beside();
     }
     abandon();
     return good();
 }
 
-void ReplacementFile::abandon() {
-    close_file();
-    if (!beside_.empty()) ::unlink(beside_.c_str());
+int ReplacementFile::sync_file() {
+    return retried([this] { return ::fsync(file_.number()); }) != 0 && errno != EINVAL ? errno : 0;
+}
+
+void ReplacementFile::forget_beside() {
     beside_.clear();
+    forget_private_file(noted_);
+    noted_ = -1;
 }
 
-std::string ReplacementFile::why() const { return good() ? std::string() : std::strerror(error_); }
-
-void note_write_failure(const std::string& path) {
-    WriteFailure& failure = write_failure();
-    if (!failure.failed) failure.path = path;
-    failure.failed = true;
+void ReplacementFile::abandon() {
+    (void)file_.close();
+    if (!beside_.empty()) (void)remove_file(beside_);
+    forget_beside();
 }
 
-bool take_write_failure(std::string* name) {
-    WriteFailure& failure = write_failure();
-    const bool failed = failure.failed;
-    if (failed && name) *name = failure.path;
-    failure = {};
-    return failed;
+void note_write_failure(const std::string& path, const std::string& why) {
+    if (!write_failure().failed) write_failure() = {true, path, why};
 }
+
+bool take_write_failure(std::string* name, std::string* why) { return take(write_failure(), name, why); }
+
+void note_read_failure(const std::string& path, const std::string& why) { read_failure() = {true, path, why}; }
+
+bool take_read_failure(std::string* name, std::string* why) { return take(read_failure(), name, why); }
 
 bool write_file_whole(const std::string& path, const std::string& bytes, std::string* why) {
     ReplacementFile file(path);
     file.write(bytes.data(), bytes.size());
     if (file.commit()) return true;
-    note_write_failure(path);
+    note_write_failure(path, file.why());
     if (why) *why = file.why();
     return false;
 }
 
 bool read_file(const std::string& path, std::string* bytes, std::string* why) {
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    int error = descriptor < 0 ? errno : 0;
-    std::string too_large;
     bytes->clear();
+    Transaction* run = Transaction::current();
+    const Descriptor file = open_file(run ? run->seen(path) : path, O_RDONLY);
+    int error = file.is_open() ? 0 : errno;
+    std::string too_large;
     constexpr std::size_t block_size = 64 * 1024;
-    std::vector<char> block(descriptor < 0 ? 0 : block_size);
+    std::vector<char> block(file.is_open() ? block_size : 0);
     while (error == 0 && too_large.empty()) {
-        const ssize_t got = ::read(descriptor, block.data(), block.size());
-        if (got == 0) break;
+        const ssize_t got = retried([&] { return ::read(file.number(), block.data(), block.size()); });
+        if (got == 0) return true;
         if (got > 0) bytes->append(block.data(), static_cast<std::size_t>(got));
+        if (got < 0) error = errno;
         too_large = fault_of_size(bytes->size());
-        if (got < 0 && errno != EINTR) error = errno;
     }
-    if (descriptor >= 0) ::close(descriptor);
-    if (error == 0 && too_large.empty()) return true;
     *bytes = std::string();
     if (why) *why = error == 0 ? too_large : std::strerror(error);
     return false;

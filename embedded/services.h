@@ -17,8 +17,9 @@ void use_operating_system(operating_system* services);
 /// whole, plain counts.
 operating_system& standard_operating_system();
 
-/// True once a file couldn't be written whole since the last call; `name`, where given, takes its path.
-bool take_write_failure(std::string* name);
+/// True once a file couldn't be written whole since the last call; `name` and `why`, where given, take its path and
+/// the reason.
+bool take_write_failure(std::string* name, std::string* why = nullptr);
 
 /// Host-wide settings by name. A setting made here wins over the environment, where "some_key" is
 /// QUILLBROOK_SOME_KEY.
@@ -29,8 +30,17 @@ void clear_host_settings();
 /// process below TMPDIR, removed with what it holds at the end of the process.
 void set_work_directory(const std::string& path);
 const std::string& work_directory();
+/// Removes the own directories of dead processes below TMPDIR.
+void sweep_work_directories();
+/// True of the work directory, links resolved, once it has been made.
+bool is_work_directory(const std::string& path);
 void set_lists_directory(const std::string& path);
 void set_record_table_directory(const std::string& path);
+
+/// True once a record table couldn't be read since the last call; `name` and `why` take its path and the reason.
+bool take_read_failure(std::string* name, std::string* why);
+
+// embedded/transaction.h puts all files of a run in place together. Without one each file is put in place by itself:
 
 /// Writes a file whole or not at all: beside its name, then renamed. On failure false, with the reason.
 bool write_file_whole(const std::string& path, const std::string& bytes, std::string* why);

@@ -157,6 +157,13 @@ std::string make_changelist(const ChangelistJob& job, const Heads& heads, const 
     return error ? one_line(error) : "";
 }
 
+/// An error that still names no file, with the table that couldn't be read behind it.
+std::string with_cause(const std::string& error, const std::string& told) {
+    std::string name, why;
+    const bool unread = embedded::take_read_failure(&name, &why);
+    return unread && told == error ? told + ": " + one_line(name + ": " + why) : told;
+}
+
 void write_whole(const std::string& path, const std::string& bytes) {
     std::string why;
     if (!embedded::write_file_whole(path, bytes, &why)) throw JobError(path + ": couldn't be written: " + why);
@@ -203,9 +210,10 @@ int run(const ChangelistJob& job) {
     const Heads heads(job);
     const std::string error = make_changelist(job, heads, made);
     if (!error.empty()) {
-        std::cerr << "error: " << told_error(error, tables_of(job)) << '\n';
+        std::cerr << "error: " << with_cause(error, told_error(error, tables_of(job))) << '\n';
         return exit_failed;
     }
+    check_tables_read();
     heads.check(job);
     put_report(made, job.output.report);
     if (job.json) write_whole(*job.json, change_document(heads.old_cut.parameter("film label_std")));

@@ -108,8 +108,9 @@ int run(const CutlistJob& job) {
     CueList* cues = embedded::EditBuilder::cues_of(edit);
     const bool done = make_cutlist_from_edit(edit, logger, job.log.empty() ? 0 : 1, &options, cues, false);
     tell_warnings(embedded::take_warnings_of_copy(), job.output.quiet);
-    if (logger.failed()) return exit_failed;
     check_written();
+    check_tables_read();
+    if (logger.failed()) return exit_failed;
     const std::string fault = done || job.log.empty() ? "" : fault_of_film(job.log);
     if (!fault.empty()) throw JobError(fault);
     if (!done) throw JobError(job.edit.paths.front() + ": " + subject_of(job) + " holds nothing to list");

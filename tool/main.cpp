@@ -1,7 +1,9 @@
 // quillbrook: film lists from edits.
 
+#include "embedded/transaction.h"
 #include "embedded/visible_text.h"
 #include "tool/command_line.h"
+#include "tool/ending_signals.h"
 #include "tool/tool_error.h"
 
 #include <cstdlib>
@@ -18,7 +20,16 @@ struct Runner {
         std::cout << text;
         return tool::exit_done;
     }
-    int operator()(const std::function<int()>& job) const { return job(); }
+    // What a job that fails has written is taken back.
+    int operator()(const std::function<int()>& job) const {
+        embedded::Transaction run;
+        const int status = job();
+        std::cout.flush();
+        std::string why;
+        if (status == tool::exit_failed || !std::cout) return status;
+        if (!run.commit(&why)) throw tool::JobError(why);
+        return status;
+    }
 };
 
 int tell(const char* what, int status) {
@@ -38,6 +49,7 @@ int tell(const std::exception& error, int status) { return tell(embedded::visibl
         no_memory = false;
     }
     constexpr std::string_view line = "quillbrook: out of memory\n";
+    embedded::remove_private_files();
     if (!no_memory || ::write(STDERR_FILENO, line.data(), line.size()) < 0) std::abort();
     ::_exit(tool::exit_failed);
 }
@@ -51,6 +63,7 @@ struct Ending {
 } // namespace
 
 int main(int argc, char** argv) {
+    tool::leave_nothing_on_signals();
     try {
         const int status = std::visit(Runner{}, tool::parse_command_line(argc, argv));
         std::cout.flush();

@@ -43,8 +43,8 @@ std::unique_ptr<filmdb> open_log_table(const std::string& path) {
     check_readable(path);
     auto table = std::make_unique<filmdb>(wide_path(path));
     if (table->get_valid()) return table;
-    const std::string damage = embedded::fault_of_table(path);
-    throw JobError(path + ": " + (damage.empty() ? one_line(table->get_error_message()) : damage));
+    check_tables_read();
+    throw JobError(path + ": " + one_line(table->get_error_message()));
 }
 
 void merge_log_table(filmdb& table, filmdb& other, const std::string& path) {

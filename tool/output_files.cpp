@@ -114,8 +114,13 @@ void check_output(const char* option, const std::string& path, bool overwrite, c
 }
 
 void check_written() {
-    std::string name;
-    if (embedded::take_write_failure(&name)) throw JobError(name + ": couldn't be written");
+    std::string name, why;
+    if (embedded::take_write_failure(&name, &why)) throw JobError(name + ": couldn't be written: " + why);
+}
+
+void check_tables_read() {
+    std::string name, why;
+    if (embedded::take_read_failure(&name, &why)) throw JobError(name + ": " + why);
 }
 
 } // namespace tool

@@ -33,5 +33,7 @@ void check_working_file(const std::string& path, const std::vector<std::string>&
 
 /// Throws `JobError` when a file of the run couldn't be written whole.
 void check_written();
+/// Throws `JobError` when a table couldn't be read.
+void check_tables_read();
 
 } // namespace tool

@@ -28,7 +28,7 @@ struct PrintJob {
 // The options aren't derived from the table, so one of the other kind prints with the wrong headings.
 embedded::Warnings warnings_of(const PrintJob& job) {
     const CutlistTable head(job.table, 1);
-    if (!head.is_readable()) throw JobError(job.table + ": " + embedded::fault_of_table(job.table));
+    check_tables_read();
     const std::optional<ChannelKind> kind = head.kind();
     const ChannelKind asked = job.options.value("chan_type") == std::to_string(sound_kind) ? sound_kind : picture_kind;
     if (!kind || *kind == asked) return {};
@@ -61,8 +61,9 @@ int run(const PrintJob& job) {
     ToolLogger logger(job.table, job.output.quiet);
     const bool done =
         print_cutlist_reports(wide_path(job.table), wide_path(job.output.report), logger, false, &options);
-    if (logger.failed()) return exit_failed;
     check_written();
+    check_tables_read();
+    if (logger.failed()) return exit_failed;
     if (!done) throw JobError(job.table + ": couldn't be printed");
     return job.prove ? prove(job) : exit_done;
 }
