@@ -47,8 +47,8 @@ bool write_file_whole(const std::string& path, const std::string& bytes, std::st
 /// Reads a file; false with the reason when it can't be read.
 bool read_file(const std::string& path, std::string* bytes, std::string* why);
 
-/// Why a record table can't be read, as in "cut off behind row 148 of 168"; empty where it can. The host-wide setting
-/// "read_broken_tables" makes tables readable that don't fit their seal.
+/// What is wrong with a record table, as in "cut off behind row 148 of 168"; empty where nothing is. The host-wide
+/// setting "read_broken_tables" makes tables readable that don't fit their seal, but fitting it makes none.
 std::string fault_of_table(const std::string& path);
 
 /// A block of settings held as text. Numbers are read the way `atoi` does; truth values are "0" and "" for

@@ -208,28 +208,33 @@ std::string_view whole_lines(std::string_view bytes) {
     return ahead.substr(0, ahead.rfind('\n') + 1);
 }
 
+struct Reading {
+    std::size_t max_records;
+    bool broken_too; ///< tables too that don't fit their seal
+};
+
 /// The records of a table whose head is read; what is wrong with them.
-std::string fault_in_records(std::string_view bytes, std::size_t first, std::size_t max_records, TableData* table) {
+std::string fault_in_records(std::string_view bytes, std::size_t first, const Reading& how, TableData* table) {
     const std::string fault = fault_of_seal_of(bytes, first);
     if (first == std::string_view::npos) return fault.empty() ? std::string(no_table) : fault;
-    const bool read_anyway = config_int("read_broken_tables", 0, 0, 1) != 0;
-    if (!fault.empty() && !read_anyway) return fault;
+    if (!fault.empty() && !how.broken_too) return fault;
     const bool sealed = bytes.substr(0, first_line.size()) == first_line;
     const std::string_view records = sealed ? whole_lines(bytes) : bytes;
     const std::string_view behind_head = records.substr(std::min(first, records.size()));
-    return read_records(behind_head, max_records, !fault.empty(), table) ? "" : std::string(no_table);
+    return read_records(behind_head, how.max_records, !fault.empty(), table) ? "" : std::string(no_table);
 }
 
-std::string fault_in_reading(std::string_view bytes, std::size_t max_records, TableData* table) {
+std::string fault_in_reading(std::string_view bytes, const Reading& how, TableData* table) {
     const std::string fault = fault_of_first_line(bytes.substr(0, bytes.find('\n')));
-    return fault.empty() ? fault_in_records(bytes, read_head(bytes, table), max_records, table) : fault;
+    return fault.empty() ? fault_in_records(bytes, read_head(bytes, table), how, table) : fault;
 }
 
 } // namespace
 
 bool read_table(std::string_view bytes, std::size_t max_records, TableData* table, std::string* why) {
     table->clear();
-    const std::string fault = fault_in_reading(bytes, max_records, table);
+    const bool broken_too = config_int("read_broken_tables", 0, 0, 1) != 0;
+    const std::string fault = fault_in_reading(bytes, {max_records, broken_too}, table);
     if (!fault.empty()) table->clear();
     if (why) *why = fault;
     return fault.empty();
@@ -238,7 +243,7 @@ bool read_table(std::string_view bytes, std::size_t max_records, TableData* tabl
 std::string fault_of_table(const std::string& path) {
     std::string bytes, why;
     TableData table;
-    if (read_file(path, &bytes, &why)) read_table(bytes, SIZE_MAX, &table, &why);
+    if (read_file(path, &bytes, &why)) why = fault_in_reading(bytes, {SIZE_MAX, false}, &table);
     return why;
 }
 

@@ -34,6 +34,7 @@ struct ChangelistJob {
     std::optional<std::string> lists_dir; ///< of the working files; without it the host's own
     std::optional<std::string> json;      ///< the file of the steps
     bool prove = false;
+    bool force = false;
 };
 
 constexpr const char* no_reel = ".CDB";
@@ -203,6 +204,7 @@ int prove(const LibraryOptions& options) {
 
 int run(const ChangelistJob& job) {
     check_files(job);
+    if (job.force) read_in_spite_of_seals(tables_of(job), job.output.quiet);
     if (job.lists_dir) embedded::set_lists_directory(*job.lists_dir);
     check_work_directory();
     const std::string made = embedded::work_directory() + "/changes.txt";
@@ -258,6 +260,7 @@ void add_options(OptionTable& options, ChangelistJob& job) {
         {"--prove", "", "Carry the steps out on the old cut and compare with the new", job.prove},
         library_set(job.options, parse_change_options),
         overwrite(job.output, "Replace a report and a file for scripts that are there"),
+        force(job.force),
         quiet(job.output),
     });
 }

@@ -9,6 +9,7 @@
 #include "tool/list_switches.h"
 #include "tool/log_use.h"
 #include "tool/open_edit.h"
+#include "tool/open_logs.h"
 #include "tool/output_files.h"
 #include "tool/prove_lists.h"
 #include "tool/run_setup.h"
@@ -33,6 +34,7 @@ struct CutlistJob {
     LibraryOptions options; ///< wins over all of the above
     Settings settings;
     CheckChoices choices;
+    bool force = false;
 };
 
 /// Text options of the library hold no more bytes.
@@ -93,6 +95,7 @@ int prove(const CutlistJob& job, const EditPtr& edit) {
 }
 
 int run(const CutlistJob& job) {
+    if (job.force && !job.log.empty()) read_in_spite_of_seals({job.log}, job.output.quiet);
     check_files(job);
     apply_settings(job.settings);
     if (!job.log.empty()) receive_tables(job.output.quiet);
@@ -121,7 +124,8 @@ void add_options(OptionTable& options, CutlistJob& job) {
     add_edit_input(options, job.edit);
     options.add({output_file(job.output, "The report to write")});
     add_report_options(options, job.options, job.settings);
-    options.add({overwrite(job.output, "Replace a report that is there"), quiet(job.output), no_progress(job.output)});
+    options.add({overwrite(job.output, "Replace a report that is there"), force(job.force), quiet(job.output),
+                 no_progress(job.output)});
     add_channel_and_log(options, job.channel, job.log);
     options.add({
         {"--neg-cut", "", "A neg-cut list in place of a cutting-copy list", job.neg_cut},

@@ -32,6 +32,7 @@ struct LogInput {
     const embedded::RateInfo* rate = nullptr; ///< null: what each file says
     std::string reel;                         ///< empty: what each row says
     int film = 0;                             ///< a kind of key numbers; 0: what each file says
+    bool force = false;                       ///< read tables that don't fit their seal
 };
 
 /// Host-wide settings by key, checked.

@@ -12,10 +12,12 @@ namespace {
 struct LogMergeJob {
     std::vector<std::string> tables;
     Output output;
+    bool force = false;
 };
 
 int run(const LogMergeJob& job) {
     check_table_output(job.tables, job.output);
+    if (job.force) read_in_spite_of_seals(job.tables, job.output.quiet);
     receive_tables(job.output.quiet);
     const std::unique_ptr<filmdb> table = open_log_table(job.tables.front());
     for (std::size_t i = 1; i < job.tables.size(); ++i)
@@ -29,6 +31,7 @@ void add_options(OptionTable& options, LogMergeJob& job) {
         {"TABLE", "", "Logging tables (.RDB)", job.tables, Needed::yes},
         output_file(job.output, "The table to write"),
         overwrite(job.output, "Replace a table that is there"),
+        force(job.force),
         quiet(job.output),
     });
 }

@@ -5,6 +5,7 @@
 #include "host/labels.h"
 #include "host/recdb.h"
 #include "tool/open_logs.h"
+#include "tool/output_files.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
 
@@ -17,8 +18,7 @@ void check_is_log_table(const std::string& path) {
     if (!embedded::read_file(path, &bytes, nullptr)) throw JobError(path + ": couldn't be read");
     if (!formats::is_table(bytes))
         throw JobError(path + ": isn't a logging table; \"quillbrook log import\" makes one of logs");
-    const std::string damage = embedded::fault_of_table(path);
-    if (!damage.empty()) throw JobError(path + ": " + damage);
+    if (!recdb(wide_path(path), 0, false).get_valid()) check_tables_read();
 }
 
 std::string fault_of_film(const std::string& path) {

@@ -19,6 +19,9 @@ LightweightString<wchar_t> wide_path(const std::string& path);
 /// can't be read at all.
 std::vector<formats::LogRow> open_logs(const LogInput& input, embedded::Warnings& warnings);
 
+/// From here on tables are read that don't fit their seal; which of `paths` don't is told as a warning.
+void read_in_spite_of_seals(const std::vector<std::string>& paths, bool quiet);
+
 /// A saved logging table. Throws `JobError`.
 std::unique_ptr<filmdb> open_log_table(const std::string& path);
 

@@ -23,6 +23,7 @@ struct PrintJob {
     std::string log; ///< of the edit
     LibraryOptions options;
     Settings settings;
+    bool force = false;
 };
 
 // The options aren't derived from the table, so one of the other kind prints with the wrong headings.
@@ -46,6 +47,7 @@ int prove(const PrintJob& job) {
 }
 
 int run(const PrintJob& job) {
+    if (job.force) read_in_spite_of_seals({job.table}, job.output.quiet);
     check_plain(job.table);
     check_readable(job.table);
     check_outputs(job.table, job.output, {});
@@ -74,7 +76,7 @@ void add_options(OptionTable& options, PrintJob& job) {
         output_file(job.output, "The report to write"),
     });
     add_report_options(options, job.options, job.settings);
-    options.add({overwrite(job.output, "Replace a report that is there"), quiet(job.output)});
+    options.add({overwrite(job.output, "Replace a report that is there"), force(job.force), quiet(job.output)});
     options.add({
         {"--prove", "", "Read the report back and hold it against the film", job.prove},
         {"--edit", "EDIT", "The edit to prove it by, in place of the table; several edit lists of one programme",

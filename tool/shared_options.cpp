@@ -1,5 +1,6 @@
 #include "tool/shared_options.h"
 
+#include "embedded/services.h"
 #include "tool/key_values.h"
 #include "tool/list_switches.h"
 #include "tool/open_logs.h"
@@ -27,6 +28,7 @@ void add_log_input(OptionTable& options, LogInput& logs, const char* what) {
         {"--film", "KIND", "The kind of film, in place of what the files say",
          OneText{[&logs](const std::string& text) { logs.film = text.empty() ? 0 : parse_film_kind(text); }}},
         {"--reel", "REEL", "The reel of every row, in place of what the files say", logs.reel},
+        force(logs.force),
     });
 }
 
@@ -49,6 +51,10 @@ Option output_file(Output& output, const char* what) { return {"-o", "FILE", wha
 Option overwrite(Output& output, const char* what) { return {"--overwrite", "", what, output.overwrite}; }
 
 Option quiet(Output& output) { return {"--quiet", "", "Tell neither progress nor warnings", output.quiet}; }
+
+Option force(bool& force) {
+    return {"--force", "", "Read tables that were cut off or changed since, as far as they go", force};
+}
 
 Option no_progress(Output& output) {
     return {"--no-progress", "", "Tell warnings, but no progress", output.no_progress};

@@ -20,6 +20,8 @@ void add_report_options(OptionTable& options, LibraryOptions& library, Settings&
 Option output_file(Output& output, const char* what);
 Option overwrite(Output& output, const char* what);
 Option quiet(Output& output);
+/// --force, for `read_in_spite_of_seals`.
+Option force(bool& force);
 Option no_progress(Output& output);
 /// --channel, --log.
 void add_channel_and_log(OptionTable& options, ChannelName& channel, std::string& log);

@@ -23,6 +23,7 @@ CutEvent event_of(const dbrecord& row, const RowLabels& labels) {
     CutEvent event;
     event.key_in = labels.key(row, hf_keycode_in);
     event.ink_in = labels.ink(row, hf_inkcode_in);
+    event.missing = number_field(row, hf_keycode_missing);
     event.reel = number_field(row, hf_reel_seq);
     event.frame = number_field(row, hf_edit_in);
     event.length = number_field(row, hf_edit_length);

@@ -10,6 +10,7 @@ struct CutEvent {
     LabelPoint ink_in; ///< invalid where there is none
     char cam_reel[10] = "";
     double speed = 1.0;
+    int missing = 0; ///< not 0: it has no real key number
     int reel = 0;
     int frame = 0;  ///< its first frame, as its cutlist has it
     int length = 0; ///< frames

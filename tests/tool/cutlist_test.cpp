@@ -197,6 +197,19 @@ TEST_F(Cutlist, NamesBeyondAsciiPassThrough) {
     EXPECT_TRUE(exists("Länge.cdb"));
 }
 
+TEST_F(Print, ReadsATableThatWasCutOffWithForceAlone) {
+    const std::string table = read("cut.cdb");
+    write("short.cdb", table.substr(0, table.rfind("%end ")));
+    const ToolResult refused = run({"print", "short.cdb", "-o", "a.txt"});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(refused.err, "quillbrook: short.cdb: cut off behind row 2\n");
+    EXPECT_FALSE(exists("a.txt"));
+    const ToolResult forced = run({"print", "short.cdb", "-o", "a.txt", "--force"});
+    EXPECT_EQ(forced.status, 0);
+    EXPECT_EQ(forced.err, "warning: short.cdb: cut off behind row 2; read as far as it goes\n");
+    EXPECT_EQ(read("a.txt"), read("cut.txt"));
+}
+
 TEST_F(Print, RepeatsTheReportOfTheRun) {
     expect_done({"print", "cut.cdb", "-o", "again.txt"});
     EXPECT_EQ(read("again.txt"), read("cut.txt"));
