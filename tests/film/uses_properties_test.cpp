@@ -83,12 +83,17 @@ TEST(FilmUsesProperties, FrameByFrameTheEventListsSayTheSame) {
 /// Edit frame, event, optical, layer, role, roll, tape, key number of the frame.
 using Named = std::tuple<std::int64_t, int, int, int, int, std::string, std::string, std::string>;
 
+/// Tables hold whole frames, so at an uneven speed the two may part by the frame that both of them own to.
+std::string key_at(const Strip& strip, std::int64_t k) {
+    return strip.speed.den() == 1 ? strip.key.text_at(k) : strip.key.prefix;
+}
+
 std::set<Named> named_film(const film::Strips& strips) {
     std::set<Named> film;
     for (const Strip& strip : strips)
         for (std::int64_t k = 0; k < strip.length(); ++k)
             film.emplace(strip.start + k, strip.event, strip.optical, strip.layer, static_cast<int>(strip.role),
-                         strip.rolls.listed, strip.rolls.tape, strip.black ? "black" : strip.key.text_at(k));
+                         strip.rolls.listed, strip.rolls.tape, strip.black ? "black" : key_at(strip, k));
     return film;
 }
 
