@@ -1,5 +1,6 @@
 // Cue lists.
 
+#include "embedded/edit_builder.h"
 #include "embedded/edit_data.h"
 
 #include <algorithm>
@@ -36,6 +37,8 @@ CueList* make_cue_list(std::vector<CueEntry> entries, int channels) {
     list->sort();
     return list.release();
 }
+
+double EditBuilder::time_of_cue(const CueList& cues, unsigned index) { return cues.impl()->entries.at(index).time; }
 
 } // namespace embedded
 

@@ -149,6 +149,8 @@ public:
     const Warnings& warnings() const;
     /// The cues of the finished edit, owned by it.
     static CueList* cues_of(const EditPtr& edit);
+    /// Where a cue of such a list stands, in seconds from the start of the edit.
+    static double time_of_cue(const CueList& cues, unsigned index);
     /// The "project" of the description.
     static const std::string& project_of(const EditPtr& edit);
 

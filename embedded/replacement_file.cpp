@@ -1,8 +1,9 @@
 #include "embedded/replacement_file.h"
 
+#include "embedded/held_input.h"
+#include "embedded/limits.h"
 #include "embedded/output_path.h"
 #include "embedded/private_folder.h"
-#include "embedded/limits.h"
 #include "embedded/services.h"
 #include "embedded/transaction.h"
 
@@ -157,16 +158,24 @@ bool write_file_whole(const std::string& path, const std::string& bytes, std::st
 }
 
 bool read_file(const std::string& path, std::string* bytes, std::string* why) {
+    if (const std::string* held = held_input(path)) {
+        *bytes = *held;
+        return true;
+    }
     bytes->clear();
     Transaction* run = Transaction::current();
-    const Descriptor file = open_file(run ? run->seen(path) : path, O_RDONLY);
+    const Descriptor file = open_input(run ? run->seen(path) : path);
     int error = file.is_open() ? 0 : errno;
     std::string too_large;
     constexpr std::size_t block_size = 64 * 1024;
     std::vector<char> block(file.is_open() ? block_size : 0);
+    const bool stream = file.is_open() && is_stream(file.number());
     while (error == 0 && too_large.empty()) {
         const ssize_t got = retried([&] { return ::read(file.number(), block.data(), block.size()); });
-        if (got == 0) return true;
+        if (got == 0) {
+            if (stream || path == standard_input) hold_input(path, *bytes);
+            return true;
+        }
         if (got > 0) bytes->append(block.data(), static_cast<std::size_t>(got));
         if (got < 0) error = errno;
         too_large = fault_of_size(bytes->size());

@@ -4,6 +4,7 @@
 #include "host/os.h"
 #include "host/settings.h"
 
+#include <cstdint>
 #include <map>
 #include <string>
 
@@ -44,12 +45,16 @@ bool take_read_failure(std::string* name, std::string* why);
 
 /// Writes a file whole or not at all: beside its name, then renamed. On failure false, with the reason.
 bool write_file_whole(const std::string& path, const std::string& bytes, std::string* why);
-/// Reads a file; false with the reason when it can't be read.
+/// Reads a file; false with the reason when it can't be read. What can be read once only, such as a pipe, is kept, and
+/// gives the same bytes each time.
 bool read_file(const std::string& path, std::string* bytes, std::string* why);
 
 /// What is wrong with a record table, as in "cut off behind row 148 of 168"; empty where nothing is. The host-wide
 /// setting "read_broken_tables" makes tables readable that don't fit their seal, but fitting it makes none.
 std::string fault_of_table(const std::string& path);
+
+/// When a file was changed, in seconds since the epoch; the present time where it is no plain file.
+std::int64_t time_of_input(const std::string& path);
 
 /// A block of settings held as text. Numbers are read the way `atoi` does; truth values are "0" and "" for
 /// false, anything else true.

@@ -36,6 +36,9 @@ enum class FileKind {
 /// Looks at the head of the file only, except for edit lists, whose first event may stand anywhere.
 FileKind kind_of_file(std::string_view bytes);
 
+/// Whether it is a record table whose mark and lines are as they should be.
+constexpr bool is_record_table(FileKind kind) { return kind >= FileKind::cutlist && kind <= FileKind::other_table; }
+
 /// "an edit list", "a PDF document".
 const char* name_of(FileKind kind);
 /// The command that takes such a file, as "cutlist"; empty where none does.

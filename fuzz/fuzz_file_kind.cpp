@@ -10,7 +10,9 @@ using formats::FileKind;
 
 namespace {
 
-bool is_table(FileKind kind) { return kind >= FileKind::cutlist && kind <= FileKind::marked_table; }
+bool is_table(FileKind kind) {
+    return formats::is_record_table(kind) || kind == FileKind::crlf_table || kind == FileKind::marked_table;
+}
 
 } // namespace
 

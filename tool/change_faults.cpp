@@ -4,6 +4,7 @@
 #include "tool/cutlist_table.h"
 #include "tool/output_files.h"
 #include "tool/tool_logger.h"
+#include "tool/wrong_file.h"
 
 #include <optional>
 
@@ -21,6 +22,8 @@ Cause if_true(bool meant) { return meant ? Cause("") : std::nullopt; }
 Cause unreadable(const std::string& path) {
     const std::string fault = fault_of_input(path);
     if (!fault.empty()) return ": " + fault;
+    const formats::FileKind kind = kind_of(path);
+    if (!formats::is_record_table(kind)) return ": " + formats::told_kind(kind);
     const std::string damage = embedded::fault_of_table(path);
     if (!damage.empty()) return ": " + damage;
     const CutlistTable table(path);

@@ -67,7 +67,7 @@ std::vector<std::string> working_files_of(const ChangelistJob& job) {
 void check_files(const ChangelistJob& job) {
     const std::vector<std::string> inputs = joined(tables_of(job), job.edits);
     for (const std::string& table : tables_of(job))
-        check_plain(table);
+        check_named_input(table);
     for (const std::string& edit : job.edits)
         check_readable(edit);
     if (job.lists_dir) check_folder(*job.lists_dir);
@@ -165,16 +165,11 @@ std::string with_cause(const std::string& error, const std::string& told) {
     return unread && told == error ? told + ": " + one_line(name + ": " + why) : told;
 }
 
-void write_whole(const std::string& path, const std::string& bytes) {
-    std::string why;
-    if (!embedded::write_file_whole(path, bytes, &why)) throw JobError(path + ": couldn't be written: " + why);
-}
-
 // A run can fail behind the opening of its report, so what stands in its place is replaced only afterwards.
 void put_report(const std::string& made, const std::string& report) {
     std::string bytes, why;
     if (!embedded::read_file(made, &bytes, &why)) throw JobError(made + ": " + why);
-    write_whole(report, bytes);
+    deliver_bytes(report, bytes);
 }
 
 std::string steps_text(int steps) { return std::to_string(steps) + (steps == 1 ? " step" : " steps"); }
@@ -189,14 +184,14 @@ std::string outcome(const change_proof& proof) {
 }
 
 /// Proves the lists that were asked for, or else the detailed one.
-int prove(const LibraryOptions& options) {
+int prove(const LibraryOptions& options, std::ostream& out) {
     int status = exit_done;
     for (const ProvableList& list : provable_lists) {
         const bool only = list.list == detailed_changes && !options.is_on(provable_lists[1].key);
         if (!only && !options.is_on(list.key)) continue;
         const change_proof proof = prove_change_steps(list.list);
         if (std::string_view(proof.reason) == "Out of memory") throw std::bad_alloc();
-        std::cout << list.name << ": " << outcome(proof) << '\n';
+        out << list.name << ": " << outcome(proof) << '\n';
         if (!proof.proved) status = exit_not_proved;
     }
     return status;
@@ -218,17 +213,18 @@ int run(const ChangelistJob& job) {
     check_tables_read();
     heads.check(job);
     put_report(made, job.output.report);
-    if (job.json) write_whole(*job.json, change_document(heads.old_cut.parameter("film label_std")));
-    return job.prove ? prove(job.options) : exit_done;
+    if (job.json) deliver_bytes(*job.json, change_document(heads.old_cut.parameter("film label_std")));
+    const bool taken = is_stream(job.output.report) || (job.json && is_stream(*job.json));
+    return job.prove ? prove(job.options, taken ? std::cerr : std::cout) : exit_done;
 }
 
 void add_files(OptionTable& options, ChangelistJob& job) {
     options.add({
-        {"--old", "FILE", "The tables (.cdb) of the old cut, one a reel", job.old_reels, Needed::yes},
-        {"--new", "FILE", "The tables of the new cut", job.new_reels, Needed::yes},
+        {"--old", "FILE", "The tables (.cdb) of the old cut, one a reel", InputFiles{job.old_reels}, Needed::yes},
+        {"--new", "FILE", "The tables of the new cut", InputFiles{job.new_reels}, Needed::yes},
         output_file(job.output, "The report to write"),
         {"--json", "FILE", "Write the steps of both lists to a file for scripts", job.json},
-        {"--edits", "FILE", "Edits (.otio, .edl) that the names at the head may come from", job.edits},
+        {"--edits", "FILE", "Edits (.otio, .edl) that the names at the head may come from", InputFiles{job.edits}},
         rate(job.rate, "Frames a second of these edits, in place of what the files say"),
         {"--lists-dir", "DIR", "Where the working files go, to be kept", job.lists_dir},
     });

@@ -1,6 +1,8 @@
 #include "tool/command_line.h"
 
+#include "embedded/held_input.h"
 #include "tool/command.h"
+#include "tool/suggestion.h"
 #include "tool/tool_error.h"
 
 #include <CLI/CLI.hpp>
@@ -61,6 +63,19 @@ private:
         });
         return parser.add_flag(option.name, raw.on, option.help);
     }
+    CLI::Option* add(CLI::App& parser, const Option& option, const InputFile& target) {
+        CLI::Option* added = parser.add_option(option.name, target.path.get(), option.help);
+        if (target.fault) added->check(target.fault);
+        takes_.push_back([this, &target] { name_standard_input(target.path.get()); });
+        return added;
+    }
+    CLI::Option* add(CLI::App& parser, const Option& option, const InputFiles& target) {
+        takes_.push_back([this, &target] {
+            for (std::string& path : target.paths.get())
+                name_standard_input(path);
+        });
+        return parser.add_option(option.name, target.paths.get(), option.help);
+    }
     CLI::Option* add(CLI::App& parser, const Option& option, const OneText& target) {
         Raw& raw = raws_.emplace_back(Raw{false, target.preset, {}});
         CLI::Option* added = parser.add_option(option.name, raw.text, option.help);
@@ -80,7 +95,15 @@ private:
         return added;
     }
 
+    void name_standard_input(std::string& path) {
+        if (path != "-") return;
+        if (reads_standard_input_) throw UsageError("-: standard input can be read once only");
+        reads_standard_input_ = true;
+        path = embedded::standard_input;
+    }
+
     Prepared prepared_;
+    bool reads_standard_input_ = false;
     std::deque<Raw> raws_;
     std::vector<std::function<void()>> takes_;
 };
@@ -122,6 +145,16 @@ std::string all_choices() {
                      listed(words) + "; see quillbrook " + group.name + " --help");
 }
 
+/// The commands and options that may stand behind a command.
+std::vector<std::string> words_behind(const CLI::App& app) {
+    std::vector<std::string> words;
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
+        words.push_back(command->get_name());
+    for (const CLI::Option* option : app.get_options())
+        if (!option->get_positional()) words.push_back(option->get_name());
+    return words;
+}
+
 /// All commands with the options of each.
 class Parser {
 public:
@@ -134,6 +167,21 @@ public:
     }
 
     CLI::App& app() { return app_; }
+
+    /// The help of a command or group that is named by words.
+    std::string help_on(const std::vector<std::string>& words) {
+        CLI::App* at = &app_;
+        std::string before;
+        for (const std::string& word : words) {
+            const std::vector<CLI::App*> named =
+                at->get_subcommands([&](const CLI::App* command) { return command->get_name() == word; });
+            if (named.empty())
+                throw UsageError("help: there is no command \"" + word + '"' + suggestion(word, words_behind(*at)));
+            before += (before.empty() ? "" : " ") + at->get_name();
+            at = named.front();
+        }
+        return at->help(before);
+    }
 
     std::function<int()> job() const {
         for (const Leaf& leaf : leaves_)
@@ -170,6 +218,20 @@ private:
     std::deque<Leaf> leaves_;
 };
 
+/// The command that the line has come to.
+const CLI::App& last_command(const CLI::App& app) {
+    const std::vector<const CLI::App*> commands = app.get_subcommands([](const CLI::App*) { return true; });
+    for (const CLI::App* command : commands)
+        if (command->parsed()) return last_command(*command);
+    return app;
+}
+
+/// What might have been meant by the first word that wasn't expected.
+std::string suggestion_behind(const CLI::App& app) {
+    const std::vector<std::string> words = app.remaining(true);
+    return words.empty() ? "" : suggestion(words.front(), words_behind(last_command(app)));
+}
+
 std::string first_line(const std::string& text) { return text.substr(0, text.find('\n')); }
 
 /// The command that the line has come to, as "quillbrook log show".
@@ -185,12 +247,15 @@ std::string command_name(const CLI::App& app) {
 Request parse_command_line(int argc, const char* const* argv) {
     Parser parser;
     CLI::App& app = parser.app();
+    if (argc > 1 && std::string_view(argv[1]) == "help") return parser.help_on({argv + 2, argv + argc});
     try {
         app.parse(argc, argv);
     } catch (const CLI::CallForVersion& version) {
         return std::string(version.what()) + '\n';
     } catch (const CLI::CallForHelp&) {
         return app.help();
+    } catch (const CLI::ExtrasError& error) {
+        throw UsageError(first_line(error.what()) + suggestion_behind(app) + "; see " + command_name(app) + " --help");
     } catch (const CLI::ParseError& error) {
         throw UsageError(first_line(error.what()) + "; see " + command_name(app) + " --help");
     }

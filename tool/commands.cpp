@@ -44,6 +44,6 @@ const char* const main_examples = R"(Examples:
   quillbrook log import dailies/*.ale -o show.RDB
 
 Exit status: 0 done, 1 the job failed, 2 wrong usage, 3 changes that aren't proved.
-"quillbrook COMMAND --help" tells of one command.)";
+"quillbrook help COMMAND" tells of one command.)";
 
 } // namespace tool

@@ -3,6 +3,7 @@
 #include "embedded/edit_builder.h"
 #include "embedded/services.h"
 #include "embedded/warning.h"
+#include "host/os.h"
 #include "quillbrook/cutlist.h"
 #include "tool/command.h"
 #include "tool/film_check.h"
@@ -16,7 +17,9 @@
 #include "tool/shared_options.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
+#include "tool/wrong_file.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 
@@ -46,13 +49,15 @@ void set_number(embedded::settings_block& block, const char* key, int value) { b
 std::string short_name_of(const std::string& log) {
     namespace fs = std::filesystem;
     if (log.size() <= longest_text_option) return log;
+    const std::string plain = plain_copy_of(log);
+    if (plain.size() <= longest_text_option) return plain;
     const std::string link = embedded::work_directory() + "/log.rdb";
     if (link.size() > longest_text_option)
         throw JobError(log + ": its path is longer than " + std::to_string(longest_text_option) +
                        " bytes, and so is that of the work directory; set TMPDIR to a shorter one");
     std::error_code trouble;
     fs::create_directories(embedded::work_directory(), trouble);
-    fs::create_symlink(fs::absolute(log), link, trouble);
+    fs::create_symlink(fs::absolute(plain), link, trouble);
     if (trouble) throw JobError(log + ": no link to it can be made: " + trouble.message());
     return link;
 }
@@ -65,17 +70,60 @@ embedded::settings_block options_of(const CutlistJob& job, const EditPtr& edit) 
     set_number(block, "pull_match_assembly", job.neg_cut ? 0 : 1);
     set_number(block, "edit_units", job.frames ? 1 : 0);
     apply_options(job.options, block);
-    block.set("output_file", job.output.report);
+    block.set("output_file", made_at(job.output.report));
     if (!job.log.empty()) block.set("log_file", short_name_of(job.log));
     return block;
 }
 
+/// Single-layer lists beside the report that this run doesn't make: an earlier one did.
+std::vector<std::string> lists_of_earlier_run(const CutlistJob& job) {
+    if (is_stream(job.output.report)) return {};
+    const std::vector<const char*> made = single_layer_extensions(job.options);
+    std::vector<std::string> files;
+    for (const char* extension : all_single_layer_extensions()) {
+        const std::string file = beside_report(job.output.report, extension);
+        const bool input = std::find(job.edit.paths.begin(), job.edit.paths.end(), file) != job.edit.paths.end();
+        const bool wanted = std::find(made.begin(), made.end(), extension) != made.end();
+        std::error_code ignored;
+        if (!wanted && !input && std::filesystem::is_regular_file(file, ignored)) files.push_back(file);
+    }
+    return files;
+}
+
 std::vector<std::string> files_beside_report(const CutlistJob& job) {
-    std::vector<std::string> files{beside_report(job.output.report, ".cdb")};
+    if (is_stream(job.output.report)) return {};
+    std::vector<std::string> files = lists_of_earlier_run(job);
+    files.push_back(beside_report(job.output.report, ".cdb"));
     for (const char* extension : single_layer_extensions(job.options))
         files.push_back(beside_report(job.output.report, extension));
     return files;
 }
+
+void remove_file(const std::string& path) { OS()->files().remove(wide_path(path)); }
+
+/// Tells that a single-layer list is made only when it was: those without rows aren't.
+class CutlistLogger : public ToolLogger {
+public:
+    using ToolLogger::ToolLogger;
+
+    void message(const LightweightString<wchar_t>& text, int level) override {
+        const std::string line = toUTF8(text).c_str();
+        if (line.compare(0, creating.size(), creating) != 0) return ToolLogger::message(text, level);
+        const std::string path = line.substr(line.find(behind_number) + behind_number.size());
+        remove_file(path); // an earlier run's: one without rows wouldn't replace it
+        begun_.emplace_back(path, text);
+    }
+    /// To be called when the run has made its lists.
+    void end() {
+        for (const auto& [path, text] : begun_)
+            if (fileExists(path)) ToolLogger::message(text, 0);
+    }
+
+private:
+    static constexpr std::string_view creating = "Creating sl", behind_number = " file ";
+
+    std::vector<std::pair<std::string, LightweightString<wchar_t>>> begun_;
+};
 
 std::string subject_of(const CutlistJob& job) { return text_of(job.channel) + " of " + job.edit.paths.front(); }
 
@@ -87,11 +135,15 @@ void check_files(const CutlistJob& job) {
         check_outputs(input, job.output, files_beside_report(job));
     }
     if (!job.log.empty()) check_is_log_table(job.log);
+    if (is_stream(job.output.report) && !single_layer_extensions(job.options).empty())
+        throw JobError(job.output.report + ": single-layer lists go beside the report; -o has to name a file");
 }
 
 int prove(const CutlistJob& job, const EditPtr& edit) {
-    const std::string table = beside_report(job.output.report, ".cdb");
-    return prove_lists(job.output.report, table, film_of_edit(edit, table, job.log, job.options), job.options);
+    const std::string report = made_at(job.output.report);
+    const std::string table = beside_report(report, ".cdb");
+    return prove_lists(report, table, film_of_edit(edit, table, job.log, job.options), job.options,
+                       is_stream(job.output.report) ? std::cerr : std::cout);
 }
 
 int run(const CutlistJob& job) {
@@ -107,7 +159,7 @@ int run(const CutlistJob& job) {
     if (job.choices.strict && fails(findings, true)) return exit_failed;
 
     const embedded::settings_block options = options_of(job, edit);
-    ToolLogger logger(subject_of(job), job.output.quiet || job.output.no_progress);
+    CutlistLogger logger(subject_of(job), job.output.quiet || job.output.no_progress);
     CueList* cues = embedded::EditBuilder::cues_of(edit);
     const bool done = make_cutlist_from_edit(edit, logger, job.log.empty() ? 0 : 1, &options, cues, false);
     tell_warnings(embedded::take_warnings_of_copy(), job.output.quiet);
@@ -116,8 +168,13 @@ int run(const CutlistJob& job) {
     if (logger.failed()) return exit_failed;
     const std::string fault = done || job.log.empty() ? "" : fault_of_film(job.log);
     if (!fault.empty()) throw JobError(fault);
+    logger.end();
+    for (const std::string& list : lists_of_earlier_run(job))
+        remove_file(list);
     if (!done) throw JobError(job.edit.paths.front() + ": " + subject_of(job) + " holds nothing to list");
-    return job.prove ? prove(job, edit) : exit_done;
+    const int status = job.prove ? prove(job, edit) : exit_done;
+    deliver(job.output.report);
+    return status;
 }
 
 void add_options(OptionTable& options, CutlistJob& job) {
@@ -153,6 +210,8 @@ constexpr const char* examples = R"(Examples:
       also reads the report back and tells whether each frame of it is the edit's; status 3 where one isn't
   quillbrook cutlist reel1.edl --rate 24 --log show.RDB -o lists/reel1.txt
       an edit list, with its key numbers from a logging table
+  zcat reel.otio.gz | quillbrook cutlist - -o - --lists rolls | less
+      an edit from standard input, its rolls to standard output; no table is kept
   quillbrook cutlist pictures.edl titles.edl --rate 25 -o lists/titles.txt --channel V2
       two edit lists of one programme; the second picture track)";
 

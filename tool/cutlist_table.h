@@ -1,6 +1,7 @@
 #pragma once
 // What the command itself wants to know of a cutlist table.
 
+#include "embedded/decimal_text.h"
 #include "host/labels.h"
 #include "host/recdb.h"
 #include "tool/open_logs.h"
@@ -35,6 +36,8 @@ public:
     label_t film() const { return edlstr_to_label_type(parameter("film label_std").c_str()); }
     /// Nothing where the table doesn't say.
     std::optional<ChannelKind> kind() const { return kind_of_channel(parameter("channel")); }
+    /// As the headings of a sound list count; 0 where the table doesn't say.
+    int channel_number() const { return embedded::int_of_text(parameter("channel").erase(0, 1).c_str()); }
     bool is_sound() const { return kind() == sound_kind; }
 
 private:

@@ -1,5 +1,6 @@
 #include "tool/event_rows.h"
 
+#include "embedded/edit_builder.h"
 #include "tool/text_table.h"
 #include "tool/tool_logger.h"
 
@@ -51,8 +52,6 @@ template <class... Values> std::string printed(const char* format, Values... val
     return text;
 }
 
-std::string seconds(double time) { return printed("%.4f", time); }
-
 std::string frames(const Walk& walk, double time) { return std::to_string(frames_of(time, walk.frame)); }
 
 void add_columns(Walk& walk) {
@@ -68,8 +67,9 @@ void add_columns(Walk& walk) {
         walk.events.add_column(column.heading);
     for (const LabelColumn& column : label_columns)
         walk.events.add_column(column.heading);
-    walk.notes.add_column("event", right);
-    for (const char* heading : {"what", "name", "flag", "tracks"})
+    for (const char* heading : {"event", "at"})
+        walk.notes.add_column(heading, right);
+    for (const char* heading : {"timecode", "what", "name", "flag", "tracks"})
         walk.notes.add_column(heading);
 }
 
@@ -87,12 +87,19 @@ std::string label_text(const EditPtr& source, const LabelColumn& column, double 
     return label->get_label_point(posn).get_string();
 }
 
-std::vector<std::string> source_cells(const EditPtr& source, double source_time) {
+/// Timecodes as a stretch, "01:00:00:00 - 01:00:02:00", the second behind its last frame; other labels at its start.
+std::string label_cell(const EditPtr& source, const LabelColumn& column, double source_in, double source_out) {
+    const std::string first = label_text(source, column, source_in);
+    if (column.kind != user_label_timecode || first.empty()) return first;
+    return first + " - " + label_text(source, column, source_out);
+}
+
+std::vector<std::string> source_cells(const EditPtr& source, double source_in, double source_out) {
     std::vector<std::string> cells{one_line(narrow(source->getName()))};
     for (const ReelColumn& column : reel_columns)
         cells.push_back(one_line(source->getReelId(column.ident).c_str()));
     for (const LabelColumn& column : label_columns)
-        cells.push_back(label_text(source, column, source_time));
+        cells.push_back(label_cell(source, column, source_in, source_out));
     return cells;
 }
 
@@ -134,7 +141,7 @@ void add_effects(Walk& walk, const ChannelEvent& in) {
     graph.findMaterialTracks(tracks);
     for (const Qb::Ptr<FXGraphNodeBase>& node : nodes) {
         const auto* instance = dynamic_cast<const EffectInstance_opu4h5a4j*>(node.get());
-        walk.notes.add_row({std::to_string(walk.number), "effect", one_line(narrow(node->getName())),
+        walk.notes.add_row({std::to_string(walk.number), "", "", "effect", one_line(narrow(node->getName())),
                             instance && instance->flag ? "for the lab" : "", track_list(tracks)});
     }
 }
@@ -146,8 +153,9 @@ void add_cues(Walk& walk, const ChannelEvent& in, const ChannelEvent& out) {
     cues->sort();
     for (unsigned i = 0; i < cues->getNumCuePoints(0); ++i) {
         const Cue* cue = cues->getCuePoint(i, 0);
-        walk.notes.add_row({std::to_string(walk.number), "cue", one_line(narrow(cue->text)),
-                            cue->flags & printed_cue ? "printed" : "not printed"});
+        const double time = embedded::EditBuilder::time_of_cue(*cues, i);
+        walk.notes.add_row({std::to_string(walk.number), frames(walk, time), edit_timecode(walk, time), "cue",
+                            one_line(narrow(cue->text)), cue->flags & printed_cue ? "printed" : "not printed"});
     }
 }
 
@@ -157,9 +165,11 @@ void add_event(Walk& walk, const ChannelEvent& in, const ChannelEvent& out) {
     std::vector<std::string> row{std::to_string(++walk.number), frames(walk, in.edit_time), frames(walk, out.edit_time),
                                  edit_timecode(walk, in.edit_time), kind_of_event(in.cookie, source)};
     if (!in.cookie.isBlack()) {
-        row.insert(row.end(), {seconds(in.source_time), seconds(out.source_time), printed("%g", double{in.speed})});
+        const double frame = source ? source->getCelResolution() : walk.frame;
+        const auto position = [frame](double time) { return std::to_string(frames_of(time, frame)); };
+        row.insert(row.end(), {position(in.source_time), position(out.source_time), printed("%g", double{in.speed})});
         if (source) {
-            const std::vector<std::string> cells = source_cells(source, in.source_time);
+            const std::vector<std::string> cells = source_cells(source, in.source_time, out.source_time);
             row.insert(row.end(), cells.begin(), cells.end());
         }
     }

@@ -2,8 +2,10 @@
 
 #include "quillbrook/changelist.h"
 #include "quillbrook/cutlist.h"
+#include "tool/suggestion.h"
 #include "tool/tool_error.h"
 
+#include <algorithm>
 #include <charconv>
 #include <optional>
 #include <string_view>
@@ -12,8 +14,9 @@
 namespace tool {
 namespace {
 
-constexpr std::string_view setting_keys[] = {"allow_auto_unrender", "audio_cutlist_24P",
-                                             "audio_cutlist_by_timecode_test"};
+/// No list has columns for longer lengths, and no roll holds so much.
+constexpr int most_frames = 10000;
+constexpr int most_channel = 9999;
 
 template <class Number> std::optional<Number> parse_number(std::string_view text) {
     Number value = 0;
@@ -36,23 +39,51 @@ int parse_integer(const char* option, const std::string& key, const std::string&
     return *number;
 }
 
-/// A pair for one of the keys of a table that ends with a nameless one, its value checked.
-template <class Key> std::pair<std::string, std::string> parse_option(const Key* key, const std::string& pair) {
-    auto [name, value] = split_pair("--set", pair);
-    while (key->name && name != key->name)
-        ++key;
-    if (!key->name) throw UsageError("--set: there is no option \"" + name + "\"");
-    if (!key->is_text) value = std::to_string(parse_integer("--set", name, value));
-    return {name, value};
+/// Options beyond whose limits lengths don't fit the columns of a list, or channels can't be counted.
+struct Limits {
+    std::string_view key;
+    int least, most;
+};
+
+constexpr Limits limits[] = {{"pull_handle", -most_frames, most_frames},
+                             {"butt", -most_frames, most_frames},
+                             {"chan_num", 0, most_channel},
+                             {"CHAN_NUM", 0, most_channel}};
+
+void check_limits(const std::string& key, int value) {
+    for (const Limits& limit : limits)
+        if (key == limit.key && (value < limit.least || value > limit.most))
+            throw UsageError("--set " + key + ": " + std::to_string(value) + " isn't within " +
+                             std::to_string(limit.least) + " to " + std::to_string(limit.most));
 }
 
-bool is_setting_key(const std::string& name) {
-    for (std::string_view key : setting_keys)
-        if (name == key) return true;
-    return false;
+std::string parse_number_of_key(const std::string& key, const std::string& text) {
+    const int number = parse_integer("--set", key, text);
+    check_limits(key, number);
+    return std::to_string(number);
+}
+
+template <class Key> std::vector<std::string> names_of(const Key* key) {
+    std::vector<std::string> names;
+    for (; key->name; ++key)
+        names.emplace_back(key->name);
+    return names;
+}
+
+/// A pair for one of the keys of a table that ends with a nameless one, its value checked.
+template <class Key> std::pair<std::string, std::string> parse_option(const Key* keys, const std::string& pair) {
+    const auto [name, value] = split_pair("--set", pair);
+    const Key* key = keys;
+    while (key->name && name != key->name)
+        ++key;
+    if (!key->name) throw UsageError("--set: there is no option \"" + name + '"' + suggestion(name, names_of(keys)));
+    return {name, key->is_text ? value : parse_number_of_key(name, value)};
 }
 
 } // namespace
+
+const std::vector<std::string> setting_keys{"allow_auto_unrender", "audio_cutlist_24P",
+                                            "audio_cutlist_by_timecode_test"};
 
 ChannelName parse_channel(const std::string& text) {
     const char letter = text.empty() ? '\0' : text[0];
@@ -76,8 +107,9 @@ const embedded::RateInfo* parse_rate(const std::string& text) {
 
 std::string parse_frames(const char* option, const std::string& text) {
     const std::optional<int> number = parse_number<int>(text);
-    if (!number || *number < 0)
-        throw UsageError(std::string(option) + ": \"" + text + "\" is not a whole number of frames, 0 or above");
+    if (!number || *number < 0 || *number > most_frames)
+        throw UsageError(std::string(option) + ": \"" + text + "\" is not a whole number of frames from 0 to " +
+                         std::to_string(most_frames));
     return std::to_string(*number);
 }
 
@@ -105,7 +137,8 @@ Settings parse_settings(const std::vector<std::string>& pairs) {
     Settings settings;
     for (const std::string& pair : pairs) {
         const auto [key, value] = split_pair("--config", pair);
-        if (!is_setting_key(key)) throw UsageError("--config: there is no setting \"" + key + "\"");
+        if (std::find(setting_keys.begin(), setting_keys.end(), key) == setting_keys.end())
+            throw UsageError("--config: there is no setting \"" + key + '"' + suggestion(key, setting_keys));
         settings[key] = parse_integer("--config", key, value);
     }
     return settings;

@@ -5,11 +5,14 @@
 
 namespace tool {
 
+/// The keys of host-wide settings.
+extern const std::vector<std::string> setting_keys;
+
 /// "V1", "A2": a kind and a number from 1.
 ChannelName parse_channel(const std::string& text);
 /// One of the listed frame rates.
 const embedded::RateInfo* parse_rate(const std::string& text);
-/// A whole number of frames, 0 or above, as an option takes it.
+/// A whole number of frames from 0 to 10,000, as an option takes it.
 std::string parse_frames(const char* option, const std::string& text);
 /// KEY=VALUE pairs for keys of the library's options, the last of a key winning.
 std::map<std::string, std::string> parse_options(const std::vector<std::string>& pairs);

@@ -123,6 +123,13 @@ Option change_units_option(LibraryOptions& library) {
             OneText{take, change_units[0].word}};
 }
 
+std::vector<const char*> all_single_layer_extensions() {
+    std::vector<const char*> extensions;
+    for (const ListWord& list : single_layer_lists)
+        extensions.push_back(list.extension);
+    return extensions;
+}
+
 std::vector<const char*> single_layer_extensions(const LibraryOptions& options) {
     std::vector<const char*> extensions;
     for (const ListWord& list : single_layer_lists)

@@ -19,5 +19,7 @@ Option change_units_option(LibraryOptions& library);
 
 /// The extensions of the single-layer lists that a run with these options makes.
 std::vector<const char*> single_layer_extensions(const LibraryOptions& options);
+/// The extensions of all single-layer lists that there are.
+std::vector<const char*> all_single_layer_extensions();
 
 } // namespace tool

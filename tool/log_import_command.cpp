@@ -4,9 +4,11 @@
 #include "quillbrook/keylog.h"
 #include "tool/command.h"
 #include "tool/open_logs.h"
+#include "tool/output_files.h"
 #include "tool/shared_options.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
+#include "tool/wrong_file.h"
 
 namespace tool {
 namespace {
@@ -18,8 +20,9 @@ struct LogImportJob {
 };
 
 std::unique_ptr<filmdb> read_keylog_file(const std::string& path, const LogImportJob& job) {
+    check_kind(path, {formats::FileKind::keylog, formats::FileKind::text}, "a Keylog log");
     ToolLogger logger(path, job.output.quiet);
-    auto table = std::make_unique<ftldb>(wide_path(path), logger, wide_path(job.output.report));
+    auto table = std::make_unique<ftldb>(wide_path(plain_copy_of(path)), logger, wide_path(job.output.report));
     if (!table->get_valid()) throw JobError(path + ": couldn't be read as a Keylog file");
     if (!job.logs.reel.empty()) table->set_reelid(job.logs.reel.c_str());
     return table;

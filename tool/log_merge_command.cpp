@@ -28,7 +28,7 @@ int run(const LogMergeJob& job) {
 
 void add_options(OptionTable& options, LogMergeJob& job) {
     options.add({
-        {"TABLE", "", "Logging tables (.RDB)", job.tables, Needed::yes},
+        {"TABLE", "", "Logging tables (.RDB)", InputFiles{job.tables}, Needed::yes},
         output_file(job.output, "The table to write"),
         overwrite(job.output, "Replace a table that is there"),
         force(job.force),

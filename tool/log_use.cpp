@@ -13,14 +13,6 @@
 
 namespace tool {
 
-void check_is_log_table(const std::string& path) {
-    std::string bytes;
-    if (!embedded::read_file(path, &bytes, nullptr)) throw JobError(path + ": couldn't be read");
-    if (!formats::is_table(bytes))
-        throw JobError(path + ": isn't a logging table; \"quillbrook log import\" makes one of logs");
-    if (!recdb(wide_path(path), 0, false).get_valid()) check_tables_read();
-}
-
 std::string fault_of_film(const std::string& path) {
     const recdb log(wide_path(path), INT_MAX, false);
     const char* header = log.get_param_val("film label_std");

@@ -5,9 +5,6 @@
 
 namespace tool {
 
-/// Throws `JobError` unless the file is a logging table.
-void check_is_log_table(const std::string& path);
-
 /// What is wrong with the kind of film that a logging table names, in its head or, before that, in its first row; empty
 /// where it is one.
 std::string fault_of_film(const std::string& log);

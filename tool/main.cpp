@@ -4,12 +4,16 @@
 #include "embedded/visible_text.h"
 #include "tool/command_line.h"
 #include "tool/ending_signals.h"
+#include "tool/environment.h"
 #include "tool/tool_error.h"
 
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <exception>
 #include <iostream>
 #include <new>
+#include <string>
 #include <string_view>
 #include <unistd.h>
 
@@ -22,6 +26,7 @@ struct Runner {
     }
     // What a job that fails has written is taken back.
     int operator()(const std::function<int()>& job) const {
+        tool::check_environment();
         embedded::Transaction run;
         const int status = job();
         std::cout.flush();
@@ -67,7 +72,9 @@ int main(int argc, char** argv) {
     try {
         const int status = std::visit(Runner{}, tool::parse_command_line(argc, argv));
         std::cout.flush();
-        return std::cout ? status : tell("standard output couldn't be written", tool::exit_failed);
+        if (std::cout) return status;
+        const std::string why = std::strerror(errno);
+        return tell(("standard output couldn't be written: " + why).c_str(), tool::exit_failed);
     } catch (const tool::UsageError& error) {
         return tell(error, tool::exit_wrong_usage);
     } catch (const std::bad_alloc&) {

@@ -1,12 +1,11 @@
 #include "tool/open_edit.h"
 
-#include "embedded/services.h"
 #include "embedded/warning.h"
 #include "formats/edl/edl_reader.h"
 #include "formats/otio/otio_reader.h"
-#include "tool/output_files.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
+#include "tool/wrong_file.h"
 
 #include <algorithm>
 #include <cctype>
@@ -15,6 +14,8 @@
 namespace tool {
 namespace {
 
+using formats::FileKind;
+
 std::string extension_of(const std::string& path) {
     std::string extension = std::filesystem::path(path).extension().string();
     std::transform(extension.begin(), extension.end(), extension.begin(),
@@ -22,20 +23,22 @@ std::string extension_of(const std::string& path) {
     return extension;
 }
 
-} // namespace
+enum class Reader { otio, edl, none };
 
-bool is_edit_list(const std::string& path) {
+/// By what the file holds; by its name where that tells nothing, so that the reader tells what is wrong.
+Reader reader_of(const std::string& path, FileKind kind) {
+    if (kind == FileKind::otio || kind == FileKind::json) return Reader::otio;
+    if (kind == FileKind::edl) return Reader::edl;
+    if (kind != FileKind::text && kind != FileKind::wide_text && kind != FileKind::binary) return Reader::none;
     const std::string extension = extension_of(path);
-    if (extension == ".edl") return true;
-    if (extension == ".otio") return false;
-    std::string bytes, why;
-    if (!embedded::read_file(path, &bytes, &why)) throw JobError(path + ": " + why);
-    return formats::looks_like_edl(bytes);
+    return extension == ".otio" ? Reader::otio : extension == ".edl" ? Reader::edl : Reader::none;
 }
 
-namespace {
+} // namespace
 
-bool is_edit(const std::string& path) { return extension_of(path) == ".otio" || is_edit_list(path); }
+bool is_edit_list(const std::string& path) { return reader_of(path, kind_of(path)) == Reader::edl; }
+
+namespace {
 
 /// What the user can do about it.
 std::string advice_on(const formats::ReadResult& result, const EditInput& input) {
@@ -43,25 +46,27 @@ std::string advice_on(const formats::ReadResult& result, const EditInput& input)
     return rate ? "; give it with --rate" : "";
 }
 
-void check_kinds(const EditInput& input) {
+/// Of all files of the edit.
+Reader reader_of(const EditInput& input) {
+    Reader reader = Reader::none;
     for (const std::string& path : input.paths) {
-        check_readable(path);
-        if (!is_edit(path))
-            throw JobError(path + ": not a kind of edit that is understood; .otio files and edit lists (.edl) are");
-        if (input.paths.size() > 1 && !is_edit_list(path))
+        const FileKind kind = kind_of(path);
+        reader = reader_of(path, kind);
+        if (reader == Reader::none) refuse_kind(path, kind, "an .otio file or an edit list (.edl)");
+        if (input.paths.size() > 1 && reader != Reader::edl)
             throw JobError(path + ": several files make one edit only where each is an edit list (.edl)");
     }
+    return reader;
 }
 
 } // namespace
 
 EditPtr open_edit(const EditInput& input, embedded::Warnings& warnings) {
-    check_kinds(input);
     formats::ReadOptions options;
     options.rate = input.rate;
     options.all_effects = input.all_effects;
     options.reverse_from_first = input.reverse_from_first;
-    const formats::ReadResult result = is_edit_list(input.paths.front())
+    const formats::ReadResult result = reader_of(input) == Reader::edl
                                            ? formats::read_edl(input.paths, options)
                                            : formats::read_otio(input.paths.front(), options);
     warnings.insert(warnings.end(), result.warnings.begin(), result.warnings.end());

@@ -7,6 +7,7 @@
 #include "tool/output_files.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
+#include "tool/wrong_file.h"
 
 #include <iostream>
 #include <iterator>
@@ -23,6 +24,21 @@ LightweightString<wchar_t> wide_path(const std::string& path) {
     return fromUTF8(LightweightString<char>(path.c_str(), path.size()));
 }
 
+namespace {
+
+using formats::FileKind;
+
+const std::vector<FileKind> kinds_of_logs{FileKind::logging_table, FileKind::ale, FileKind::flex, FileKind::keylog,
+                                          FileKind::text};
+
+void check_row_count(const std::string& path, std::size_t rows) {
+    if (rows > formats::most_table_rows)
+        throw JobError(path + ": makes " + std::to_string(rows) + " rows; a logging table holds " +
+                       std::to_string(formats::most_table_rows));
+}
+
+} // namespace
+
 std::vector<formats::LogRow> open_logs(const LogInput& input, embedded::Warnings& warnings) {
     if (input.force) read_in_spite_of_seals(input.paths, false);
     formats::LogOptions options;
@@ -31,11 +47,12 @@ std::vector<formats::LogRow> open_logs(const LogInput& input, embedded::Warnings
     options.film = static_cast<label_t>(input.film);
     std::vector<formats::LogRow> rows;
     for (const std::string& path : input.paths) {
-        check_readable(path);
+        check_kind(path, kinds_of_logs, "a log or a logging table (.RDB)");
         formats::Log log = formats::read_log(path, options);
         if (!log.error.empty()) throw JobError(one_line(log.error));
         warnings.insert(warnings.end(), log.warnings.begin(), log.warnings.end());
         rows.insert(rows.end(), std::make_move_iterator(log.rows.begin()), std::make_move_iterator(log.rows.end()));
+        check_row_count(path, rows.size());
     }
     return rows;
 }
@@ -53,7 +70,7 @@ void read_in_spite_of_seals(const std::vector<std::string>& paths, bool quiet) {
 }
 
 std::unique_ptr<filmdb> open_log_table(const std::string& path) {
-    check_readable(path);
+    check_is_log_table(path);
     auto table = std::make_unique<filmdb>(wide_path(path));
     if (table->get_valid()) return table;
     check_tables_read();
@@ -77,14 +94,13 @@ void check_table_output(const std::vector<std::string>& inputs, const Output& ou
 
 void save_log_table(filmdb& table, const Output& output) {
     const unsigned count = table.get_num_records();
-    if (count > formats::most_table_rows)
-        throw JobError(output.report + ": " + std::to_string(count) + " rows; a logging table holds " +
-                       std::to_string(formats::most_table_rows));
-    table.set_filename(wide_path(output.report));
+    check_row_count(output.report, count);
+    table.set_filename(wide_path(made_at(output.report)));
     const int saved = table.save_text();
     check_written();
     if (saved != 0) throw JobError(output.report + ": couldn't be written");
-    if (!output.quiet) std::cout << output.report << ": " << count << (count == 1 ? " row\n" : " rows\n");
+    deliver(output.report);
+    if (!output.quiet) std::cerr << output.report << ": " << count << (count == 1 ? " row\n" : " rows\n");
 }
 
 } // namespace tool

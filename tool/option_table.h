@@ -11,6 +11,7 @@
 //     std::string&, optional&     one value
 //     std::vector<std::string>&   one or more values
 //     WholeNumber                 a number within limits, preset to what it is
+//     InputFile, InputFiles       a file, or one or more, to be read; "-" is standard input
 //     OneText                     one value, turned into what the job holds
 //     EachText                    one value each time, as often as one likes
 //
@@ -35,6 +36,16 @@ struct Switch {
     std::function<void()> turn_on;
 };
 
+/// The path that the job reads. "-" becomes the path of standard input, which only one file of a line may be.
+struct InputFile {
+    std::reference_wrapper<std::string> path;
+    std::function<std::string(const std::string&)> fault = {}; ///< as of `OneText`
+};
+
+struct InputFiles {
+    std::reference_wrapper<std::vector<std::string>> paths;
+};
+
 /// `take` throws `UsageError`.
 struct OneText {
     std::function<void(const std::string& text)> take;
@@ -47,9 +58,10 @@ struct EachText {
     std::function<void(const std::vector<std::string>& texts)> take;
 };
 
-using Target = std::variant<std::reference_wrapper<bool>, std::reference_wrapper<std::string>,
-                            std::reference_wrapper<std::optional<std::string>>,
-                            std::reference_wrapper<std::vector<std::string>>, WholeNumber, Switch, OneText, EachText>;
+using Target =
+    std::variant<std::reference_wrapper<bool>, std::reference_wrapper<std::string>,
+                 std::reference_wrapper<std::optional<std::string>>, std::reference_wrapper<std::vector<std::string>>,
+                 WholeNumber, Switch, InputFile, InputFiles, OneText, EachText>;
 
 enum class Needed : bool { no, yes };
 

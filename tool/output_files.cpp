@@ -1,5 +1,6 @@
 #include "tool/output_files.h"
 
+#include "embedded/held_input.h"
 #include "embedded/limits.h"
 #include "embedded/services.h"
 #include "host/settings.h"
@@ -8,6 +9,7 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <iostream>
 #include <system_error>
 #include <unistd.h>
 
@@ -25,9 +27,34 @@ std::string shown(const std::string& path) { return path.empty() ? "\"\"" : path
 
 bool same_file(const std::string& a, const std::string& b) {
     std::error_code ignored;
+    if (a == embedded::standard_input || b == embedded::standard_input) return false;
     if (fs::equivalent(a, b, ignored)) return true;
     // Of a relative name nothing would be resolved while its first folder or file is missing.
     return fs::weakly_canonical(fs::absolute(a), ignored) == fs::weakly_canonical(fs::absolute(b), ignored);
+}
+
+bool is_standard_output(const std::string& path) {
+    return path == "-" || path == "/dev/stdout" || path == "/dev/fd/1" || path == "/proc/self/fd/1";
+}
+
+/// As messages name it.
+std::string name_of_output(const std::string& path) { return is_standard_output(path) ? "standard output" : path; }
+
+void write_to_standard_output(const std::string& bytes) {
+    std::cout.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush();
+    if (!std::cout) throw JobError(std::string("standard output couldn't be written: ") + std::strerror(errno));
+}
+
+std::string work_file(const char* name) {
+    std::error_code trouble;
+    fs::create_directories(embedded::work_directory(), trouble);
+    if (trouble) throw JobError(embedded::work_directory() + ": " + trouble.message());
+    return embedded::work_directory() + '/' + name;
+}
+
+void check_stream(const std::string& path) {
+    if (!is_standard_output(path) && access(path.c_str(), W_OK) != 0)
+        throw JobError(path + ": " + std::strerror(errno));
 }
 
 void check_named(const char* option, const std::string& path) {
@@ -44,9 +71,10 @@ void check_not_folder(const std::string& path) {
 void check_replaceable(const std::string& path, bool overwrite) {
     check_folder(folder_of(path));
     check_not_folder(path);
-    std::error_code ignored;
-    if (!overwrite && fs::exists(fs::symlink_status(path, ignored)))
-        throw JobError(path + ": is there already; --overwrite replaces it");
+    std::error_code trouble;
+    const bool stands = fs::exists(fs::symlink_status(path, trouble));
+    if (trouble == std::errc::filename_too_long) throw JobError(path + ": " + trouble.message());
+    if (!overwrite && stands) throw JobError(path + ": is there already; --overwrite replaces it");
 }
 
 } // namespace
@@ -68,6 +96,7 @@ std::string beside_report(const std::string& report, const char* extension) {
 
 std::string fault_of_input(const std::string& path) {
     if (path.empty()) return "names no file";
+    if (path == embedded::standard_input) return "";
     std::error_code trouble;
     if (fs::is_directory(path, trouble)) return "is a directory";
     if (access(path.c_str(), R_OK) != 0) return std::strerror(errno);
@@ -80,14 +109,46 @@ void check_readable(const std::string& path) {
     if (!fault.empty()) throw JobError(shown(path) + ": " + fault);
 }
 
-void check_plain(const std::string& path) {
+bool is_stream(const std::string& path) {
     std::error_code ignored;
+    return is_standard_output(path) || fs::is_other(path, ignored);
+}
+
+std::string made_at(const std::string& path) {
+    if (!is_stream(path)) return path;
+    return work_file("output.txt");
+}
+
+void deliver(const std::string& path) {
+    if (!is_stream(path)) return;
+    std::string bytes, why;
+    const std::string made = made_at(path);
+    if (!embedded::read_file(made, &bytes, &why)) throw JobError(made + ": " + why);
+    deliver_bytes(path, bytes);
+}
+
+void deliver_bytes(const std::string& path, const std::string& bytes) {
+    if (is_standard_output(path)) return write_to_standard_output(bytes);
+    std::string why;
+    if (!embedded::write_file_whole(path, bytes, &why)) throw JobError(path + ": couldn't be written: " + why);
+}
+
+std::string plain_copy_of(const std::string& input) {
+    if (input != embedded::standard_input && !is_stream(input)) return input;
+    std::string bytes, why;
+    if (!embedded::read_file(input, &bytes, &why)) throw JobError(input + ": " + why);
+    const std::string copy = work_file("input.txt");
+    if (!embedded::write_file_whole(copy, bytes, &why)) throw JobError(copy + ": couldn't be written: " + why);
+    return copy;
+}
+
+void check_named_input(const std::string& path) {
     if (path.empty()) throw JobError(shown(path) + ": names no file");
-    if (fs::is_other(path, ignored)) throw JobError(path + ": is no plain file");
 }
 
 void check_outputs(const std::string& input, const Output& output, const std::vector<std::string>& beside) {
     const std::string& report = output.report;
+    if (is_stream(report)) return check_stream(report);
     check_named("-o", report);
     if (same_file(report, input)) throw JobError(report + ": the report would replace what it is made from");
     for (const std::string& file : beside) {
@@ -96,6 +157,8 @@ void check_outputs(const std::string& input, const Output& output, const std::ve
         check_not_folder(file);
     }
     check_replaceable(report, output.overwrite);
+    for (const std::string& file : beside)
+        check_replaceable(file, output.overwrite);
 }
 
 void check_working_file(const std::string& path, const std::vector<std::string>& inputs) {
@@ -106,10 +169,12 @@ void check_working_file(const std::string& path, const std::vector<std::string>&
 
 void check_output(const char* option, const std::string& path, bool overwrite, const std::vector<std::string>& inputs,
                   const std::vector<std::string>& others) {
-    check_named(option, path);
-    check_working_file(path, inputs);
+    if (!is_stream(path)) check_named(option, path);
     for (const std::string& other : others)
-        if (same_file(path, other)) throw JobError(path + ": the run makes another file of that name");
+        if (same_file(name_of_output(path), name_of_output(other)))
+            throw JobError(name_of_output(path) + ": the run makes another file of that name");
+    if (is_stream(path)) return check_stream(path);
+    check_working_file(path, inputs);
     check_replaceable(path, overwrite);
 }
 

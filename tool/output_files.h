@@ -12,12 +12,25 @@ std::string beside_report(const std::string& report, const char* extension);
 std::string fault_of_input(const std::string& path);
 /// Throws `JobError` unless the file is there and can be read.
 void check_readable(const std::string& path);
-/// Throws `JobError` where a table has no name, or is a device or a pipe: it is read more than once. One that isn't
-/// there is let pass.
-void check_plain(const std::string& path);
+/// Whether it is standard output, a pipe or a device. Nothing lies beside such an output, and nothing is replaced
+/// there.
+bool is_stream(const std::string& path);
+/// Where the run makes what goes to `path`: there, or in the work directory for a stream, which gets its bytes by
+/// `deliver` when all of them are made.
+std::string made_at(const std::string& path);
+/// Gives a stream what was made for it; nothing for other files. Throws `JobError`.
+void deliver(const std::string& path);
+/// The same for bytes; writes any other file too.
+void deliver_bytes(const std::string& path, const std::string& bytes);
 
+/// The path of a plain file with the bytes of an input: itself, or one in the work directory for standard input, a pipe
+/// or a device.
+std::string plain_copy_of(const std::string& input);
+
+/// Throws `JobError` where a name is empty.
+void check_named_input(const std::string& path);
 /// Throws `JobError` unless the report and the files beside it can be made: the report's folder is there and
-/// writable, no file takes the place of another one or of `input`, and a report that is there may be replaced.
+/// writable, no file takes the place of another one or of `input`, and those that are there may be replaced.
 void check_outputs(const std::string& input, const Output& output, const std::vector<std::string>& beside);
 
 /// Throws `JobError` unless it is a folder that files can be made in.

@@ -11,8 +11,8 @@
 #include "tool/tool_logger.h"
 
 #include <algorithm>
-#include <iostream>
 #include <optional>
+#include <ostream>
 
 namespace tool {
 namespace {
@@ -83,15 +83,15 @@ void set_digits(film::Strips& strips, const std::string& option) {
 }
 
 // What no film is lost by is told by its rule alone.
-void tell_exceptions(const film::ListProof& proof) {
+void tell_exceptions(const film::ListProof& proof, std::ostream& out) {
     for (const film::ListRule& rule : film::list_rules()) {
         const auto is_of_rule = [&rule](const film::ProofFinding& finding) { return finding.rule == &rule; };
         const auto first = std::find_if(proof.exceptions.begin(), proof.exceptions.end(), is_of_rule);
         if (first == proof.exceptions.end()) continue;
         const auto count = std::count_if(first, proof.exceptions.end(), is_of_rule);
-        std::cout << "by a rule: " << line_of(*first);
-        if (count > 1) std::cout << " and " << count - 1 << " more";
-        std::cout << '\n';
+        out << "by a rule: " << line_of(*first);
+        if (count > 1) out << " and " << count - 1 << " more";
+        out << '\n';
     }
 }
 
@@ -119,14 +119,14 @@ film::Strips film_of_table(const std::string& table) {
 }
 
 int prove_lists(const std::string& report, const std::string& table, const film::Strips& strips,
-                const LibraryOptions& options) {
+                const LibraryOptions& options, std::ostream& out) {
     std::string bytes, why;
     if (!embedded::read_file(report, &bytes, &why)) throw JobError(report + ": " + why);
     const film::ListProof proof = film::prove_report(bytes, strips, proof_options(table, options));
-    std::cout << film::summary_of(proof) << '\n';
+    out << film::summary_of(proof) << '\n';
     for (const film::ProofFinding& failure : proof.failures)
-        std::cout << one_line(film::line_of(failure)) << '\n';
-    tell_exceptions(proof);
+        out << one_line(film::line_of(failure)) << '\n';
+    tell_exceptions(proof, out);
     return proof.proved() ? exit_done : exit_not_proved;
 }
 

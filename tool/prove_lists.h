@@ -5,6 +5,8 @@
 #include "host/edit.h"
 #include "tool/job_parts.h"
 
+#include <iosfwd>
+
 namespace tool {
 
 /// The film that a table's channel needs, by the edit that the table was made of; `log` is empty without one. Throws
@@ -14,8 +16,8 @@ film::Strips film_of_edit(const EditPtr& edit, const std::string& table, const s
 /// The same by the table alone.
 film::Strips film_of_table(const std::string& table);
 
-/// Reads the report back, holds it against the film, and tells on standard output what came of it. The exit status.
+/// Reads the report back, holds it against the film, and tells `out` what came of it. The exit status.
 int prove_lists(const std::string& report, const std::string& table, const film::Strips& strips,
-                const LibraryOptions& options);
+                const LibraryOptions& options, std::ostream& out);
 
 } // namespace tool

@@ -9,7 +9,8 @@ namespace tool {
 
 void add_edit_input(OptionTable& options, EditInput& edit) {
     options.add({
-        {"EDIT", "", "The edit (.otio), or the edit lists of one programme (.edl)", edit.paths, Needed::yes},
+        {"EDIT", "", "The edit (.otio), or the edit lists of one programme (.edl)", InputFiles{edit.paths},
+         Needed::yes},
         rate(edit.rate, "Frames a second of the edit, in place of what the file says"),
         {"--all-effects", "", "Every effect of the file is the lab's to make", edit.all_effects},
         {"--edl-reverse", "WHICH",
@@ -23,7 +24,7 @@ void add_edit_input(OptionTable& options, EditInput& edit) {
 
 void add_log_input(OptionTable& options, LogInput& logs, const char* what) {
     options.add({
-        {"LOG", "", what, logs.paths, Needed::yes},
+        {"LOG", "", what, InputFiles{logs.paths}, Needed::yes},
         rate(logs.rate, "Frames a second of the timecodes, in place of what the files say"),
         {"--film", "KIND", "The kind of film, in place of what the files say",
          OneText{[&logs](const std::string& text) { logs.film = text.empty() ? 0 : parse_film_kind(text); }}},

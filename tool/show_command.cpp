@@ -38,7 +38,8 @@ void show_head(const EditPtr& edit) {
     if (timecode->is_valid()) std::cout << ", from " << timecode->get_string(0);
     const std::string& project = embedded::EditBuilder::project_of(edit);
     if (!project.empty()) std::cout << ", project \"" << one_line(project) << '"';
-    std::cout << "\nPositions are frames of the edit, source positions seconds of the source.\n";
+    std::cout << "\nPositions are frames of the edit, source positions frames of the source from its start and its "
+                 "timecodes.\n";
 }
 
 void show_channels(const EditPtr& edit, ChannelKind kind) {

@@ -1,4 +1,5 @@
 #include "tool/tool_logger.h"
+#include "embedded/services.h"
 #include "embedded/table_door.h"
 #include "embedded/visible_text.h"
 #include "embedded/warning.h"
@@ -16,13 +17,24 @@ std::string one_line(const std::string& text) {
     return embedded::visible(text.substr(first, text.find_last_not_of(blanks) + 1 - first));
 }
 
+namespace {
+
+/// The file whose writing failed, and why, as the library's errors don't tell.
+std::string unwritten_file() {
+    std::string name, why;
+    if (!embedded::take_write_failure(&name, &why)) return "";
+    return ": " + one_line(name) + (why.empty() ? "" : ": " + why);
+}
+
+} // namespace
+
 void ToolLogger::message(const LightweightString<wchar_t>& text, int level) {
     const std::string line = one_line(toUTF8(text).c_str());
     if (level == level_that_ends_a_run) {
         failed_ = true;
-        std::cerr << "error: " << line << " (" << one_line(subject_) << ")\n";
+        std::cerr << "error: " << line << " (" << one_line(subject_) << ')' << unwritten_file() << '\n';
     } else if (!quiet_ && !line.empty()) {
-        std::cout << line << '\n';
+        std::cerr << line << '\n';
     }
 }
 

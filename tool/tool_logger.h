@@ -1,5 +1,5 @@
 #pragma once
-// Where the messages of a run go: errors and warnings to standard error, progress to standard output.
+// Where the messages of a run go: all to standard error, as standard output may be the report.
 
 #include "embedded/warning.h"
 #include "host/settings.h"

@@ -5,8 +5,6 @@
 #include "formats/file_names.h"
 #include "formats/text_lines.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 
 namespace formats {
@@ -140,10 +138,9 @@ ReadResult read_edl(const std::vector<std::string>& paths, const ReadOptions& op
     std::vector<EdlText> texts;
     for (std::size_t i = 0; i < paths.size(); ++i) {
         std::string why;
-        struct stat status {};
-        if (!embedded::read_file(paths[i], &bytes[i], &why) || ::stat(paths[i].c_str(), &status) != 0) {
+        if (!embedded::read_file(paths[i], &bytes[i], &why)) {
             ReadResult result;
-            result.error = paths[i] + ": " + (why.empty() ? "can't be read" : why);
+            result.error = paths[i] + ": " + why;
             return result;
         }
         why = fault_of_lines(bytes[i]);
@@ -152,7 +149,7 @@ ReadResult read_edl(const std::vector<std::string>& paths, const ReadOptions& op
             result.error = paths[i] + ": " + why;
             return result;
         }
-        texts.push_back({bytes[i], paths[i], status.st_mtime});
+        texts.push_back({bytes[i], paths[i], embedded::time_of_input(paths[i])});
     }
     return read_edl_texts(texts, options);
 }

@@ -233,12 +233,16 @@ Log read_log_table(std::string_view bytes, const std::string& path) {
     Log log;
     embedded::TableData table;
     std::string why;
-    if (!embedded::read_table(bytes, most_table_rows, &table, &why)) {
+    if (!embedded::read_table(bytes, most_table_rows + 1, &table, &why)) {
         log.error = path + ": " + why;
         return log;
     }
     if (!table.find_parameter("FILMDB")) {
         log.error = path + ": isn't a logging table";
+        return log;
+    }
+    if (table.rows.size() > most_table_rows) {
+        log.error = path + ": holds more rows than a logging table can, " + std::to_string(most_table_rows);
         return log;
     }
     const TableReader reader(table, path);

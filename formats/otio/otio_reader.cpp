@@ -4,8 +4,6 @@
 #include "embedded/warning.h"
 #include "formats/otio/otio_unrender.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <memory>
 #include <utility>
@@ -165,12 +163,11 @@ ReadResult read_otio_bytes(std::string_view bytes, const std::string& path_for_m
 ReadResult read_otio(const std::string& path, const ReadOptions& options) {
     ReadResult result;
     std::string bytes, why;
-    struct stat status {};
-    if (!embedded::read_file(path, &bytes, &why) || ::stat(path.c_str(), &status) != 0) {
-        result.error = path + ": " + (why.empty() ? "can't be read" : why);
+    if (!embedded::read_file(path, &bytes, &why)) {
+        result.error = path + ": " + why;
         return result;
     }
-    return read_otio_bytes(bytes, path, status.st_mtime, options);
+    return read_otio_bytes(bytes, path, embedded::time_of_input(path), options);
 }
 
 } // namespace formats

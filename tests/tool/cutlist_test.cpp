@@ -51,9 +51,10 @@ TEST_F(Cutlist, MakesTheReportAndTheTableBesideIt) {
     EXPECT_THAT(read("cut.txt"), HasSubstr("CUTTING-COPY version 9"));
 }
 
-TEST_F(Cutlist, TellsProgressOnStandardOutput) {
+TEST_F(Cutlist, TellsProgressOnStandardError) {
     const ToolResult result = run({"cutlist", "cut.otio", "-o", "cut.txt"});
-    EXPECT_THAT(result.out, HasSubstr("Analysing track V1\n"));
+    EXPECT_EQ(result.out, "");
+    EXPECT_THAT(result.progress, HasSubstr("Analysing track V1\n"));
     EXPECT_EQ(result.err, "");
 }
 
@@ -221,26 +222,44 @@ TEST_F(Print, SetChoosesLists) {
     EXPECT_LT(read("none.txt").size(), read("cut.txt").size() / 4);
 }
 
-TEST_F(Print, SoundTableIsPrintedAsAskedWithAWarning) {
-    const ToolResult warned = run({"print", "sound.cdb", "-o", "as-picture.txt"});
-    EXPECT_EQ(warned.status, 0);
-    EXPECT_THAT(warned.err, HasSubstr("warning: sound.cdb"));
-    EXPECT_THAT(warned.err, HasSubstr("--set chan_type=2"));
-    EXPECT_THAT(read("as-picture.txt"), HasSubstr("PICTURE TRACK"));
-    const ToolResult quiet = run({"print", "sound.cdb", "-o", "as-picture.txt", "--overwrite", "--quiet"});
-    EXPECT_EQ(quiet.err, "");
-    expect_done({"print", "sound.cdb", "-o", "as-sound.txt", "--set", "chan_type=2"});
-    EXPECT_EQ(read("as-sound.txt"), read("sound.txt"));
+TEST_F(Print, FormAndKindComeFromTheTable) {
+    expect_done({"print", "sound.cdb", "-o", "sound-again.txt"});
+    EXPECT_EQ(read("sound-again.txt"), read("sound.txt"));
+    expect_done({"cutlist", "cut.otio", "-o", "neg.txt", "--neg-cut"});
+    expect_done({"print", "neg.cdb", "-o", "neg-again.txt"});
+    EXPECT_EQ(read("neg-again.txt"), read("neg.txt"));
+    EXPECT_THAT(read("neg.txt"), HasSubstr("NEG-CUT version 9"));
 }
 
-TEST_F(Print, BrokenTablesAreNamed) {
+TEST_F(Print, FramesCanBeAskedFor) {
+    expect_done({"cutlist", "cut.otio", "-o", "frames.txt", "--frames"});
+    expect_done({"print", "frames.cdb", "-o", "again.txt", "--frames"});
+    EXPECT_EQ(read("again.txt"), read("frames.txt"));
+}
+
+TEST_F(Print, ExplicitOptionsWinOverTheTable) {
+    expect_done({"print", "cut.cdb", "-o", "neg.txt", "--set", "pull_match_assembly=0"});
+    EXPECT_THAT(read("neg.txt"), HasSubstr("NEG-CUT version 9"));
+    const ToolResult warned = run({"print", "sound.cdb", "-o", "picture.txt", "--set", "chan_type=1"});
+    EXPECT_EQ(warned.status, 0);
+    EXPECT_EQ(warned.err, "warning: sound.cdb lists a sound channel and is printed as picture\n");
+    EXPECT_THAT(read("picture.txt"), HasSubstr("PICTURE TRACK"));
+    const ToolResult quiet =
+        run({"print", "sound.cdb", "-o", "picture.txt", "--set", "chan_type=1", "--overwrite", "--quiet"});
+    EXPECT_EQ(quiet.err, "");
+}
+
+TEST_F(Print, WrongFilesAreToldForWhatTheyAre) {
+    const auto told = [this](const std::string& file) { return run({"print", file, "-o", "a.txt"}); };
     write("broken.cdb", "not a table\n");
-    const ToolResult broken = run({"print", "broken.cdb", "-o", "a.txt", "--quiet"});
-    EXPECT_EQ(broken.status, 1);
-    EXPECT_EQ(broken.err, "quillbrook: broken.cdb: isn't a whole record table\n");
-    const ToolResult missing = run({"print", "no.cdb", "-o", "a.txt"});
-    EXPECT_EQ(missing.status, 1);
-    EXPECT_THAT(missing.err, StartsWith("quillbrook: no.cdb: "));
+    EXPECT_EQ(told("broken.cdb").err,
+              "quillbrook: broken.cdb: is text of no kind that is known; a cutlist table (.cdb) is wanted\n");
+    EXPECT_THAT(told("cut.otio").err, HasSubstr("cut.otio: is an OpenTimelineIO edit; \"quillbrook cutlist\" takes"));
+    EXPECT_THAT(told("cut.txt").err, HasSubstr("cut.txt: is a printed report; "));
+    write("mark.cdb", "\xEF\xBB\xBF" + read("cut.cdb"));
+    EXPECT_THAT(told("mark.cdb").err, HasSubstr("mark.cdb: is a table behind a byte order mark"));
+    EXPECT_THAT(told("no.cdb").err, StartsWith("quillbrook: no.cdb: No such file"));
+    EXPECT_EQ(told("no.cdb").status, 1);
     EXPECT_FALSE(exists("a.txt"));
 }
 

@@ -91,7 +91,9 @@ TEST_F(EditList, LogMustBeALoggingTable) {
     write("a.ale", "Heading\nFPS\t24\n");
     const ToolResult log = run({"cutlist", "a.edl", "--rate", "24", "-o", "a.txt", "--log", "a.ale"});
     EXPECT_EQ(log.status, 1);
-    EXPECT_EQ(log.err, "quillbrook: a.ale: isn't a logging table; \"quillbrook log import\" makes one of logs\n");
+    EXPECT_EQ(
+        log.err,
+        "quillbrook: a.ale: is an ALE log; \"quillbrook log import\" takes it; a logging table (.RDB) is wanted\n");
     const ToolResult empty = run({"cutlist", "a.edl", "--rate", "24", "-o", "a.txt", "--log", ""});
     EXPECT_EQ(empty.status, 2);
     EXPECT_THAT(empty.err, HasSubstr("--log"));

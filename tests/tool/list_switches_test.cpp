@@ -89,7 +89,7 @@ TEST_F(ListSwitchesTest, NoFileOfTheRunTakesThePlaceOfAnother) {
                    "cut.sl4: would replace what it is made from");
     std::filesystem::create_directory(path("cut.sl1"));
     expect_refused({"cutlist", "cut.otio", "-o", "cut.txt", "--single-layer", "1"}, "cut.sl1: is a directory");
-    expect_done({"cutlist", "cut.otio", "-o", "cut.txt"}, {"--single-layer", "3"});
+    expect_done({"cutlist", "cut.otio", "-o", "cut.txt", "--overwrite"}, {"--single-layer", "3"});
 }
 
 } // namespace

@@ -41,7 +41,7 @@ protected:
 
 TEST_F(Logs, ImportPutsSeveralFilesIntoOneTable) {
     const ToolResult result = expect_done({"log", "import", "day1.ale", "day2.ale", "-o", "show.RDB"});
-    EXPECT_EQ(result.out, "show.RDB: 2 rows\n");
+    EXPECT_EQ(result.progress, "show.RDB: 2 rows\n");
     EXPECT_EQ(result.err, "");
     EXPECT_THAT(read("show.RDB"), StartsWith("%recdb 2\nFILMDB=Rev 16\nlabel_std=24fps\n"));
     EXPECT_THAT(read("show.RDB"), HasSubstr("\tKJ1234561000+00\t"));
@@ -88,16 +88,16 @@ TEST_F(Logs, KeylogFilesAreReadByNamesOrByPlaces) {
     EXPECT_THAT(read("places.RDB"), HasSubstr("\t+A7\tKJ123456123409\t"));
     EXPECT_THAT(read("places.RDB"), HasSubstr("\n\tV003\t01:00:00:00\t"));
     expect_failure({"log", "import", "day1.ale", "-o", "x.RDB", "--as-keylog", "--quiet"}, 1,
-                   "day1.ale: couldn't be read");
+                   "day1.ale: is an ALE log; ");
 }
 
 TEST_F(Logs, MergePutsTablesTogether) {
     expect_done({"log", "import", "day1.ale", "-o", "1.RDB"});
     expect_done({"log", "import", "day2.ale", "-o", "2.RDB"});
-    EXPECT_EQ(expect_done({"log", "merge", "1.RDB", "2.RDB", "-o", "show.RDB"}).out, "show.RDB: 2 rows\n");
+    EXPECT_EQ(expect_done({"log", "merge", "1.RDB", "2.RDB", "-o", "show.RDB"}).progress, "show.RDB: 2 rows\n");
     expect_done({"log", "import", "day1.ale", "day2.ale", "-o", "both.RDB"});
     EXPECT_EQ(read("show.RDB"), read("both.RDB"));
-    expect_failure({"log", "merge", "1.RDB", "day2.ale", "-o", "x.RDB"}, 1, "day2.ale: isn't a whole record table");
+    expect_failure({"log", "merge", "1.RDB", "day2.ale", "-o", "x.RDB"}, 1, "day2.ale: is an ALE log; ");
     expect_failure({"log", "merge", "1.RDB", "2.RDB", "-o", "2.RDB", "--overwrite"}, 1,
                    "would replace what it is made from");
 }

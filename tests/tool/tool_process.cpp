@@ -32,11 +32,12 @@ std::vector<std::string> environment_of(const std::map<std::string, std::string>
 }
 
 // Between fork and exec, so only what is safe there.
-[[noreturn]] void become_tool(const char* folder, const char* out, const char* err, char* const* arguments,
-                              char* const* environment) {
+[[noreturn]] void become_tool(const char* folder, const char* in, const char* out, const char* err,
+                              char* const* arguments, char* const* environment) {
+    const int in_file = open(in, O_RDONLY);
     const int out_file = open(out, O_WRONLY | O_CREAT | O_TRUNC, 0600);
     const int err_file = open(err, O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    if (chdir(folder) == 0 && dup2(out_file, 1) >= 0 && dup2(err_file, 2) >= 0)
+    if (chdir(folder) == 0 && dup2(in_file, 0) >= 0 && dup2(out_file, 1) >= 0 && dup2(err_file, 2) >= 0)
         execve(arguments[0], arguments, environment);
     _exit(127);
 }
@@ -51,6 +52,15 @@ std::string contents(const std::string& path) {
     std::ostringstream bytes;
     bytes << std::ifstream(path, std::ios::binary).rdbuf();
     return bytes.str();
+}
+
+void part_progress(const std::string& told, ToolResult& result) {
+    std::istringstream lines(told);
+    for (std::string line; std::getline(lines, line);) {
+        const std::string word = line.substr(0, line.find(": "));
+        const bool trouble = word == "warning" || word == "error" || word == "quillbrook";
+        (trouble ? result.err : result.progress) += line + '\n';
+    }
 }
 
 std::string rational(int frames) {
@@ -88,6 +98,11 @@ ToolTest::~ToolTest() {
 
 ToolResult ToolTest::run(const std::vector<std::string>& arguments,
                          const std::map<std::string, std::string>& environment) const {
+    return run_with_input("", arguments, environment);
+}
+
+ToolResult ToolTest::run_with_input(const std::string& input, const std::vector<std::string>& arguments,
+                                    const std::map<std::string, std::string>& environment) const {
     std::vector<std::string> line{tool_path()};
     line.insert(line.end(), arguments.begin(), arguments.end());
     std::vector<std::string> settings = environment_of(environment);
@@ -95,12 +110,16 @@ ToolResult ToolTest::run(const std::vector<std::string>& arguments,
     const std::vector<char*> envp = pointers(settings);
     const std::string out = folder_.string() + ".out";
     const std::string err = folder_.string() + ".err";
+    const std::string in = folder_.string() + ".in";
+    std::ofstream(in, std::ios::binary) << input;
 
     const pid_t child = fork();
-    if (child == 0) become_tool(folder_.c_str(), out.c_str(), err.c_str(), argv.data(), envp.data());
+    if (child == 0) become_tool(folder_.c_str(), in.c_str(), out.c_str(), err.c_str(), argv.data(), envp.data());
     int status = 0;
     waitpid(child, &status, 0);
-    ToolResult result{WIFEXITED(status) ? WEXITSTATUS(status) : -1, contents(out), contents(err)};
+    ToolResult result{WIFEXITED(status) ? WEXITSTATUS(status) : -1, contents(out), "", ""};
+    part_progress(contents(err), result);
+    fs::remove(in);
     fs::remove(out);
     fs::remove(err);
     return result;

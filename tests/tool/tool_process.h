@@ -12,7 +12,8 @@
 struct ToolResult {
     int status = -1; ///< exit status; -1 where the process didn't end by itself
     std::string out;
-    std::string err;
+    std::string err;      ///< warnings and errors of standard error
+    std::string progress; ///< its other lines
 };
 
 /// A folder that is empty at the start of a test and goes with it. Names of files are relative to it.
@@ -25,6 +26,10 @@ protected:
     /// SOURCE_DATE_EPOCH 0).
     ToolResult run(const std::vector<std::string>& arguments,
                    const std::map<std::string, std::string>& environment = {}) const;
+
+    /// The same with bytes at standard input; otherwise that is empty.
+    ToolResult run_with_input(const std::string& input, const std::vector<std::string>& arguments,
+                              const std::map<std::string, std::string>& environment = {}) const;
 
     std::string path(const std::string& name) const { return folder_ / name; }
     bool exists(const std::string& name) const { return std::filesystem::exists(folder_ / name); }

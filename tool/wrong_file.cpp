@@ -1,0 +1,37 @@
+#include "tool/wrong_file.h"
+
+#include "embedded/services.h"
+#include "formats/logs/log_reader.h"
+#include "tool/output_files.h"
+#include "tool/tool_error.h"
+#include "tool/tool_logger.h"
+
+#include <algorithm>
+
+namespace tool {
+
+using formats::FileKind;
+
+FileKind kind_of(const std::string& path) {
+    check_readable(path);
+    std::string bytes, why;
+    if (!embedded::read_file(path, &bytes, &why)) throw JobError(path + ": " + why);
+    return formats::kind_of_file(bytes);
+}
+
+void refuse_kind(const std::string& path, FileKind kind, const char* wanted) {
+    throw JobError(path + ": " + formats::told_kind(kind) + "; " + wanted + " is wanted");
+}
+
+void check_kind(const std::string& path, const std::vector<FileKind>& taken, const char* wanted) {
+    const FileKind kind = kind_of(path);
+    if (std::find(taken.begin(), taken.end(), kind) == taken.end()) refuse_kind(path, kind, wanted);
+}
+
+void check_is_log_table(const std::string& path) {
+    check_kind(path, {FileKind::logging_table}, "a logging table (.RDB)");
+    const formats::Log log = formats::read_log(path);
+    if (!log.error.empty()) throw JobError(one_line(log.error));
+}
+
+} // namespace tool
