@@ -1,5 +1,6 @@
 // Standard input and output, pipes and devices in the places of files, and files of earlier runs beside a report.
 
+#include "tests/support/project_paths.h"
 #include "tests/tool/tool_process.h"
 
 #include <gmock/gmock.h>
@@ -186,6 +187,11 @@ TEST_F(Streams, ShowTellsSourcePositionsInTimecodeAndFrames) {
     const ToolResult result = expect_done(run({"edit", "show", "a.edl", "--rate", "24"}));
     EXPECT_THAT(result.out, HasSubstr("01:00:10:00 - 01:00:12:00"));
     EXPECT_THAT(run({"edit", "show", "cut.otio"}).out, HasSubstr("         10          58"));
+}
+
+TEST_F(Streams, ShowTellsTheEditFrameAndTimecodeOfACue) {
+    const ToolResult result = expect_done(run({"edit", "show", project_folder() + "/examples/reel/reel.otio"}));
+    EXPECT_THAT(result.out, HasSubstr("      2    40  01:00:01:16  cue     Lamps off     printed\n"));
 }
 
 } // namespace
