@@ -1,6 +1,7 @@
 // "quillbrook check": what is wrong or doubtful of an edit.
 
 #include "embedded/services.h"
+#include "embedded/transaction.h"
 #include "tool/command.h"
 #include "tool/film_check.h"
 #include "tool/findings_json.h"
@@ -12,6 +13,7 @@
 #include "tool/shared_options.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
+#include "tool/wrong_file.h"
 
 #include <iostream>
 
@@ -44,6 +46,13 @@ void write_document(const std::string& path, const std::string& document) {
     if (!embedded::write_file_whole(path, document, &why)) throw JobError(path + ": " + why);
 }
 
+// What is found makes the run fail, but not its document.
+void keep_document() {
+    std::string why;
+    embedded::Transaction* run = embedded::Transaction::current();
+    if (run && !run->commit(&why)) throw JobError(why);
+}
+
 int run(const CheckJob& job) {
     check_files(job);
     apply_settings(job.settings);
@@ -56,6 +65,7 @@ int run(const CheckJob& job) {
     for (const film::Finding& finding : findings)
         std::cout << line_of(finding) << '\n';
     std::cout << tally_of(findings) << '\n';
+    keep_document();
     return fails(findings, job.choices.strict) ? exit_failed : exit_done;
 }
 

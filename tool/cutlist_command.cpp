@@ -116,7 +116,7 @@ public:
     /// To be called when the run has made its lists.
     void end() {
         for (const auto& [path, text] : begun_)
-            if (fileExists(path)) ToolLogger::message(text, 0);
+            if (fileExists(wide_path(path))) ToolLogger::message(text, 0);
     }
 
 private:
@@ -162,7 +162,7 @@ int run(const CutlistJob& job) {
     CutlistLogger logger(subject_of(job), job.output.quiet || job.output.no_progress);
     CueList* cues = embedded::EditBuilder::cues_of(edit);
     const bool done = make_cutlist_from_edit(edit, logger, job.log.empty() ? 0 : 1, &options, cues, false);
-    tell_warnings(embedded::take_warnings_of_copy(), job.output.quiet);
+    embedded::take_warnings_of_copy(); // told with the findings
     check_written();
     check_tables_read();
     if (logger.failed()) return exit_failed;

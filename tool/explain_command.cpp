@@ -10,6 +10,7 @@
 #include "tool/shared_options.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
+#include "tool/wrong_file.h"
 
 #include <cstdlib>
 #include <iostream>

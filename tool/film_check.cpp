@@ -1,7 +1,9 @@
 #include "tool/film_check.h"
 
+#include "embedded/edit_builder.h"
 #include "embedded/services.h"
 #include "film/log_rows.h"
+#include "tool/listed_edit.h"
 #include "tool/open_edit.h"
 #include "tool/open_logs.h"
 #include "tool/option_table.h"
@@ -77,7 +79,11 @@ film::CheckOptions check_options(const EditInput& edit, const ChannelName& chann
 
 film::Findings check_film(const EditPtr& edit, const film::CheckOptions& options, const embedded::Warnings& warnings) {
     const auto log = options.log_file.empty() ? nullptr : open_log_rows(options.log_file);
-    return film::check_edit(edit, options, log.get(), warnings);
+    const ListedEdit listed(edit);
+    embedded::Warnings all = warnings;
+    for (embedded::Warning& warning : embedded::take_warnings_of_copy())
+        all.push_back(std::move(warning));
+    return film::check_edit(listed.edit(), options, log.get(), all);
 }
 
 std::string line_of(const film::Finding& finding) {

@@ -7,6 +7,7 @@
 #include "film/log_rows.h"
 #include "host/settings.h"
 #include "tool/cutlist_table.h"
+#include "tool/listed_edit.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
 
@@ -42,33 +43,6 @@ film::ProofOptions proof_options(const std::string& table, const LibraryOptions&
     proof.butt = number_or(options.value("butt"), proof.butt);
     return proof;
 }
-
-/// The edit that lists are made of: rendered material is replaced where the run allows it.
-class ListedEdit {
-public:
-    explicit ListedEdit(const EditPtr& edit) : edit_(edit) {
-        const bool allowed = config_int("allow_auto_unrender", 1, INT_MIN, INT_MAX) != 0;
-        if (!allowed || !RenderHistory::editContainsRenderedMaterial(edit)) return;
-        const EditModifier copy = RenderHistory::makeCopyAndUnrenderAll(edit);
-        if (!copy.edit) throw JobError("the edit couldn't be copied without its rendered material");
-        stored_ = copy.edit->cookie;
-        edit_ = EditPtr();
-        edit_.i_open(*stored_, edit_open_default);
-        if (!edit_) throw JobError("the copy of the edit without its rendered material couldn't be opened");
-    }
-    ~ListedEdit() {
-        edit_ = EditPtr();
-        if (stored_) EditManager::deleteEditFileAndBackups(*stored_, LightweightString<char>(), 1);
-    }
-    ListedEdit(const ListedEdit&) = delete;
-    ListedEdit& operator=(const ListedEdit&) = delete;
-
-    const EditPtr& edit() const { return edit_; }
-
-private:
-    EditPtr edit_;
-    std::optional<Cookie> stored_;
-};
 
 /// Key numbers of a log with as many digits as the option asks for: 0 to 2 for 4 to 6.
 void set_digits(film::Strips& strips, const std::string& option) {

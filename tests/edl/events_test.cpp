@@ -259,8 +259,10 @@ TEST(Events, ABadDelayLeavesTheWholeEventOut) {
     ASSERT_EQ(result.error, "");
     EXPECT_EQ(drawn(result.edit, 0), "0-24 A@01:00:00:00 | 24-48 black | 48-72 C@03:00:00:00");
     EXPECT_EQ(drawn(result.edit, 1), "0-24 A@01:00:00:00 | 48-72 C@03:00:00:00");
-    EXPECT_THAT(result.warnings, ElementsAre("a.edl: line 3: its delay: frame 24 doesn't exist at 24 a second; "
-                                             "the event is left out"));
+    ASSERT_EQ(result.warnings.size(), 1U);
+    EXPECT_EQ(result.warnings[0].kind, embedded::WarningKind::dropped);
+    EXPECT_EQ(result.warnings[0].text,
+              "a.edl: line 3: its delay: frame 24 doesn't exist at 24 a second; the event is left out");
 }
 
 TEST(Events, ADelayOfASideThatTheEventHasNotIsPassedOver) {
@@ -274,8 +276,10 @@ TEST(Events, AnEventWithoutLengthNeedsATransition) {
     const formats::ReadResult result = read("001  A V C 01:00:00:00 01:00:01:00 10:00:00:00 10:00:01:00\n"
                                             "002  B V C 02:00:00:00 02:00:00:00 10:00:01:00 10:00:01:00\n");
     EXPECT_EQ(drawn(result.edit, 0), "0-24 A@01:00:00:00");
-    EXPECT_THAT(result.warnings, ElementsAre("a.edl: line 2: an event without length that no transition follows; "
-                                             "the event is left out"));
+    ASSERT_EQ(result.warnings.size(), 1U);
+    EXPECT_EQ(result.warnings[0].kind, embedded::WarningKind::dropped);
+    EXPECT_EQ(result.warnings[0].text, "a.edl: line 2: an event without length that no transition follows; "
+                                       "the event is left out");
 }
 
 TEST(Events, SeveralListsGiveThePictureTracks) {

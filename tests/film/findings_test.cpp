@@ -278,9 +278,9 @@ TEST_F(FilmFindings, TextsThatCantBePrintedAreTold) {
     a.scene = "1\x01";
     builder.add_event(v1, event_of(builder.add_source(a), 0, 10));
     const Findings found = run();
-    EXPECT_THAT(drawn(found), ElementsAre("note bad-text 0", "note bad-text 0"));
-    EXPECT_EQ(found[0].what, "\"b?y\" holds bytes that aren't UTF-8");
-    EXPECT_EQ(found[1].what, "\"1?\" holds a control character");
+    EXPECT_THAT(drawn(found), ElementsAre("note bad-text -1", "note bad-text 0"));
+    EXPECT_EQ(found[0].what, "scene \"1\xE2\x90\x81\": control characters are shown by signs in their place");
+    EXPECT_EQ(found[1].what, "\"b?y\" holds bytes that aren't UTF-8");
 }
 
 TEST_F(FilmFindings, WhatAReaderLeftOutIsAmongThem) {
