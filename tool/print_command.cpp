@@ -101,9 +101,9 @@ void add_options(OptionTable& options, PrintJob& job) {
     options.add({
         {"--prove", "", "Read the report back and hold it against the film", job.prove},
         {"--edit", "EDIT", "The edit to prove it by, in place of the table; several edit lists of one programme",
-         job.edit.paths},
+         InputFiles{job.edit.paths}},
         rate(job.edit.rate, "The rate of the edit"),
-        {"--log", "TABLE", "The logging table that the edit's key numbers come from", job.log},
+        {"--log", "TABLE", "The logging table that the edit's key numbers come from", InputFile{job.log}},
     });
     options.add_check([&job] {
         if (!job.prove && (!job.edit.paths.empty() || !job.log.empty()))

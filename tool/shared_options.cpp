@@ -69,7 +69,7 @@ void add_channel_and_log(OptionTable& options, ChannelName& channel, std::string
         {"--channel", "CHANNEL", "The channel to list: V1, V2, ... or A1, A2, ...",
          OneText{[&channel](const std::string& text) { channel = parse_channel(text); }, text_of(channel)}},
         {"--log", "TABLE", "The logging table that key numbers come from, by reel and timecode",
-         OneText{[&log](const std::string& text) { log = text; }, "", fault_of_log}},
+         InputFile{log, fault_of_log}},
     });
 }
 

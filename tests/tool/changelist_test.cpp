@@ -284,7 +284,7 @@ TEST_F(Changelist, LongPathsLeaveRoomForTheCause) {
 
 TEST_F(Changelist, DevicesThatAreNoTablesAreNamed) {
     expect_failure({"changelist", "--old", "/dev/null", "--new", "new.cdb", "-o", "a.txt"}, "/dev/null: is empty");
-    expect_failure({"print", "/dev/zero", "-o", "a.txt"}, "/dev/zero: File too large");
+    expect_failure({"print", "/dev/zero", "-o", "a.txt"}, "/dev/zero: is larger than 256 MiB");
 }
 
 TEST_F(Changelist, FilesMustHaveNames) {

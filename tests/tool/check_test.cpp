@@ -78,7 +78,7 @@ TEST_F(Check, CutlistTellsALineForEachKind) {
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.err, HasSubstr("doubt: no-key: reel.edl: line 2: event 1 of V1 at frame 0 "));
     EXPECT_THAT(result.err, HasSubstr(" (2 more)\n"));
-    EXPECT_THAT(result.out, HasSubstr("Analysing track V1\n"));
+    EXPECT_THAT(result.progress, HasSubstr("Analysing track V1\n"));
 }
 
 TEST_F(Check, QuietNeverSilencesWhatIsWrong) {

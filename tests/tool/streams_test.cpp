@@ -117,7 +117,7 @@ TEST_F(Streams, DeviceIsAnOutputThatNothingLiesBeside) {
 TEST_F(Streams, FullDeviceIsNamedWithTheCause) {
     const ToolResult result = run({"print", "cut.cdb", "-o", "/dev/full"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.err, "quillbrook: /dev/full: couldn't be written: No space left on device\n");
+    EXPECT_EQ(result.err, "quillbrook: /dev/full: No space left on device\n");
 }
 
 TEST_F(Streams, TableBesideANewReportIsReplacedOnlyWhenAllowed) {

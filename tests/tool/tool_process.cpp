@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 
 #include <fcntl.h>
@@ -54,11 +55,14 @@ std::string contents(const std::string& path) {
     return bytes.str();
 }
 
+constexpr const char* words_of_trouble[] = {"wrong", "doubt", "note", "warning", "error", "quillbrook"};
+
 void part_progress(const std::string& told, ToolResult& result) {
     std::istringstream lines(told);
     for (std::string line; std::getline(lines, line);) {
         const std::string word = line.substr(0, line.find(": "));
-        const bool trouble = word == "warning" || word == "error" || word == "quillbrook";
+        const bool trouble =
+            std::find(std::begin(words_of_trouble), std::end(words_of_trouble), word) != std::end(words_of_trouble);
         (trouble ? result.err : result.progress) += line + '\n';
     }
 }
