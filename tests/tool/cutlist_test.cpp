@@ -71,11 +71,13 @@ TEST_F(Cutlist, WarnsOfWhatADerenderedCopyLacks) {
     write("r.otio", clip(48, R"("metadata": {"quillbrook": {"rendered": true, "rendered_from": )" + origin + "}}"));
     const ToolResult result = run({"cutlist", "r.otio", "-o", "r.txt"});
     EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.err,
-              "warning: r.otio: \"R\": what it was rendered from is too short for it: a gap stands for what "
-              "lacks\n");
+    EXPECT_THAT(result.err, testing::StartsWith("doubt: reading: r.otio: \"R\": what it was rendered from is too short "
+                                                "for it: a gap stands for what lacks; "));
+    EXPECT_THAT(result.err, testing::HasSubstr("doubt: no-key: ")) << "the copy's shot is what is listed";
     EXPECT_EQ(run({"cutlist", "r.otio", "-o", "q.txt", "--quiet"}).err, "");
-    EXPECT_EQ(run({"cutlist", "r.otio", "-o", "n.txt", "--config", "allow_auto_unrender=0"}).err, "");
+    EXPECT_THAT(
+        run({"cutlist", "r.otio", "-o", "n.txt", "--config", "allow_auto_unrender=0"}).err,
+        testing::StartsWith("doubt: no-film: r.otio: \"R\": event 1 of V1 at frame 0 (00:00:00:00): 48 frames "));
 }
 
 TEST_F(Cutlist, QuietSaysNothing) {
