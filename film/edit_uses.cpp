@@ -131,7 +131,8 @@ void EditUses::add_upper(int chan, int layer) {
         const Optical* optical =
             optical_over(chan, film_frame_of(all[i].edit_in, edit_), film_frame_of(all[i].edit_out, edit_));
         if (optical) stretch.optical = optical->number;
-        if (optical) stretch.role = Role::layer;
+        // An effect that the lists went past has no number, and lists none of what it draws on.
+        if (stretch.optical > 0) stretch.role = Role::layer;
         add_event(all, i, stretch);
     }
 }

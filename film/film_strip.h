@@ -41,7 +41,7 @@ enum class Role : unsigned char {
     cut,      ///< seen alone
     outgoing, ///< in a transition, what goes away
     incoming, ///< in a transition, what comes
-    layer,    ///< of an upper track, where an optical draws on that track
+    layer,    ///< of an upper track, where an optical that has a number draws on that track
 };
 
 /// How far the film of a strip is known.

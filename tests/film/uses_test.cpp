@@ -78,6 +78,30 @@ TEST_F(FilmUses, UpperTracksAreLayersWhereAnOpticalDrawsOnThem) {
     EXPECT_EQ(strips[2].optical, 0);
 }
 
+// The first effect and the transition hold both events together. The second effect begins where they end, so they
+// leave it behind without a number:
+//
+//     V2  |                          | b  |
+//     FX  | |Blur|           |   Blur       |
+//     V1  | a  x  b          |
+TEST_F(FilmUses, AnEffectWithoutANumberListsNoUpperTrack) {
+    const int v2 = builder.add_channel(picture);
+    const int fx = builder.add_channel(picture, chan_fx);
+    builder.add_event(v1, event_of(a, 24));
+    builder.add_transition(v1, dissolve(4, 4));
+    builder.add_event(v1, event_of(b, 24));
+    builder.add_gap(v2, frames(50));
+    builder.add_event(v2, event_of(b, 10));
+    builder.add_gap(fx, frames(4));
+    builder.add_gap(fx, frames(4), {lab_effect("Blur", {0, 1})});
+    builder.add_gap(fx, frames(40));
+    builder.add_gap(fx, frames(24), {lab_effect("Blur", {0, 1})});
+    const Strips strips = uses();
+    ASSERT_FALSE(strips.empty());
+    EXPECT_EQ(drawn(strips.back()), "0 cut 50-60 V2 A001 KJ9876540200+00");
+    EXPECT_EQ(strips.back().optical, 0);
+}
+
 TEST_F(FilmUses, AnOpticalHasOneNumberInANegCut) {
     builder.add_event(v1, event_of(a, 24));
     builder.add_transition(v1, dissolve(4, 4));
