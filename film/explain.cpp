@@ -77,7 +77,8 @@ private:
         if (!strip.where.empty()) text += ", " + strip.where;
         say("event", text);
         if (strip.optical > 0) say("optical", "optical " + std::to_string(strip.optical) + " holds it");
-        if (strip.layer > 0 && strip.optical == 0) say("optical", "none draws on its track, so no list shows it");
+        if (strip.layer > 0 && strip.optical == 0)
+            say("optical", "none with a number draws on its track, so no list shows it");
     }
 
     void explain_source(const Strip& strip, std::int64_t k) {

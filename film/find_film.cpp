@@ -69,7 +69,7 @@ void Finder::find_not_listed(const FilmEvent& event) {
          frames_text(event.end - event.start) + " on " + channel_of(event.layer) +
              (event.rolls.listed.empty() ? "" : ", roll " + event.rolls.listed) +
              (event.own_key ? ", from " + event.own_key.text_at(0) : "") +
-             ", are in no list: no optical draws on that track");
+             ", are in no list: no optical with a number draws on that track");
 }
 
 void Finder::find_numbers(std::size_t i) {

@@ -140,8 +140,8 @@ TEST_F(FilmFindings, AClipAboveTheLowestTrackIsInNoList) {
     EXPECT_THAT(drawn(found), ElementsAre("wrong not-listed 10"));
     EXPECT_EQ(found[0].place.channel, "V2");
     EXPECT_EQ(found[0].place.event, 0);
-    EXPECT_EQ(found[0].what,
-              "20 frames on V2, roll A001, from KJ2222220100+00, are in no list: no optical draws on that track");
+    EXPECT_EQ(found[0].what, "20 frames on V2, roll A001, from KJ2222220100+00, are in no list: no optical with a "
+                             "number draws on that track");
 }
 
 TEST_F(FilmFindings, FilmWithoutANumberOrARoll) {
