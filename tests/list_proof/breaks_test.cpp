@@ -237,7 +237,10 @@ TEST(BrokenReports, ArentProvedForAnyOneDigit) {
         const std::size_t before = proof_of(sound, sound.report).failures.size();
         std::size_t start = 0;
         for (std::size_t at = 0; at < sound.report.size(); ++at) {
-            if (sound.report[at] == '\n' || sound.report[at] == '\f') start = at + 1;
+            if (sound.report[at] == '\n' || sound.report[at] == '\f') {
+                start = at + 1;
+                continue;
+            }
             const std::string line = sound.report.substr(start, at + 1 - start);
             if (!is_body_digit(line, at - start)) continue;
             std::string report = sound.report;
