@@ -53,13 +53,19 @@ TEST(ProofOfRandomEdits, HoldsOfPlainCuts) {
     }));
 }
 
+/// Whether a line marks a transition in black, whose number the proof passes over.
+bool marks_black(const std::string& report, std::size_t at) {
+    const std::string line = report.substr(report.rfind('\n', at) + 1, report.find('\n', at) - report.rfind('\n', at));
+    return line.find("MARK FROM __BLACK_") != std::string::npos;
+}
+
 /// The digits of an assembly list that can be raised by one.
 std::vector<std::size_t> digits_of_assembly(const std::string& report) {
     const std::size_t rule = report.find("____", report.find("ASSEMBLY LIST"));
     const std::size_t end = report.find("End of assembly list");
     std::vector<std::size_t> digits;
     for (std::size_t at = report.find("\n\r\n", rule); at < end; ++at)
-        if (report[at] >= '0' && report[at] <= '8') digits.push_back(at);
+        if (report[at] >= '0' && report[at] <= '8' && !marks_black(report, at)) digits.push_back(at);
     return digits;
 }
 
@@ -71,15 +77,24 @@ std::string failures_of(const MadeReport& made) {
     return text;
 }
 
-TEST(ProofOfRandomEdits, FailsWithAnyOneDigit) {
+std::string exceptions_of(const MadeReport& made) {
+    std::string text;
+    for (const film::ProofFinding& exception : film::prove_report(made.report, made.by_edit, made.options).exceptions)
+        text += film::line_of(exception) + '\n';
+    return text;
+}
+
+TEST(ProofOfRandomEdits, TellsOfAnyOneDigitThatIsWrong) {
     EXPECT_TRUE(rc::check([] {
         MadeReport made = random_report({false, false, true});
-        const std::string before = failures_of(made);
+        const std::string before = failures_of(made), exceptions_before = exceptions_of(made);
         const std::vector<std::size_t> digits = digits_of_assembly(made.report);
         RC_PRE(!digits.empty());
         ++made.report[*rc::gen::elementOf(digits)];
         const std::string after = failures_of(made);
-        if (after.empty() || after == before) RC_FAIL(before + "->\n" + after + made.report);
+        // A number that isn't exact may be wrong by as much as it is unsure, and is told as that.
+        const bool told = exceptions_of(made) != exceptions_before;
+        if ((after.empty() || after == before) && !told) RC_FAIL(before + "->\n" + after + made.report);
     }));
 }
 
