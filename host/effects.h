@@ -12,10 +12,12 @@
 /// What kind of thing a stamp names. The library asks by number: the object on an event is plain at 1 and an effect at
 /// 3; a graph is a transition's at 2.
 namespace IdStampMagic {
+/// For an object of any other kind the library looks at the event's effect node.
 enum MagicType : std::int32_t { none = 0 };
-}
+} // namespace IdStampMagic
 
 /// Names a channel, an object on an event, or an effect graph.
+/// A plain value of the host; copies name the same thing. The library keeps none beyond the run.
 class IdStamp {
 public:
     /// Names nothing.
@@ -33,6 +35,7 @@ public:
 private:
     /// The host's number.
     std::uint32_t number_ = 0;
+    /// What kind of thing that number is counted among.
     IdStampMagic::MagicType magic_ = IdStampMagic::none;
     /// Set by the constructor with a number alone.
     bool valid_ = false;
@@ -47,6 +50,8 @@ using WipePattern = std::int32_t;
 
 /// A node of an effect graph. The library asks for the name, the seventeenth operation; those before it
 /// belong to the host, which keeps their places.
+/// Nodes come in counted pointers and may outlive the graph that they were asked of. What class a node is of is told by
+/// `dynamic_cast`, so a host compiles them with type information.
 class FXGraphNodeBase : public iVirtual {
 public:
     virtual void reserved_02() {}
@@ -65,22 +70,29 @@ public:
     virtual void reserved_15() {}
     virtual void reserved_16() {}
     /// The effect's name as lists print it; a list of opticals cuts it to its column.
+    /// Empty where the host has no name: of a transition the cutlist then says "Unknown Effect".
     virtual LightweightString<wchar_t> getName() const = 0;
 };
 
 /// A dissolve or wipe between two events whose pattern can be asked. Only wipes are of this class.
+/// Asked where key numbers come from labels; a transition of any other class counts as a dissolve there. With a logging
+/// table the cookie of `Edit::getED2CookieForED5Effect` tells.
 class DissolveWipeEffect : public FXGraphNodeBase {
 public:
     /// The pattern; 0 is one like the others.
     virtual WipePattern getPattern() const = 0;
     /// True where the pattern runs the other way.
+    /// It goes into the cutlist as 1 or 0 beside the pattern.
     virtual bool isReversed() const = 0;
 };
 
 /// An effect instance on an event.
+/// Asked where the object's stamp says neither plain nor effect. An event whose effect is of another class makes no
+/// optical.
 class EffectInstance_opu4h5a4j : public FXGraphNodeBase {
 public:
     /// True: the effect is the lab's to make, so it is an optical. False: it was made for the eye alone, and lists
     /// pass it over.
+    /// Set by the host before it hands the node out, and read only.
     bool flag = false;
 };

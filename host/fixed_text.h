@@ -9,6 +9,7 @@
 
 /// Copies `text` into an array of `size` bytes, cut to `size` - 1. True when all of it fitted. `size` is at least 1,
 /// and the text mustn't lie in the array.
+/// The bytes behind the closing zero stay as they were.
 inline bool put_text(char* target, std::size_t size, std::string_view text) {
     const std::size_t length = std::min(text.size(), size - 1);
     std::memcpy(target, text.data(), length);
@@ -17,6 +18,7 @@ inline bool put_text(char* target, std::size_t size, std::string_view text) {
 }
 
 /// The same for an array whose size the compiler knows.
+/// That size counts the closing zero.
 template <std::size_t N> bool put_text(char (&target)[N], std::string_view text) { return put_text(target, N, text); }
 
 /// A null text counts as empty.

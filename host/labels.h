@@ -32,6 +32,7 @@ enum label_t : std::int32_t {
 };
 
 /// Which of an edit's labels is meant.
+/// An edit may have one of each for a medium.
 enum UserLabelType : std::int32_t { user_label_timecode = 3, user_label_key = 4, user_label_ink = 6 };
 
 /// The medium on which a position is expressed.
@@ -59,6 +60,7 @@ enum MediumRollMedium : std::int32_t {
 };
 
 /// A medium and a roll on it. Rolls count from 1; `Edit::getReelId` takes -1 for the one that the medium has.
+/// A plain value; two are the same when both numbers are.
 struct MediumRollIdent {
     MediumRollMedium medium = medium_source_picture;
     std::int32_t roll = 1;
@@ -84,6 +86,7 @@ struct TCInf {
     /// How many frames it counts in a second.
     Qb::FrameRate rate = Qb::frame_rate_unset;
     /// Not 0: labels are left out to keep up with the clock.
+    /// It counts only at rates that can drop.
     std::uint8_t drop = 0;
 };
 
@@ -97,6 +100,7 @@ public:
     /// A useful point of that kind, without a prefix; an invalid one where the kind is 0.
     LabelPoint(int sample, label_t type);
     /// The same of the converter's kind.
+    /// Null makes an invalid one.
     LabelPoint(int sample, label_cvt* cvt);
 
     /// Non-zero when the point has a kind.
@@ -106,6 +110,7 @@ public:
     /// Same kind, prefix and sample.
     bool operator==(const LabelPoint& other) const;
     /// Steps the sample; the kind and prefix stay.
+    /// Held within the limits of `int`. The point is useful afterwards.
     void operator+=(int samples);
     void operator-=(int samples);
 
@@ -129,15 +134,21 @@ public:
     /// Never null; for an invalid point a converter of kind 0 with one sample a frame.
     label_cvt* cvt() const;
 
+    /// Perforations on film, frames of timecode; may be below 0. It counts from the label's zero, whatever roll the
+    /// prefix names.
     int sample = 0;
 
 private:
     /// To the length of the kind's prefix.
+    /// An empty prefix is filled with blanks, any other with underscores.
     void fit_prefix(const char* prefix);
 
     label_t type_ = label_none;
+    /// Set once a sample was given, which makes a valid point useful.
     bool given_ = false;
+    /// At most 8 characters and the closing zero.
     char prefix_[9] = {};
+    /// What `get_string` gave last.
     char text_[40] = {};
 };
 
@@ -164,16 +175,21 @@ public:
     /// From the start, as is the next; so 0 is 0.
     double sample_to_posn(int samples) const;
     /// Rounds down, after adding 1e-6 of a sample.
+    /// Held within the limits of `int`; 0 where `posn_step` is 0.
     int posn_to_sample(double posn) const;
     /// The start's sample plus `samples`, as a position.
+    /// So it counts from the label's zero, in seconds or film frames.
     double get_abs_posn(int samples) const;
     /// The position of a point, counted from the start.
+    /// Goes by the point's sample alone; its kind and prefix aren't looked at.
     double get_posn(const LabelPoint& point) const;
     void set_prefix(const char* prefix);
     /// Takes an absolute sample, stores the length up to it and marks the end as set.
+    /// An end before the start makes the length negative.
     void set_end(int sample);
 
     /// Samples between start and end.
+    /// Looked at only while `end_set` is on.
     int end = 0;
     /// One sample on the label's position scale: seconds, or film frames.
     double posn_step = 1.0;
@@ -183,13 +199,16 @@ public:
     int start_offset = 0;
 
 protected:
+    /// Where positions count from.
     LabelPoint start_;
 
 private:
+    /// Keeps the text of `get_string`; so one label isn't shared between threads.
     mutable LabelPoint shown_;
 };
 
 /// A label bound to a medium and roll.
+/// A plain value: the library copies those of an edit before it changes them.
 class EditLabel : public Label {
 public:
     EditLabel() = default;
@@ -204,6 +223,7 @@ public:
     /// An absolute sample.
     void set_start(int sample);
     /// An absolute position.
+    /// In the label's unit, counted from its zero.
     void set_start(double posn);
     /// A text in the label's own kind, by the rules of `LabelPoint::set_sample`.
     void set_start(const char* text);
@@ -234,12 +254,15 @@ public:
     /// Digits of the count behind the prefix; 0 for timecode.
     virtual int count_digits() const = 0;
     /// Samples from one printed count to the next: 64 perforations of 35mm.
+    /// 1 for what isn't film.
     virtual int samples_per_count() const = 0;
     /// Never 0.
+    /// Perforations of a film frame; 1 for timecode and plain frames.
     virtual int samples_per_frame() const = 0;
 };
 
 /// Shared, and not the caller's. `get_label_point(0)` of the first is the invalid point.
+/// Converters are never null and hold no state, so all threads may ask them.
 Label* get_invalid_label();
 EditLabel* invalid_edit_label();
 label_cvt* get_static_label_cvt(label_t type);
@@ -249,6 +272,7 @@ label_t edlstr_to_label_type(const char* text);
 /// The same in key (4) or ink (6) form.
 label_t edlstr_to_label_type(const char* text, UserLabelType form);
 /// At most 11 characters, static.
+/// Empty for a kind that isn't known.
 const char* label_type_to_edlstr(label_t type);
 /// The kind that counts feet and frames on the same film; 0 where there is none.
 label_t label_t_to_foot_label_t(label_t type);
@@ -257,6 +281,7 @@ label_t label_t_to_key_label_t(label_t type);
 /// The ink kind of a film kind; 0 where there is none.
 label_t label_t_to_ink_label_t(label_t type);
 /// The timecode kind of a standard; 0 where it isn't set.
+/// The drop kind where the standard drops and its rate has one.
 label_t TvStd_to_label_type(const TCInf& standard);
 /// The text of a standard as tables hold it, static; the next reads it back.
 const char* tv_standard_to_edlstr(TCInf standard);
@@ -284,12 +309,15 @@ public:
     Qb::FrameRate to() const { return to_; }
 
 private:
+    /// `frame_rate_unset` where that side's rate isn't known.
     Qb::FrameRate from_;
     Qb::FrameRate to_;
 };
 
 /// A position on one medium as a position on another. Seconds to film frames gives whole frames, rounded
 /// down after adding 1e-6 of a frame; an empty `edit` takes the film rate of the edit being listed.
+/// Film frames to seconds isn't rounded, and between two media of one unit the position stays as it is.
 double mPosn_Xlate(double posn, MediumRollMedium from, MediumRollMedium to, const EditPtr& edit);
+/// The same to the medium of a label, which is read during the call only; null leaves the position as it is.
 double mPosn_Xlate(double posn, MediumRollMedium from, const EditLabel* to, const EditPtr& edit);
 double mPosn_Xlate(double posn, MediumRollMedium from, const EditLabel* to, const MPosn_Xlate_Params& params);

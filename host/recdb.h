@@ -33,6 +33,7 @@ enum eType : std::int32_t { none = 0, text = 'a', timecode = 't' };
 
 /// One column of a table. A schema is an array of these, closed by an entry without a name; columns are
 /// addressed by their position in it, from 0.
+/// The embedded host's tables copy it; only during the call must it be there for them.
 struct DBFieldDesc {
     /// May hold blanks; empty in the entry that closes a schema.
     LightweightString<char> name;
@@ -54,6 +55,7 @@ public:
     /// The shortest of 15, 16 or 17 digits that reads back to the same value.
     int set_field(int field, double value);
     /// Stores a copy; null counts as empty.
+    /// The embedded host copies whatever `copy` says.
     int set_field(int field, const char* value, bool copy);
 
     /// Copies the fields of a record of the same layout; its tag stays where it is.
@@ -106,10 +108,12 @@ public:
     /// Stores the tags where the host keeps them.
     virtual int save_tags();
     /// Empty records ahead of the one of that number.
+    /// Past the last record they go to the end.
     virtual void insert_records(unsigned at, unsigned count);
     /// As many as there are from `at` on, `count` at most.
     virtual void delete_records(unsigned at, unsigned count);
     /// The number of records removed.
+    /// Shown or not.
     virtual int delete_tagged_records();
     /// Of the records that are shown.
     virtual unsigned get_num_records() const;
@@ -146,6 +150,7 @@ public:
     /// Ascending, stable against the present order: empty texts, then numbers by value, then other texts by
     /// bytes, or by their lower-case forms when `fold_case` isn't 0. Numbers are decimal digits without a
     /// leading zero, with or without a minus sign.
+    /// All records are put in order, shown or not.
     virtual void sort(int ascending, int fold_case);
     /// `value` 0 takes the tag off, any other puts it on. The record is one of those shown.
     virtual void set_tag(unsigned record, int value);
@@ -163,10 +168,13 @@ public:
     /// Of all records.
     virtual int get_num_tags();
     /// Its non-empty fields become the criteria; a field matches when it begins with its criterion.
+    /// The criteria are copied; null or an empty record matches all. They stay until the next call.
     virtual void set_query(dbrecord* query);
     /// Tags the records that match, leaving other tags alone when `add` isn't 0. The number that matched.
+    /// All records are looked at, shown or not. Upper and lower case differ.
     virtual int tag_matching_records(int add);
     /// Tags the first record of each value of the field and no others. The number tagged.
+    /// Records without that field count as one value, the empty one.
     virtual int tag_all_different(int field);
     /// Sets a field of a record that is shown: "1" or "0", decimal text, or the text itself.
     virtual int set_field(unsigned record, unsigned field, bool value);
@@ -179,16 +187,20 @@ public:
     virtual int in_field(unsigned record, unsigned field, bool& value) const;
     virtual int in_field(unsigned record, unsigned field, double& value) const;
     virtual int in_field(unsigned record, unsigned field, int& value) const;
+    /// `max_chars` as of a record; the result is 0 here.
     virtual int in_field(unsigned record, unsigned field, char* buffer, int max_chars) const;
     /// The index of the first new record.
     virtual int add_records(int count);
     /// Replaces the value in place when the table holds the name.
+    /// Else it goes behind the others. A null name is a failure, a null value an empty text.
     virtual int add_param(const char* name, const char* value);
     /// The same as `add_param`, without a result.
     virtual void set_param_val(const char* name, const char* value);
     /// Null when the table has no such parameter.
+    /// The table's own, good until a parameter is set.
     virtual const char* get_param_val(const char* name) const;
     /// The first record at or behind `from` whose field of that name has that text, or -1.
+    /// An empty `value` finds a record without that field. `from` below 0 counts as 0.
     virtual int findFirst(const char* field, const char* value, int from);
     /// What `sort` would do, for a host that sorts later.
     virtual void sortPrepare(int ascending, int fold_case);

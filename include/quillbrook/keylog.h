@@ -23,6 +23,7 @@ public:
     /// The video reel that the file names, at most 8 characters and as it stands there; the table's own.
     const char* get_reelid();
     /// Puts a reel into every row. What `get_reelid` gives stays the file's.
+    /// Where the table fails under it, the table is invalid afterwards.
     void set_reelid(const char* text);
 
 protected:
@@ -76,6 +77,7 @@ private:
 
     char line[line_size] = {};
     /// 1 where the header holds the last column, else 2.
+    /// Lines of the file that one record takes.
     std::int32_t lines_per_record = 2;
     char reel_id[12] = {};
     /// Where each column begins, from 0; -1 where it lacks, -2 behind the last.

@@ -80,12 +80,15 @@ protected:
 
     /// 0 before `init` or a load.
     std::int32_t revision = 0;
+    /// The standards are 25 frames without drop until they are set or loaded.
     TCInf vid_std{Qb::frame_rate_25, 0};
     TCInf snd_std{Qb::frame_rate_25, 0};
     /// 0: not known.
     std::int32_t picqual = 0;
+    /// No channels until they are set.
     ChannelMask chans{0};
     fdb_error error = fdb_ok;
+    /// Zero-terminated; empty while nothing went wrong.
     char error_message[128] = {};
 };
 
