@@ -11,8 +11,11 @@ cmake --install "$build" --prefix "$stage/tree" >"$stage/work/install.log"
 
 cmake -S "$here" -B "$stage/work/build" -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_PREFIX_PATH="$stage/tree" >"$stage/work/cmake.log"
 cmake --build "$stage/work/build" >>"$stage/work/cmake.log"
+
+# Short names, wherever the checkout stands: the option that names a logging table holds 63 bytes.
+cd "$stage/work"
 for program in outside_host own_services; do
-    "$stage/work/build/$program" "$stage/work/by-cmake"
+    "build/$program" by-cmake
 done
 "$stage/work/build/changes_host"
 
@@ -22,7 +25,7 @@ export PKG_CONFIG_PATH
 for program in main own_services; do
     "$compiler" "$here/$program.cpp" -o "$stage/work/$program" \
         $(pkg-config --cflags --libs quillbrook-embedded) -Wl,-rpath,"$(pkg-config --variable=libdir quillbrook)"
-    "$stage/work/$program" "$stage/work/by-pkg-config"
+    "./$program" by-pkg-config
 done
 # shellcheck disable=SC2046
 "$compiler" -I"$here" "$here"/changes_host/*.cpp -o "$stage/work/changes_host" $(pkg-config --cflags --libs quillbrook) \
