@@ -6,6 +6,7 @@
 #include "host/edit.h"
 
 #include <string>
+#include <vector>
 
 namespace formats {
 
@@ -13,8 +14,17 @@ struct ReadOptions {
     const embedded::RateInfo* rate = nullptr; ///< wins over the file's own; null leaves that
     bool all_effects = false;                 ///< every effect is the lab's
     bool reverse_from_first =
-        false;             ///< an edit list's source in of a reverse shot is the frame shown first, not the lowest
-    bool unrender = false; ///< rendered clips as what they were rendered from
+        false;              ///< an edit list's source in of a reverse shot is the frame shown first, not the lowest
+    bool unrender = false;  ///< rendered clips as what they were rendered from
+    std::string sequence;   ///< of a file that holds several, the name of the one; empty takes the only one
+    bool list_only = false; ///< only `ReadResult::sequences` are wanted, no edit
+};
+
+/// A sequence, project, composition or timeline that a file holds and that can be read as an edit.
+struct Sequence {
+    std::string name;
+    std::string place;                        ///< where it stands in the file, as "line 12"; may be empty
+    const embedded::RateInfo* rate = nullptr; ///< null where the file doesn't say
 };
 
 /// `edit` is empty and `error` set when the file can't be read. Messages name the file, the line and byte or the
@@ -23,7 +33,9 @@ struct ReadResult {
     EditPtr edit;
     embedded::Warnings warnings;
     std::string error;
-    bool rate_missing = false; ///< the error is that nothing tells the rate and the options don't either
+    std::vector<Sequence> sequences; ///< with `ReadOptions::list_only`: all that the file holds
+    bool rate_missing = false;       ///< the error is that nothing tells the rate and the options don't either
+    bool sequence_missing = false;   ///< the error is that the file holds several and none, or none of them, was named
 };
 
 } // namespace formats

@@ -61,6 +61,16 @@ lines=$(grep -nE "$exceptions" $(files_of base/ cutlist/ reports/ changelist/ lo
 readers_of_the_line=$(grep -lE '# *include [<"]CLI/' $(files_of tool/ embedded/ formats/ host/ include/) /dev/null | wc -l)
 [ "$readers_of_the_line" -le 1 ] || complain "one file of tool/ reads the command line" "$readers_of_the_line do"
 
+# Other people's libraries stay behind one folder each.
+while read -r header folder; do
+    lines=$(grep -nE "# *include <$header" $(files_of '*.h' '*.cpp' | grep -v "^$folder") /dev/null)
+    [ -z "$lines" ] || complain "only $folder knows <$header>" "$lines"
+done <<'WHERE'
+expat     formats/xml/
+gsf/      formats/compound/
+glib      formats/compound/
+WHERE
+
 # Put together from pieces, so that this file doesn't hold them.
 p=Part s=spec m='\.md'
 words="(^|[^[:alnum:]])$p [1-5]\.[0-9]|the ${s}ification|as ${s}ified|(^|[^-[:alnum:]])(${s}|h""ost|o""tio)$m"

@@ -23,6 +23,7 @@ struct EditInput {
     std::vector<std::string> paths;           ///< one; several only of the edit lists of one programme
     const embedded::RateInfo* rate = nullptr; ///< null: what the file says
     bool all_effects = false;
+    std::string sequence{};          ///< of a file that holds several; empty: the only one
     bool reverse_from_first = false; ///< of reverse shots in edit lists the source in is the frame shown first
 };
 

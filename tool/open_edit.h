@@ -2,6 +2,7 @@
 // Opens edit files for the commands.
 
 #include "embedded/warning.h"
+#include "formats/edit_reading.h"
 #include "host/edit.h"
 #include "tool/job_parts.h"
 
@@ -13,5 +14,8 @@ bool is_edit_list(const std::string& path);
 /// The edit of a file, or of the edit lists of one programme, by extension or else by content; what was read past
 /// goes to `warnings`. Throws `JobError`.
 EditPtr open_edit(const EditInput& input, embedded::Warnings& warnings);
+
+/// All that the file holds, for `EditInput::sequence`. Throws `JobError`.
+std::vector<formats::Sequence> sequences_of(const EditInput& input);
 
 } // namespace tool

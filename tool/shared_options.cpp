@@ -11,6 +11,7 @@ void add_edit_input(OptionTable& options, EditInput& edit) {
     options.add({
         {"EDIT", "", "The edit (.otio), or the edit lists of one programme (.edl)", InputFiles{edit.paths},
          Needed::yes},
+        {"--sequence", "NAME", "Which sequence of a file that holds several", edit.sequence},
         rate(edit.rate, "Frames a second of the edit, in place of what the file says"),
         {"--all-effects", "", "Every effect of the file is the lab's to make", edit.all_effects},
         {"--edl-reverse", "WHICH",

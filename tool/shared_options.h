@@ -10,7 +10,7 @@
 
 namespace tool {
 
-/// EDIT, --rate, --all-effects.
+/// EDIT, --sequence, --rate, --all-effects, --edl-reverse.
 void add_edit_input(OptionTable& options, EditInput& edit);
 /// LOG, --rate, --film, --reel.
 void add_log_input(OptionTable& options, LogInput& logs, const char* what);

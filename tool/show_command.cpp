@@ -16,6 +16,7 @@ namespace {
 
 struct EditShowJob {
     EditInput edit;
+    bool sequences = false;
 };
 
 std::string subtype_text(EditChanSubType subtype) {
@@ -54,7 +55,20 @@ void show_channels(const EditPtr& edit, ChannelKind kind) {
     }
 }
 
+void show_sequences(const std::vector<formats::Sequence>& sequences) {
+    for (const formats::Sequence& sequence : sequences) {
+        std::cout << '"' << one_line(sequence.name) << '"';
+        if (sequence.rate) std::cout << ", " << sequence.rate->name << "fps";
+        if (!sequence.place.empty()) std::cout << ", " << one_line(sequence.place);
+        std::cout << '\n';
+    }
+}
+
 int run(const EditShowJob& job) {
+    if (job.sequences) {
+        show_sequences(sequences_of(job.edit));
+        return exit_done;
+    }
     embedded::Warnings warnings;
     const EditPtr edit = open_edit(job.edit, warnings);
     tell_warnings(warnings, false);
@@ -64,11 +78,15 @@ int run(const EditShowJob& job) {
     return exit_done;
 }
 
-void add_options(OptionTable& options, EditShowJob& job) { add_edit_input(options, job.edit); }
+void add_options(OptionTable& options, EditShowJob& job) {
+    add_edit_input(options, job.edit);
+    options.add({{"--sequences", "", "List the sequences that the file holds, for --sequence", job.sequences}});
+}
 
 constexpr const char* examples = R"(Examples:
   quillbrook edit show reel.otio
   quillbrook edit show reel.otio --rate 23.976 --all-effects
+  quillbrook edit show project.xml --sequences
   quillbrook edit show reel1.edl --rate 24)";
 
 } // namespace

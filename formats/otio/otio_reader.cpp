@@ -2,7 +2,9 @@
 
 #include "embedded/services.h"
 #include "embedded/warning.h"
+#include "formats/file_names.h"
 #include "formats/otio/otio_unrender.h"
+#include "formats/sequence_choice.h"
 
 #include <algorithm>
 #include <memory>
@@ -33,6 +35,8 @@ public:
 private:
     bool parse();
     void read(const Original* original);
+    /// Whether an edit is to be read, of the timeline that `timeline_` then says.
+    bool choose_timeline();
     otio::Context context_for(const otio::Root& root);
     embedded::EditDescription description(const otio::Root& root, const otio::Context& context,
                                           const Original* original);
@@ -43,6 +47,7 @@ private:
     std::string path_;
     std::int64_t file_time_;
     ReadOptions options_;
+    std::size_t timeline_ = 0;
     JsonDocument document_;
     embedded::Warnings warnings_;
     ReadResult result_;
@@ -112,14 +117,37 @@ void Reading::add_warnings(const embedded::Warnings& warnings) {
         result_.warnings.push_back({warning.kind, path_ + ": " + warning.text});
 }
 
+// Of several the first counts where none is named, as it does elsewhere; but not without a word.
+bool Reading::choose_timeline() {
+    const std::vector<const JsonValue*> timelines = otio::timelines_of(document_.root());
+    if (timelines.size() < 2) return true;
+    std::vector<Sequence> all;
+    for (std::size_t i = 0; i < timelines.size(); ++i) {
+        const std::string name = otio::name_of(*timelines[i]);
+        all.push_back({name.empty() ? stem_of(path_) : name, "timeline " + std::to_string(i + 1),
+                       otio::rate_of_edit(otio::Root(document_.root(), i))});
+    }
+    if (options_.list_only) {
+        result_.sequences = std::move(all);
+        return false;
+    }
+    if (options_.sequence.empty()) {
+        warnings_.push_back("holds several timelines; the first is read: " + names_of(all));
+        return true;
+    }
+    const std::optional<std::size_t> chosen = choose_sequence(all, options_, path_, result_);
+    timeline_ = chosen.value_or(0);
+    return chosen.has_value();
+}
+
 void Reading::read(const Original* original) {
-    if (!parse()) return;
+    if (!parse() || !choose_timeline()) return;
     if (options_.unrender) {
-        const otio::Root root(document_.root());
+        const otio::Root root(document_.root(), timeline_);
         options_.rate = context_for(root).rate;
         otio::unrender(document_.document(), context_for(root));
     }
-    const otio::Root root(document_.root());
+    const otio::Root root(document_.root(), timeline_);
     const otio::Context context = context_for(root);
     const embedded::EditDescription edit = description(root, context, original);
     embedded::EditBuilder builder(edit);
@@ -143,8 +171,8 @@ ReadResult Reading::run(const Original* original) {
 
 std::string Reading::unrendered_text() {
     try {
-        if (!parse()) return {};
-        const otio::Root root(document_.root());
+        if (!parse() || !choose_timeline()) return {};
+        const otio::Root root(document_.root(), timeline_);
         otio::unrender(document_.document(), context_for(root));
         add_warnings(warnings_);
         return json_to_text(document_.root());

@@ -8,16 +8,14 @@
 namespace formats::otio {
 namespace {
 
-/// The first timeline in a collection, also in one that lies in it.
-const JsonValue* first_timeline(const Place& collection) {
+/// Those in a collection, also in one that lies in it.
+void add_timelines(const Place& collection, std::vector<const JsonValue*>& found) {
     const JsonValue& children = children_of(collection);
     for (rapidjson::SizeType i = 0; i < children.Size(); ++i) {
         const Schema schema = schema_of(children[i]);
-        if (schema == Schema::timeline) return &children[i];
-        if (schema != Schema::collection) continue;
-        if (const JsonValue* found = first_timeline(child_of(collection, children[i], i))) return found;
+        if (schema == Schema::timeline) found.push_back(&children[i]);
+        if (schema == Schema::collection) add_timelines(child_of(collection, children[i], i), found);
     }
-    return nullptr;
 }
 
 /// Finds the rate of the first clip with a length whose nearest track is, or isn't, one of pictures.
@@ -198,12 +196,21 @@ void ChannelAdder::hand_over(Item& item, const Channel& channel) {
 
 } // namespace
 
-Root::Root(const JsonValue& document) : document_{nullptr, {}, -1, &document}, object_(document_) {
+std::vector<const JsonValue*> timelines_of(const JsonValue& document) {
+    std::vector<const JsonValue*> found;
+    const Place root{nullptr, {}, -1, &document};
+    if (schema_of(document) == Schema::collection) add_timelines(root, found);
+    if (schema_of(document) == Schema::timeline) found.push_back(&document);
+    return found;
+}
+
+Root::Root(const JsonValue& document, std::size_t timeline)
+    : document_{nullptr, {}, -1, &document}, object_(document_) {
     Schema schema = schema_of(document);
     if (schema == Schema::collection) {
-        const JsonValue* timeline = first_timeline(document_);
-        if (!timeline) refuse(document_, "the collection holds no timeline");
-        object_ = Place{nullptr, {}, -1, timeline};
+        const std::vector<const JsonValue*> timelines = timelines_of(document);
+        if (timelines.empty()) refuse(document_, "the collection holds no timeline");
+        object_ = Place{nullptr, {}, -1, timelines.at(timeline)};
         schema = Schema::timeline;
     }
     if (schema == Schema::timeline || schema == Schema::stack)

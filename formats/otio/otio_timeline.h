@@ -7,11 +7,15 @@
 
 namespace formats::otio {
 
+/// The timelines of a document: itself, or those of a collection in order.
+std::vector<const JsonValue*> timelines_of(const JsonValue& document);
+
 /// The timeline of a document, or what is read as one. The places point into it, so it stays where it is.
 class Root {
 public:
     /// Refused: a root that is no timeline and holds none.
-    explicit Root(const JsonValue& document);
+    /// Of several timelines in a collection `timeline` says which.
+    explicit Root(const JsonValue& document, std::size_t timeline = 0);
     Root(const Root&) = delete;
     Root& operator=(const Root&) = delete;
 

@@ -1,0 +1,76 @@
+// Files that hold several sequences, and the one that is meant.
+
+#include "tests/tool/tool_process.h"
+
+#include <gmock/gmock.h>
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+std::string timeline(const std::string& name, const std::string& shot) {
+    return R"({"OTIO_SCHEMA": "Timeline.1", "name": ")" + name +
+           R"(", "tracks": {"OTIO_SCHEMA": "Stack.1", "children": [
+        {"OTIO_SCHEMA": "Track.1", "kind": "Video", "children": [{"OTIO_SCHEMA": "Clip.1", "name": ")" +
+           shot + R"(", "source_range": {"OTIO_SCHEMA": "TimeRange.1",
+              "start_time": {"OTIO_SCHEMA": "RationalTime.1", "rate": 24, "value": 0},
+              "duration": {"OTIO_SCHEMA": "RationalTime.1", "rate": 24, "value": 10}}}]}]}})";
+}
+
+class Sequences : public ToolTest {
+protected:
+    void write_reels(const std::vector<std::string>& names) {
+        std::string children;
+        for (const std::string& name : names)
+            children += (children.empty() ? "" : ",") + timeline(name, "of " + name);
+        write("reels.otio", R"({"OTIO_SCHEMA": "SerializableCollection.1", "children": [)" + children + "]}");
+    }
+    std::string shown(const std::vector<std::string>& more) {
+        std::vector<std::string> line{"edit", "show", "reels.otio"};
+        line.insert(line.end(), more.begin(), more.end());
+        const ToolResult result = run(line);
+        return result.out + result.err;
+    }
+};
+
+TEST_F(Sequences, AreListedWithRateAndPlace) {
+    write_reels({"Reel 1", "Reel 2"});
+    EXPECT_EQ(shown({"--sequences"}), "\"Reel 1\", 24fps, timeline 1\n\"Reel 2\", 24fps, timeline 2\n");
+}
+
+TEST_F(Sequences, OneIsChosenByName) {
+    write_reels({"Reel 1", "Reel 2"});
+    EXPECT_THAT(shown({"--sequence", "Reel 2"}), StartsWith("Edit \"Reel 2\""));
+}
+
+TEST_F(Sequences, TheFirstTimelineOfACollectionCountsButNotUnheard) {
+    write_reels({"Reel 1", "Reel 2"});
+    const std::string text = shown({});
+    EXPECT_THAT(text, StartsWith("Edit \"Reel 1\""));
+    EXPECT_THAT(text, HasSubstr("the first is read: \"Reel 1\" (timeline 1), \"Reel 2\" (timeline 2)"));
+}
+
+TEST_F(Sequences, ANameThatIsntThereIsRefusedWithThoseThatAre) {
+    write_reels({"Reel 1", "Reel 2"});
+    EXPECT_THAT(shown({"--sequence", "Reel 3"}),
+                HasSubstr("reels.otio: holds no sequence \"Reel 3\", but \"Reel 1\" (timeline 1), \"Reel 2\" "
+                          "(timeline 2); name one with --sequence"));
+}
+
+TEST_F(Sequences, ANameOfSeveralIsRefused) {
+    write_reels({"Reel", "Reel"});
+    EXPECT_THAT(shown({"--sequence", "Reel"}), HasSubstr("holds several sequences \"Reel\""));
+}
+
+TEST_F(Sequences, TheOnlyOneMustHaveTheNameToo) {
+    write("one.edl", "TITLE: REEL 1\n001  A001 V C 01:00:10:00 01:00:12:00 10:00:00:00 10:00:02:00\n");
+    const auto show = [&](const std::string& name) {
+        return run({"edit", "show", "one.edl", "--rate", "24", "--sequence", name});
+    };
+    EXPECT_EQ(show("REEL 1").status, 0);
+    EXPECT_THAT(show("REEL 2").err, HasSubstr("one.edl: holds no sequence \"REEL 2\", but \"REEL 1\""));
+    EXPECT_EQ(run({"edit", "show", "one.edl", "--rate", "24", "--sequences"}).out, "\"REEL 1\", 24fps\n");
+}
+
+} // namespace
