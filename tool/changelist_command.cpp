@@ -6,6 +6,7 @@
 #include "tool/change_faults.h"
 #include "tool/change_json.h"
 #include "tool/command.h"
+#include "tool/cut_tables.h"
 #include "tool/cutlist_table.h"
 #include "tool/key_values.h"
 #include "tool/list_switches.h"
@@ -16,6 +17,7 @@
 #include "tool/shared_options.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
+#include "tool/wrong_file.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -26,9 +28,9 @@ namespace {
 
 /// The cutlists of an old and a new cut into a changelist.
 struct ChangelistJob {
-    std::vector<std::string> old_reels, new_reels; ///< tables, one a reel, in order
+    std::vector<std::string> old_reels, new_reels; ///< tables or edits, one a reel, in order
     std::vector<std::string> edits;                ///< that the names in the banner may be taken from
-    const embedded::RateInfo* rate = nullptr;      ///< of these edits
+    CutTables cuts;                                ///< how edits become tables
     Output output;
     LibraryOptions options;               ///< wins over what the tables say
     std::optional<std::string> lists_dir; ///< of the working files; without it the host's own
@@ -57,19 +59,30 @@ std::vector<std::string> joined(std::vector<std::string> all, const std::vector<
 /// The tables of both cuts, the old one's first.
 std::vector<std::string> tables_of(const ChangelistJob& job) { return joined(job.old_reels, job.new_reels); }
 
+/// Of the cuts as the line names them, those that are tables.
+std::vector<std::string> given_tables(const ChangelistJob& job) {
+    std::vector<std::string> tables = tables_of(job);
+    std::erase_if(tables, [](const std::string& path) { return is_edit(path); });
+    return tables;
+}
+
 std::vector<std::string> working_files_of(const ChangelistJob& job) {
     std::vector<std::string> files;
     for (const char* name : working_files)
         if (job.lists_dir) files.push_back(*job.lists_dir + '/' + name);
-    return files;
+    if (!job.lists_dir) return files;
+    return joined(std::move(files), joined(tables_to_make(job.old_reels, old_side, *job.lists_dir),
+                                           tables_to_make(job.new_reels, new_side, *job.lists_dir)));
 }
 
 void check_files(const ChangelistJob& job) {
-    const std::vector<std::string> inputs = joined(tables_of(job), job.edits);
+    std::vector<std::string> inputs = joined(tables_of(job), job.edits);
+    if (!job.cuts.choices.log.empty()) inputs.push_back(job.cuts.choices.log);
     for (const std::string& table : tables_of(job))
         check_named_input(table);
     for (const std::string& edit : job.edits)
         check_readable(edit);
+    if (!job.cuts.choices.log.empty()) check_is_log_table(job.cuts.choices.log);
     if (job.lists_dir) check_folder(*job.lists_dir);
     const std::vector<std::string> working = working_files_of(job);
     for (const std::string& file : working)
@@ -129,7 +142,7 @@ std::vector<EditPtr> open_edits(const ChangelistJob& job) {
     std::vector<EditPtr> edits;
     embedded::Warnings warnings;
     for (const std::string& path : job.edits)
-        edits.push_back(open_edit({{path}, job.rate}, warnings));
+        edits.push_back(open_edit({{path}, job.cuts.edit.rate}, warnings));
     tell_warnings(warnings, job.output.quiet);
     return edits;
 }
@@ -197,13 +210,10 @@ int prove(const LibraryOptions& options, std::ostream& out) {
     return status;
 }
 
-int run(const ChangelistJob& job) {
-    check_files(job);
-    if (job.force) read_in_spite_of_seals(tables_of(job), job.output.quiet);
-    if (job.lists_dir) embedded::set_lists_directory(*job.lists_dir);
+/// The report of tables.
+int list_changes(const ChangelistJob& job) {
     check_work_directory();
     const std::string made = embedded::work_directory() + "/changes.txt";
-    receive_tables(job.output.quiet);
     const Heads heads(job);
     const std::string error = make_changelist(job, heads, made);
     if (!error.empty()) {
@@ -218,25 +228,43 @@ int run(const ChangelistJob& job) {
     return job.prove ? prove(job.options, taken ? std::cerr : std::cout) : exit_done;
 }
 
+int run(const ChangelistJob& job) {
+    check_files(job);
+    if (job.force) read_in_spite_of_seals(given_tables(job), job.output.quiet);
+    if (job.lists_dir) embedded::set_lists_directory(*job.lists_dir);
+    apply_settings(job.cuts.settings);
+    receive_tables(job.output.quiet);
+    ChangelistJob listed = job;
+    const std::string folder = job.lists_dir.value_or(embedded::work_directory());
+    std::vector<EditPtr> kept_open;
+    for (const CutSide* side : {&old_side, &new_side})
+        make_tables(side == &old_side ? listed.old_reels : listed.new_reels, *side, job.cuts, folder, job.output.quiet,
+                    kept_open);
+    return list_changes(listed);
+}
+
 void add_files(OptionTable& options, ChangelistJob& job) {
     options.add({
-        {"--old", "FILE", "The tables (.cdb) of the old cut, one a reel", InputFiles{job.old_reels}, Needed::yes},
-        {"--new", "FILE", "The tables of the new cut", InputFiles{job.new_reels}, Needed::yes},
+        {"--old", "FILE", "The tables (.cdb) or edits of the old cut, one a reel", InputFiles{job.old_reels},
+         Needed::yes},
+        {"--new", "FILE", "The tables or edits of the new cut", InputFiles{job.new_reels}, Needed::yes},
         output_file(job.output, "The report to write"),
         {"--json", "FILE", "Write the steps of both lists to a file for scripts", job.json},
-        {"--edits", "FILE", "Edits (.otio, .edl) that the names at the head may come from", InputFiles{job.edits}},
-        rate(job.rate, "Frames a second of these edits, in place of what the files say"),
+        {"--edits", "FILE", "Edits that the names at the head may come from", InputFiles{job.edits}},
         {"--lists-dir", "DIR", "Where the working files go, to be kept", job.lists_dir},
     });
+    add_cut_options(options, job.cuts);
 }
 
-void name_track(LibraryOptions& options, const std::string& text) {
+void name_track(ChangelistJob& job, const std::string& text) {
     const ChannelName channel = parse_channel(text);
-    options.switches["CHAN_TYPE"] = std::to_string(channel.kind);
-    options.switches["CHAN_NUM"] = std::to_string(channel.number - 1);
+    job.cuts.choices.channel = channel;
+    job.options.switches["CHAN_TYPE"] = std::to_string(channel.kind);
+    job.options.switches["CHAN_NUM"] = std::to_string(channel.number - 1);
 }
 
-void add_list_options(OptionTable& options, LibraryOptions& library) {
+void add_list_options(OptionTable& options, ChangelistJob& job) {
+    LibraryOptions& library = job.options;
     library.switches = {{"chg_showedgecodes", "1"}, {"chg_useshotscenetake", "0"}};
     options.add({
         change_lists_option(library),
@@ -244,14 +272,14 @@ void add_list_options(OptionTable& options, LibraryOptions& library) {
         library_switch("--no-keys", library, "chg_showedgecodes", "0", "Leave the columns of key numbers out"),
         library_switch("--scene-take", library, "chg_useshotscenetake", "1",
                        "Scene and take in place of the shot's name"),
-        {"--channel", "CHANNEL", "The track to name at the head: V1, V2, ... or A1, A2, ...",
-         OneText{[&library](const std::string& text) { name_track(library, text); }}},
+        {"--channel", "CHANNEL", "The track of the edits, and to name at the head: V1, V2, ... or A1, A2, ...",
+         OneText{[&job](const std::string& text) { name_track(job, text); }}},
     });
 }
 
 void add_options(OptionTable& options, ChangelistJob& job) {
     add_files(options, job);
-    add_list_options(options, job.options);
+    add_list_options(options, job);
     options.add({
         {"--prove", "", "Carry the steps out on the old cut and compare with the new", job.prove},
         library_set(job.options, parse_change_options),
@@ -270,6 +298,8 @@ constexpr const char* examples = R"(Examples:
       two of the lists, in feet and frames, with scene and take
   quillbrook changelist --old a.cdb --new b.cdb -o changes.txt --edits monday.otio friday.otio
       names both edits at the head of the list
+  quillbrook changelist --old monday.otio --new friday.otio --log show.RDB -o changes.txt
+      makes the tables of two edits itself; with --lists-dir they are kept
   quillbrook changelist --old a.cdb --new b.cdb -o bench.txt --lists bench --prove --json bench.json
       the steps for the bench, carried out on the old cut as a check, and written for scripts too
 

@@ -15,6 +15,7 @@
 #include "tool/prove_lists.h"
 #include "tool/run_setup.h"
 #include "tool/shared_options.h"
+#include "tool/table_run.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
 #include "tool/wrong_file.h"
@@ -40,40 +41,7 @@ struct CutlistJob {
     bool force = false;
 };
 
-/// Text options of the library hold no more bytes.
-constexpr std::size_t longest_text_option = 63;
-
-void set_number(embedded::settings_block& block, const char* key, int value) { block.set(key, std::to_string(value)); }
-
-/// A name for the log that the library's option can hold: a link in the work directory stands in for a long one.
-std::string short_name_of(const std::string& log) {
-    namespace fs = std::filesystem;
-    if (log.size() <= longest_text_option) return log;
-    const std::string plain = plain_copy_of(log);
-    if (plain.size() <= longest_text_option) return plain;
-    const std::string link = embedded::work_directory() + "/log.rdb";
-    if (link.size() > longest_text_option)
-        throw JobError(log + ": its path is longer than " + std::to_string(longest_text_option) +
-                       " bytes, and so is that of the work directory; set TMPDIR to a shorter one");
-    std::error_code trouble;
-    fs::create_directories(embedded::work_directory(), trouble);
-    fs::create_symlink(fs::absolute(plain), link, trouble);
-    if (trouble) throw JobError(log + ": no link to it can be made: " + trouble.message());
-    return link;
-}
-
-embedded::settings_block options_of(const CutlistJob& job, const EditPtr& edit) {
-    embedded::settings_block block;
-    block.set("proj_name", embedded::EditBuilder::project_of(edit).substr(0, longest_text_option));
-    set_number(block, "chan_type", job.channel.kind);
-    set_number(block, "chan_num", job.channel.number - 1);
-    set_number(block, "pull_match_assembly", job.neg_cut ? 0 : 1);
-    set_number(block, "edit_units", job.frames ? 1 : 0);
-    apply_options(job.options, block);
-    block.set("output_file", made_at(job.output.report));
-    if (!job.log.empty()) block.set("log_file", short_name_of(job.log));
-    return block;
-}
+TableChoices choices_of(const CutlistJob& job) { return {job.channel, job.neg_cut, job.frames, job.log, job.options}; }
 
 /// Single-layer lists beside the report that this run doesn't make: an earlier one did.
 std::vector<std::string> lists_of_earlier_run(const CutlistJob& job) {
@@ -125,7 +93,7 @@ private:
     std::vector<std::pair<std::string, LightweightString<wchar_t>>> begun_;
 };
 
-std::string subject_of(const CutlistJob& job) { return text_of(job.channel) + " of " + job.edit.paths.front(); }
+std::string subject_of(const CutlistJob& job) { return subject_of(job.channel, job.edit.paths.front()); }
 
 void check_files(const CutlistJob& job) {
     std::vector<std::string> inputs = job.edit.paths;
@@ -158,7 +126,7 @@ int run(const CutlistJob& job) {
     tell_kinds(findings, job.output.quiet, std::cerr);
     if (job.choices.strict && fails(findings, true)) return exit_failed;
 
-    const embedded::settings_block options = options_of(job, edit);
+    const embedded::settings_block options = table_options(choices_of(job), edit, made_at(job.output.report));
     CutlistLogger logger(subject_of(job), job.output.quiet || job.output.no_progress);
     CueList* cues = embedded::EditBuilder::cues_of(edit);
     const bool done = make_cutlist_from_edit(edit, logger, job.log.empty() ? 0 : 1, &options, cues, false);

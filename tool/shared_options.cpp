@@ -8,9 +8,13 @@
 namespace tool {
 
 void add_edit_input(OptionTable& options, EditInput& edit) {
+    options.add({{"EDIT", "", "The edit (.otio), or the edit lists of one programme (.edl)", InputFiles{edit.paths},
+                  Needed::yes}});
+    add_edit_reading(options, edit);
+}
+
+void add_edit_reading(OptionTable& options, EditInput& edit) {
     options.add({
-        {"EDIT", "", "The edit (.otio), or the edit lists of one programme (.edl)", InputFiles{edit.paths},
-         Needed::yes},
         {"--sequence", "NAME", "Which sequence of a file that holds several", edit.sequence},
         rate(edit.rate, "Frames a second of the edit, in place of what the file says"),
         {"--all-effects", "", "Every effect of the file is the lab's to make", edit.all_effects},
@@ -43,9 +47,13 @@ void add_report_options(OptionTable& options, LibraryOptions& library, Settings&
         library_switch("--sort-by-key", library, "pull_sort_by_keycode", "1",
                        "Pull lists by key number in place of by roll"),
         library_set(library, parse_options),
-        {"--config", "KEY=VALUE", "A host-wide setting",
-         EachText{[&settings](const std::vector<std::string>& pairs) { settings = parse_settings(pairs); }}},
+        host_setting(settings),
     });
+}
+
+Option host_setting(Settings& settings) {
+    return {"--config", "KEY=VALUE", "A host-wide setting",
+            EachText{[&settings](const std::vector<std::string>& pairs) { settings = parse_settings(pairs); }}};
 }
 
 Option output_file(Output& output, const char* what) { return {"-o", "FILE", what, output.report, Needed::yes}; }
@@ -63,15 +71,19 @@ Option no_progress(Output& output) {
 }
 
 void add_channel_and_log(OptionTable& options, ChannelName& channel, std::string& log) {
-    const auto fault_of_log = [](const std::string& path) {
-        return std::string(path.empty() ? "a logging table is wanted" : "");
-    };
     options.add({
         {"--channel", "CHANNEL", "The channel to list: V1, V2, ... or A1, A2, ...",
          OneText{[&channel](const std::string& text) { channel = parse_channel(text); }, text_of(channel)}},
-        {"--log", "TABLE", "The logging table that key numbers come from, by reel and timecode",
-         InputFile{log, fault_of_log}},
+        log_table(log),
     });
+}
+
+Option log_table(std::string& log) {
+    const auto fault_of_log = [](const std::string& path) {
+        return std::string(path.empty() ? "a logging table is wanted" : "");
+    };
+    return {"--log", "TABLE", "The logging table that key numbers come from, by reel and timecode",
+            InputFile{log, fault_of_log}};
 }
 
 Option rate(const embedded::RateInfo*& rate, const char* what) {

@@ -12,6 +12,8 @@ namespace tool {
 
 /// EDIT, --sequence, --rate, --all-effects, --edl-reverse.
 void add_edit_input(OptionTable& options, EditInput& edit);
+/// The same without EDIT.
+void add_edit_reading(OptionTable& options, EditInput& edit);
 /// LOG, --rate, --film, --reel.
 void add_log_input(OptionTable& options, LogInput& logs, const char* what);
 /// --lists to --sort-by-key, --set, --config: what the cutlist's reports hold.
@@ -23,6 +25,10 @@ Option quiet(Output& output);
 /// --force, for `read_in_spite_of_seals`.
 Option force(bool& force);
 Option no_progress(Output& output);
+/// --config.
+Option host_setting(Settings& settings);
+/// --log.
+Option log_table(std::string& log);
 /// --channel, --log.
 void add_channel_and_log(OptionTable& options, ChannelName& channel, std::string& log);
 
