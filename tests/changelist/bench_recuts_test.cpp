@@ -178,6 +178,7 @@ void spoil(Vector<change_step>& steps) {
 }
 
 TEST(BenchRecuts, AProofAgreesWithWorkFrameByFrameOnSpoiltSteps) {
+    int tried = 0;
     int failed = 0;
     EXPECT_TRUE(rc::check([&] {
         KeptRun run = any_run();
@@ -193,9 +194,10 @@ TEST(BenchRecuts, AProofAgreesWithWorkFrameByFrameOnSpoiltSteps) {
         const change_proof proof = prove_steps(run, steps);
         RC_LOG() << proof.reason << '\n';
         RC_ASSERT(result_of(proof) == carry_out(run.old_cut, run.new_cut, steps));
+        ++tried;
         failed += proof.proved ? 0 : 1;
     }));
-    EXPECT_GT(failed, 20);
+    EXPECT_GT(4 * failed + 4, tried); // nine of ten, as a rule, however many are tried
 }
 
 } // namespace
