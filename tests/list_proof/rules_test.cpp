@@ -1,6 +1,8 @@
 // The smallest example of each rule by which lists print something else than the film's frames.
 
 #include "tests/list_proof/made_report.h"
+#include "tests/support/project_paths.h"
+#include "tests/support/scratch_directory.h"
 
 #include <gtest/gtest.h>
 
@@ -136,6 +138,23 @@ TEST_F(Rules, ABarInANameIsNotPrinted) {
     const film::ListProof made = proof(copy);
     EXPECT_TRUE(made.proved());
     EXPECT_EQ(rules_of(made.exceptions), "name-cut 2");
+}
+
+std::string section_of(const std::string& file, const std::string& heading) {
+    const std::string text = bytes_of_file(project_folder() + "/docs/" + file);
+    const std::size_t begin = text.find("\n## " + heading + "\n");
+    return begin == std::string::npos ? "" : text.substr(begin, text.find("\n## ", begin + 1) - begin);
+}
+
+TEST(RulesInWords, EachStandsInTheProofsTableAndAmongWhatMisleads) {
+    const std::string table = section_of("proof.md", "Where a rule of the lists makes them wrong");
+    const std::string misleads = section_of("lists.md", "What misleads");
+    ASSERT_FALSE(film::list_rules().empty());
+    for (const film::ListRule& rule : film::list_rules()) {
+        const std::string name = std::string("`") + rule.name + "` |";
+        EXPECT_NE(table.find("\n| " + name), std::string::npos) << rule.name;
+        EXPECT_NE(misleads.find("| " + name), std::string::npos) << rule.name;
+    }
 }
 
 } // namespace
