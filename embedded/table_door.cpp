@@ -2,6 +2,7 @@
 
 #include "embedded/table_data.h"
 #include "embedded/visible_text.h"
+#include "host/recdb.h"
 
 #include <set>
 
@@ -23,20 +24,32 @@ struct Findings {
     std::size_t texts = 0;
     Warnings first;
 
-    void take(std::string& text, const std::string& owner) {
+    /// False of a plain text.
+    bool take(std::string& text, const std::string& owner) {
         const Received what = receive(text);
-        if (!what.is_plain() && ++texts == 1) first = embedded::told(what, owner, text);
+        if (what.is_plain()) return false;
+        if (++texts == 1) first = embedded::told(what, owner, text);
+        return true;
+    }
+    /// Once a file.
+    void tell_of(const std::string& path) const {
+        if (texts == 0 || !door().told.insert(path).second) return;
+        const std::string more = texts > 1 ? "; " + std::to_string(texts - 1) + " more of its texts, too" : "";
+        for (const Warning& line : first)
+            door().tell({line.kind, path + ": " + line.text + more});
     }
 };
+
+std::string owner_of(std::size_t row, const std::string& column) {
+    return "row " + std::to_string(row) + ", " + column;
+}
 
 void receive_row(RowFields& fields, std::size_t number, const TableData& table, Findings& findings) {
     for (std::size_t field = 0; field < fields.count(); ++field) {
         const char* text = fields.get(field);
         if (!text) continue;
         std::string name(text);
-        const std::size_t before = findings.texts;
-        findings.take(name, "row " + std::to_string(number) + ", " + table.columns[field].name);
-        if (findings.texts > before) fields.set(field, name);
+        if (findings.take(name, owner_of(number, table.columns[field].name))) fields.set(field, name);
     }
 }
 
@@ -51,11 +64,20 @@ void receive_table(TableData& table, const std::string& path) {
         findings.take(parameter.value, parameter.name);
     for (std::size_t row = 0; row < table.rows.size(); ++row)
         receive_row(table.rows[row]->fields, row + 1, table, findings);
-    if (findings.texts == 0 || !door().told.insert(path).second) return;
-    const std::string more =
-        findings.texts > 1 ? "; " + std::to_string(findings.texts - 1) + " more of its texts, too" : "";
-    for (const Warning& line : findings.first)
-        door().tell({line.kind, path + ": " + line.text + more});
+    findings.tell_of(path);
+}
+
+void receive_rows(recdb& table, const std::string& path) {
+    if (!door().tell) return;
+    Findings findings;
+    for (unsigned row = 0; row < table.get_num_records(); ++row) {
+        for (unsigned field = 0; field < table.get_num_fields(); ++field) {
+            std::string text = table.getField(row, field).c_str();
+            if (findings.take(text, owner_of(row + 1, table.get_fieldname(field))))
+                table.set_field(row, field, text.c_str());
+        }
+    }
+    findings.tell_of(path);
 }
 
 } // namespace embedded

@@ -6,6 +6,8 @@
 #include <functional>
 #include <string>
 
+class recdb;
+
 namespace embedded {
 
 class TableData;
@@ -16,5 +18,7 @@ void receive_tables(std::function<void(const Warning&)> tell);
 
 /// For `recdb`.
 void receive_table(TableData& table, const std::string& path);
+/// The same for the rows of a table that was made of a file of another kind.
+void receive_rows(recdb& table, const std::string& path);
 
 } // namespace embedded

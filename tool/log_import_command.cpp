@@ -1,5 +1,6 @@
 // "quillbrook log import": logs into one table.
 
+#include "embedded/table_door.h"
 #include "formats/logs/log_table.h"
 #include "quillbrook/keylog.h"
 #include "tool/command.h"
@@ -25,10 +26,12 @@ std::unique_ptr<filmdb> read_keylog_file(const std::string& path, const LogImpor
     auto table = std::make_unique<ftldb>(wide_path(plain_copy_of(path)), logger, wide_path(job.output.report));
     if (!table->get_valid()) throw JobError(path + ": couldn't be read as a Keylog file");
     if (!job.logs.reel.empty()) table->set_reelid(job.logs.reel.c_str());
+    embedded::receive_rows(*table, path);
     return table;
 }
 
 int import_keylog(const LogImportJob& job) {
+    receive_tables(job.output.quiet);
     std::unique_ptr<filmdb> table;
     for (const std::string& path : job.logs.paths) {
         std::unique_ptr<filmdb> next = read_keylog_file(path, job);

@@ -87,6 +87,14 @@ TEST_F(Logs, KeylogFilesAreReadByNamesOrByPlaces) {
     expect_done({"log", "import", "day.ftl", "-o", "places.RDB", "--as-keylog"});
     EXPECT_THAT(read("places.RDB"), HasSubstr("\t+A7\tKJ123456123409\t"));
     EXPECT_THAT(read("places.RDB"), HasSubstr("\n\tV003\t01:00:00:00\t"));
+
+    row.replace(15, 4, "A\x1b|d").replace(42, 3, "7\fX");
+    write("odd.ftl", header + "\n" + standards + "\n" + row + "\n");
+    const ToolResult odd = run({"log", "import", "odd.ftl", "-o", "odd.RDB", "--as-keylog"});
+    EXPECT_EQ(odd.err, "warning: odd.ftl: row 1, name \"7\u240cX-\": control characters are shown by signs in their "
+                       "place; 1 more of its texts, too\n");
+    EXPECT_THAT(read("odd.RDB"), HasSubstr("\n7\u240cX-\t"));
+    EXPECT_THAT(read("odd.RDB"), HasSubstr("\tA\u241b"));
     expect_failure({"log", "import", "day1.ale", "-o", "x.RDB", "--as-keylog", "--quiet"}, 1,
                    "day1.ale: is an ALE log; ");
 }
