@@ -39,8 +39,8 @@ breach() { # what, command, environment
 
 try() { # command, number, "" or 1 for all from there on
     rm -f "$out"/* "$work/err"
-    local setting="QUILLBROOK_FAIL_AT=$2 QUILLBROOK_FAIL_ON=$3" status=0 file
-    env LD_PRELOAD="$work/failing.so" QUILLBROOK_FAIL_AT="$2" QUILLBROOK_FAIL_ON="$3" timeout 60 "$tool" $1 \
+    local setting="FAIL_ALLOCATION=$2 FAIL_ALL_BEHIND=$3" status=0 file
+    env LD_PRELOAD="$work/failing.so" FAIL_ALLOCATION="$2" FAIL_ALL_BEHIND="$3" timeout 60 "$tool" $1 \
         >/dev/null 2>"$work/err" || status=$?
     runs=$((runs + 1))
     if [ $status -ge 124 ]; then breach "status $status" "$1" "$setting"; fi
@@ -62,7 +62,7 @@ try() { # command, number, "" or 1 for all from there on
 for command in "${commands[@]}"; do
     rm -rf "$out"/* "$whole"
     good=0
-    LD_PRELOAD="$work/failing.so" QUILLBROOK_COUNT_FILE="$work/count" "$tool" $command >/dev/null 2>&1 || good=$?
+    LD_PRELOAD="$work/failing.so" COUNT_ALLOCATIONS="$work/count" "$tool" $command >/dev/null 2>&1 || good=$?
     cp -a "$out" "$whole"
     count=$(cat "$work/count")
     before=$runs

@@ -1,5 +1,5 @@
-// Preloaded into a process, fails one of its allocations or all from one on: QUILLBROOK_FAIL_AT=N, and
-// QUILLBROOK_FAIL_ON=1 for the latter. With QUILLBROOK_COUNT_FILE the number of allocations is written there at the
+// Preloaded into a process, fails one of its allocations or all from one on: FAIL_ALLOCATION=N, and
+// FAIL_ALL_BEHIND=1 for the latter. With COUNT_ALLOCATIONS the number of allocations is written there at the
 // end.
 
 #include <cerrno>
@@ -24,8 +24,8 @@ long number_of(const char* name) {
 }
 
 bool fails() {
-    static const long at = number_of("QUILLBROOK_FAIL_AT");
-    static const long on = number_of("QUILLBROOK_FAIL_ON");
+    static const long at = number_of("FAIL_ALLOCATION");
+    static const long on = number_of("FAIL_ALL_BEHIND");
     const long number = __atomic_add_fetch(&asked, 1, __ATOMIC_RELAXED);
     if (at == 0 || (on ? number < at : number != at)) return false;
     errno = ENOMEM;
@@ -33,7 +33,7 @@ bool fails() {
 }
 
 __attribute__((destructor)) void tell_count() {
-    const char* path = std::getenv("QUILLBROOK_COUNT_FILE");
+    const char* path = std::getenv("COUNT_ALLOCATIONS");
     const int file = path ? ::open(path, O_WRONLY | O_CREAT | O_TRUNC, 0600) : -1;
     if (file < 0) return;
     char text[24];

@@ -5,5 +5,7 @@ namespace tool {
 
 /// Throws `UsageError` where a variable that the command reads holds what can't be read.
 void check_environment();
+/// Warns of variables that begin with QUILLBROOK_ and that nothing reads, such as mistyped ones.
+void tell_unknown_variables();
 
 } // namespace tool

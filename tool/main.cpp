@@ -27,6 +27,7 @@ struct Runner {
     // What a job that fails has written is taken back.
     int operator()(const std::function<int()>& job) const {
         tool::check_environment();
+        tool::tell_unknown_variables();
         embedded::Transaction run;
         const int status = job();
         std::cout.flush();

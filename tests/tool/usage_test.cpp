@@ -103,4 +103,21 @@ TEST_F(Usage, ChannelsAndRatesAreChecked) {
         expect_wrong({"edit", "show", "a.otio", std::string("--rate=") + rate}, rate);
 }
 
+TEST_F(Usage, VariablesThatNothingReadsAreTold) {
+    write_edit("cut.otio");
+    const auto told = [&](const char* name, const char* value) {
+        const ToolResult result = run({"edit", "show", "cut.otio"}, {{name, value}});
+        EXPECT_EQ(result.status, 0);
+        return result.err;
+    };
+    EXPECT_EQ(told("QUILLBROOK_WAIT_FOR_OUTPUT", "3"),
+              "warning: QUILLBROOK_WAIT_FOR_OUTPUT: there is no such variable; it says nothing; did you mean "
+              "\"QUILLBROOK_WAIT_FOR_OUTPUTS\"?\n");
+    EXPECT_EQ(told("QUILLBROOK_", ""), "warning: QUILLBROOK_: there is no such variable; it says nothing\n");
+    EXPECT_EQ(told("QUILLBROOK_A\x1b[2J", "1").find('\x1b'), std::string::npos);
+    EXPECT_EQ(told("QUILLBROOK_WAIT_FOR_OUTPUTS", "3"), "");
+    EXPECT_EQ(told("QUILLBROOK_AUDIO_CUTLIST_24P", "1"), "");
+    EXPECT_EQ(told("MY_QUILLBROOK_HOME", "1"), "");
+}
+
 } // namespace
