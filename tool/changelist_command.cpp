@@ -87,11 +87,13 @@ void check_files(const ChangelistJob& job) {
     const std::vector<std::string> working = working_files_of(job);
     for (const std::string& file : working)
         check_working_file(file, inputs);
-    check_output("-o", job.output.report, job.output.overwrite, inputs, working);
-    if (!job.json) return;
-    std::vector<std::string> others = working;
-    others.push_back(job.output.report);
-    check_output("--json", *job.json, job.output.overwrite, inputs, others);
+    check_output("-o", job.output.report, inputs, working);
+    std::vector<std::string> outputs{job.output.report};
+    if (job.json) {
+        check_output("--json", *job.json, inputs, joined(working, outputs));
+        outputs.push_back(*job.json);
+    }
+    hold_outputs(outputs, job.output.overwrite, working);
 }
 
 void check_work_directory() {

@@ -38,7 +38,9 @@ void check_files(const CheckJob& job) {
     for (const std::string& input : inputs)
         check_readable(input);
     if (!job.log.empty()) check_is_log_table(job.log);
-    if (!job.json.empty()) check_output("--json", job.json, job.overwrite, inputs, {});
+    if (job.json.empty()) return;
+    check_output("--json", job.json, inputs, {});
+    hold_outputs({job.json}, job.overwrite);
 }
 
 void write_document(const std::string& path, const std::string& document) {

@@ -2,10 +2,13 @@
 
 #include "embedded/held_input.h"
 #include "embedded/limits.h"
+#include "embedded/output_path.h"
 #include "embedded/services.h"
+#include "embedded/transaction.h"
 #include "host/settings.h"
 #include "tool/tool_error.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -68,13 +71,49 @@ void check_not_folder(const std::string& path) {
     if (fs::is_directory(path, ignored)) throw JobError(path + ": is a directory");
 }
 
-void check_replaceable(const std::string& path, bool overwrite) {
+bool is_too_long(const std::string& path) {
+    std::error_code trouble;
+    (void)fs::symlink_status(path, trouble);
+    return trouble == std::errc::filename_too_long;
+}
+
+/// What can be said of an output's place before it is held.
+void check_place(const std::string& path) {
     check_folder(folder_of(path));
     check_not_folder(path);
-    std::error_code trouble;
-    const bool stands = fs::exists(fs::symlink_status(path, trouble));
-    if (trouble == std::errc::filename_too_long) throw JobError(path + ": " + trouble.message());
-    if (!overwrite && stands) throw JobError(path + ": is there already; --overwrite replaces it");
+    if (is_too_long(path)) throw JobError(path + ": " + std::strerror(ENAMETOOLONG));
+}
+
+void check_beside(const std::string& file, const std::string& report, const std::string& input) {
+    if (same_file(file, report)) throw JobError(report + ": a file of that name goes beside the report");
+    if (same_file(file, input)) throw JobError(file + ": would replace what it is made from");
+    check_not_folder(file);
+    if (is_too_long(file) && !is_too_long(report))
+        throw JobError("-o " + report + ": too long a name for the file beside it that ends in " +
+                       fs::path(file).extension().string());
+}
+
+void check_replaceable(const std::string& path) {
+    std::error_code ignored;
+    if (fs::exists(fs::symlink_status(path, ignored)))
+        throw JobError(path + ": is there already; --overwrite replaces it");
+}
+
+std::vector<std::string> without_streams(std::vector<std::string> paths) {
+    paths.erase(std::remove_if(paths.begin(), paths.end(), is_stream), paths.end());
+    return paths;
+}
+
+// In one order in all runs.
+void hold_all(std::vector<std::string> paths) {
+    embedded::Transaction* run = embedded::Transaction::current();
+    if (!run) return;
+    std::sort(paths.begin(), paths.end(), [](const std::string& a, const std::string& b) {
+        return embedded::OutputPath(a).full() < embedded::OutputPath(b).full();
+    });
+    std::string why;
+    for (const std::string& path : paths)
+        if (!run->hold(path, &why)) throw JobError(path + ": couldn't be written: " + why);
 }
 
 } // namespace
@@ -151,14 +190,11 @@ void check_outputs(const std::string& input, const Output& output, const std::ve
     if (is_stream(report)) return check_stream(report);
     check_named("-o", report);
     if (same_file(report, input)) throw JobError(report + ": the report would replace what it is made from");
-    for (const std::string& file : beside) {
-        if (same_file(file, report)) throw JobError(report + ": a file of that name goes beside the report");
-        if (same_file(file, input)) throw JobError(file + ": would replace what it is made from");
-        check_not_folder(file);
-    }
-    check_replaceable(report, output.overwrite);
     for (const std::string& file : beside)
-        check_replaceable(file, output.overwrite);
+        check_beside(file, report, input);
+    std::vector<std::string> all{report};
+    all.insert(all.end(), beside.begin(), beside.end());
+    hold_outputs(all, output.overwrite);
 }
 
 void check_working_file(const std::string& path, const std::vector<std::string>& inputs) {
@@ -167,7 +203,7 @@ void check_working_file(const std::string& path, const std::vector<std::string>&
     check_not_folder(path);
 }
 
-void check_output(const char* option, const std::string& path, bool overwrite, const std::vector<std::string>& inputs,
+void check_output(const char* option, const std::string& path, const std::vector<std::string>& inputs,
                   const std::vector<std::string>& others) {
     if (!is_stream(path)) check_named(option, path);
     for (const std::string& other : others)
@@ -175,7 +211,18 @@ void check_output(const char* option, const std::string& path, bool overwrite, c
             throw JobError(name_of_output(path) + ": the run makes another file of that name");
     if (is_stream(path)) return check_stream(path);
     check_working_file(path, inputs);
-    check_replaceable(path, overwrite);
+}
+
+void hold_outputs(const std::vector<std::string>& outputs, bool overwrite, const std::vector<std::string>& working) {
+    const std::vector<std::string> files = without_streams(outputs);
+    std::vector<std::string> all = files;
+    all.insert(all.end(), working.begin(), working.end());
+    for (const std::string& path : all)
+        check_place(path);
+    hold_all(all);
+    if (overwrite) return;
+    for (const std::string& path : files)
+        check_replaceable(path);
 }
 
 void check_written() {

@@ -30,16 +30,23 @@ std::string plain_copy_of(const std::string& input);
 /// Throws `JobError` where a name is empty.
 void check_named_input(const std::string& path);
 /// Throws `JobError` unless the report and the files beside it can be made: the report's folder is there and
-/// writable, no file takes the place of another one or of `input`, and those that are there may be replaced.
+/// writable, no file takes the place of another one or of `input`, and those that are there may be replaced. Holds
+/// them as `hold_outputs` does.
 void check_outputs(const std::string& input, const Output& output, const std::vector<std::string>& beside);
 
 /// Throws `JobError` unless it is a folder that files can be made in.
 void check_folder(const std::string& folder);
 
-/// Throws `JobError` unless the file that `option` names can be made: it takes the place neither of one of `inputs`
-/// nor of one of the `others` that the run makes, and one that is there may be replaced.
-void check_output(const char* option, const std::string& path, bool overwrite, const std::vector<std::string>& inputs,
+/// Throws `JobError` unless `option` names a file that takes the place neither of one of `inputs` nor of one of the
+/// `others` that the run makes.
+void check_output(const char* option, const std::string& path, const std::vector<std::string>& inputs,
                   const std::vector<std::string>& others);
+
+/// Keeps other runs off all of these files until this one is done; waits for one that has them. Then throws `JobError`
+/// where an output can't be made, or is there and may not be replaced. `working` files always may be; streams are left
+/// alone. Whatever a command makes is held in one call, so that no two runs wait for each other.
+void hold_outputs(const std::vector<std::string>& outputs, bool overwrite,
+                  const std::vector<std::string>& working = {});
 
 /// Throws `JobError` where a file that the run makes under a name of its own can't be made or would replace an input.
 void check_working_file(const std::string& path, const std::vector<std::string>& inputs);

@@ -148,6 +148,9 @@ TEST_F(Streams, ReportMayHaveALongName) {
     expect_done(run({"cutlist", "cut.otio", "-o", name}));
     EXPECT_EQ(read(name), read("cut.txt"));
     expect_done(run({"print", "cut.cdb", "-o", std::string(255, 'p')}));
+    // No room for the extension of the table beside it.
+    expect_refused({"cutlist", "cut.otio", "-o", std::string(255, 'q')},
+                   "-o " + std::string(255, 'q') + ": too long a name for the file beside it that ends in .cdb");
 }
 
 TEST_F(Streams, TooManyRowsAreRefusedByEachCommand) {

@@ -1,6 +1,7 @@
 #include "tests/tool/tool_process.h"
 
 #include <algorithm>
+#include <atomic>
 #include <fstream>
 #include <iterator>
 #include <sstream>
@@ -112,9 +113,11 @@ ToolResult ToolTest::run_with_input(const std::string& input, const std::vector<
     std::vector<std::string> settings = environment_of(environment);
     const std::vector<char*> argv = pointers(line);
     const std::vector<char*> envp = pointers(settings);
-    const std::string out = folder_.string() + ".out";
-    const std::string err = folder_.string() + ".err";
-    const std::string in = folder_.string() + ".in";
+    static std::atomic<int> runs = 0; // some tests have several at once
+    const std::string beside = folder_.string() + '-' + std::to_string(++runs);
+    const std::string out = beside + ".out";
+    const std::string err = beside + ".err";
+    const std::string in = beside + ".in";
     std::ofstream(in, std::ios::binary) << input;
 
     const pid_t child = fork();
