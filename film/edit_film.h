@@ -3,6 +3,7 @@
 
 #include "film/film_uses.h"
 #include "film/opticals.h"
+#include "host/recdb.h"
 
 #include <cstdint>
 #include <optional>
@@ -13,11 +14,13 @@ namespace film {
 
 /// An event of a listed channel, or of a picture track above it.
 struct FilmEvent {
+    int item = -1; ///< its place in `EditFilm::events`; -1: none of them
     int event = 0, optical = 0, layer = 0;
     std::int64_t start = 0, end = 0; ///< without its transitions, film frames of the edit
     bool black = false, rendered = false, opens = true;
     std::string where, name;
-    Rolls rolls; ///< the source's own
+    std::string listed_as; ///< by a table, the word that stands for material that wasn't known; else empty
+    Rolls rolls;           ///< the source's own
     Fraction speed = 1;
 
     Count timecode;                           ///< at `start`
@@ -39,5 +42,7 @@ struct EditFilm {
 
 /// See `uses_of_edit`.
 EditFilm film_of_edit(const EditPtr& edit, const UseOptions& options, const LogRows* log);
+/// See `uses_of_table`. Places of `events` that no strip has are black; of the opticals only those in error are there.
+EditFilm film_of_table(const recdb& table);
 
 } // namespace film

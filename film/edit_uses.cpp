@@ -186,6 +186,7 @@ void EditUses::add_sound() {
 
 void EditUses::begin_event(const Stretch& stretch) {
     FilmEvent& event = events_.emplace_back();
+    event.item = static_cast<int>(events_.size()) - 1;
     event.event = stretch.number;
     event.optical = stretch.optical;
     event.layer = stretch.layer;
@@ -231,7 +232,7 @@ Strip EditUses::strip_of(const Stretch& stretch) const {
     strip.optical = stretch.optical;
     strip.layer = stretch.layer;
     strip.role = stretch.role;
-    strip.item = static_cast<int>(events_.size()) - 1;
+    strip.item = event.item;
     strip.where = event.where;
     strip.speed = event.speed;
     strip.black = event.black;

@@ -52,7 +52,7 @@ void Finder::look_at_film() {
         const FilmEvent& event = film_.events[i];
         if (event.black) continue;
         if (!is_listed(event)) {
-            find_not_listed(event);
+            find_not_listed(i);
             continue;
         }
         find_numbers(i);
@@ -63,28 +63,33 @@ void Finder::look_at_film() {
     }
 }
 
-void Finder::find_not_listed(const FilmEvent& event) {
-    if (event.start == event.end) return;
+void Finder::find_not_listed(std::size_t i) {
+    const FilmEvent& event = film_.events[i];
+    const Strip* strip = strip_at(event, event.start);
+    if (!strip) return;
+    std::string film;
+    if (!strip->rolls.listed.empty()) film += ", roll " + strip->rolls.listed;
+    if (strip->key) film += ", from " + strip->key.text_at(event.start - strip->start);
     find(Code::not_listed, Severity::wrong, event, event.start,
-         frames_text(event.end - event.start) + " on " + channel_of(event.layer) +
-             (event.rolls.listed.empty() ? "" : ", roll " + event.rolls.listed) +
-             (event.own_key ? ", from " + event.own_key.text_at(0) : "") +
-             ", are in no list: no optical with a number draws on that track");
+         frames_text(event.end - event.start) + " on " + channel_of(event.layer) + film + (film.empty() ? "" : ",") +
+             " are in no list: no optical with a number draws on that track");
 }
 
 void Finder::find_numbers(std::size_t i) {
     const FilmEvent& event = film_.events[i];
     if (!event.material()) {
         find(Code::no_film, Severity::doubt, event, event.start,
-             frames_text(event.end - event.start) +
-                 (event.rendered ? " are rendered, and what they were rendered from isn't known" : " have no media"));
+             frames_text(event.end - event.start) + (event.rendered
+                                                         ? " are rendered, and what they were rendered from isn't known"
+                                                     : event.listed_as.empty() ? " have no media"
+                                                                               : " are listed as " + event.listed_as));
         return;
     }
     bool no_key = false, no_roll = false, no_ink = false;
     for (const Strip* strip : strips_of(i)) {
         if (strip->sureness == Sureness::unknown) continue;
         no_key = no_key || !strip->key;
-        no_ink = no_ink || !strip->ink;
+        no_ink = no_ink || (!strip->ink && needs_ink(*strip));
         const bool row_without_roll = log_ && options_.uses.film_reel == 2 && strip->rolls.camera.empty();
         no_roll = no_roll || strip->rolls.listed.empty() || row_without_roll;
     }
@@ -95,8 +100,7 @@ void Finder::find_numbers(std::size_t i) {
     if (no_roll)
         find(Code::no_roll, Severity::doubt, event, event.start,
              what + " have no camera roll" + (log_ ? ", and the tape is listed in its place" : ""));
-    if (no_ink && options_.ink_needed)
-        find(Code::no_ink, Severity::doubt, event, event.start, what + " have no ink number");
+    if (no_ink) find(Code::no_ink, Severity::doubt, event, event.start, what + " have no ink number");
 }
 
 void Finder::find_media(std::size_t i) {

@@ -76,7 +76,9 @@ void Finder::tell_meeting(const FilmPiece& a, const FilmPiece& b, std::int64_t f
     const FilmPiece& later = in_order ? b : a;
     const FilmEvent& event = film_.events[static_cast<std::size_t>(later.strip->item)];
     const FilmEvent& other = film_.events[static_cast<std::size_t>(earlier.strip->item)];
-    const std::string at = " of " + channel_of(other.layer) + " at " + timecode_at(earlier.strip->start);
+    const std::string timecode = clock_(earlier.strip->start);
+    const std::string at = " of " + channel_of(other.layer) + " at " +
+                           (timecode.empty() ? "frame " + std::to_string(earlier.strip->start) : timecode);
     const std::string which = (other.event > 0 ? "event " + std::to_string(other.event) : "an event") + at;
     const std::string from = later.strip->key.text_at(0);
     if (frames > 0)

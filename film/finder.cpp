@@ -3,11 +3,32 @@
 #include "film/edit_walk.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace film {
 
-Finder::Finder(const EditPtr& edit, const CheckOptions& options, const LogRows* log)
-    : edit_(edit), options_(options), log_(log), film_(film_of_edit(edit, options.uses, log)) {
+namespace {
+
+std::set<std::string> rolls_with_ink(const Strips& strips) {
+    std::set<std::string> rolls;
+    for (const Strip& strip : strips)
+        if (strip.ink && !strip.rolls.listed.empty()) rolls.insert(strip.rolls.listed);
+    return rolls;
+}
+
+Clock clock_of(const EditPtr& edit) {
+    return [edit](std::int64_t frame) -> std::string {
+        const EditLabel* label = edit->getLabel(user_label_timecode, {medium_source_picture, 2});
+        if (!label->is_valid()) return {};
+        return label->get_label_point((Fraction(frame) / film_rate(edit)).to_double()).get_string();
+    };
+}
+
+} // namespace
+
+Finder::Finder(EditFilm film, Clock clock, const CheckOptions& options, const LogRows* log)
+    : film_(std::move(film)), clock_(std::move(clock)), options_(options), log_(log),
+      inked_rolls_(rolls_with_ink(film_.strips)) {
     strips_of_.resize(film_.events.size());
     for (const Strip& strip : film_.strips)
         strips_of_[static_cast<std::size_t>(strip.item)].push_back(&strip);
@@ -18,10 +39,17 @@ std::string Finder::channel_of(int layer) const {
     return "V" + std::to_string(layer + 1);
 }
 
-std::string Finder::timecode_at(std::int64_t frame) const {
-    const EditLabel* label = edit_->getLabel(user_label_timecode, {medium_source_picture, 2});
-    if (!label->is_valid()) return {};
-    return label->get_label_point((Fraction(frame) / film_rate(edit_)).to_double()).get_string();
+// Ink numbers are printed along a whole roll of workprint, and lists print those of the main track alone.
+bool Finder::needs_ink(const Strip& strip) const {
+    if (options_.ink == InkNeed::none || strip.layer > 0) return false;
+    return options_.ink == InkNeed::all || inked_rolls_.count(strip.rolls.listed) > 0;
+}
+
+const Strip* Finder::strip_at(const FilmEvent& event, std::int64_t frame) const {
+    if (event.item < 0) return nullptr;
+    for (const Strip* strip : strips_of_[static_cast<std::size_t>(event.item)])
+        if (strip->start <= frame && frame < strip->end) return strip;
+    return nullptr;
 }
 
 FoundAt Finder::place_at(const FilmEvent& event, std::int64_t frame) const {
@@ -31,8 +59,14 @@ FoundAt Finder::place_at(const FilmEvent& event, std::int64_t frame) const {
     place.channel = channel_of(event.layer);
     place.event = event.event;
     place.frame = frame;
-    place.timecode = timecode_at(frame);
+    place.timecode = clock_(frame);
     place.name = event.name;
+    const Strip* strip = strip_at(event, frame);
+    const Rolls& rolls = strip ? strip->rolls : event.rolls;
+    const bool tape_for_roll = log_ && rolls.camera.empty() && rolls.listed == rolls.tape;
+    place.roll = tape_for_roll ? "" : rolls.listed;
+    place.tape = rolls.tape;
+    if (strip && strip->timecode) place.source_timecode = strip->timecode.text_at(frame - strip->start);
     return place;
 }
 
@@ -86,7 +120,13 @@ void Finder::find_optical_errors() {
 
 Findings check_edit(const EditPtr& edit, const CheckOptions& options, const LogRows* log,
                     const embedded::Warnings& warnings) {
-    return Finder(edit, options, log).run(warnings);
+    return Finder(film_of_edit(edit, options.uses, log), clock_of(edit), options, log).run(warnings);
+}
+
+Findings check_table(const recdb& table, const CheckOptions& options) {
+    return Finder(
+               film_of_table(table), [](std::int64_t) { return std::string(); }, options, nullptr)
+        .run({});
 }
 
 } // namespace film

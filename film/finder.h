@@ -5,10 +5,15 @@
 #include "film/find.h"
 #include "film/log_rows.h"
 
+#include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
 namespace film {
+
+/// The timecode of the edit at one of its film frames; empty where it isn't known.
+using Clock = std::function<std::string(std::int64_t frame)>;
 
 /// A strip's film on its roll, in whole frames, both inclusive.
 struct FilmPiece {
@@ -18,7 +23,7 @@ struct FilmPiece {
 
 class Finder {
 public:
-    Finder(const EditPtr& edit, const CheckOptions& options, const LogRows* log);
+    Finder(EditFilm film, Clock clock, const CheckOptions& options, const LogRows* log);
 
     Findings run(const embedded::Warnings& warnings);
 
@@ -42,7 +47,7 @@ private:
     /// A row holds all of the event when it is moved by so many frames of film.
     bool listed_row_holds(const FilmEvent& event, std::int64_t film_frames) const;
     void find_key_range(std::size_t i);
-    void find_not_listed(const FilmEvent& event);
+    void find_not_listed(std::size_t i);
     void find_optical_errors();
     // The film of all events together.
     void find_meetings();
@@ -56,16 +61,18 @@ private:
     const LogRow* listed_row(const FilmEvent& event) const;
     std::string row_text(const LogRow& row) const;
     std::string channel_of(int layer) const;
-    std::string timecode_at(std::int64_t frame) const;
+    bool needs_ink(const Strip& strip) const;
+    const Strip* strip_at(const FilmEvent& event, std::int64_t frame) const;
     FoundAt place_at(const FilmEvent& event, std::int64_t frame) const;
     void find(Code code, Severity severity, const FilmEvent& event, std::int64_t frame, std::string what);
     /// The strips of an event, in order.
     const std::vector<const Strip*>& strips_of(std::size_t event) const { return strips_of_[event]; }
 
-    const EditPtr edit_;
+    const EditFilm film_;
+    const Clock clock_;
     const CheckOptions& options_;
     const LogRows* const log_;
-    const EditFilm film_;
+    const std::set<std::string> inked_rolls_; ///< with ink numbers on some of their film
     std::vector<std::vector<const Strip*>> strips_of_;
     Findings findings_;
 };

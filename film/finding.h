@@ -60,6 +60,9 @@ struct FoundAt {
     std::int64_t frame = -1; ///< film frames from the edit's start
     std::string timecode;    ///< of that frame, in the edit
     std::string name;        ///< of the shot, or what else names the thing
+
+    std::string roll, tape;      ///< of the film there
+    std::string source_timecode; ///< on that tape
 };
 
 struct Finding {

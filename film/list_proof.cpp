@@ -93,6 +93,7 @@ void prove_all(ProofRun& run) {
     prove_assembly(run);
     prove_timecodes(run);
     prove_opticals(run);
+    prove_doubts(run);
     if (run.report.pulls && !run.sound) tell_upper_tracks(run);
 }
 

@@ -26,6 +26,9 @@ void read_list(const ListPages& pages, PrintedReport& report) {
     case PrintedList::opticals:
         report.opticals = read_opticals(pages, report.faults);
         break;
+    case PrintedList::doubts:
+        report.doubts = read_doubts(pages, report.faults);
+        break;
     }
 }
 

@@ -2,6 +2,7 @@
 // A printed report, read back as text.
 
 #include "film/assembly_entries.h"
+#include "film/doubt_entries.h"
 #include "film/optical_entries.h"
 #include "film/pull_entries.h"
 #include "film/roll_entries.h"
@@ -20,6 +21,7 @@ struct PrintedReport {
     std::optional<AssemblyEntries> assembly;
     std::optional<std::vector<TimecodeEntry>> timecodes;
     std::optional<OpticalEntries> opticals;
+    std::optional<DoubtEntries> doubts;
     std::vector<ReadFault> faults; ///< what can't be read, in the order of the report's parts
 
     /// The heading of the first list; null where there is none.

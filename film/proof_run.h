@@ -81,6 +81,7 @@ void prove_reuse(ProofRun& run);
 void prove_assembly(ProofRun& run);
 void prove_timecodes(ProofRun& run);
 void prove_opticals(ProofRun& run);
+void prove_doubts(ProofRun& run);
 
 /// "event 12", "OPTICAL#3".
 std::string event_name(int event);

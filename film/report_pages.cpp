@@ -1,5 +1,6 @@
 #include "film/report_pages.h"
 
+#include "film/doubt_texts.h"
 #include "film/plain_number.h"
 
 #include <algorithm>
@@ -31,6 +32,7 @@ constexpr ListForm forms[] = {
     {PrintedList::timecodes, "timecode list", "TIMECODE ASSEMBLY LIST", "ASSEMBLY LIST",
      "End of timecode assembly list"},
     {PrintedList::opticals, "opticals list", "OPTICALS LIST", "OPTICALS LIST", nullptr},
+    {PrintedList::doubts, "list of doubts", "MISSING AND DOUBTFUL ELEMENTS", doubt_texts::page_name, doubt_texts::end},
 };
 
 const ListForm& form_of(PrintedList list) { return forms[static_cast<std::size_t>(list)]; }

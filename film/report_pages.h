@@ -8,7 +8,7 @@
 namespace film {
 
 /// The lists of a report, in the order in which it may hold them.
-enum class PrintedList { rolls, pulls, optical_pulls, reuse, assembly, timecodes, opticals };
+enum class PrintedList { rolls, pulls, optical_pulls, reuse, assembly, timecodes, opticals, doubts };
 
 /// "pull list", as messages name it.
 const char* name_of(PrintedList list);

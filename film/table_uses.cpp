@@ -1,6 +1,7 @@
 // The strips that a saved cutlist table tells of.
 
-#include "film/film_uses.h"
+#include "film/edit_film.h"
+#include "film/film_pieces.h"
 
 #include <cmath>
 #include <cstdlib>
@@ -15,8 +16,10 @@ enum Column : unsigned short {
     column_optical_record = 1,
     column_optical = 2,
     column_track = 3,
+    column_optical_error = 6,
     column_edit_in = 7,
     column_edit_out = 8,
+    column_optical_name = 11,
     column_shot = 12,
     column_reel = 13,
     column_sound_reel = 14,
@@ -221,8 +224,60 @@ void TableUses::number_by_opticals() {
     }
 }
 
+FilmEvent event_of(const dbrecord& record, const Piece& piece) {
+    const Strip& strip = piece.at(piece.cut_in);
+    FilmEvent event;
+    event.item = strip.item;
+    event.event = strip.event;
+    event.optical = strip.optical;
+    event.layer = strip.layer;
+    event.start = piece.cut_in;
+    event.end = piece.cut_out;
+    event.black = strip.black;
+    event.rendered = strip.rendered;
+    event.opens = !piece.unknown();
+    event.name = strip.name;
+    if (!event.opens) event.listed_as = text_of(record, column_roll);
+    event.rolls = strip.rolls;
+    event.speed = strip.speed;
+    event.timecode = strip.timecode;
+    event.source = strip.source;
+    return event;
+}
+
+/// Those that couldn't be described.
+std::vector<Optical> opticals_in_error(const recdb& table) {
+    std::vector<Optical> opticals;
+    for (unsigned i = 0; i < table.get_num_records(); ++i) {
+        const dbrecord& record = *table.get_record(i);
+        if (number_of(record, column_optical_record) == 0 || number_of(record, column_optical_error) == 0) continue;
+        Optical optical;
+        optical.number = number_of(record, column_optical);
+        optical.start = number_of(record, column_edit_in);
+        optical.end = number_of(record, column_edit_out);
+        optical.name = text_of(record, column_optical_name);
+        optical.error = true;
+        opticals.push_back(std::move(optical));
+    }
+    return opticals;
+}
+
 } // namespace
 
 Strips uses_of_table(const recdb& table) { return TableUses(table).run(); }
+
+EditFilm film_of_table(const recdb& table) {
+    EditFilm film;
+    film.strips = uses_of_table(table);
+    FilmEvent none;
+    none.black = true;
+    film.events.resize(table.get_num_records(), none);
+    for (const Piece& piece : pieces_of(film.strips)) {
+        const auto row = static_cast<unsigned>(piece.first().item);
+        film.events[row] = event_of(*table.get_record(row), piece);
+    }
+    film.opticals = opticals_in_error(table);
+    return film;
+}
 
 } // namespace film

@@ -1,7 +1,5 @@
 // "quillbrook check": what is wrong or doubtful of an edit.
 
-#include "embedded/services.h"
-#include "embedded/transaction.h"
 #include "tool/command.h"
 #include "tool/film_check.h"
 #include "tool/findings_json.h"
@@ -43,32 +41,19 @@ void check_files(const CheckJob& job) {
     hold_outputs({job.json}, job.overwrite);
 }
 
-void write_document(const std::string& path, const std::string& document) {
-    std::string why;
-    if (!embedded::write_file_whole(path, document, &why)) throw JobError(path + ": " + why);
-}
-
-// What is found makes the run fail, but not its document.
-void keep_document() {
-    std::string why;
-    embedded::Transaction* run = embedded::Transaction::current();
-    if (run && !run->commit(&why)) throw JobError(why);
-}
-
-int run(const CheckJob& job) {
+JobResult run(const CheckJob& job) {
     check_files(job);
     apply_settings(job.settings);
     embedded::Warnings warnings;
     const EditPtr edit = open_edit(job.edit, warnings);
     const film::CheckOptions options =
         check_options(job.edit, job.channel, job.log, job.neg_cut, job.options, job.choices);
-    const film::Findings findings = check_film(edit, options, warnings);
-    if (!job.json.empty()) write_document(job.json, findings_document(findings));
+    const film::Findings findings = check_film(ListedFilm(edit, job.log), options, warnings);
+    if (!job.json.empty()) deliver_bytes(job.json, findings_document(findings));
     for (const film::Finding& finding : findings)
         std::cout << line_of(finding) << '\n';
     std::cout << tally_of(findings) << '\n';
-    keep_document();
-    return fails(findings, job.choices.strict) ? exit_failed : exit_done;
+    return fails(findings, job.choices.strict) ? JobResult::found() : exit_done;
 }
 
 void add_options(OptionTable& options, CheckJob& job) {

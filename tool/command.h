@@ -7,6 +7,7 @@
 
 #include "tool/limit_options.h"
 #include "tool/option_table.h"
+#include "tool/tool_error.h"
 
 #include <functional>
 #include <memory>
@@ -18,7 +19,7 @@ namespace tool {
 /// A command with a job of its own: the line fills it by the options, then it is run.
 struct Prepared {
     OptionTable options;
-    std::function<int()> run; ///< the exit status; a failure that nothing was said of is a `JobError`
+    std::function<JobResult()> run; ///< a failure that nothing was said of is a `JobError`
 };
 
 struct Command {
@@ -28,13 +29,14 @@ struct Command {
     Prepared (*prepare)();
 };
 
-template <class Job, void (*add_options)(OptionTable&, Job&), int (*run)(const Job&)> Prepared prepare() {
+/// `run` takes the job, and returns its exit status or a `JobResult`.
+template <class Job, void (*add_options)(OptionTable&, Job&), auto run> Prepared prepare() {
     const auto job = std::make_shared<Job>();
     Prepared prepared;
     add_options(prepared.options, *job);
     const auto limits = std::make_shared<LimitOptions>();
     limits->add_to(prepared.options);
-    prepared.run = [job, limits] {
+    prepared.run = [job, limits]() -> JobResult {
         limits->apply();
         return run(*job);
     };

@@ -30,7 +30,7 @@ public:
     Reader(const Reader&) = delete;
     Reader& operator=(const Reader&) = delete;
 
-    std::function<int()> job() const {
+    std::function<JobResult()> job() const {
         for (const std::function<void()>& take : takes_)
             take();
         for (const std::function<void()>& check : prepared_.options.checks())
@@ -183,7 +183,7 @@ public:
         return at->help(before);
     }
 
-    std::function<int()> job() const {
+    std::function<JobResult()> job() const {
         for (const Leaf& leaf : leaves_)
             if (leaf.parser.parsed()) return leaf.reader.job();
         for (const auto& [group, parser] : groups_)

@@ -6,6 +6,8 @@
 #include "host/os.h"
 #include "quillbrook/cutlist.h"
 #include "tool/command.h"
+#include "tool/cutlist_table.h"
+#include "tool/doubt_pages.h"
 #include "tool/film_check.h"
 #include "tool/list_switches.h"
 #include "tool/log_use.h"
@@ -34,6 +36,7 @@ struct CutlistJob {
     bool neg_cut = false;
     bool frames = false;
     bool prove = false;
+    bool doubts = false;
     std::string log;        ///< the logging table that key numbers come from; empty: the edit's own labels
     LibraryOptions options; ///< wins over all of the above
     Settings settings;
@@ -107,11 +110,18 @@ void check_files(const CutlistJob& job) {
         throw JobError(job.output.report + ": single-layer lists go beside the report; -o has to name a file");
 }
 
-int prove(const CutlistJob& job, const EditPtr& edit) {
+int prove(const CutlistJob& job, const ListedFilm& film) {
     const std::string report = made_at(job.output.report);
     const std::string table = beside_report(report, ".cdb");
-    return prove_lists(report, table, film_of_edit(edit, table, job.log, job.options), job.options,
+    return prove_lists(report, table, film_of_edit(film, table, job.options), job.options,
                        is_stream(job.output.report) ? std::cerr : std::cout);
+}
+
+void list_doubts(const CutlistJob& job, embedded::settings_block options, const film::Findings& findings) {
+    const std::string report = made_at(job.output.report), table = beside_report(report, ".cdb");
+    // Headings count channels as the table does.
+    set_number(options, "chan_num", CutlistTable(table, 1).channel_number());
+    add_doubts({report, table, options, asks_for_frames(job.options, job.frames)}, findings, false);
 }
 
 int run(const CutlistJob& job) {
@@ -121,8 +131,9 @@ int run(const CutlistJob& job) {
     if (!job.log.empty()) receive_tables(job.output.quiet);
     embedded::Warnings warnings;
     const EditPtr edit = open_edit(job.edit, warnings);
+    const ListedFilm film(edit, job.log);
     const film::Findings findings = check_film(
-        edit, check_options(job.edit, job.channel, job.log, job.neg_cut, job.options, job.choices), warnings);
+        film, check_options(job.edit, job.channel, job.log, job.neg_cut, job.options, job.choices), warnings);
     tell_kinds(findings, job.output.quiet, std::cerr);
     if (job.choices.strict && fails(findings, true)) return exit_failed;
 
@@ -140,7 +151,8 @@ int run(const CutlistJob& job) {
     for (const std::string& list : lists_of_earlier_run(job))
         remove_file(list);
     if (!done) throw JobError(job.edit.paths.front() + ": " + subject_of(job) + " holds nothing to list");
-    const int status = job.prove ? prove(job, edit) : exit_done;
+    if (job.doubts) list_doubts(job, options, findings);
+    const int status = job.prove ? prove(job, film) : exit_done;
     deliver(job.output.report);
     return status;
 }
@@ -148,7 +160,7 @@ int run(const CutlistJob& job) {
 void add_options(OptionTable& options, CutlistJob& job) {
     add_edit_input(options, job.edit);
     options.add({output_file(job.output, "The report to write")});
-    add_report_options(options, job.options, job.settings);
+    add_report_options(options, job.options, job.settings, job.doubts);
     options.add({overwrite(job.output, "Replace a report that is there"), force(job.force), quiet(job.output),
                  no_progress(job.output)});
     add_channel_and_log(options, job.channel, job.log);

@@ -3,7 +3,7 @@
 #include "embedded/edit_builder.h"
 #include "embedded/services.h"
 #include "film/log_rows.h"
-#include "tool/listed_edit.h"
+#include "tool/cutlist_table.h"
 #include "tool/open_edit.h"
 #include "tool/open_logs.h"
 #include "tool/option_table.h"
@@ -60,15 +60,27 @@ std::unique_ptr<film::LogRows> open_log_rows(const std::string& table) {
     return std::make_unique<film::LogRows>(rows, film::line_of_first_record(bytes));
 }
 
+namespace {
+
+/// Of the lists that a run with these options prints.
+void take_list_options(const LibraryOptions& library, bool neg_cut, film::CheckOptions& options) {
+    const std::string form = library.value("pull_match_assembly");
+    options.uses.neg_cut = form.empty() ? neg_cut : !library.is_on("pull_match_assembly");
+    const std::string reel = library.value("film_reel");
+    if (!reel.empty()) options.uses.film_reel = std::atoi(reel.c_str());
+    const bool prints_ink = options.uses.kind == sound_kind || !options.uses.neg_cut;
+    const bool goes_by_ink = prints_ink && library.is_on("pull_sort_by_keycode");
+    options.ink = goes_by_ink ? film::InkNeed::all : prints_ink ? film::InkNeed::where_used : film::InkNeed::none;
+}
+
+} // namespace
+
 film::CheckOptions check_options(const EditInput& edit, const ChannelName& channel, const std::string& log,
                                  bool neg_cut, const LibraryOptions& library, const CheckChoices& choices) {
     film::CheckOptions options;
     options.uses.kind = channel.kind;
     options.uses.number = channel.number;
-    options.uses.neg_cut =
-        library.value("pull_match_assembly").empty() ? neg_cut : !library.is_on("pull_match_assembly");
-    const std::string reel = library.value("film_reel");
-    if (!reel.empty()) options.uses.film_reel = std::atoi(reel.c_str());
+    take_list_options(library, neg_cut, options);
     options.edit_file = edit.paths.front();
     options.log_file = log;
     options.splice_frames = choices.splice_frames;
@@ -77,13 +89,22 @@ film::CheckOptions check_options(const EditInput& edit, const ChannelName& chann
     return options;
 }
 
-film::Findings check_film(const EditPtr& edit, const film::CheckOptions& options, const embedded::Warnings& warnings) {
-    const auto log = options.log_file.empty() ? nullptr : open_log_rows(options.log_file);
-    const ListedEdit listed(edit);
+film::Findings check_film(const ListedFilm& film, const film::CheckOptions& options,
+                          const embedded::Warnings& warnings) {
     embedded::Warnings all = warnings;
     for (embedded::Warning& warning : embedded::take_warnings_of_copy())
         all.push_back(std::move(warning));
-    return film::check_edit(listed.edit(), options, log.get(), all);
+    return film::check_edit(film.edit(), options, film.log(), all);
+}
+
+film::Findings check_table(const std::string& table, const LibraryOptions& options) {
+    const CutlistTable head(table, 1);
+    film::CheckOptions checked;
+    checked.edit_file = table;
+    if (head.is_sound()) checked.uses.kind = sound_kind;
+    if (head.is_sound()) checked.uses.number = head.channel_number();
+    take_list_options(options, head.parameter("cutlist_type") == "neg-cut", checked);
+    return film::check_table(recdb(wide_path(table), INT_MAX, false), checked);
 }
 
 std::string line_of(const film::Finding& finding) {

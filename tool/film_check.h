@@ -6,6 +6,7 @@
 #include "film/log_rows.h"
 #include "host/edit.h"
 #include "tool/job_parts.h"
+#include "tool/listed_edit.h"
 #include "tool/option_table.h"
 
 #include <iosfwd>
@@ -26,12 +27,31 @@ void add_check_options(OptionTable& options, CheckChoices& choices);
 /// A logging table's rows, read for `film`.
 std::unique_ptr<film::LogRows> open_log_rows(const std::string& table);
 
+/// What lists are made of, opened once for all that looks at it: the edit without its rendered material, and the log.
+class ListedFilm {
+public:
+    /// `log` is empty without one. Throws `JobError`.
+    ListedFilm(const EditPtr& edit, const std::string& log)
+        : listed_(edit), log_(log.empty() ? nullptr : open_log_rows(log)) {}
+
+    const EditPtr& edit() const { return listed_.edit(); }
+    /// Null without one.
+    const film::LogRows* log() const { return log_.get(); }
+
+private:
+    const ListedEdit listed_;
+    const std::unique_ptr<film::LogRows> log_;
+};
+
 /// How a channel is checked, by the options that its lists have.
 film::CheckOptions check_options(const EditInput& edit, const ChannelName& channel, const std::string& log,
                                  bool neg_cut, const LibraryOptions& library, const CheckChoices& choices);
 
 /// What the reader told stands among the findings.
-film::Findings check_film(const EditPtr& edit, const film::CheckOptions& options, const embedded::Warnings& warnings);
+film::Findings check_film(const ListedFilm& film, const film::CheckOptions& options,
+                          const embedded::Warnings& warnings);
+/// What the table alone tells; `options` are those of its lists.
+film::Findings check_table(const std::string& table, const LibraryOptions& options);
 
 /// "wrong: log-overrun: reel.edl: line 12: event 4 of V1 at 240 (00:00:10:00), "name": what; what to do".
 std::string line_of(const film::Finding& finding);

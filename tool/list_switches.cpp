@@ -5,7 +5,7 @@
 namespace tool {
 namespace {
 
-/// A word of a switch, the option that it turns on, and the extension of a file of its own.
+/// A word of a switch, the option of the library that it turns on, and the extension of a file of its own.
 struct ListWord {
     const char* word;
     const char* key;
@@ -13,10 +13,8 @@ struct ListWord {
 };
 
 constexpr ListWord printed_lists[] = {
-    {"rolls", "roll_list", ""},
-    {"pull", "pull_list", ""},
-    {"assembly", "assembly_list", ""},
-    {"opticals", "optical_list", ""},
+    {"rolls", "roll_list", ""},       {"pull", "pull_list", ""}, {"assembly", "assembly_list", ""},
+    {"opticals", "optical_list", ""}, {"doubts", nullptr, ""},
 };
 
 constexpr ListWord single_layer_lists[] = {
@@ -69,12 +67,17 @@ const Word& find_word(const char* option, const Word (&known)[N], const std::str
 
 using Switches = std::map<std::string, std::string>;
 
-void choose_printed(Switches& switches, const std::vector<std::string>& values) {
+void choose_printed(Switches& switches, bool& doubts, const std::vector<std::string>& values) {
     switches["some_lists"] = "1";
     for (const ListWord& list : printed_lists)
-        switches[list.key] = "0";
-    for (const std::string& word : split_words(values))
-        switches[find_word("--lists", printed_lists, word).key] = "1";
+        if (list.key) switches[list.key] = "0";
+    for (const std::string& word : split_words(values)) {
+        const ListWord& list = find_word("--lists", printed_lists, word);
+        if (list.key)
+            switches[list.key] = "1";
+        else
+            doubts = true;
+    }
 }
 
 void choose_single_layer(Switches& switches, const std::vector<std::string>& values) {
@@ -97,9 +100,12 @@ Option word_option(const char* name, const char* value, const char* help, Librar
 
 } // namespace
 
-Option printed_lists_option(LibraryOptions& library) {
-    return word_option("--lists", "LIST,...", "Only these lists: rolls, pull, assembly, opticals", library,
-                       choose_printed);
+Option printed_lists_option(LibraryOptions& library, bool& doubts) {
+    const auto choose = [&library, &doubts](const std::vector<std::string>& values) {
+        choose_printed(library.switches, doubts, values);
+    };
+    return {"--lists", "LIST,...",
+            "Only these lists: rolls, pull, assembly, opticals, and doubts, which is off by default", EachText{choose}};
 }
 
 Option single_layer_option(LibraryOptions& library) {

@@ -8,8 +8,9 @@
 
 namespace tool {
 
-/// --lists of a cutlist.
-Option printed_lists_option(LibraryOptions& library);
+/// --lists of a cutlist. `doubts` is set where the list of missing and doubtful elements is asked for, which the
+/// library doesn't print.
+Option printed_lists_option(LibraryOptions& library, bool& doubts);
 /// --single-layer.
 Option single_layer_option(LibraryOptions& library);
 /// --lists of a changelist. Sets which are on by default.

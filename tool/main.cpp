@@ -25,16 +25,16 @@ struct Runner {
         return tool::exit_done;
     }
     // What a job that fails has written is taken back.
-    int operator()(const std::function<int()>& job) const {
+    int operator()(const std::function<tool::JobResult()>& job) const {
         tool::check_environment();
         tool::tell_unknown_variables();
         embedded::Transaction run;
-        const int status = job();
+        const tool::JobResult result = job();
         std::cout.flush();
         std::string why;
-        if (status == tool::exit_failed || !std::cout) return status;
+        if (!result.keeps_files || !std::cout) return result.status;
         if (!run.commit(&why)) throw tool::JobError(why);
-        return status;
+        return result.status;
     }
 };
 

@@ -48,13 +48,6 @@ void write_to_standard_output(const std::string& bytes) {
     if (!std::cout) throw JobError(std::string("standard output couldn't be written: ") + std::strerror(errno));
 }
 
-std::string work_file(const char* name) {
-    std::error_code trouble;
-    fs::create_directories(embedded::work_directory(), trouble);
-    if (trouble) throw JobError(embedded::work_directory() + ": " + trouble.message());
-    return embedded::work_directory() + '/' + name;
-}
-
 void check_stream(const std::string& path) {
     if (!is_standard_output(path) && access(path.c_str(), W_OK) != 0)
         throw JobError(path + ": " + std::strerror(errno));
@@ -170,6 +163,13 @@ void deliver_bytes(const std::string& path, const std::string& bytes) {
     if (is_standard_output(path)) return write_to_standard_output(bytes);
     std::string why;
     if (!embedded::write_file_whole(path, bytes, &why)) throw JobError(path + ": couldn't be written: " + why);
+}
+
+std::string work_file(const char* name) {
+    std::error_code trouble;
+    fs::create_directories(embedded::work_directory(), trouble);
+    if (trouble) throw JobError(embedded::work_directory() + ": " + trouble.message());
+    return embedded::work_directory() + '/' + name;
 }
 
 std::string plain_copy_of(const std::string& input) {

@@ -23,6 +23,8 @@ void deliver(const std::string& path);
 /// The same for bytes; writes any other file too.
 void deliver_bytes(const std::string& path, const std::string& bytes);
 
+/// A file of that name in the work directory, which is made where it isn't there. Throws `JobError`.
+std::string work_file(const char* name);
 /// The path of a plain file with the bytes of an input: itself, or one in the work directory for standard input, a pipe
 /// or a device.
 std::string plain_copy_of(const std::string& input);

@@ -3,6 +3,8 @@
 #include "quillbrook/cutlist.h"
 #include "tool/command.h"
 #include "tool/cutlist_table.h"
+#include "tool/doubt_pages.h"
+#include "tool/film_check.h"
 #include "tool/log_use.h"
 #include "tool/open_edit.h"
 #include "tool/output_files.h"
@@ -14,6 +16,7 @@
 #include "tool/wrong_file.h"
 
 #include <iostream>
+#include <optional>
 
 namespace tool {
 namespace {
@@ -22,7 +25,8 @@ struct PrintJob {
     std::string table;
     Output output;
     bool prove = false;
-    EditInput edit;  ///< what the report is proved by; without a path the table
+    bool doubts = false;
+    EditInput edit;  ///< what the report is proved by, and what is in doubt; without a path the table
     std::string log; ///< of the edit
     LibraryOptions options;
     Settings settings;
@@ -53,15 +57,28 @@ embedded::Warnings warnings_of(const PrintJob& job) {
     return {job.table + " lists a " + word_of(*kind) + " channel and is printed as " + as};
 }
 
-int prove(const PrintJob& job) {
-    const std::string report = made_at(job.output.report);
-    std::ostream& out = is_stream(job.output.report) ? std::cerr : std::cout;
-    if (job.edit.paths.empty()) return prove_lists(report, job.table, film_of_table(job.table), job.options, out);
+/// The edit that the table was made of, where the line names it, and what its reader told.
+struct EditOfTable {
+    explicit EditOfTable(const PrintJob& job) {
+        if (job.edit.paths.empty()) return;
+        film.emplace(open_edit(job.edit, warnings), job.log);
+    }
+
     embedded::Warnings warnings;
-    const EditPtr edit = open_edit(job.edit, warnings);
-    tell_warnings(warnings, job.output.quiet);
-    const film::Strips strips = film_of_edit(edit, job.table, job.log, job.options);
-    return prove_lists(report, job.table, strips, job.options, out);
+    std::optional<ListedFilm> film;
+};
+
+film::Findings findings_of(const PrintJob& job, const EditOfTable& edit) {
+    if (!edit.film) return check_table(job.table, job.options);
+    const bool neg_cut = CutlistTable(job.table, 1).parameter("cutlist_type") == "neg-cut";
+    const ChannelName channel = channel_of_table(edit.film->edit(), job.table);
+    return check_film(*edit.film, check_options(job.edit, channel, job.log, neg_cut, job.options, {}), edit.warnings);
+}
+
+int prove(const PrintJob& job, const EditOfTable& edit) {
+    std::ostream& out = is_stream(job.output.report) ? std::cerr : std::cout;
+    const film::Strips strips = edit.film ? film_of_edit(*edit.film, job.table, job.options) : film_of_table(job.table);
+    return prove_lists(made_at(job.output.report), job.table, strips, job.options, out);
 }
 
 int run(const PrintJob& job) {
@@ -84,7 +101,12 @@ int run(const PrintJob& job) {
     check_tables_read();
     if (logger.failed()) return exit_failed;
     if (!done) throw JobError(job.table + ": couldn't be printed");
-    const int status = job.prove ? prove(job) : exit_done;
+    const EditOfTable edit(job);
+    tell_warnings(edit.warnings, job.output.quiet);
+    if (job.doubts)
+        add_doubts({made_at(job.output.report), job.table, options, asks_for_frames(job.options, false)},
+                   findings_of(job, edit), !edit.film);
+    const int status = job.prove ? prove(job, edit) : exit_done;
     deliver(job.output.report);
     return status;
 }
@@ -94,20 +116,21 @@ void add_options(OptionTable& options, PrintJob& job) {
         {"CDB", "", "The table (.cdb)", InputFile{job.table}, Needed::yes},
         output_file(job.output, "The report to write"),
     });
-    add_report_options(options, job.options, job.settings);
+    add_report_options(options, job.options, job.settings, job.doubts);
     options.add({overwrite(job.output, "Replace a report that is there"), force(job.force), quiet(job.output),
                  library_switch("--frames", job.options, "edit_units", "1",
                                 "Positions in frames in place of feet and frames")});
     options.add({
         {"--prove", "", "Read the report back and hold it against the film", job.prove},
-        {"--edit", "EDIT", "The edit to prove it by, in place of the table; several edit lists of one programme",
+        {"--edit", "EDIT",
+         "The edit to prove it by, and to list doubts of, in place of the table; several edit lists of one programme",
          InputFiles{job.edit.paths}},
         rate(job.edit.rate, "The rate of the edit"),
         {"--log", "TABLE", "The logging table that the edit's key numbers come from", InputFile{job.log}},
     });
     options.add_check([&job] {
-        if (!job.prove && (!job.edit.paths.empty() || !job.log.empty()))
-            throw UsageError("--edit and --log say what --prove is to go by");
+        if (!job.prove && !job.doubts && (!job.edit.paths.empty() || !job.log.empty()))
+            throw UsageError("--edit and --log say what --prove and the list of doubts are to go by");
         if (job.edit.paths.empty() && !job.log.empty()) throw UsageError("--log needs --edit");
     });
 }

@@ -4,32 +4,18 @@
 #include "film/edit_walk.h"
 #include "film/film_uses.h"
 #include "film/list_proof.h"
-#include "film/log_rows.h"
 #include "host/settings.h"
 #include "tool/cutlist_table.h"
-#include "tool/listed_edit.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
 
 #include <algorithm>
-#include <optional>
 #include <ostream>
 
 namespace tool {
 namespace {
 
 int number_or(const std::string& text, int otherwise) { return text.empty() ? otherwise : std::atoi(text.c_str()); }
-
-/// The channel's place among those of its kind: tables keep its absolute number, as in "A03".
-int place_of_channel(const EditPtr& edit, const CutlistTable& table, const std::string& path) {
-    if (!table.is_sound()) return 1;
-    const std::string text = table.parameter("channel");
-    const std::vector<int> channels = film::channels_of(edit, sound_kind);
-    const auto found =
-        std::find(channels.begin(), channels.end(), number_or(text.substr(std::min<std::size_t>(1, text.size())), -1));
-    if (found == channels.end()) throw JobError(path + ": lists channel " + text + ", which the edit hasn't");
-    return static_cast<int>(found - channels.begin()) + 1;
-}
 
 film::ProofOptions proof_options(const std::string& table, const LibraryOptions& options) {
     film::ProofOptions proof;
@@ -71,20 +57,27 @@ void tell_exceptions(const film::ListProof& proof, std::ostream& out) {
 
 } // namespace
 
-film::Strips film_of_edit(const EditPtr& whole, const std::string& path, const std::string& log,
-                          const LibraryOptions& options) {
+// Tables keep the absolute number of a channel, as in "A03".
+ChannelName channel_of_table(const EditPtr& edit, const std::string& path) {
     const CutlistTable table(path, 1);
-    const ListedEdit listed(whole);
-    const EditPtr& edit = listed.edit();
+    if (!table.is_sound()) return {};
+    const std::string text = table.parameter("channel");
+    const std::vector<int> channels = film::channels_of(edit, sound_kind);
+    const auto found =
+        std::find(channels.begin(), channels.end(), number_or(text.substr(std::min<std::size_t>(1, text.size())), -1));
+    if (found == channels.end()) throw JobError(path + ": lists channel " + text + ", which the edit hasn't");
+    return {sound_kind, static_cast<int>(found - channels.begin()) + 1};
+}
+
+film::Strips film_of_edit(const ListedFilm& film, const std::string& table, const LibraryOptions& options) {
+    const ChannelName channel = channel_of_table(film.edit(), table);
     film::UseOptions use;
-    use.kind = table.is_sound() ? sound_kind : picture_kind;
-    use.number = place_of_channel(edit, table, path);
+    use.kind = channel.kind;
+    use.number = channel.number;
     use.film_reel = number_or(options.value("film_reel"), use.film_reel);
-    use.neg_cut = table.parameter("cutlist_type") == "neg-cut";
-    std::optional<film::LogRows> rows;
-    if (!log.empty()) rows.emplace(recdb(wide_path(log), INT_MAX, false));
-    film::Strips strips = film::uses_of_edit(edit, use, rows ? &*rows : nullptr);
-    if (rows) set_digits(strips, options.value("long_keycode"));
+    use.neg_cut = CutlistTable(table, 1).parameter("cutlist_type") == "neg-cut";
+    film::Strips strips = film::uses_of_edit(film.edit(), use, film.log());
+    if (film.log()) set_digits(strips, options.value("long_keycode"));
     return strips;
 }
 

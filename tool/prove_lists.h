@@ -2,17 +2,17 @@
 // The proof of a printed report for the commands that write one.
 
 #include "film/film_strip.h"
-#include "host/edit.h"
+#include "tool/film_check.h"
 #include "tool/job_parts.h"
 
 #include <iosfwd>
 
 namespace tool {
 
-/// The film that a table's channel needs, by the edit that the table was made of; `log` is empty without one. Throws
-/// `JobError` where the edit has no such channel.
-film::Strips film_of_edit(const EditPtr& edit, const std::string& table, const std::string& log,
-                          const LibraryOptions& options);
+/// The channel of an edit that a table lists. Throws `JobError` where the edit has no such channel.
+ChannelName channel_of_table(const EditPtr& edit, const std::string& table);
+/// The film that a table's channel needs, by the edit that the table was made of. Throws `JobError` as that.
+film::Strips film_of_edit(const ListedFilm& film, const std::string& table, const LibraryOptions& options);
 /// The same by the table alone.
 film::Strips film_of_table(const std::string& table);
 

@@ -38,9 +38,9 @@ void add_log_input(OptionTable& options, LogInput& logs, const char* what) {
     });
 }
 
-void add_report_options(OptionTable& options, LibraryOptions& library, Settings& settings) {
+void add_report_options(OptionTable& options, LibraryOptions& library, Settings& settings, bool& doubts) {
     options.add({
-        printed_lists_option(library),
+        printed_lists_option(library, doubts),
         library_frames("--handles", library, "pull_handle", "Frames to pull at each end beyond what is cut"),
         library_frames("--butt", library, "butt",
                        "Frames apart at which two cuts of a roll still count as re-use; by default 1"),

@@ -16,8 +16,8 @@ void add_edit_input(OptionTable& options, EditInput& edit);
 void add_edit_reading(OptionTable& options, EditInput& edit);
 /// LOG, --rate, --film, --reel.
 void add_log_input(OptionTable& options, LogInput& logs, const char* what);
-/// --lists to --sort-by-key, --set, --config: what the cutlist's reports hold.
-void add_report_options(OptionTable& options, LibraryOptions& library, Settings& settings);
+/// --lists to --sort-by-key, --set, --config: what the cutlist's reports hold. `doubts`: as of `printed_lists_option`.
+void add_report_options(OptionTable& options, LibraryOptions& library, Settings& settings, bool& doubts);
 
 Option output_file(Output& output, const char* what);
 Option overwrite(Output& output, const char* what);

@@ -148,10 +148,39 @@ TEST_F(FilmFindings, FilmWithoutANumberOrARoll) {
     SourceDescription bare = tape("vt1");
     bare.reels.erase({2, 1});
     builder.add_event(v1, event_of(builder.add_source(bare), 0, 48));
-    options.ink_needed = true;
+    options.ink = film::InkNeed::all;
     const Findings found = run();
     EXPECT_THAT(drawn(found), ElementsAre("doubt no-key 0", "doubt no-roll 0", "doubt no-ink 0"));
     EXPECT_EQ(found[0].what, "48 frames of tape vt1 from 01:00:00:00 have no key number");
+}
+
+TEST_F(FilmFindings, InkNumbersAreMissedWhereOthersOfTheRollHaveThem) {
+    SourceDescription inked = keyed("vt1", "KJ1234560100+00"), bare = keyed("vt2", "KJ2222220100+00");
+    inked.ink = LabelDescription{label_t_to_ink_label_t(label_key_35mm_4p), "AA121000+00", {}, {}};
+    SourceDescription other = keyed("vt3", "KJ3333330100+00");
+    other.reels[{2, 1}] = "A002";
+    const auto add = [this](int chan, const SourceDescription& source) {
+        builder.add_event(chan, event_of(builder.add_source(source), 0, 48));
+    };
+    for (const SourceDescription* source : {&inked, &bare, &other})
+        add(v1, *source);
+    const EditPtr edit = builder.finish();
+    const auto check = [&](film::InkNeed need) {
+        options.ink = need;
+        return drawn(film::check_edit(edit, options, nullptr, {}));
+    };
+    EXPECT_THAT(check(film::InkNeed::none), IsEmpty());
+    EXPECT_THAT(check(film::InkNeed::where_used), ElementsAre("doubt no-ink 48")) << "the roll of the first event";
+    EXPECT_THAT(check(film::InkNeed::all), ElementsAre("doubt no-ink 48", "doubt no-ink 96"));
+}
+
+TEST_F(FilmFindings, TellTheRollTapeAndTimecodeOfTheFilm) {
+    play("vt1", 1440 - 48, 77);
+    const Findings found = run({first_minute, second_minute});
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].place.roll, "A002") << "of the film there, not of the row that is listed";
+    EXPECT_EQ(found[0].place.tape, "vt1");
+    EXPECT_EQ(found[0].place.source_timecode, "01:01:00:00");
 }
 
 TEST_F(FilmFindings, ALogRowWithoutARollListsItsTape) {
