@@ -2,6 +2,7 @@
 // What hangs on items: effects, transitions and markers.
 
 #include "formats/otio/otio_source.h"
+#include "formats/timeline/items.h"
 
 #include <string>
 #include <vector>
@@ -23,12 +24,7 @@ void warn_of_effects(const Place& object, const Context& context);
 
 embedded::TransitionDescription read_transition(const Place& transition, const Context& context);
 
-struct Mark {
-    Fraction time; ///< as it stands in the object's own time, or where it came to lie
-    std::string text;
-    int flags = 4;
-};
-
+using timeline::Mark;
 std::vector<Mark> read_markers(const Place& object, const Context& context);
 
 } // namespace formats::otio

@@ -8,28 +8,6 @@
 namespace formats::otio {
 namespace {
 
-/// Of transitions at one cut those of the outermost composition stay.
-void drop_inner_transitions(Items& items, const Context& context) {
-    Items kept;
-    for (std::size_t i = 0; i < items.size();) {
-        std::size_t end = i + 1;
-        while (items[i].is_transition() && end < items.size() && items[end].is_transition())
-            ++end;
-        int outermost = items[i].depth;
-        for (std::size_t j = i; j < end; ++j)
-            outermost = std::min(outermost, items[j].depth);
-        for (; i < end; ++i) {
-            if (items[i].depth == outermost)
-                kept.push_back(std::move(items[i]));
-            else
-                context.warnings->push_back(
-                    {embedded::WarningKind::dropped,
-                     items[i].transition->label + ": left out for the transition around its nest at the same cut"});
-        }
-    }
-    items = std::move(kept);
-}
-
 bool holds_nests(const JsonValue& children) {
     return std::any_of(children.Begin(), children.End(),
                        [](const JsonValue& child) { return is_composition(schema_of(child)); });
@@ -68,7 +46,7 @@ Items Flattener::children(const Place& track, int kind, bool effects_of_gaps) {
     items.reserve(list.Size());
     for (rapidjson::SizeType i = 0; i < list.Size(); ++i)
         add(child_of(track, list[i], i), items);
-    if (holds_nests(list)) drop_inner_transitions(items, context_);
+    if (holds_nests(list)) drop_inner_transitions(items, *context_.warnings);
     return items;
 }
 
@@ -227,16 +205,8 @@ void Flattener::splice(const Place& nest, const Place& track, Items& items) {
                           embedded::WarningKind::replaced);
         from = 0;
     }
-    const Stretch stretch{from, from + taken};
-    content = trimmed(std::move(content), stretch);
-
-    // What follows must not move: where content lacks there is a gap.
-    const Fraction before = std::min(std::max(-from, Fraction(0)), taken);
-    const Fraction missing = taken - before - length_of(content);
-    if (Fraction(0) < before) items.push_back(gap_of(nest, before));
-    for (Item& item : content)
+    for (Item& item : spliced(std::move(content), {from, from + taken}, gap_of(nest, taken).event, depth_))
         items.push_back(std::move(item));
-    if (Fraction(0) < missing) items.push_back(gap_of(nest, missing));
 }
 
 } // namespace formats::otio

@@ -1,32 +1,21 @@
 #pragma once
 // The items of a channel: what tracks, nests and gaps come down to.
-//
-//     | A . . | [ nest: | B . . | C . . | ] | D . . |      a nest of one track is spliced in, trimmed;
-//     | A . . |   B . |   C . .           | | D . . |      one of several is a single event, rendered
 
 #include "formats/otio/otio_details.h"
-#include "host/channel_kinds.h"
+#include "formats/timeline/items.h"
 
-#include <memory>
 #include <unordered_map>
 #include <vector>
 
 namespace formats::otio {
 
-struct Item {
-    enum class Kind { event, black, gap, transition };
-
-    Kind kind = Kind::gap;
-    int depth = 0;                    ///< nests around it
-    embedded::EventDescription event; ///< of black and gaps only length, effects and label count
-    std::vector<Mark> marks;          ///< seconds from the item's start, all inside it
-    std::unique_ptr<embedded::TransitionDescription> transition;
-
-    const Fraction& length() const { return event.duration; }
-    bool is_transition() const { return kind == Kind::transition; }
-};
-
-using Items = std::vector<Item>;
+using timeline::drop_inner_transitions;
+using timeline::Item;
+using timeline::Items;
+using timeline::length_of;
+using timeline::spliced;
+using timeline::Stretch;
+using timeline::trimmed;
 
 /// 0 for kinds that are neither picture nor sound.
 int kind_of_track(const JsonValue& track);
@@ -34,13 +23,6 @@ int kind_of_track(const JsonValue& track);
 std::vector<Place> tracks_of_kind(const Place& composition, int kind);
 bool has_effects(const Place& object, const Context& context);
 
-struct Stretch {
-    Fraction from, to;
-};
-/// The items between two times, cut at both. A transition stays where its cut lies inside, or at an end of the items
-/// that is left alone.
-Items trimmed(Items items, const Stretch& stretch);
-Fraction length_of(const Items& items);
 /// What of a track's content its own range leaves. A range that meets nothing of it is left out with a warning.
 Stretch stretch_of_track(const Place& track, const Fraction& content, const Context& context);
 

@@ -115,13 +115,6 @@ const RateInfo& LabelMaker::rate_of(const TCInf& given) const {
     return listed && listed->nominal != context.rate->nominal ? *listed : *context.rate;
 }
 
-/// A frame number as a label's sample: timecode turns over each day, so whole days go where it doesn't fit.
-int sample_of(std::int64_t frame, int nominal) {
-    if (frame < std::numeric_limits<int>::min() || frame > std::numeric_limits<int>::max())
-        frame %= std::int64_t{86400} * nominal;
-    return static_cast<int>(frame);
-}
-
 /// Whether a text of its own gave it.
 bool LabelMaker::video(const RateInfo& rate, bool drop) const {
     const label_t type = drop ? rate.drop_timecode : rate.timecode;
@@ -132,7 +125,7 @@ bool LabelMaker::video(const RateInfo& rate, bool drop) const {
         const bool known = media.available && media.available->start;
         const Fraction start = known ? media.available->start->seconds_on(*context.rate) : Fraction(0);
         const std::int64_t frame = (start * rate.rate()).nearest();
-        source.video_timecode = LabelDescription{type, {}, sample_of(frame, rate.nominal), {}};
+        source.video_timecode = LabelDescription{type, {}, timeline::sample_of(frame, rate.nominal), {}};
     }
     if (source.video_timecode) source.video_timecode->rate = rate.rate();
     return given;
@@ -180,48 +173,6 @@ void LabelMaker::film_numbers() const {
     if (ink_kind.empty()) ink_kind = film;
     const std::string ink = fields.text({"inkcode", "Ink Number", false});
     if (!ink.empty()) source.ink = label(edlstr_to_label_type(ink_kind.c_str(), user_label_ink), ink, "ink number");
-}
-
-void append(std::string& key, const std::string& text) { key += std::to_string(text.size()) + ":" + text; }
-
-void append(std::string& key, const Fraction& value) {
-    const Fraction::wide parts[] = {value.num(), value.den()};
-    key.append(reinterpret_cast<const char*>(parts), sizeof parts);
-}
-
-void append(std::string& key, const std::optional<Fraction>& value) {
-    key += value ? 'y' : 'n';
-    if (value) append(key, *value);
-}
-
-void append(std::string& key, const std::optional<LabelDescription>& label) {
-    key += label ? 'y' : 'n';
-    if (!label) return;
-    append(key, label->text);
-    key += std::to_string(label->type) + "," + (label->sample ? std::to_string(*label->sample) : "");
-    append(key, label->rate);
-}
-
-std::string key_of(const SourceDescription& source) {
-    std::string key;
-    append(key, source.identity);
-    append(key, source.name);
-    key += source.opens ? 'o' : 'c';
-    key += source.rendered ? 'r' : 'm';
-    key += std::to_string(source.rate ? source.rate->code : 0);
-    append(key, source.film_rate);
-    append(key, source.start_strip);
-    append(key, source.length);
-    for (const auto& [medium, reel] : source.reels) {
-        key += std::to_string(medium.first) + "," + std::to_string(medium.second);
-        append(key, reel);
-    }
-    for (const auto* label :
-         {&source.video_timecode, &source.sound_timecode, &source.timecode_24p, &source.key, &source.ink})
-        append(key, *label);
-    for (const auto* text : {&source.scene, &source.take, &source.description})
-        append(key, *text);
-    return key;
 }
 
 } // namespace
@@ -272,15 +223,10 @@ bool is_rendered(const JsonValue& clip) { return json_truth(json_member(own_meta
 
 std::optional<LabelDescription> label_from_text(const Place& place, const Context& context, label_t type,
                                                 const std::string& text, std::string_view what) {
-    if (type == label_none) {
-        context.warn_dropped(place, "the kind of its " + std::string(what) + " is unknown, so it is left out");
-        return std::nullopt;
-    }
-    LabelPoint point(0, type);
-    point.set_sample(text.c_str());
-    if (point.is_useful() && text.find('\0') == std::string::npos) return LabelDescription{type, text, {}, {}};
-    context.warn_dropped(place, "\"" + text + "\" can't be read as its " + std::string(what));
-    return std::nullopt;
+    std::string fault;
+    std::optional<LabelDescription> label = timeline::label_of_text(type, text, what, fault);
+    if (!label) context.warn_dropped(place, fault);
+    return label;
 }
 
 SourceDescription describe_source(const Place& clip, const Media& media, const Context& context) {
@@ -308,12 +254,6 @@ SourceDescription describe_source(const Place& clip, const Media& media, const C
     // Film is conformed from its numbers: media that is lost still opens from them.
     source.opens = !media.missing() || timed || !source.reels.empty() || source.key || source.ink || media.available;
     return source;
-}
-
-embedded::SourceId Sources::add(SourceDescription source) {
-    const auto [entry, fresh] = known_.try_emplace(key_of(source), 0);
-    if (fresh) entry->second = builder_.add_source(std::move(source));
-    return entry->second;
 }
 
 } // namespace formats::otio

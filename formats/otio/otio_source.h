@@ -3,9 +3,9 @@
 
 #include "embedded/edit_builder.h"
 #include "formats/otio/otio_time.h"
+#include "formats/timeline/sources.h"
 
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace formats::otio {
@@ -53,15 +53,6 @@ embedded::SourceDescription describe_source(const Place& clip, const Media& medi
 std::optional<embedded::LabelDescription> label_from_text(const Place& place, const Context& context, label_t type,
                                                           const std::string& text, std::string_view what);
 
-/// Gives the same number to equal sources, so that clips of one medium share it.
-class Sources {
-public:
-    explicit Sources(embedded::EditBuilder& builder) : builder_(builder) {}
-    embedded::SourceId add(embedded::SourceDescription source);
-
-private:
-    embedded::EditBuilder& builder_;
-    std::unordered_map<std::string, embedded::SourceId> known_;
-};
+using timeline::Sources;
 
 } // namespace formats::otio

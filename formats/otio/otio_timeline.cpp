@@ -95,8 +95,6 @@ private:
     Items items_of(const Place& place, const Channel& channel);
     void add_marks_of_track(const Place& track, const Channel& channel, const Stretch& stretch);
     void add_stack_marks();
-    void hand_over(Items items, const Channel& channel);
-    void hand_over(Item& item, const Channel& channel);
 
     const Root& root_;
     const Context& context_;
@@ -132,7 +130,8 @@ void ChannelAdder::add_all() {
 void ChannelAdder::add(const Place& place, Channel channel) {
     Items items = items_of(place, channel);
     if (!window_.open) items = trimmed(std::move(items), window_.stretch);
-    hand_over(std::move(items), channel);
+    timeline::hand_over(std::move(items), {channel.number, channel.subtype == fx_subtype, channel.lowest_listed},
+                        builder_);
 }
 
 Items ChannelAdder::items_of(const Place& place, const Channel& channel) {
@@ -166,32 +165,6 @@ void ChannelAdder::add_stack_marks() {
     if (whole_stack_is_off_) return;
     for (const Mark& mark : read_markers(*root_.stack(), context_))
         if (const auto time = window_.place(mark.time)) builder_.add_stack_cue(cue_at(*time, mark));
-}
-
-void ChannelAdder::hand_over(Items items, const Channel& channel) {
-    Fraction start;
-    for (Item& item : items) {
-        for (const Mark& mark : item.marks)
-            builder_.add_cue(channel.number, embedded::EditBuilder::CueLevel::clip, cue_at(start + mark.time, mark));
-        if (!item.is_transition()) start = start + item.length();
-        hand_over(item, channel);
-    }
-}
-
-void ChannelAdder::hand_over(Item& item, const Channel& channel) {
-    const bool fx = channel.subtype == fx_subtype;
-    embedded::EventDescription& event = item.event;
-    if (item.is_transition()) {
-        builder_.add_transition(channel.number, std::move(*item.transition));
-    } else if (item.kind == Item::Kind::event) {
-        builder_.add_event(channel.number, std::move(event));
-    } else if (fx) {
-        builder_.add_gap(channel.number, event.duration, std::move(event.effects), std::move(event.effect_tracks));
-    } else if (item.kind == Item::Kind::black || channel.lowest_listed) {
-        builder_.add_black(channel.number, event.duration, std::move(event.effects), std::move(event.effect_tracks));
-    } else {
-        builder_.add_gap(channel.number, event.duration);
-    }
 }
 
 } // namespace

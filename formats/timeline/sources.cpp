@@ -1,0 +1,81 @@
+#include "formats/timeline/sources.h"
+
+#include <limits>
+
+namespace formats::timeline {
+namespace {
+
+using embedded::Fraction;
+using embedded::LabelDescription;
+using embedded::SourceDescription;
+
+void append(std::string& key, const std::string& text) { key += std::to_string(text.size()) + ":" + text; }
+
+void append(std::string& key, const Fraction& value) {
+    const Fraction::wide parts[] = {value.num(), value.den()};
+    key.append(reinterpret_cast<const char*>(parts), sizeof parts);
+}
+
+void append(std::string& key, const std::optional<Fraction>& value) {
+    key += value ? 'y' : 'n';
+    if (value) append(key, *value);
+}
+
+void append(std::string& key, const std::optional<LabelDescription>& label) {
+    key += label ? 'y' : 'n';
+    if (!label) return;
+    append(key, label->text);
+    key += std::to_string(label->type) + "," + (label->sample ? std::to_string(*label->sample) : "");
+    append(key, label->rate);
+}
+
+std::string key_of(const SourceDescription& source) {
+    std::string key;
+    append(key, source.identity);
+    append(key, source.name);
+    key += source.opens ? 'o' : 'c';
+    key += source.rendered ? 'r' : 'm';
+    key += std::to_string(source.rate ? source.rate->code : 0);
+    append(key, source.film_rate);
+    append(key, source.start_strip);
+    append(key, source.length);
+    for (const auto& [medium, reel] : source.reels) {
+        key += std::to_string(medium.first) + "," + std::to_string(medium.second);
+        append(key, reel);
+    }
+    for (const auto* label :
+         {&source.video_timecode, &source.sound_timecode, &source.timecode_24p, &source.key, &source.ink})
+        append(key, *label);
+    for (const auto* text : {&source.scene, &source.take, &source.description})
+        append(key, *text);
+    return key;
+}
+
+} // namespace
+
+embedded::SourceId Sources::add(SourceDescription source) {
+    const auto [entry, fresh] = known_.try_emplace(key_of(source), 0);
+    if (fresh) entry->second = builder_.add_source(std::move(source));
+    return entry->second;
+}
+
+std::optional<LabelDescription> label_of_text(label_t type, const std::string& text, std::string_view what,
+                                              std::string& fault) {
+    if (type == label_none) {
+        fault = "the kind of its " + std::string(what) + " is unknown, so it is left out";
+        return std::nullopt;
+    }
+    LabelPoint point(0, type);
+    point.set_sample(text.c_str());
+    if (point.is_useful() && text.find('\0') == std::string::npos) return LabelDescription{type, text, {}, {}};
+    fault = "\"" + text + "\" can't be read as its " + std::string(what);
+    return std::nullopt;
+}
+
+int sample_of(std::int64_t frame, int nominal) {
+    if (frame < std::numeric_limits<int>::min() || frame > std::numeric_limits<int>::max())
+        frame %= std::int64_t{86400} * nominal;
+    return static_cast<int>(frame);
+}
+
+} // namespace formats::timeline
