@@ -66,8 +66,9 @@ EditPtr make_table(const EditInput& input, const TableChoices& choices, const Ch
                    const std::string& path, bool quiet) {
     embedded::Warnings warnings;
     const EditPtr edit = open_edit(input, warnings);
+    const ListedFilm film(edit, choices.log);
     const film::Findings findings = check_film(
-        edit, check_options(input, choices.channel, choices.log, choices.neg_cut, choices.options, checks), warnings);
+        film, check_options(input, choices.channel, choices.log, choices.neg_cut, choices.options, checks), warnings);
     tell_kinds(findings, quiet, std::cerr);
     const std::string subject = subject_of(choices.channel, input.paths.front());
     if (checks.strict && fails(findings, true)) throw JobError(subject + ": is in doubt");
