@@ -40,7 +40,7 @@ std::vector<std::string> tables_to_make(const std::vector<std::string>& reels, c
                                         const std::string& folder) {
     std::vector<std::string> tables;
     for (std::size_t i = 0; i < reels.size(); ++i)
-        if (is_edit(reels[i])) tables.push_back(table_name(reels, i, side, folder) + ".cdb");
+        tables.push_back(table_name(reels, i, side, folder) + ".cdb");
     return tables;
 }
 

@@ -34,7 +34,8 @@ void add_cut_options(OptionTable& options, CutTables& cuts);
 /// Whether a reader of edits takes the file; neither tables nor what can't be read are.
 bool is_edit(const std::string& path);
 
-/// Where the tables of those reels go that are edits: "FOLDER/old2-NAME.cdb" for the second reel.
+/// Where the tables of reels go, should these be edits: "FOLDER/old2-NAME.cdb" for the second one. Which are isn't
+/// looked up: outputs are held before any input is read.
 std::vector<std::string> tables_to_make(const std::vector<std::string>& reels, const CutSide& side,
                                         const std::string& folder);
 

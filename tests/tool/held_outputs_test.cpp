@@ -75,7 +75,7 @@ TEST_F(HeldOutputs, EachCommandHoldsAllOfItsOutputsFromTheStart) {
               0);
     EXPECT_EQ(run_during({"changelist", "--old", "pipe", "--new", "old.cdb", "-o", "b.txt", "--json", "b.json",
                           "--lists-dir", "."},
-                         read("old.cdb"), 4,
+                         read("old.cdb"), 6,
                          [&] {
                              refused({"check", "cut.otio", "--json", "b.json"}, "b.json");
                              refused({"print", "old.cdb", "-o", "oldcut__.chg"}, "oldcut__.chg");
