@@ -1,0 +1,80 @@
+#include "film/film_needs.h"
+
+#include "host/ascii_text.h"
+
+#include <algorithm>
+
+namespace film {
+namespace {
+
+/// The number that the film is told by.
+const Count& told_by(const Strip& strip) { return strip.key ? strip.key : strip.timecode; }
+
+/// The frames that a strip shows, in whichever direction.
+FrameRange frames_of(const Count& count, std::int64_t length) {
+    const std::int64_t begin = count.frame_at(0), end = count.frame_at(length - 1);
+    return {std::min(begin, end), std::max(begin, end)};
+}
+
+FrameRange from_with_length(std::int64_t first, std::int64_t length) { return {first, first + length - 1}; }
+
+std::int64_t frame_of(const LabelPoint& point) {
+    return Fraction(point.sample, point.cvt()->samples_per_frame()).floor();
+}
+
+/// Of a log's row: all of it, in frames of film where it has a key number, else of timecode.
+std::optional<FrameRange> take_of(const LogRow& row, const Strip& strip) {
+    if (!strip.key) return from_with_length(row.start, row.end - row.start);
+    if (!row.key.is_useful() || strip.timecode.step == Fraction(0)) return std::nullopt;
+    const Fraction share = strip.key.step / strip.timecode.step;
+    return from_with_length(frame_of(row.key), (Fraction(row.end - row.start) * share).floor());
+}
+
+/// Of an edit's media, from whose first film frame on `source` counts.
+std::optional<FrameRange> take_of(const FilmEvent& event, const Strip& strip) {
+    if (!event.media_frames || !strip.key) return std::nullopt;
+    return from_with_length((strip.key.first - strip.source.first).floor(), *event.media_frames);
+}
+
+std::optional<FrameRange> take_of(const Strip& strip, const EditFilm& film, const LogRows* log) {
+    const LogRow* row = log && strip.log_row >= 0 ? log->row(strip.log_row) : nullptr;
+    if (row) return take_of(*row, strip);
+    const bool known = strip.item >= 0 && static_cast<std::size_t>(strip.item) < film.events.size();
+    return known && !log ? take_of(film.events[static_cast<std::size_t>(strip.item)], strip) : std::nullopt;
+}
+
+FilmRun run_of(const Strip& strip) {
+    const Count& count = told_by(strip);
+    return {ascii::upper_case(strip.key ? strip.rolls.listed : strip.rolls.tape), count.kind, count.prefix,
+            count.perforation};
+}
+
+/// Upper tracks are needed too, whether a list shows them or not.
+bool wants_film(const Strip& strip) { return !strip.black && strip.end > strip.start; }
+
+} // namespace
+
+LabelPoint FilmRun::point_at(std::int64_t frame) const {
+    Count count;
+    count.kind = kind;
+    count.prefix = prefix;
+    count.perforation = perforation;
+    count.first = Fraction(frame);
+    return count.point_at(0);
+}
+
+std::string FilmRun::text_at(std::int64_t frame) const { return point_at(frame).get_string(); }
+
+void add_needs(const EditFilm& film, const LogRows* log, int reel, ReelNeeds& all) {
+    for (const Strip& strip : film.strips) {
+        if (!wants_film(strip)) continue;
+        if (!told_by(strip)) {
+            all.unknown.push_back({reel, strip});
+            continue;
+        }
+        all.needs.push_back(
+            {run_of(strip), frames_of(told_by(strip), strip.length()), take_of(strip, film, log), reel, strip});
+    }
+}
+
+} // namespace film
