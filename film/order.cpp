@@ -7,14 +7,16 @@
 namespace film {
 namespace {
 
-/// How far a need reaches with its handles. They stop at the ends of the take, but what is needed never does.
+/// How far a need reaches with its handles. They stop at the ends of the take, but what is needed never does; a take
+/// that holds nothing of the need gives no handles.
 FrameRange reach_of(const FilmNeed& need, const OrderOptions& options) {
-    FrameRange reach{need.frames.first - options.handles, need.frames.last + options.handles};
-    if (!need.take) return reach;
-    if (options.whole_takes) reach = *need.take;
-    reach.first = std::min(std::max(reach.first, need.take->first), need.frames.first);
-    reach.last = std::max(std::min(reach.last, need.take->last), need.frames.last);
-    return reach;
+    const FrameRange wide{need.frames.first - options.handles, need.frames.last + options.handles};
+    if (!need.take) return wide;
+    if (!need.take->meets(need.frames)) return need.frames;
+    const FrameRange held =
+        options.whole_takes ? *need.take
+                            : FrameRange{std::max(wide.first, need.take->first), std::min(wide.last, need.take->last)};
+    return {std::min(held.first, need.frames.first), std::max(held.last, need.frames.last)};
 }
 
 void extend(FrameRange& range, const FrameRange& other) {

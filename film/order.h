@@ -72,4 +72,7 @@ struct ChangeOrder {
 ChangeOrder change_order(const FilmNeeds& needs, const std::vector<HadPiece>& had, const OrderOptions& options,
                          bool ends_alone);
 
+/// Each frame of the needs lies in one of the pieces at least, those that were had among them.
+OrderProof prove_cover(const OrderPieces& pieces, const std::vector<HadPiece>& had, const FilmNeeds& needs);
+
 } // namespace film

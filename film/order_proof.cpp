@@ -21,6 +21,7 @@ using Runs = std::map<FilmRun, RunFilm>;
 std::vector<FrameRange> allowed_by(const FilmNeed& need, const OrderOptions& options) {
     const FrameRange wide{need.frames.first - options.handles, need.frames.last + options.handles};
     if (!need.take) return {wide};
+    if (!need.take->meets(need.frames)) return {need.frames};
     const FrameRange held =
         options.whole_takes ? *need.take
                             : FrameRange{std::max(wide.first, need.take->first), std::min(wide.last, need.take->last)};
@@ -94,6 +95,22 @@ OrderProof prove_order(const OrderPieces& pieces, const FilmNeeds& needs, const 
     for (auto& [run, film] : runs) {
         std::sort(film.pieces.begin(), film.pieces.end(), by_first);
         check_pieces(run, film, options, proof);
+        check_needs(run, film, proof);
+    }
+    return proof;
+}
+
+OrderProof prove_cover(const OrderPieces& pieces, const std::vector<HadPiece>& had, const FilmNeeds& needs) {
+    Runs runs;
+    for (const OrderPiece& piece : pieces)
+        runs[piece.run].pieces.push_back(piece.frames);
+    for (const HadPiece& piece : had)
+        runs[piece.run].pieces.push_back(piece.frames);
+    for (const FilmNeed& need : needs)
+        runs[need.run].needs.push_back(&need);
+    OrderProof proof;
+    for (auto& [run, film] : runs) {
+        film.pieces = areas_of(std::move(film.pieces), 0);
         check_needs(run, film, proof);
     }
     return proof;

@@ -91,6 +91,10 @@ TEST(Orders, WhatIsNeededBehindTheTakeIsOrderedAllTheSame) {
     EXPECT_THAT(ordered({within(-3, 155, {0, 150})}, handles(8)), ElementsAre("A001 -3-155 needed -3-155"));
 }
 
+TEST(Orders, ATakeThatHoldsNothingOfTheShotGivesNoHandles) {
+    EXPECT_THAT(ordered({within(100, 110, {50, 95})}, handles(8)), ElementsAre("A001 100-110 needed 100-110"));
+}
+
 TEST(Orders, WholeTakesArePulledWhereTheyAreKnown) {
     OrderOptions whole = handles(8);
     whole.whole_takes = true;
@@ -193,7 +197,8 @@ std::set<std::pair<std::string, std::int64_t>> allowed(const FilmNeeds& needs, c
         for (std::int64_t frame = one.frames.first - 200; frame <= one.frames.last + 200; ++frame) {
             const bool needed = one.frames.first <= frame && frame <= one.frames.last;
             const bool near = one.frames.first - options.handles <= frame && frame <= one.frames.last + options.handles;
-            const bool there = !one.take || (one.take->first <= frame && frame <= one.take->last);
+            const bool holds = one.take && one.take->first <= one.frames.last && one.frames.first <= one.take->last;
+            const bool there = !one.take || (holds && one.take->first <= frame && frame <= one.take->last);
             const bool whole = options.whole_takes && one.take && there;
             if (needed || whole || (near && there && !(options.whole_takes && one.take)))
                 frames.insert({one.run.roll, frame});
@@ -205,7 +210,10 @@ RC_GTEST_PROP(Orders, HoldEachNeededFrameOnceAndNothingBeyondHandlesAndJoins, ()
     const FilmNeeds needs = *some_needs();
     const OrderOptions options = some_options();
     const OrderPieces pieces = film::order_of(needs, options);
-    RC_ASSERT(film::prove_order(pieces, needs, options).failures.empty());
+    for (const FilmNeed& one : needs)
+        RC_LOG() << one.frames.first << '-' << one.frames.last << " of "
+                 << (one.take ? std::to_string(one.take->first) + '-' + std::to_string(one.take->last) : "") << '\n';
+    RC_ASSERT(film::prove_order(pieces, needs, options).failures == std::vector<std::string>());
     const auto counts = counted(pieces);
     for (const auto& [frame, count] : counts)
         RC_ASSERT(count == 1);
@@ -230,6 +238,7 @@ RC_GTEST_PROP(ChangeOrders, OfAVersionCoverItWithAllBefore, (bool ends_alone)) {
         const FilmNeeds needs = *some_needs();
         const ChangeOrder order = film::change_order(needs, had, options, ends_alone);
         RC_ASSERT(film::prove_order(order.pieces, order.needs, options).failures.empty());
+        RC_ASSERT(film::prove_cover(order.pieces, had, needs).failures.empty());
         std::set<std::pair<std::string, std::int64_t>> there, wanted;
         for (const FilmNeed& one : needs)
             for (std::int64_t frame = one.frames.first; frame <= one.frames.last; ++frame)

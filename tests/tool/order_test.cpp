@@ -1,0 +1,133 @@
+// "quillbrook order" from outside.
+
+#include "tests/support/project_paths.h"
+#include "tests/tool/tool_process.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+namespace {
+
+class Order : public ToolTest {
+protected:
+    static std::string recut(const std::string& name) { return project_folder() + "/examples/recut/" + name; }
+
+    ToolResult order(const std::vector<std::string>& more) {
+        std::vector<std::string> line{"order", "-o", "order.txt", "--overwrite", "--quiet"};
+        line.insert(line.end(), more.begin(), more.end());
+        return run(line);
+    }
+    std::string ordered(const std::vector<std::string>& more) {
+        const ToolResult result = order(more);
+        EXPECT_EQ(result.status, 0) << result.err;
+        return read("order.txt");
+    }
+    void expect_refused(const std::vector<std::string>& more, const std::string& text) {
+        const std::vector<std::string> before = names();
+        const ToolResult result = order(more);
+        EXPECT_EQ(result.status, 1) << result.out;
+        EXPECT_THAT(result.err, HasSubstr(text));
+        EXPECT_EQ(names(), before);
+    }
+};
+
+TEST_F(Order, HoldsThePiecesOfAllReelsByRoll) {
+    const std::string text = ordered({recut("weir-old-r1.otio"), recut("weir-old-r2.otio"), "--handles", "8"});
+    EXPECT_THAT(text, HasSubstr("ROLL A001  35mm-4p\n"));
+    // Event 1 is 1/2 from KJ102001 1002+00, 96 frames.
+    EXPECT_THAT(text, HasSubstr("    1  KJ1020011001+08  KJ1020011008+07     112  0007+00     8     8 "));
+    EXPECT_THAT(text, HasSubstr("IN ALL  35mm-4p  17 pieces, 1911 frames, 0119+07 feet\n"));
+}
+
+TEST_F(Order, ProvesAndSaysSo) {
+    const ToolResult result = order({recut("weir-old-r1.otio"), "--prove"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, "proved: 9 pieces, 919 needed frames\n");
+}
+
+TEST_F(Order, OfATableIsThatOfItsEdit) {
+    const std::string of_edit = ordered({recut("weir-old-r1.otio"), "--handles", "4"});
+    const std::string of_table = ordered({recut("expected/weir-old-r1.cdb"), "--handles", "4"});
+    for (const char* stretch : {"KJ1020011001+12  KJ1020011008+03", "KN6300443101+12  KN6300443108+02"}) {
+        EXPECT_THAT(of_edit, HasSubstr(stretch));
+        EXPECT_THAT(of_table, HasSubstr(stretch));
+    }
+}
+
+TEST_F(Order, AfterARecutIsOnlyWhatWasNotHad) {
+    ordered({recut("weir-old-r1.otio"), recut("weir-old-r2.otio"), "--handles", "8", "--json", "one.json"});
+    const ToolResult result = order({recut("weir-new-r1.otio"), recut("weir-new-r2.otio"), "--handles", "8", "--had",
+                                     "one.json", "--json", "two.json", "--prove"});
+    EXPECT_THAT(result.out, HasSubstr("proved: 3 pieces, "));
+    const std::string text = read("order.txt");
+    EXPECT_THAT(text, HasSubstr("ORDER OF WHAT IS MISSING\n"));
+    EXPECT_THAT(text, HasSubstr("FN4401004001+08  FN4401004005+07"));
+    EXPECT_THAT(text, HasSubstr("  piece 1: one.json: piece 3, A001 KJ1020011201+08 to KJ1020011206+07\n"));
+    EXPECT_THAT(text, HasSubstr("USED BY NO REEL ANY MORE\n  one.json: piece 11: A005 KN6300515101+08 to "));
+    EXPECT_THAT(ordered({recut("weir-new-r1.otio"), recut("weir-new-r2.otio"), "--had", "one.json", "two.json"}),
+                HasSubstr("Nothing is to be pulled."));
+}
+
+TEST_F(Order, OfEndsAloneLeavesWhatIsThere) {
+    ordered({recut("weir-old-r1.otio"), "--handles", "8", "--json", "one.json"});
+    EXPECT_THAT(ordered({recut("weir-new-r1.otio"), "--had", "one.json", "--ends"}),
+                HasSubstr("KJ1020011206+08  KJ1020011206+15"));
+}
+
+TEST_F(Order, OfFilesThatAreNoOrdersIsRefused) {
+    write("cut.json", "{\"format\": \"quillbrook order\", \"version\": 1, \"pieces\": [{\"roll\": \"A\"}]}");
+    expect_refused({recut("weir-old-r1.otio"), "--had", "cut.json"}, "cut.json: piece 1: \"kind\" names no kind");
+    write("newer.json", "{\"format\": \"quillbrook order\", \"version\": 2, \"pieces\": []}");
+    expect_refused({recut("weir-old-r1.otio"), "--had", "newer.json"}, "newer.json: is an order of a newer version, 2");
+    write("other.json", "{\"format\": \"quillbrook changes\"}");
+    expect_refused({recut("weir-old-r1.otio"), "--had", "other.json"}, "other.json: isn't an order");
+    write("half.json", "{\"format\": \"quillbrook or");
+    expect_refused({recut("weir-old-r1.otio"), "--had", "half.json"}, "half.json: isn't an order: line 1, byte ");
+    write("turned.json",
+          "{\"format\": \"quillbrook order\", \"version\": 1, \"pieces\": [{\"roll\": \"A\", \"kind\": \"35mm-4p\", "
+          "\"perforation\": 0, \"first_frame\": 5, \"last_frame\": 4}]}");
+    expect_refused({recut("weir-old-r1.otio"), "--had", "turned.json"},
+                   "turned.json: piece 1: its frames are no stretch");
+}
+
+TEST_F(Order, OfFilmWithoutKeyNumbersGoesByTapeAndTimecode) {
+    write("a.edl", "TITLE: A\n001  VT1 V C 01:00:10:00 01:00:12:00 10:00:00:00 10:00:02:00\n");
+    const std::string text = ordered({"a.edl", "--rate", "24", "--handles", "12"});
+    EXPECT_THAT(text, HasSubstr("ROLL VT1  24fps\n"));
+    EXPECT_THAT(text, HasSubstr("01:00:09:12  01:00:12:11"));
+}
+
+TEST_F(Order, TellsHandlesThatEndWithTheTake) {
+    write("log.ale", "Heading\nFIELD_DELIM\tTABS\nFPS\t24\nFILM_FORMAT\t35mm,4perf\n\nColumn\n"
+                     "Name\tTape\tStart\tEnd\tCamroll\tKN Start\n\nData\n"
+                     "1-1\tVT1\t01:00:10:00\t01:00:20:00\tA7\tKJ 12 3456-1000+00\n");
+    ASSERT_EQ(run({"log", "import", "log.ale", "-o", "log.RDB"}).status, 0);
+    write("a.edl", "TITLE: A\n001  VT1 V C 01:00:10:04 01:00:12:00 10:00:00:00 10:00:01:20\n");
+    const std::string text =
+        ordered({"a.edl", "--rate", "24", "--log", "log.RDB", "--handles", "8", "--min-handles", "6"});
+    EXPECT_THAT(text, HasSubstr("KJ1234561000+00  KJ1234561003+07      56  0003+08  4 short     8           0"));
+}
+
+TEST_F(Order, NamesWhatItCantOrder) {
+    write("none.otio",
+          R"({"OTIO_SCHEMA": "Track.1", "kind": "Video", "children": [{"OTIO_SCHEMA": "Clip.1", "name": "Lost",
+              "source_range": {"OTIO_SCHEMA": "TimeRange.1",
+                "start_time": {"OTIO_SCHEMA": "RationalTime.1", "rate": 24, "value": 0},
+                "duration": {"OTIO_SCHEMA": "RationalTime.1", "rate": 24, "value": 10}}}]})");
+    const std::string text = ordered({"none.otio", "--json", "none.json"});
+    EXPECT_THAT(text, HasSubstr("CAN'T BE ORDERED: neither key number nor timecode\n"
+                                "  reel 1, children[0] \"Lost\": frames 0 to 9\n"));
+    EXPECT_THAT(read("none.json"), HasSubstr("\"where\": \"children[0] \\\"Lost\\\"\""));
+}
+
+TEST_F(Order, SortsPiecesAsAsked) {
+    EXPECT_THAT(ordered({recut("weir-new-r1.otio"), "--sort", "edit"}), HasSubstr("    3  A004  FN4401004002+00"));
+    EXPECT_THAT(ordered({recut("weir-new-r1.otio"), "--sort", "scene"}), HasSubstr("    1  A001  KJ1020011002+00"));
+    EXPECT_EQ(order({recut("weir-new-r1.otio"), "--sort", "colour"}).status, 2);
+}
+
+} // namespace

@@ -1,0 +1,259 @@
+// "quillbrook order": what film is to be pulled or scanned for the reels of a programme.
+
+#include "embedded/crc32.h"
+#include "embedded/services.h"
+#include "tool/command.h"
+#include "tool/cut_tables.h"
+#include "tool/cutlist_table.h"
+#include "tool/event_rows.h"
+#include "tool/film_check.h"
+#include "tool/key_values.h"
+#include "tool/open_edit.h"
+#include "tool/order_file.h"
+#include "tool/order_text.h"
+#include "tool/output_files.h"
+#include "tool/run_setup.h"
+#include "tool/shared_options.h"
+#include "tool/tool_logger.h"
+#include "tool/wrong_file.h"
+
+#include <algorithm>
+#include <climits>
+#include <iostream>
+
+namespace tool {
+namespace {
+
+enum class Sorting { roll, scene, edit };
+
+struct OrderJob {
+    EditInput edit; ///< its paths are the reels, edits or tables
+    ChannelName channel;
+    std::string log;
+    Output output;
+    std::optional<std::string> json;
+    std::vector<std::string> had;
+    film::OrderOptions order;
+    bool ends = false;
+    bool prove = false;
+    bool force = false;
+    Sorting sorting = Sorting::roll;
+    LibraryOptions options;
+    Settings settings;
+    CheckChoices checks;
+};
+
+std::vector<std::string> joined(std::vector<std::string> all, const std::vector<std::string>& more) {
+    all.insert(all.end(), more.begin(), more.end());
+    return all;
+}
+
+void check_files(const OrderJob& job) {
+    std::vector<std::string> inputs = joined(job.edit.paths, job.had);
+    if (!job.log.empty()) inputs.push_back(job.log);
+    for (const std::string& input : inputs)
+        check_named_input(input);
+    std::vector<std::string> outputs{job.output.report};
+    check_output("-o", job.output.report, inputs, {});
+    if (job.json) {
+        check_output("--json", *job.json, inputs, outputs);
+        outputs.push_back(*job.json);
+    }
+    hold_outputs(outputs, job.output.overwrite);
+    for (const std::string& input : inputs)
+        check_readable(input);
+    if (!job.log.empty()) check_is_log_table(job.log);
+}
+
+/// A reel's film, and its name.
+struct Reel {
+    film::EditFilm film;
+    std::string name;
+};
+
+Reel reel_of_table(const std::string& path) {
+    check_kind(path, {formats::FileKind::cutlist}, "an edit or a cutlist table (.cdb)");
+    const CutlistTable head(path, 1);
+    if (!head.is_readable()) throw JobError(path + ": couldn't be read");
+    return {film::film_of_table(recdb(wide_path(path), INT_MAX, false)), head.parameter("edit_name")};
+}
+
+Reel reel_of_edit(const OrderJob& job, const std::string& path, const film::LogRows* log) {
+    EditInput input = job.edit;
+    input.paths = {path};
+    embedded::Warnings warnings;
+    const EditPtr edit = open_edit(input, warnings);
+    const ListedFilm film(edit, job.log);
+    const film::CheckOptions check = check_options(input, job.channel, job.log, false, job.options, job.checks);
+    const film::Findings findings = check_film(film, check, warnings);
+    tell_kinds(findings, job.output.quiet, std::cerr);
+    if (job.checks.strict && fails(findings, true)) throw JobError(path + ": is in doubt");
+    return {film::film_of_edit(film.edit(), check.uses, log), narrow(edit->getName())};
+}
+
+OrderInput input_of(const std::string& path, const std::string& name) {
+    std::string bytes;
+    embedded::read_file(path, &bytes, nullptr);
+    return {path, name, embedded::crc32(bytes)};
+}
+
+void add_reels(const OrderJob& job, OrderToTell& order) {
+    const auto log = job.log.empty() ? nullptr : open_log_rows(job.log);
+    film::ReelNeeds all;
+    for (const std::string& path : job.edit.paths) {
+        const bool edit = is_edit(path);
+        const Reel reel = edit ? reel_of_edit(job, path, log.get()) : reel_of_table(path);
+        film::add_needs(reel.film, edit ? log.get() : nullptr, static_cast<int>(order.reels.size()), all);
+        order.reels.push_back(input_of(path, reel.name));
+    }
+    order.all_needs = std::move(all.needs);
+    order.unknown = std::move(all.unknown);
+}
+
+/// By what comes first of each piece.
+bool goes_ahead(const OrderToTell& order, Sorting sorting, const film::OrderPiece& a, const film::OrderPiece& b) {
+    const auto first_use = [&](const film::OrderPiece& piece) {
+        std::pair<int, std::int64_t> first{INT_MAX, 0};
+        for (const std::size_t place : piece.uses)
+            first = std::min(first, {order.needs[place].reel, order.needs[place].strip.start});
+        return first;
+    };
+    const auto scene = [&](const film::OrderPiece& piece) {
+        const film::Strip& strip = order.needs[piece.uses.front()].strip;
+        return std::tie(strip.scene, strip.take, strip.name);
+    };
+    return sorting == Sorting::edit ? first_use(a) < first_use(b) : scene(a) < scene(b);
+}
+
+void sort_pieces(OrderToTell& order, Sorting sorting) {
+    if (sorting == Sorting::roll) return;
+    std::vector<std::size_t> places(order.pieces.size());
+    for (std::size_t i = 0; i < places.size(); ++i)
+        places[i] = i;
+    std::stable_sort(places.begin(), places.end(), [&](std::size_t a, std::size_t b) {
+        return goes_ahead(order, sorting, order.pieces[a], order.pieces[b]);
+    });
+    film::OrderPieces sorted;
+    std::vector<std::size_t> now(places.size());
+    for (const std::size_t place : places) {
+        now[place] = sorted.size();
+        sorted.push_back(std::move(order.pieces[place]));
+    }
+    order.pieces = std::move(sorted);
+    for (film::ChangeOrder::Longer& longer : order.longer)
+        longer.piece = now[longer.piece];
+    std::sort(order.longer.begin(), order.longer.end());
+}
+
+void make_order(const OrderJob& job, OrderToTell& order) {
+    order.options = job.order;
+    order.by_roll = job.sorting == Sorting::roll;
+    order.log = job.log;
+    add_reels(job, order);
+    for (const std::string& path : job.had)
+        read_order(path, order.had, order.had_names);
+    if (job.had.empty()) {
+        order.needs = order.all_needs;
+        order.pieces = film::order_of(order.needs, job.order);
+    } else {
+        film::ChangeOrder change = film::change_order(order.all_needs, order.had, job.order, job.ends);
+        order.needs = std::move(change.needs);
+        order.pieces = std::move(change.pieces);
+        order.longer = std::move(change.longer);
+        order.unused = std::move(change.unused);
+    }
+    sort_pieces(order, job.sorting);
+}
+
+/// The order by itself, and with all that was had.
+int prove(const OrderToTell& order, std::ostream& out) {
+    const film::OrderProof alone = film::prove_order(order.pieces, order.needs, order.options);
+    const film::OrderProof cover = film::prove_cover(order.pieces, order.had, order.all_needs);
+    for (const film::OrderProof* proof : {&alone, &cover})
+        for (const std::string& failure : proof->failures)
+            out << "order: " << one_line(failure) << '\n';
+    if (!alone.failures.empty() || !cover.failures.empty()) return exit_not_proved;
+    out << "proved: " << order.pieces.size() << (order.pieces.size() == 1 ? " piece, " : " pieces, ") << cover.frames
+        << " needed frames" << (order.had.empty() ? "" : ", with what was had") << '\n';
+    return exit_done;
+}
+
+int run(const OrderJob& job) {
+    check_files(job);
+    if (job.force && !job.log.empty()) read_in_spite_of_seals({job.log}, job.output.quiet);
+    apply_settings(job.settings);
+    receive_tables(job.output.quiet);
+    OrderToTell order;
+    make_order(job, order);
+    deliver_bytes(job.output.report, order_text(order));
+    if (job.json) deliver_bytes(*job.json, order_document(order));
+    const bool taken = is_stream(job.output.report) || (job.json && is_stream(*job.json));
+    return job.prove ? prove(order, taken ? std::cerr : std::cout) : exit_done;
+}
+
+constexpr std::pair<const char*, Sorting> sortings[] = {
+    {"roll", Sorting::roll}, {"scene", Sorting::scene}, {"edit", Sorting::edit}};
+
+std::string fault_of_sorting(const std::string& text) {
+    const bool known = std::any_of(std::begin(sortings), std::end(sortings),
+                                   [&](const auto& sorting) { return text == sorting.first; });
+    return known ? "" : "it is none of roll, scene, edit";
+}
+
+void add_pieces(OptionTable& options, OrderJob& job) {
+    constexpr int most = 10000;
+    options.add({
+        {"--handles", "N", "Frames beyond what is needed at each end of a piece",
+         WholeNumber{job.order.handles, 0, most}},
+        {"--min-handles", "M", "Tell handles that are shorter, where a take ends",
+         WholeNumber{job.order.min_handles, 0, most}},
+        {"--join", "N", "Pieces with fewer frames between them become one; by default those that touch",
+         WholeNumber{job.order.join, 0, most}},
+        {"--whole-takes", "", "Pull takes whole, where a log's row or the media tells how far they go",
+         job.order.whole_takes},
+        {"--sort", "BY", "Pieces by roll and number, by scene and take, or in the order of the edit",
+         OneText{[&job](const std::string& text) {
+                     for (const auto& [name, sorting] : sortings)
+                         if (text == name) job.sorting = sorting;
+                 },
+                 "roll", fault_of_sorting}},
+        {"--had", "ORDER", "Earlier orders (--json): order only what they lack", InputFiles{job.had}},
+        {"--ends", "", "Of shots that grew, order only what was added", job.ends},
+    });
+}
+
+void add_options(OptionTable& options, OrderJob& job) {
+    options.add(
+        {{"EDIT", "", "The reels: edits, or their cutlist tables (.cdb)", InputFiles{job.edit.paths}, Needed::yes},
+         output_file(job.output, "The order to write"),
+         {"--json", "FILE", "The order for scripts and for --had", job.json}});
+    add_pieces(options, job);
+    add_channel_and_log(options, job.channel, job.log);
+    add_edit_reading(options, job.edit);
+    options.add({
+        {"--prove", "", "Hold the order against the film that the reels need", job.prove},
+        library_set(job.options, parse_options),
+        host_setting(job.settings),
+        overwrite(job.output, "Replace files that are there"),
+        force(job.force),
+        quiet(job.output),
+    });
+    add_check_options(options, job.checks);
+}
+
+constexpr const char* examples = R"(Examples:
+  quillbrook order r1.otio r2.otio -o order.txt --handles 8 --json order.json --prove
+      what to pull for two reels, by roll and number, with 8 frames more at each end
+  quillbrook order r1.edl --rate 24 --log show.RDB -o order.txt --handles 12 --join 48
+      with numbers from a log; pieces less than two seconds apart are pulled as one
+  quillbrook order new-r1.otio new-r2.otio -o more.txt --handles 8 --had order.json --json more.json
+      after a recut: only what was not had, what is longer now, and what no reel uses any more
+
+Exit status: 0 done, 1 the job failed, 2 wrong usage, 3 the order doesn't prove.)";
+
+} // namespace
+
+extern const Command order_command{"order", "Order the film that the reels of a programme need", examples,
+                                   prepare<OrderJob, add_options, run>};
+
+} // namespace tool

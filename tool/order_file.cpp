@@ -1,0 +1,236 @@
+#include "tool/order_file.h"
+
+#include "embedded/services.h"
+#include "tool/json_writer.h"
+#include "tool/tool_error.h"
+#include "tool/tool_logger.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace tool {
+namespace {
+
+using film::FrameRange;
+using film::OrderPiece;
+
+constexpr int document_version = 1;
+constexpr const char* document_format = "quillbrook order";
+
+void add_once(std::vector<std::string>& all, const std::string& text) {
+    if (!text.empty() && std::find(all.begin(), all.end(), text) == all.end()) all.push_back(text);
+}
+
+std::string joined(const std::vector<std::string>& all) {
+    std::string text;
+    for (const std::string& one : all)
+        text += (text.empty() ? "" : ", ") + one;
+    return text;
+}
+
+/// The timecode of a film frame, by a use of its film; false where that doesn't tell.
+bool find_timecode(const film::Strip& strip, std::int64_t frame, std::string& text) {
+    if (!strip.timecode || (strip.key && strip.key.step == film::Fraction(0))) return false;
+    film::Count count = strip.timecode;
+    count.first = strip.key ? count.first + (film::Fraction(frame) - film::Fraction(strip.key.frame_at(0))) *
+                                                strip.timecode.step / strip.key.step
+                            : film::Fraction(frame);
+    text = count.text_at(0);
+    return true;
+}
+
+std::string hex(std::uint32_t number) {
+    char text[9];
+    std::snprintf(text, sizeof text, "%08X", static_cast<unsigned>(number));
+    return text;
+}
+
+void put_range(JsonWriter& out, const char* first, const char* last, const FrameRange& range) {
+    out.put(first, range.first);
+    out.put(last, range.last);
+}
+
+void put_stretch(JsonWriter& out, const film::FilmRun& run, const FrameRange& frames) {
+    out.put("roll", run.roll);
+    out.put("prefix", run.prefix);
+    out.put("kind", label_type_to_edlstr(run.kind));
+    out.put("perforation", run.perforation);
+    put_range(out, "first_frame", "last_frame", frames);
+}
+
+void put_uses(JsonWriter& out, const OrderToTell& order, const OrderPiece& piece) {
+    out.begin_array("uses");
+    for (const std::size_t place : piece.uses) {
+        const film::FilmNeed& need = order.needs[place];
+        out.begin_object();
+        out.put("reel", need.reel + 1);
+        out.put_if("event", need.strip.event > 0, need.strip.event);
+        out.put("track", need.strip.layer + 1);
+        out.put("position", need.strip.start);
+        out.put("length", need.strip.length());
+        put_range(out, "first_frame", "last_frame", need.frames);
+        out.end_object();
+    }
+    out.end_array();
+}
+
+void put_piece(JsonWriter& out, const OrderToTell& order, const OrderPiece& piece, int number) {
+    const PieceFacts facts = facts_of(order, piece);
+    out.begin_object();
+    out.put("piece", number);
+    put_stretch(out, piece.run, piece.frames);
+    put_range(out, "needed_first", "needed_last", piece.needed);
+    out.put("first", piece.run.text_at(piece.frames.first));
+    out.put("last", piece.run.text_at(piece.frames.last));
+    out.put_if("from_take", facts.from_take >= 0, facts.from_take);
+    out.put_or_null("lab_roll", facts.lab_roll);
+    out.put_or_null("tape", facts.tape);
+    out.put_or_null("timecode_in", facts.timecode_in);
+    out.put_or_null("timecode_out", facts.timecode_out);
+    out.put_or_null("name", facts.names);
+    out.put_or_null("scene", facts.scenes);
+    out.put_or_null("take", facts.takes);
+    put_uses(out, order, piece);
+    out.end_object();
+}
+
+void put_had(JsonWriter& out, const OrderToTell& order) {
+    out.begin_array("longer");
+    for (const film::ChangeOrder::Longer& longer : order.longer) {
+        out.begin_object();
+        out.put("piece", static_cast<std::int64_t>(longer.piece) + 1);
+        out.put("had", order.had_names[longer.had]);
+        out.end_object();
+    }
+    out.end_array();
+    out.begin_array("unused");
+    for (const std::size_t place : order.unused) {
+        out.begin_object();
+        out.put("had", order.had_names[place]);
+        put_stretch(out, order.had[place].run, order.had[place].frames);
+        out.end_object();
+    }
+    out.end_array();
+}
+
+void put_unknown(JsonWriter& out, const OrderToTell& order) {
+    out.begin_array("unknown");
+    for (const film::UnknownFilm& film : order.unknown) {
+        out.begin_object();
+        out.put("reel", film.reel + 1);
+        out.put("where", film.strip.where);
+        out.put("position", film.strip.start);
+        out.put("length", film.strip.length());
+        out.put_or_null("name", film.strip.name);
+        out.end_object();
+    }
+    out.end_array();
+}
+
+void put_head(JsonWriter& out, const OrderToTell& order) {
+    out.put("format", document_format);
+    out.put("version", document_version);
+    out.begin_array("reels");
+    for (const OrderInput& reel : order.reels) {
+        out.begin_object();
+        out.put("file", reel.file);
+        out.put("edit", reel.edit);
+        out.put("crc32", hex(reel.crc32));
+        out.end_object();
+    }
+    out.end_array();
+    out.put_or_null("log", order.log);
+    out.put("handles", order.options.handles);
+    out.put("join", order.options.join);
+}
+
+[[noreturn]] void refuse(const std::string& path, const std::string& what) { throw JobError(path + ": " + what); }
+
+std::int64_t whole_number(const formats::JsonValue& piece, const char* key, const std::string& place) {
+    const formats::JsonValue* value = formats::json_member(piece, key);
+    if (!value || !value->IsInt64()) throw JobError(place + ": \"" + key + "\" isn't a whole number");
+    return value->GetInt64();
+}
+
+/// Frames of an order lie within what labels can count.
+constexpr std::int64_t most_frame = 1'000'000'000;
+
+film::HadPiece piece_of(const formats::JsonValue& value, const std::string& place) {
+    film::HadPiece piece;
+    piece.run.roll = formats::json_string(formats::json_member(value, "roll"));
+    piece.run.prefix = formats::json_string(formats::json_member(value, "prefix"));
+    const std::string kind(formats::json_string(formats::json_member(value, "kind")));
+    piece.run.kind = edlstr_to_label_type(kind.c_str());
+    if (piece.run.kind == label_none) throw JobError(place + ": \"kind\" names no kind of film or timecode");
+    piece.run.perforation =
+        static_cast<int>(std::clamp<std::int64_t>(whole_number(value, "perforation", place), 0, 64));
+    piece.frames = {whole_number(value, "first_frame", place), whole_number(value, "last_frame", place)};
+    if (piece.frames.length() <= 0 || piece.frames.first < -most_frame || piece.frames.last > most_frame)
+        throw JobError(place + ": its frames are no stretch of film");
+    return piece;
+}
+
+} // namespace
+
+PieceFacts facts_of(const OrderToTell& order, const OrderPiece& piece) {
+    PieceFacts facts;
+    std::vector<std::string> labs, tapes, names, scenes, takes, used;
+    for (const std::size_t place : piece.uses) {
+        const film::FilmNeed& need = order.needs[place];
+        add_once(labs, need.strip.rolls.lab);
+        add_once(tapes, need.strip.rolls.tape);
+        add_once(names, need.strip.name);
+        add_once(scenes, need.strip.scene);
+        add_once(takes, need.strip.take);
+        const std::string event =
+            need.strip.event > 0 ? std::to_string(need.strip.event)
+                                 : "V" + std::to_string(need.strip.layer + 1) + ' ' + std::to_string(need.strip.start);
+        add_once(used, (order.reels.size() > 1 ? "R" + std::to_string(need.reel + 1) + ' ' : "") + event);
+        if (need.take && facts.from_take < 0)
+            facts.from_take = std::max<std::int64_t>(piece.frames.first - need.take->first, -1);
+        if (facts.timecode_in.empty() && find_timecode(need.strip, piece.frames.first, facts.timecode_in))
+            find_timecode(need.strip, piece.frames.last + 1, facts.timecode_out);
+    }
+    facts.lab_roll = joined(labs);
+    facts.tape = joined(tapes);
+    facts.names = joined(names);
+    facts.scenes = joined(scenes);
+    facts.takes = joined(takes);
+    facts.used = joined(used);
+    return facts;
+}
+
+std::string order_document(const OrderToTell& order) {
+    JsonWriter out;
+    out.begin_object();
+    put_head(out, order);
+    out.begin_array("pieces");
+    int number = 0;
+    for (const OrderPiece& piece : order.pieces)
+        put_piece(out, order, piece, ++number);
+    out.end_array();
+    put_had(out, order);
+    put_unknown(out, order);
+    out.end_object();
+    return out.document();
+}
+
+void read_order(const std::string& path, std::vector<film::HadPiece>& pieces, std::vector<std::string>& names) {
+    std::string bytes, why;
+    if (!embedded::read_file(path, &bytes, &why)) refuse(path, why);
+    formats::JsonDocument document;
+    if (!document.parse(bytes)) refuse(path, "isn't an order: " + document.error());
+    const formats::JsonValue& root = document.root();
+    if (formats::json_string(formats::json_member(root, "format")) != document_format) refuse(path, "isn't an order");
+    const std::int64_t version = whole_number(root, "version", path);
+    if (version > document_version) refuse(path, "is an order of a newer version, " + std::to_string(version));
+    const formats::JsonValue* all = formats::json_member(root, "pieces");
+    if (!all || !all->IsArray()) refuse(path, "holds no pieces");
+    for (rapidjson::SizeType i = 0; i < all->Size(); ++i) {
+        const std::string name = path + ": piece " + std::to_string(i + 1);
+        pieces.push_back(piece_of((*all)[i], name));
+        names.push_back(name);
+    }
+}
+
+} // namespace tool
