@@ -114,7 +114,7 @@ void Finder::find_optical_errors() {
         event.name = optical.name;
         find(Code::optical_error, Severity::doubt, event, optical.start,
              "optical " + std::to_string(optical.number) + " of " + frames_text(optical.end - optical.start) +
-                 " lies over no event of the lowest track, so it can't be described");
+                 " can't be described: it lies over no event of the lowest track, or another optical has those");
     }
 }
 

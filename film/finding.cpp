@@ -22,7 +22,7 @@ constexpr CodeInfo infos[] = {
     {"no-log-row", "give the log a row that holds these frames, or mend the event's reel or timecode"},
     {"no-ink", "give the shot an ink number"},
     {"no-film", "find the film of this shot by hand"},
-    {"optical-error", "move the effect over events of the lowest track"},
+    {"optical-error", "move the effect over events of the lowest track that no other has"},
     {"used-twice", "order a duplicate of the film, or change one of the two places"},
     {"too-close", "leave more frames between the two, or order a duplicate"},
     {"inexact", "look at the first and last frame by eye before the film is cut"},

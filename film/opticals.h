@@ -16,7 +16,7 @@ struct Optical {
     std::int64_t start = 0, end = 0; ///< of the effect, or of the chain
     std::vector<int> channels;       ///< that an effect draws on; empty for a chain
     std::string name, where;
-    bool error = false; ///< it lies over no event of the lowest track
+    bool error = false; ///< no event of the lowest track is left for it
 };
 
 /// An event of the lowest track, in order.

@@ -1,8 +1,16 @@
 // "quillbrook check" and "quillbrook explain", and what "cutlist" tells of findings, from outside.
 
+#include "tests/support/project_paths.h"
+#include "tests/support/scratch_directory.h"
 #include "tests/tool/tool_process.h"
 
 #include <gmock/gmock.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <regex>
+#include <sstream>
 
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -142,6 +150,65 @@ TEST_F(Check, FilmWithoutANumberIsNoKeyInChanges) {
     EXPECT_EQ(told, 6) << "first and last of three steps";
     EXPECT_THAT(read("c.json"), HasSubstr("\"first_key\": null"));
     EXPECT_THAT(read("c.json"), Not(HasSubstr("\"first_key\": \"")));
+}
+
+/// A row of docs/findings.md: the edit, the code and the places.
+std::string told_row(const std::string& line) {
+    std::vector<std::string> cells;
+    std::istringstream stream(line);
+    for (std::string cell; std::getline(stream, cell, '|');)
+        cells.push_back(cell);
+    if (cells.size() < 5) return {};
+    std::string row = cells[1] + cells[2] + cells[3];
+    row.erase(std::remove(row.begin(), row.end(), '`'), row.end());
+    return row;
+}
+
+std::vector<std::string> rows_in_docs() {
+    const std::string docs = bytes_of_file(project_folder() + "/docs/findings.md");
+    std::istringstream section(docs.substr(docs.find("\n## The examples")));
+    std::vector<std::string> rows;
+    std::string line;
+    while (std::getline(section, line) && line.find("## Files of") == std::string::npos)
+        if (line.rfind("| `", 0) == 0) rows.push_back(told_row(line));
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+/// The rows that the lines of a check make: "V1 0, 48, V2 24" for each code.
+std::vector<std::string> rows_of(const std::string& name, const std::string& out) {
+    static const std::regex form("[a-z]+: ([a-z0-9-]+): .*?(?:event [0-9]+ of )?([VA][0-9]+) at frame ([0-9]+) .*");
+    std::map<std::string, std::pair<std::string, std::string>> places;
+    std::istringstream stream(out);
+    std::smatch found;
+    for (std::string line; std::getline(stream, line);) {
+        if (!std::regex_match(line, found, form)) continue;
+        auto& [text, channel] = places[found[1]];
+        text += (text.empty() ? "" : ", ") + (channel == found[2] ? "" : found[2].str() + " ") + found[3].str();
+        channel = found[2];
+    }
+    std::vector<std::string> rows;
+    for (const auto& [code, place] : places)
+        rows.push_back(" " + name + "  " + code + "  " + place.first + " ");
+    return rows;
+}
+
+TEST_F(Check, FindsInTheExamplesWhatTheDocsExplain) {
+    namespace fs = std::filesystem;
+    const fs::path examples = project_folder() + "/examples";
+    std::vector<std::string> rows;
+    const auto add = [&](const fs::path& edit, std::vector<std::string> line) {
+        line.insert(line.begin(), {"check", edit.string()});
+        const std::vector<std::string> more = rows_of(fs::relative(edit, examples).string(), run(line).out);
+        rows.insert(rows.end(), more.begin(), more.end());
+    };
+    for (const auto& file : fs::recursive_directory_iterator(examples))
+        if (file.path().extension() == ".otio") add(file.path(), {});
+    const fs::path edl = examples / "edl";
+    EXPECT_EQ(run({"log", "import", edl / "days.ale", edl / "night.flx", "-o", "show.RDB"}).status, 0);
+    add(edl / "ferryman.edl", {"--rate", "25", "--log", "show.RDB"});
+    std::sort(rows.begin(), rows.end());
+    EXPECT_EQ(rows, rows_in_docs());
 }
 
 } // namespace
