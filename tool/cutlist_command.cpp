@@ -192,8 +192,8 @@ constexpr const char* examples = R"(Examples:
       an edit list, with its key numbers from a logging table
   zcat reel.otio.gz | quillbrook cutlist - -o - --lists rolls | less
       an edit from standard input, its rolls to standard output; no table is kept
-  quillbrook cutlist pictures.edl titles.edl --rate 25 -o lists/titles.txt --channel V2
-      two edit lists of one programme; the second picture track)";
+  quillbrook cutlist pictures.edl titles.edl --rate 25 -o lists/reel.txt --lists assembly,opticals,doubts
+      two edit lists of one programme, and what of its film no other list shows)";
 
 } // namespace
 
