@@ -1,8 +1,9 @@
 #!/bin/bash
 # How the cost of a whole run grows: instructions (callgrind) and peak memory of the command on edits of 2,500,
 # 5,000 and 9,999 events. Fails where twice the events cost more than 2.2 times the instructions; with opticals,
-# re-use and the single-layer lists the limit is 2.3, as it is of what is found wrong or doubtful of such an edit. Then the
-# same of the changelist of a recut.
+# re-use and the single-layer lists the limit is 2.3, as it is of what is found wrong or doubtful of such an edit, and of the
+# lists with their proof and the list of doubts. Then the same of the changelist of a recut. At 9,999 events what is found and
+# the proof together may cost no more than reading the edit and making its lists.
 # Usage: scripts/bench_growth.sh [BUILD], by default build/release.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -22,6 +23,11 @@ run() { # events, then what runs the command
     fi
     if [ "$kind" = findings ]; then
         "$@" "$build/quillbrook" check "$work/$events-findings.otio"
+        return
+    fi
+    if [ "$kind" = proof ]; then
+        "$@" "$build/quillbrook" cutlist "$work/$events-proof.otio" -o "$work/$events-proof.txt" --overwrite --quiet \
+            --lists rolls,pull,assembly,opticals,doubts --prove
         return
     fi
     [ "$kind" = plain ] || lists=(--single-layer 1,2,3,4)
@@ -46,7 +52,7 @@ measure() { # kind of edit, limit
         case $kind in
         plain) "$build/bench/make_edit" "$events" >"$work/$events-plain.otio" ;;
         opticals) "$build/bench/make_edit" "$events" opticals >"$work/$events-opticals.otio" ;;
-        findings) "$build/bench/make_edit" "$events" opticals >"$work/$events-findings.otio" ;;
+        findings | proof) "$build/bench/make_edit" "$events" opticals >"$work/$events-$kind.otio" ;;
         changes) "$build/bench/make_recut" "$events" "$work/$events-old.cdb" "$work/$events-new.cdb" ;;
         esac
         count=$(instructions "$events")
@@ -61,7 +67,27 @@ measure() { # kind of edit, limit
     done
 }
 
+# Instructions of the functions of one run, with all that they call.
+of_functions() { # names, as one expression
+    callgrind_annotate --inclusive=yes --threshold=100 "$work/calls" 2>/dev/null |
+        awk -v names="$1" '$0 ~ names && !seen[$NF $(NF-1)]++ { gsub(",", "", $1); sum += $1 } END { print sum + 0 }'
+}
+
+measure_share() {
+    local kind=proof lists looks
+    run 9999 valgrind --tool=callgrind --callgrind-out-file="$work/calls" >/dev/null 2>&1
+    lists=$(of_functions ':(tool::open_edit|make_cutlist_from_edit)\\(')
+    looks=$(of_functions ':(tool::check_film|tool::film_of_edit|tool::prove_lists|tool::add_doubts)\\(')
+    echo "lists $lists, findings and proof $looks"
+    if awk -v a="$lists" -v b="$looks" 'BEGIN { exit !(a == 0 || b == 0 || b > a) }'; then
+        echo "what is found and the proof cost more than the lists" >&2
+        exit 1
+    fi
+}
+
 measure plain 2.2
 measure opticals 2.3
 measure findings 2.3
+measure proof 2.3
+measure_share
 measure changes 2.2
