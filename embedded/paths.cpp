@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <memory>
 #include <sys/stat.h>
@@ -40,6 +41,11 @@ public:
     const std::string& path() {
         if (!path_made_) make();
         return chosen_.empty() ? path_ : chosen_;
+    }
+
+    std::string fault() {
+        (void)path();
+        return own_ && own_->error() != 0 ? temporary_folder() + ": " + std::strerror(own_->error()) : "";
     }
 
 private:
@@ -89,6 +95,8 @@ bool ends_a_directory(const LightweightString<wchar_t>& path) { return !path.emp
 void set_work_directory(const std::string& path) { work().choose(path); }
 
 const std::string& work_directory() { return work().path(); }
+
+std::string fault_of_work_directory() { return work().fault(); }
 
 void sweep_work_directories() { sweep_private_folders(temporary_folder(), work_prefix); }
 

@@ -31,6 +31,8 @@ void clear_host_settings();
 /// process below TMPDIR, removed with what it holds at the end of the process.
 void set_work_directory(const std::string& path);
 const std::string& work_directory();
+/// Why a directory of the process couldn't be made, as in "/tmp: No space left on device"; empty where it could.
+std::string fault_of_work_directory();
 /// Removes the own directories of dead processes below TMPDIR.
 void sweep_work_directories();
 /// True of the work directory, links resolved, once it has been made.

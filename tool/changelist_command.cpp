@@ -100,6 +100,8 @@ void check_work_directory() {
     const std::filesystem::path work = embedded::work_directory();
     std::error_code ignored;
     if (!std::filesystem::is_directory(work, ignored)) check_folder(work.parent_path());
+    const std::string fault = embedded::fault_of_work_directory();
+    if (!fault.empty()) throw JobError(fault);
 }
 
 /// The tables of the first reels, which speak for their cuts.

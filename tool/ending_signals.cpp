@@ -27,6 +27,7 @@ void end_cleanly_on(int signal) {
 void leave_nothing_on_signals() {
     for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGPIPE})
         end_cleanly_on(signal);
+    ::signal(SIGXFSZ, SIG_IGN); // the write fails then, and says why
 }
 
 } // namespace tool

@@ -5,6 +5,7 @@
 #include "tool/command_line.h"
 #include "tool/ending_signals.h"
 #include "tool/environment.h"
+#include "tool/standard_streams.h"
 #include "tool/tool_error.h"
 
 #include <cerrno>
@@ -69,6 +70,7 @@ struct Ending {
 } // namespace
 
 int main(int argc, char** argv) {
+    tool::hold_closed_streams();
     tool::leave_nothing_on_signals();
     try {
         const int status = std::visit(Runner{}, tool::parse_command_line(argc, argv));
