@@ -2,19 +2,35 @@
 
 #include <array>
 #include <cstdio>
+#include <cstring>
 #include <fcntl.h>
 #include <sys/random.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
-#include <vector>
 
 namespace embedded {
 namespace {
 
 constexpr std::size_t block_size = 64 * 1024;
+constexpr unsigned private_mode = 0600;
+
+/// On the stack: files are put in place without asking for memory.
+using Block = std::array<char, block_size>;
 
 bool cannot_be_synced(int error) { return error == EINVAL || error == EROFS || error == ENOTSUP; }
+
+/// As many bytes as there are up to a block; -1 where they can't be read.
+ssize_t read_block(int from, Block& block) {
+    std::size_t read = 0;
+    while (read < block.size()) {
+        const ssize_t got = retried([&] { return ::read(from, block.data() + read, block.size() - read); });
+        if (got < 0) return -1;
+        if (got == 0) break;
+        read += static_cast<std::size_t>(got);
+    }
+    return static_cast<ssize_t>(read);
+}
 
 } // namespace
 
@@ -27,7 +43,10 @@ int Descriptor::close() {
 }
 
 Descriptor open_file(const std::string& path, int flags, unsigned mode) {
-    return Descriptor(retried([&] { return ::open(path.c_str(), flags | O_CLOEXEC, mode); }));
+    Descriptor file(retried([&] { return ::open(path.c_str(), flags | O_CLOEXEC, mode); }));
+    // What is ours alone is read again, whatever the umask says.
+    if (file.is_open() && (flags & O_CREAT) != 0 && mode == private_mode) (void)::fchmod(file.number(), mode);
+    return file;
 }
 
 int write_all(int to, const char* bytes, std::size_t count) {
@@ -41,7 +60,7 @@ int write_all(int to, const char* bytes, std::size_t count) {
 }
 
 int copy_all(int from, int to) {
-    std::vector<char> block(block_size);
+    Block block;
     for (;;) {
         const ssize_t got = retried([&] { return ::read(from, block.data(), block.size()); });
         if (got == 0) return 0;
@@ -83,6 +102,17 @@ int remove_file(const std::string& path) {
 bool stands(const std::string& path) {
     struct stat status = {};
     return ::lstat(path.c_str(), &status) == 0;
+}
+
+bool hold_same_bytes(const std::string& a, const std::string& b) {
+    const Descriptor one = open_file(a, O_RDONLY), other = open_file(b, O_RDONLY);
+    Block here, there;
+    for (;;) {
+        const ssize_t got = read_block(one.number(), here);
+        if (got < 0 || got != read_block(other.number(), there)) return false;
+        if (got == 0) return true;
+        if (std::memcmp(here.data(), there.data(), static_cast<std::size_t>(got)) != 0) return false;
+    }
 }
 
 std::string folder_of_path(const std::string& path) {

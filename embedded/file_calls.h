@@ -38,6 +38,7 @@ private:
     int number_;
 };
 
+/// A file that is made with mode 0600 has that mode whatever the umask.
 Descriptor open_file(const std::string& path, int flags, unsigned mode = 0);
 
 // Each gives 0 or the error.
@@ -52,6 +53,8 @@ int rename_file(const std::string& from, const std::string& to);
 int remove_file(const std::string& path);
 
 bool stands(const std::string& path);
+/// False too where one of them can't be read.
+bool hold_same_bytes(const std::string& a, const std::string& b);
 /// The folder that holds a path, without a slash at its end but for the root's; "." for a bare name.
 std::string folder_of_path(const std::string& path);
 std::string name_of_path(const std::string& path);

@@ -72,25 +72,46 @@ int keep(Placing::Kind kind, const std::string& target, const std::string& kept)
 
 } // namespace
 
-std::string Journal::staged_path(const Placing& placing, const std::string& name) const {
-    return (placing.folder.empty() ? folder_ : placing.folder) + '/' + name;
+FileFailure::FileFailure(const std::string& of, int what) noexcept : error(what) {
+    if (what == 0) return;
+    try {
+        path = of;
+    } catch (...) {
+    }
 }
 
-std::string Journal::target_path(const Placing& placing) const {
+Journal::Journal(std::string folder)
+    : folder_(std::move(folder)), path_(folder_ + journal_name), beside_(path_ + "-new") {}
+
+Journal::Way Journal::way_of(const Placing& placing) const {
+    const std::string beside = (placing.folder.empty() ? folder_ : placing.folder) + '/';
     const std::string folder = placing.target_folder.empty() ? folder_of_path(folder_) : placing.target_folder;
-    return (folder == "/" ? "" : folder) + '/' + placing.target;
+    return {placing.kind, placing.staged.empty() ? "" : beside + placing.staged,
+            placing.kept.empty() ? "" : beside + placing.kept, (folder == "/" ? "" : folder) + '/' + placing.target};
 }
 
-FileFailure Journal::keep_former() const {
+void Journal::make_ready() {
+    ways_.clear();
+    std::set<std::string> folders;
     for (const Placing& placing : placings) {
-        const std::string target = target_path(placing);
-        const int error = placing.kept.empty() ? 0 : keep(placing.kind, target, staged_path(placing, placing.kept));
-        if (error != 0) return {target, error};
+        ways_.push_back(way_of(placing));
+        folders.insert(folder_of_path(ways_.back().target));
+    }
+    target_folders_.assign(folders.begin(), folders.end());
+    forward_text_ = text_of(forward);
+    back_text_ = text_of(back);
+}
+
+FileFailure Journal::keep_former() {
+    make_ready();
+    for (const Way& way : ways_) {
+        const int error = way.kept.empty() ? 0 : keep(way.kind, way.target, way.kept);
+        if (error != 0) return {way.target, error};
     }
     return {};
 }
 
-FileFailure Journal::write(char direction) const {
+std::string Journal::text_of(char direction) const {
     std::string bytes;
     put(bytes, mark);
     put(bytes, {&direction, 1});
@@ -101,68 +122,67 @@ FileFailure Journal::write(char direction) const {
              {&placing.folder, &placing.staged, &placing.kept, &placing.target_folder, &placing.target})
             put(bytes, *text);
     }
-    const std::string path = folder_ + journal_name, beside = path + "-new";
-    int error = write_new_file(beside, bytes);
-    if (error == 0) error = rename_file(beside, path);
+    return bytes;
+}
+
+FileFailure Journal::write(const std::string& text) const {
+    int error = write_new_file(beside_, text);
+    if (error == 0) error = rename_file(beside_, path_);
     if (error == 0) error = sync_path(folder_);
-    return {path, error};
+    return {path_, error};
 }
 
 bool Journal::read(char* direction) {
     std::string bytes, text;
-    if (!read_file(folder_ + journal_name, &bytes, nullptr)) return false;
+    if (!read_file(path_, &bytes, nullptr)) return false;
     std::string_view rest(bytes);
     if (!take(rest, &text) || text != mark || !take(rest, &text) || text.size() != 1) return false;
     *direction = text[0];
     for (Placing placing; take(rest, &placing);)
         placings.push_back(placing);
+    make_ready();
     return rest.empty();
 }
 
-FileFailure Journal::begin() const { return write(forward); }
+FileFailure Journal::begin() const { return write(forward_text_); }
 
-int Journal::place(const Placing& placing) const {
-    const std::string target = target_path(placing);
-    if (placing.kind == Placing::Kind::remove) return remove_file(target);
-    const std::string staged = staged_path(placing, placing.staged);
-    if (!stands(staged)) return 0;
-    if (placing.kind == Placing::Kind::rename) return rename_file(staged, target);
-    const int error = pour(staged, target);
-    return error != 0 ? error : remove_file(staged);
+int Journal::place(const Way& way) {
+    if (way.kind == Placing::Kind::remove) return remove_file(way.target);
+    if (!stands(way.staged)) return 0;
+    if (way.kind == Placing::Kind::rename) return rename_file(way.staged, way.target);
+    const int error = pour(way.staged, way.target);
+    return error != 0 ? error : remove_file(way.staged);
 }
 
-int Journal::bring_back(const Placing& placing) const {
-    const std::string target = target_path(placing), kept = staged_path(placing, placing.kept);
-    if (placing.kept.empty()) return stands(staged_path(placing, placing.staged)) ? 0 : remove_file(target);
-    if (!stands(kept)) return 0;
-    return placing.kind == Placing::Kind::pour ? pour(kept, target) : rename_file(kept, target);
+int Journal::bring_back(const Way& way) {
+    if (way.kept.empty()) return stands(way.staged) ? 0 : remove_file(way.target);
+    // What couldn't be replaced is still the former file, and couldn't be replaced by it either.
+    if (!stands(way.kept) || hold_same_bytes(way.kept, way.target)) return 0;
+    return way.kind == Placing::Kind::pour ? pour(way.kept, way.target) : rename_file(way.kept, way.target);
 }
 
 FileFailure Journal::sync_targets() const {
-    std::set<std::string> folders;
-    for (const Placing& placing : placings)
-        folders.insert(folder_of_path(target_path(placing)));
-    for (const std::string& folder : folders)
+    for (const std::string& folder : target_folders_)
         if (const int error = sync_path(folder)) return {folder, error};
     return {};
 }
 
 FileFailure Journal::carry_out() const {
-    for (const Placing& placing : placings)
-        if (const int error = place(placing)) return {target_path(placing), error};
+    for (const Way& way : ways_)
+        if (const int error = place(way)) return {way.target, error};
     return sync_targets();
 }
 
 FileFailure Journal::take_back() const {
-    FileFailure first = write(back);
-    for (const Placing& placing : placings) {
-        const int error = first ? 0 : bring_back(placing);
-        if (error != 0) first = {target_path(placing), error};
+    FileFailure first = write(back_text_);
+    for (const Way& way : ways_) {
+        const int error = first ? 0 : bring_back(way);
+        if (error != 0) first = {way.target, error};
     }
-    return first ? first : sync_targets();
+    return first ? std::move(first) : sync_targets();
 }
 
-FileFailure Journal::end() const { return {folder_, remove_file(folder_ + journal_name)}; }
+FileFailure Journal::end() const { return {folder_, remove_file(path_)}; }
 
 bool has_journal(const std::string& folder) { return stands(folder + journal_name); }
 

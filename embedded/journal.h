@@ -33,18 +33,23 @@ struct FileFailure {
     std::string path;
     int error = 0;
 
+    FileFailure() = default;
+    /// Where there is no memory for the path, without it.
+    FileFailure(const std::string& of, int what) noexcept;
+
     explicit operator bool() const { return error != 0; }
 };
 
 class Journal {
 public:
     /// `folder` holds the new files of most placings and takes the journal.
-    explicit Journal(std::string folder) : folder_(std::move(folder)) {}
+    explicit Journal(std::string folder);
 
     std::vector<Placing> placings;
 
-    /// Keeps the former files, so that `take_back` can bring them back.
-    FileFailure keep_former() const;
+    /// Keeps the former files, so that `take_back` can bring them back. From here on no memory is asked for, as it
+    /// could end between two files.
+    FileFailure keep_former();
     /// From here on the placings count as done.
     FileFailure begin() const;
     /// May be called again however far it got.
@@ -55,15 +60,25 @@ public:
 private:
     friend bool finish_journal(const std::string& folder);
 
-    FileFailure write(char direction) const;
-    bool read(char* direction);
-    std::string staged_path(const Placing& placing, const std::string& name) const;
-    std::string target_path(const Placing& placing) const;
-    FileFailure sync_targets() const;
-    int place(const Placing& placing) const;
-    int bring_back(const Placing& placing) const;
+    /// A placing by full paths.
+    struct Way {
+        Placing::Kind kind;
+        std::string staged, kept, target;
+    };
 
-    std::string folder_;
+    void make_ready();
+    std::string text_of(char direction) const;
+    FileFailure write(const std::string& text) const;
+    bool read(char* direction);
+    Way way_of(const Placing& placing) const;
+    FileFailure sync_targets() const;
+    static int place(const Way& way);
+    static int bring_back(const Way& way);
+
+    std::string folder_, path_, beside_;
+    std::string forward_text_, back_text_;
+    std::vector<Way> ways_;
+    std::vector<std::string> target_folders_;
 };
 
 /// Finishes what the journal of a dead run's folder says, or that of the run's first folder, which a file "journal-at"

@@ -220,14 +220,9 @@ void Transaction::leave_to_next_run() {
 }
 
 FileFailure Transaction::carry_out(Journal& journal) {
-    try {
-        const FileFailure failure = journal.carry_out();
-        if (failure && journal.take_back()) leave_to_next_run();
-        return failure;
-    } catch (...) {
-        leave_to_next_run();
-        throw;
-    }
+    FileFailure failure = journal.carry_out();
+    if (failure && journal.take_back()) leave_to_next_run();
+    return failure;
 }
 
 FileFailure Transaction::place_by_journal(Journal& journal) {
