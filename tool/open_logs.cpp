@@ -95,6 +95,9 @@ void check_table_output(const std::vector<std::string>& inputs, const Output& ou
 void save_log_table(filmdb& table, const Output& output) {
     const unsigned count = table.get_num_records();
     check_row_count(output.report, count);
+    // A new table isn't valid, but counts as badly loaded when something of it couldn't be made.
+    if (table.get_error() == fdb_load_failed)
+        throw JobError(output.report + ": " + one_line(table.get_error_message()));
     table.set_filename(wide_path(made_at(output.report)));
     const int saved = table.save_text();
     check_written();
