@@ -2,7 +2,6 @@
 
 #include "embedded/edit_data.h"
 #include "embedded/edit_store.h"
-#include "embedded/event_layout.h"
 #include "embedded/visible_text.h"
 #include "embedded/warning.h"
 
@@ -14,21 +13,6 @@
 namespace embedded {
 
 namespace {
-
-struct ChannelInMaking {
-    int kind = picture_channel;
-    int subtype = 0;
-    std::vector<ChannelItem> items;
-    std::vector<ChannelCut> cuts;
-
-    bool fx() const { return subtype == chan_fx; }
-};
-
-struct CueInMaking {
-    int channel = -1;
-    int level = 0;
-    CueDescription cue;
-};
 
 float as_float(const Fraction& value) {
     return static_cast<float>(
@@ -122,13 +106,17 @@ void receive_source(SourceDescription& source, Warnings& warnings) {
 
 struct EditBuilder::Impl {
     explicit Impl(EditDescription edit_description)
-        : description(std::move(edit_description)), rate(description.rate ? *description.rate : default_rate()) {}
+        : rate(edit_description.rate ? *edit_description.rate : default_rate()) {
+        recipe.edit = std::move(edit_description);
+        recipe.edit.rate = &rate;
+    }
 
-    EditDescription description;
+    EditRecipe recipe;
+    EditDescription& description = recipe.edit;
+    std::vector<RecipeChannel>& channels = recipe.channels;
+    std::vector<RecipeCue>& cues = recipe.cues;
     const RateInfo& rate;
-    std::vector<ChannelInMaking> channels;
     std::vector<EditPtr> sources;
-    std::vector<CueInMaking> cues;
     Unrender unrender;
     Warnings warnings;
 
@@ -136,11 +124,17 @@ struct EditBuilder::Impl {
         receive(description.name, "edit", warnings);
         receive(description.project, "project", warnings);
     }
-    ChannelInMaking& channel(int number) { return channels.at(static_cast<std::size_t>(number)); }
+    /// The label itself goes where it can't be read.
+    std::optional<LabelStart> readable_label(std::optional<LabelDescription>& label, const std::string& owner) {
+        std::optional<LabelStart> start = label_start(label, owner, warnings);
+        if (!start) label.reset();
+        return start;
+    }
+    RecipeChannel& channel(int number) { return channels.at(static_cast<std::size_t>(number)); }
     Cookie cookie_of_item(const ChannelItem& item) const;
     CelEvent item_event(const LaidEvent& laid, const ChannelItem* item, int number, Sequence& sequence) const;
     CelEvent transition_event(const LaidEvent& laid, const ChannelCut& cut, Sequence& sequence) const;
-    EventFacts facts_of_event(const LaidEvent& laid, const CelEvent& event, const ChannelInMaking& made,
+    EventFacts facts_of_event(const LaidEvent& laid, const CelEvent& event, const RecipeChannel& made,
                               const Sequence& sequence) const;
     CelEvents events_of(int number, Sequence& sequence, std::vector<EventFacts>& facts);
     void add_channels(Sequence& sequence);
@@ -176,7 +170,7 @@ CelEvent EditBuilder::Impl::transition_event(const LaidEvent& laid, const Channe
     return event;
 }
 
-EventFacts EditBuilder::Impl::facts_of_event(const LaidEvent& laid, const CelEvent& event, const ChannelInMaking& made,
+EventFacts EditBuilder::Impl::facts_of_event(const LaidEvent& laid, const CelEvent& event, const RecipeChannel& made,
                                              const Sequence& sequence) const {
     EventFacts facts = facts_of(laid, event);
     if (laid.kind == LaidEvent::Kind::transition) facts.label = made.cuts[laid.index].transition.label;
@@ -189,7 +183,7 @@ EventFacts EditBuilder::Impl::facts_of_event(const LaidEvent& laid, const CelEve
 }
 
 CelEvents EditBuilder::Impl::events_of(int number, Sequence& sequence, std::vector<EventFacts>& facts) {
-    const ChannelInMaking& made = channel(number);
+    const RecipeChannel& made = channel(number);
     const Fraction frame(rate.den, rate.num);
     CelEvents events;
     for (const LaidEvent& laid : made.fx() ? lay_out_effects(made.items, made.cuts, frame, warnings)
@@ -220,12 +214,12 @@ std::unique_ptr<CueList> EditBuilder::Impl::cue_list() const {
     std::vector<std::size_t> order(cues.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     std::stable_sort(order.begin(), order.end(), [this](std::size_t a, std::size_t b) {
-        const CueInMaking &x = cues[a], &y = cues[b];
+        const RecipeCue &x = cues[a], &y = cues[b];
         return x.cue.time == y.cue.time ? x.level < y.level : x.cue.time < y.cue.time;
     });
     std::vector<CueEntry> entries;
     for (const std::size_t place : order) {
-        const CueInMaking& made = cues[place];
+        const RecipeCue& made = cues[place];
         const LightweightString<char> text(made.cue.text.data(), made.cue.text.size());
         entries.push_back({made.cue.time.to_double(), made.channel, entries.size(), {fromUTF8(text), made.cue.flags}});
     }
@@ -237,11 +231,12 @@ std::unique_ptr<Sequence> EditBuilder::Impl::sequence() {
     made->project = description.project;
     made->drop_frame = description.drop_frame;
     made->timecode = own_timecode(description, rate);
-    made->timecode_24p = label_start(description.timecode_24p, "edit \"" + description.name + "\"", warnings);
+    made->timecode_24p = readable_label(description.timecode_24p, "edit \"" + description.name + "\"");
     add_channels(*made);
     made->cues = cue_list();
     made->sources = std::move(sources);
     made->unrender = std::move(unrender);
+    made->recipe = std::move(recipe);
     return made;
 }
 
@@ -272,13 +267,14 @@ SourceId EditBuilder::add_source(SourceDescription source) {
     medium.opens = source.opens;
     medium.rendered = source.rendered;
     const std::string owner = "source \"" + source.name + "\"";
-    medium.reels = std::move(source.reels);
-    medium.video_timecode = label_start(source.video_timecode, owner, impl_->warnings);
-    medium.sound_timecode = label_start(source.sound_timecode, owner, impl_->warnings);
-    medium.timecode_24p = label_start(source.timecode_24p, owner, impl_->warnings);
-    medium.key = label_start(source.key, owner, impl_->warnings);
-    medium.ink = label_start(source.ink, owner, impl_->warnings);
+    medium.reels = source.reels;
+    medium.video_timecode = impl_->readable_label(source.video_timecode, owner);
+    medium.sound_timecode = impl_->readable_label(source.sound_timecode, owner);
+    medium.timecode_24p = impl_->readable_label(source.timecode_24p, owner);
+    medium.key = impl_->readable_label(source.key, owner);
+    medium.ink = impl_->readable_label(source.ink, owner);
     medium.length = source.length;
+    impl_->recipe.sources.push_back(std::move(source));
     impl_->sources.emplace_back() = new Edit(edit.release());
     return static_cast<SourceId>(impl_->sources.size()) - 1;
 }
@@ -301,7 +297,7 @@ void EditBuilder::add_black(int channel, const Fraction& duration, std::vector<E
 
 void EditBuilder::add_gap(int channel, const Fraction& duration, std::vector<EffectDescription> effects,
                           std::vector<int> effect_tracks) {
-    ChannelInMaking& made = impl_->channel(channel);
+    RecipeChannel& made = impl_->channel(channel);
     ChannelItem gap;
     gap.event.duration = duration;
     if (made.fx()) {
@@ -316,7 +312,7 @@ void EditBuilder::add_gap(int channel, const Fraction& duration, std::vector<Eff
 }
 
 void EditBuilder::add_transition(int channel, TransitionDescription transition) {
-    ChannelInMaking& made = impl_->channel(channel);
+    RecipeChannel& made = impl_->channel(channel);
     receive(transition.name, "transition", impl_->warnings);
     make_visible(transition.label);
     made.cuts.push_back({made.items.size(), std::move(transition)});
@@ -324,30 +320,36 @@ void EditBuilder::add_transition(int channel, TransitionDescription transition) 
 
 void EditBuilder::add_cue(int channel, CueLevel level, CueDescription cue) {
     receive(cue.text, "cue", impl_->warnings);
-    impl_->cues.push_back({channel, static_cast<int>(level), std::move(cue)});
+    impl_->cues.push_back({channel, level, std::move(cue)});
 }
 
 void EditBuilder::add_stack_cue(CueDescription cue) {
     receive(cue.text, "cue", impl_->warnings);
-    impl_->cues.push_back({-1, static_cast<int>(CueLevel::stack), std::move(cue)});
+    impl_->cues.push_back({-1, CueLevel::stack, std::move(cue)});
 }
 
 void EditBuilder::set_unrender(Unrender unrender) { impl_->unrender = std::move(unrender); }
 
 EditPtr EditBuilder::finish() {
-    const EditDescription& description = impl_->description;
     auto edit = std::make_unique<Edit::Impl>(impl_->rate);
+    const EditDescription& description = impl_->description;
     EditStore& store = EditStore::get();
     const std::string identity = description.identity.empty() ? "edit:" + description.name : description.identity;
     edit->cookie = cookie_of_edit(identity, store.next_serial());
     edit->name = description.name;
     edit->film_rate = description.film_rate;
     edit->values.set("modification_time", std::to_string(description.modification_time));
-    edit->sequence = impl_->sequence();
+    edit->sequence = impl_->sequence(); // takes the description
     EditPtr finished;
     finished = new Edit(edit.release());
     store.make_current(finished.get());
     return finished;
+}
+
+bool RecipeChannel::fx() const { return subtype == chan_fx; }
+
+const EditRecipe* recipe_of(const EditPtr& edit) {
+    return edit && edit->impl()->sequence ? &edit->impl()->sequence->recipe : nullptr;
 }
 
 const std::vector<EventFacts>& facts_of_channel(const EditPtr& edit, int chan) {

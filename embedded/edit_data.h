@@ -3,6 +3,7 @@
 
 #include "embedded/edit_builder.h"
 #include "embedded/edit_facts.h"
+#include "embedded/edit_recipe.h"
 #include "embedded/services.h"
 #include "embedded/warning.h"
 #include "host/edit.h"
@@ -102,6 +103,7 @@ struct Sequence {
     bool drop_frame = false;
     std::vector<Channel> channels;
     std::vector<std::vector<EventFacts>> facts; ///< by channel
+    EditRecipe recipe;
     std::vector<EffectGraph> graphs;
     std::vector<EditPtr> sources;
     std::unique_ptr<CueList> cues;

@@ -186,4 +186,12 @@ std::string json_to_text(const JsonValue& value) {
     return {buffer.GetString(), buffer.GetSize()};
 }
 
+std::string json_to_lines(const JsonValue& value) {
+    JsonBuffer buffer;
+    rapidjson::PrettyWriter<JsonBuffer, JsonEncoding, JsonEncoding, JsonMemory> writer(buffer);
+    writer.SetIndent(' ', 2);
+    value.Accept(writer);
+    return std::string(buffer.GetString(), buffer.GetSize()) + "\n";
+}
+
 } // namespace formats

@@ -10,6 +10,7 @@
 #include <rapidjson/document.h>
 #include <rapidjson/error/en.h>
 #include <rapidjson/memorystream.h>
+#include <rapidjson/prettywriter.h>
 #include <rapidjson/reader.h>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
@@ -83,5 +84,7 @@ bool json_truth(const JsonValue* value);
 bool json_integer(const JsonValue* value, long long low, long long high, long long* number);
 /// The document as a text that `JsonDocument` reads.
 std::string json_to_text(const JsonValue& value);
+/// The same for people: in lines, indented by two blanks, with a line end behind it.
+std::string json_to_lines(const JsonValue& value);
 
 } // namespace formats

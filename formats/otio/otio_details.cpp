@@ -23,7 +23,9 @@ std::string name_or(const JsonValue& object, std::string_view other) {
 Fraction scalar_of(const Place& effect, Schema schema) {
     if (schema == Schema::freeze_frame) return 0;
     const JsonValue* scalar = json_member(*effect.value, "time_scalar");
-    return scalar ? read_number(effect, *scalar, "\"time_scalar\"", highest_scalar) : Fraction(1);
+    if (!scalar) return 1;
+    return exact_or(own_metadata_of(effect.value), "speed",
+                    read_number(effect, *scalar, "\"time_scalar\"", highest_scalar));
 }
 
 void read_effect(const Place& effect, const Context& context, Effects& effects) {
@@ -85,7 +87,7 @@ void number_wipe(const JsonValue& object, const std::string& type, const std::st
 Fraction offset_of(const Place& transition, std::string_view key, const Context& context) {
     const std::optional<Time> offset = read_time(transition, key);
     if (!offset || offset->value < Fraction(0)) return {};
-    return offset->seconds_on(*context.rate);
+    return exact_or(own_metadata_of(transition.value), key, offset->seconds_on(*context.rate));
 }
 
 std::optional<Mark> read_marker(const Place& marker, const Context& context) {
@@ -97,12 +99,13 @@ std::optional<Mark> read_marker(const Place& marker, const Context& context) {
         context.warn_dropped(marker, "the marker stands nowhere, so it is left out");
         return std::nullopt;
     }
-    Mark mark{range->start->seconds_on(*context.rate), name_or(*marker.value, "comment"), 4};
+    const JsonValue* own = own_metadata_of(marker.value);
+    const Fraction time = exact_or(own, "time", range->start->seconds_on(*context.rate));
+    Mark mark{time, name_or(*marker.value, "comment"), 4, exact_of(own, "offset")};
     long long flags = 0;
     constexpr int least = std::numeric_limits<int>::min();
     constexpr int most = std::numeric_limits<int>::max();
-    if (json_integer(json_member(own_metadata_of(marker.value), "flags"), least, most, &flags))
-        mark.flags = static_cast<int>(flags);
+    if (json_integer(json_member(own, "flags"), least, most, &flags)) mark.flags = static_cast<int>(flags);
     return mark;
 }
 

@@ -92,6 +92,7 @@ Item Flattener::gap_of(const Place& object, const Fraction& length) const {
 
 void Flattener::add_gap(const Place& gap, Items& items) {
     Item item = gap_of(gap, length(gap));
+    item.never_black = json_truth(json_member(own_metadata_of(gap.value), "nothing"));
     if (is_enabled(gap)) {
         Effects effects = read_effects(gap, context_);
         if (on_fx_) {
@@ -107,7 +108,7 @@ void Flattener::add_gap(const Place& gap, Items& items) {
 void Flattener::add_marks(const Place& object, const std::optional<Time>& start, Item& item) {
     const Fraction from = start ? start->seconds_on(*context_.rate) : Fraction(0);
     for (Mark& mark : read_markers(object, context_)) {
-        mark.time = mark.time - from;
+        mark.time = exact_or(mark.offset, mark.time - from);
         if (Fraction(0) <= mark.time && mark.time < item.length()) item.marks.push_back(std::move(mark));
     }
 }

@@ -24,7 +24,8 @@ Fraction Lengths::measure(const Place& item) {
     if (schema != Schema::gap && !is_composition(schema))
         refuse(item, "a child of " + type_name(*item.value) + " can't stand in a composition");
     const std::optional<Range> range = read_range(item, "source_range");
-    if (range && range->duration) return range->duration->seconds_on(*context_.rate);
+    if (range && range->duration)
+        return exact_or(own_metadata_of(item.value), "length", range->duration->seconds_on(*context_.rate));
     if (schema == Schema::gap) return {};
     return schema == Schema::track ? of_children(item) : longest_child(item);
 }

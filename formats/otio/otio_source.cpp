@@ -2,7 +2,7 @@
 
 #include "formats/file_names.h"
 #include "formats/key_number.h"
-#include "formats/otio/otio_metadata.h"
+#include "formats/otio/otio_fields.h"
 #include "host/ascii_text.h"
 
 #include <algorithm>
@@ -13,17 +13,6 @@ namespace {
 
 using embedded::LabelDescription;
 using embedded::SourceDescription;
-
-struct ReelField {
-    std::pair<int, int> medium;
-    FieldName name;
-};
-
-constexpr ReelField reel_fields[] = {
-    {{1, 2}, {"reel", "Tape", true}},          {{4, 3}, {"snd_reel", "Soundroll", false}},
-    {{15, 1}, {"reel_24p", "", false}},        {{2, 1}, {"cam_reel", "Camroll", false}},
-    {{10, 1}, {"lab_reel", "Labroll", false}}, {{11, 1}, {"comp_reel", "", false}},
-};
 
 bool is_media(Schema schema) {
     return schema == Schema::external_reference || schema == Schema::generator_reference ||
@@ -148,7 +137,9 @@ bool LabelMaker::timecodes() const {
     source.rate = &rate;
     if (!source.film_rate && rate.code == context.rate->code) source.film_rate = context.film_rate;
     const bool marked = fields.text({"timecode", {}, false}).find(';') != std::string::npos;
-    const bool drop = rate.can_drop() && (marked || context.drop_frame || given.drop != 0);
+    const JsonValue* own_drop = fields.own("drop");
+    const bool drop =
+        rate.can_drop() && (own_drop ? json_truth(own_drop) : marked || context.drop_frame || given.drop != 0);
     const bool own_video = video(rate, drop);
     TCInf standard_of_video;
     standard_of_video.rate = rate.code;
@@ -191,6 +182,7 @@ std::optional<Time> Media::length() const {
 
 Media media_of(const Place& clip, const Context& context) {
     Media media;
+    media.own = own_metadata_of(clip.value);
     media.source_range = read_range(clip, "source_range");
     const JsonValue* reference = active_reference(clip, context);
     if (!reference) return media;
@@ -209,14 +201,15 @@ Media media_of(const Place& clip, const Context& context) {
 Fraction length_of_clip(const Place& clip, const Media& media, const Context& context) {
     const std::optional<Time> length = media.length();
     if (!length) refuse(clip, "the clip has no length: neither source_range nor available_range gives one");
-    return length->seconds_on(*context.rate);
+    return exact_or(media.own, "length", length->seconds_on(*context.rate));
 }
 
 Fraction source_in_of(const Media& media, const Context& context) {
     if (!media.source_range || !media.source_range->start) return {};
     const Fraction start = media.source_range->start->seconds_on(*context.rate);
-    if (!media.available || !media.available->start) return start;
-    return start - media.available->start->seconds_on(*context.rate);
+    const Fraction first =
+        media.available && media.available->start ? media.available->start->seconds_on(*context.rate) : Fraction(0);
+    return exact_or(media.own, "source_in", start - first);
 }
 
 bool is_rendered(const JsonValue& clip) { return json_truth(json_member(own_metadata_of(&clip), "rendered")); }
@@ -233,11 +226,13 @@ SourceDescription describe_source(const Place& clip, const Media& media, const C
     SourceDescription source;
     const FieldSource fields(*clip.value, media.reference);
     source.name = shot_name(clip, media);
-    source.identity = url_of(media);
+    source.identity = json_text(fields.own("identity"));
+    if (source.identity.empty()) source.identity = url_of(media);
     if (source.identity.empty()) source.identity = "name:" + source.name;
     source.rendered = is_rendered(*clip.value);
     if (media.available && media.available->duration)
-        source.length = media.available->duration->seconds_on(*context.rate);
+        source.length =
+            exact_or(own_metadata_of(media.reference), "length", media.available->duration->seconds_on(*context.rate));
     source.film_rate = read_rate(clip, fields.own("film_rate"), "\"film_rate\"");
     if (const JsonValue* strip = fields.own("start_strip"))
         source.start_strip = read_number(clip, *strip, "\"start_strip\"", longest_time);
@@ -252,7 +247,8 @@ SourceDescription describe_source(const Place& clip, const Media& media, const C
     source.take = fields.text({"take", "Take", false});
     source.description = fields.text({"description", {}, false});
     // Film is conformed from its numbers: media that is lost still opens from them.
-    source.opens = !media.missing() || timed || !source.reels.empty() || source.key || source.ink || media.available;
+    source.opens = !json_truth(fields.own("lost")) &&
+                   (!media.missing() || timed || !source.reels.empty() || source.key || source.ink || media.available);
     return source;
 }
 

@@ -30,6 +30,7 @@ struct Context {
 
 /// A clip with the medium that it uses.
 struct Media {
+    const JsonValue* own = nullptr;       ///< the clip's own metadata; null where it has none
     const JsonValue* reference = nullptr; ///< null or without type for missing media
     Schema schema = Schema::missing_reference;
     std::optional<Range> available;

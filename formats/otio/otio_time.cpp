@@ -1,5 +1,8 @@
 #include "formats/otio/otio_time.h"
 
+#include "host/ascii_text.h"
+
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
@@ -40,7 +43,41 @@ Time time_at(const Place& place) {
     return {near_whole(value), listed_or_exact(rate), embedded::nearest_rate(rate)};
 }
 
+/// The sign and digits of a text, up to `longest_part` digits.
+std::optional<Fraction::wide> whole_of(std::string_view text) {
+    constexpr std::size_t longest_part = 38;
+    const bool negative = !text.empty() && text.front() == '-';
+    if (negative) text.remove_prefix(1);
+    if (text.empty() || text.size() > longest_part || !std::all_of(text.begin(), text.end(), ascii::is_digit))
+        return std::nullopt;
+    Fraction::wide value = 0;
+    for (const char digit : text)
+        value = value * 10 + (digit - '0');
+    return negative ? -value : value;
+}
+
 } // namespace
+
+std::optional<Fraction> fraction_of_text(std::string_view text) {
+    const std::size_t bar = text.find('/');
+    if (bar == std::string_view::npos) return std::nullopt;
+    const std::optional<Fraction::wide> num = whole_of(text.substr(0, bar)), den = whole_of(text.substr(bar + 1));
+    if (!num || !den || *den <= 0) return std::nullopt;
+    return Fraction(*num, *den);
+}
+
+std::optional<Fraction> exact_of(const JsonValue* own_metadata, std::string_view key) {
+    return fraction_of_text(json_string(json_member(json_object(own_metadata, "exact"), key)));
+}
+
+Fraction exact_or(const std::optional<Fraction>& exact, const Fraction& read) {
+    const Fraction tolerance(1, 1000000);
+    return exact && *exact - read <= tolerance && read - *exact <= tolerance ? *exact : read;
+}
+
+Fraction exact_or(const JsonValue* own_metadata, std::string_view key, const Fraction& read) {
+    return exact_or(exact_of(own_metadata, key), read);
+}
 
 Fraction Time::frames_at(const RateInfo& other) const {
     if (info && info->nominal == other.nominal) return value;
@@ -72,6 +109,10 @@ std::optional<Fraction> read_rate(const Place& place, const JsonValue* value, st
     } else {
         const std::string text = json_text(value);
         if (text.empty()) return std::nullopt;
+        if (const std::optional<Fraction> exact = fraction_of_text(text)) {
+            check_rate(place, exact->to_double(), what);
+            return exact;
+        }
         char* end = nullptr;
         rate = std::strtod(text.c_str(), &end);
         if (*end != '\0') rate = 0;

@@ -37,6 +37,15 @@ std::optional<Time> read_time(const Place& place, std::string_view key);
 std::optional<Range> read_range(const Place& place, std::string_view key);
 /// A rate or film rate that stands as a number or its text; refused unless it is finite and above 0.
 std::optional<Fraction> read_rate(const Place& place, const JsonValue* value, std::string_view what);
+/// Times that no number of a document holds exactly stand beside it as texts "NUM/DEN" of seconds, in an object
+/// `exact` of the own metadata. They make a time exact, and never another one: `read` counts where they are more than a
+/// millionth away from it, as in a document that was changed since.
+Fraction exact_or(const JsonValue* own_metadata, std::string_view key, const Fraction& read);
+Fraction exact_or(const std::optional<Fraction>& exact, const Fraction& read);
+/// What stands there; nothing where it isn't a fraction.
+std::optional<Fraction> exact_of(const JsonValue* own_metadata, std::string_view key);
+/// "NUM/DEN", of numbers of up to 38 digits; nothing for what isn't one.
+std::optional<Fraction> fraction_of_text(std::string_view text);
 /// A finite number within a limit, as a fraction; refused otherwise.
 Fraction read_number(const Place& place, const JsonValue& value, std::string_view what, double limit);
 

@@ -234,6 +234,7 @@ embedded::EditDescription describe_edit(const Root& root, const Context& context
     const std::optional<Time> start = read_time(object, "global_start_time");
     if (start) edit.start_frame = start->frames_at(*context.rate).nearest();
     edit.project = json_text(json_member(own, "project"));
+    edit.identity = json_text(json_member(own, "identity"));
     edit.drop_frame = context.drop_frame && context.rate->can_drop();
     edit.film_rate = context.film_rate;
     const std::string timecode = json_text(json_member(own, "timecode_24p"));

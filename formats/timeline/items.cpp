@@ -40,7 +40,7 @@ void hand_over(Item& item, const Channel& channel, embedded::EditBuilder& builde
         builder.add_event(channel.number, std::move(event));
     } else if (channel.fx) {
         builder.add_gap(channel.number, event.duration, std::move(event.effects), std::move(event.effect_tracks));
-    } else if (item.kind == Item::Kind::black || channel.gaps_are_black) {
+    } else if (item.kind == Item::Kind::black || (channel.gaps_are_black && !item.never_black)) {
         builder.add_black(channel.number, event.duration, std::move(event.effects), std::move(event.effect_tracks));
     } else {
         builder.add_gap(channel.number, event.duration);

@@ -9,6 +9,7 @@
 #include "host/channel_kinds.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,8 @@ struct Mark {
     Fraction time; ///< seconds, as it stands in the object's own time, or from where its item starts
     std::string text;
     int flags = 4;
+    /// From where its item starts, where a file says that more exactly than the time.
+    std::optional<Fraction> offset = {};
 };
 
 struct Item {
@@ -27,6 +30,7 @@ struct Item {
 
     Kind kind = Kind::gap;
     int depth = 0;                    ///< nests around it
+    bool never_black = false;         ///< a gap that is none where others are
     embedded::EventDescription event; ///< of black and gaps only length, effects and label count
     std::vector<Mark> marks;          ///< seconds from the item's start, all inside it
     std::unique_ptr<embedded::TransitionDescription> transition;
