@@ -1,6 +1,7 @@
 #include "formats/edit_readers.h"
 
 #include "formats/edl/edl_reader.h"
+#include "formats/fcpxml/fcpxml_reader.h"
 #include "formats/otio/otio_reader.h"
 #include "formats/sequence_choice.h"
 #include "host/ascii_text.h"
@@ -21,6 +22,7 @@ ReadResult read_first(const Paths& paths, const ReadOptions& options) {
 constexpr EditReader readers[] = {
     {FileKind::otio, ".otio", false, read_first<read_otio>},
     {FileKind::edl, ".edl", true, read_edl},
+    {FileKind::fcpxml, ".fcpxml", false, read_first<read_fcpxml>},
 };
 
 bool tells_nothing(FileKind kind) {

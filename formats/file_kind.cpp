@@ -110,7 +110,7 @@ constexpr Told told[] = {
     {FileKind::change_document, "the steps of a changelist", ""},
     {FileKind::json, "JSON, but no edit", ""},
     {FileKind::fcp7xml, "FCP 7 XML, which isn't read; export an edit list or OpenTimelineIO", ""},
-    {FileKind::fcpxml, "FCPXML, which isn't read; export an edit list or OpenTimelineIO", ""},
+    {FileKind::fcpxml, "an FCPXML edit", "cutlist"},
     {FileKind::xml, "XML, but no edit", ""},
     {FileKind::aaf, "AAF or another compound file, which isn't read; export an edit list or OpenTimelineIO", ""},
     {FileKind::pdf, "a PDF document", ""},

@@ -1,0 +1,473 @@
+// What items show: media, what was made in the edit, and the content of clips, compound clips and angles.
+
+#include "formats/fcpxml/fcpxml_details.h"
+#include "formats/fcpxml/fcpxml_story.h"
+#include "formats/file_names.h"
+#include "host/ascii_text.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace formats::fcpxml {
+namespace {
+
+using embedded::WarningKind;
+using timeline::Stretch;
+
+/// Items that come of compound clips in compound clips; one that is used ten times in one that is used ten times, and
+/// so on, is refused before it fills the memory.
+constexpr std::size_t most_work = 300'000;
+
+std::string name_or(const Element& element, std::string_view other) {
+    const std::string_view own = element.attribute("name");
+    return std::string(own.empty() ? other : own);
+}
+
+/// Whether all roles of one side of a synchronised clip are switched off.
+bool is_silent(const Element& sync_clip, std::string_view side) {
+    bool off = false;
+    for (const Element source : sync_clip.children()) {
+        if (source.name() != "sync-source" || source.attribute("sourceID") != side) continue;
+        for (const Element role : source.children()) {
+            if (role.name() != "audio-role-source") continue;
+            if (role.attribute("active") != "0") return false;
+            off = true;
+        }
+    }
+    return off;
+}
+
+bool is_enabled_for(const Element& element, bool sound) {
+    const std::string_view enabled = element.attribute("srcEnable");
+    return enabled.empty() || enabled == "all" || enabled == (sound ? "audio" : "video");
+}
+
+/// As long as the longest of its runs.
+Fraction end_of(const Runs& runs, const Fraction& start) {
+    Fraction end = start;
+    for (const Run& run : runs)
+        end = std::max(end, run.end());
+    return end;
+}
+
+Stretch stretch_of(const Span& span) {
+    const Fraction a = span.value, b = span.value_at(span.to);
+    return {std::min(a, b), std::max(a, b)};
+}
+
+} // namespace
+
+int StoryReader::add_shot(Shot shot) {
+    shots_.push_back(std::move(shot));
+    return static_cast<int>(shots_.size()) - 1;
+}
+
+void StoryReader::check_work(const Element& element) const {
+    if (work_ > most_work)
+        refuse(element, "its compound clips hold each other so often that more than " + std::to_string(most_work) +
+                            " items come of them");
+}
+
+/// Of a clip that holds its media, that of the first; it stands in the clip as at home.
+Format StoryReader::media_format_of(const Element& element) const {
+    if (const Asset* asset = context_.asset_of(element)) return asset->format;
+    if (story_of(element) == Story::clip)
+        for (const Element child : element.children())
+            if (const Asset* asset = context_.asset_of(child); asset && lane_of(child) == 0) return asset->format;
+    return context_.format_of(element);
+}
+
+/// The frames a second of what a clip contains.
+std::optional<Fraction> StoryReader::rate_inside(const Element& clip) const {
+    const std::optional<Fraction> conformed = parse_rate(clip.child("conform-rate").attribute("srcFrameRate"));
+    return conformed ? conformed : media_format_of(clip).rate;
+}
+
+Fraction StoryReader::start_of(const Element& element) const {
+    if (const auto start = context_.time(element, "start")) return *start;
+    const Element media = context_.resources.find(element.attribute("ref"));
+    switch (story_of(element)) {
+    case Story::asset_clip:
+    case Story::video:
+    case Story::audio: {
+        const Asset* asset = context_.asset_of(element);
+        return asset ? asset->start : Fraction(0);
+    }
+    case Story::ref_clip:
+        return context_.time(media.child("sequence"), "tcStart").value_or(Fraction(0));
+    case Story::mc_clip:
+        return context_.time(media.child("multicam"), "tcStart").value_or(Fraction(0));
+    default:
+        return 0;
+    }
+}
+
+// Where media and sequence differ in rate, either the frames go one for one, so that the media's time is longer or
+// shorter than the sequence's, or time is time. Rates that count alike go one for one unless it is said otherwise.
+Fraction StoryReader::pace_of(const Element& element, const Level& level) const {
+    const Element conform = element.child("conform-rate");
+    if (conform && conform.attribute("scaleEnabled") == "0") return 1;
+    if (conform) {
+        std::optional<Fraction> rate = parse_rate(conform.attribute("srcFrameRate"));
+        if (!rate) rate = media_format_of(element).rate;
+        if (rate) return context_.true_rate(*rate) / level.rate;
+        if (!sound_) context_.warn(conform, "doesn't tell the rate that it is for; taken as the sequence's");
+        return 1;
+    }
+    const bool is_media = context_.asset_of(element) || story_of(element) == Story::clip;
+    const Format format = is_media && !element.child("timeMap") ? media_format_of(element) : Format();
+    const RateInfo* around = embedded::nearest_rate(level.rate.to_double());
+    const bool alike = format.info && around && format.info->nominal == around->nominal && !format.still;
+    return alike ? context_.true_rate(*format.rate) / level.rate : Fraction(1);
+}
+
+Fraction StoryReader::length_of(const Element& element, const Level& level) {
+    const Element pick = chosen(element);
+    if (!pick) return 0;
+    if (const auto length = context_.length(pick, "duration")) return *length;
+    const Fraction pace = pace_of(pick, level);
+    if (const Asset* asset = context_.asset_of(pick); asset && asset->duration) return *asset->duration * pace;
+    const Story story = story_of(pick);
+    const Content* content = story == Story::ref_clip  ? compound(pick, level)
+                             : story == Story::mc_clip ? angle(pick, level)
+                                                       : nullptr;
+    if (content) return std::max(Fraction(0), (end_of(content->runs, content->start) - start_of(pick)) * pace);
+    if (story == Story::clip || story == Story::sync_clip)
+        return std::max(Fraction(0), (end_of(contained(pick, level).runs, start_of(pick)) - start_of(pick)) * pace);
+    refuse(pick, "has no \"duration\"");
+}
+
+Items StoryReader::content_of(const Element& element, const Clock& clock, const Fraction& length, const Level& level) {
+    Items items;
+    const Story story = story_of(element);
+    const Content* content = nullptr;
+    switch (story) {
+    case Story::asset_clip:
+    case Story::video:
+    case Story::audio:
+        return media(element, clock, length, level);
+    case Story::title:
+        if (!sound_) return made(element, length, "name:" + name_or(element, "title"));
+        break;
+    case Story::clip:
+    case Story::sync_clip:
+        items = nest(element, contained(element, level), clock, length, level);
+        break;
+    case Story::ref_clip:
+        content = is_enabled_for(element, sound_) ? compound(element, level) : nullptr;
+        if (!content && is_enabled_for(element, sound_)) return missing(element, length);
+        break;
+    case Story::mc_clip:
+        content = is_enabled_for(element, sound_) ? angle(element, level) : nullptr;
+        if (!content && is_enabled_for(element, sound_)) return missing(element, length);
+        break;
+    default:
+        break;
+    }
+    if (content) items = nest(element, *content, clock, length, level);
+    if (items.empty()) items.push_back(fcpxml::gap_of(length, place_of(element)));
+    if (story != Story::gap) adopt(element, items);
+    return items;
+}
+
+bool StoryReader::shows(const Element& element, const Asset& asset) const {
+    const Story story = story_of(element);
+    if (!is_enabled_for(element, sound_)) return false;
+    return sound_ ? asset.has_audio && story != Story::video : asset.has_video && story != Story::audio;
+}
+
+bool StoryReader::seen(const Element& element) const {
+    const Story story = story_of(element);
+    if (story == Story::audio || !is_enabled_for(element, false)) return false;
+    if (story == Story::asset_clip) {
+        const Asset* asset = context_.asset_of(element);
+        return !asset || asset->has_video;
+    }
+    if (story != Story::clip) return true;
+    for (const Element child : element.children()) {
+        const Story inner = story_of(child);
+        if (inner == Story::video || inner == Story::spine || inner == Story::title) return true;
+        if ((inner == Story::clip || inner == Story::asset_clip) && seen(child)) return true;
+    }
+    return false;
+}
+
+Items StoryReader::missing(const Element& element, const Fraction& length) {
+    if (!sound_)
+        context_.warn(element,
+                      "refers to \"" + std::string(element.attribute("ref")) +
+                          "\", which isn't there: its media is missing",
+                      WarningKind::replaced);
+    Items items;
+    items.push_back(fcpxml::gap_of(length, place_of(element)));
+    if (sound_) return items;
+    Shot shot;
+    shot.element = element;
+    shot.name = name_or(element, element.attribute("ref"));
+    items[0].kind = Item::Kind::event;
+    items[0].event.source = add_shot(std::move(shot));
+    return items;
+}
+
+Items StoryReader::made(const Element& element, const Fraction& length, const std::string& identity) {
+    Items items;
+    Item& item = items.emplace_back();
+    item.event.duration = length;
+    item.event.label = place_of(element);
+    const std::string_view effect = context_.resources.find(element.attribute("ref")).attribute("name");
+    const std::string name = name_or(element, effect);
+    const auto is_black = [](std::string_view text) { return ascii::same(text, "black") || ascii::same(text, "slug"); };
+    if (is_black(effect) || is_black(name)) {
+        item.kind = Item::Kind::black;
+        return items;
+    }
+    Shot shot;
+    shot.element = element;
+    shot.name = name;
+    shot.made = identity;
+    item.kind = Item::Kind::event;
+    item.event.source = add_shot(std::move(shot));
+    item.event.effects = read_effects(element, context_);
+    return items;
+}
+
+std::vector<Span> StoryReader::spans_of(const Element& element, const Clock& clock, const Fraction& length,
+                                        const Level& level) {
+    const Fraction end = clock.start + length / clock.pace;
+    const Element time_map = element.child("timeMap");
+    if (!time_map) return SpeedMap().spans(clock.start, end);
+    std::string fault;
+    const SpeedMap map = read_speed_map(time_map, context_.scale, fault);
+    if (!sound_ && !fault.empty())
+        context_.warn(element, "its speed map can't be used, so it runs at normal speed: " + fault,
+                      WarningKind::replaced);
+    if (!sound_ && !map.covers(clock.start, end, half_frame(level)))
+        context_.warn(element, "its speed map doesn't reach as far as it does; there it stands still");
+    std::vector<Span> spans = map.spans(clock.start, end, half_frame(level));
+    if (spans.empty()) spans.push_back({clock.start, end, clock.start, 1, false});
+    if (std::none_of(spans.begin(), spans.end(), [](const Span& span) { return span.curved; })) {
+        if (!sound_ && spans.size() > 1)
+            context_.warn(element,
+                          "changes its speed; each of its " + std::to_string(spans.size()) +
+                              " speeds is an event of its own",
+                          WarningKind::note);
+        return spans;
+    }
+    if (!sound_)
+        context_.warn(element,
+                      "changes its speed gradually: it is one event at its mean speed, with an effect for the lab",
+                      WarningKind::replaced);
+    Span whole{clock.start, end, spans.front().value, 0, true};
+    whole.slope = (spans.back().value_at(end) - whole.value) / (end - clock.start);
+    return {whole};
+}
+
+Items StoryReader::media(const Element& element, const Clock& clock, const Fraction& length, const Level& level) {
+    const Asset* asset = context_.asset_of(element);
+    const bool generator = !asset && context_.resources.find(element.attribute("ref")).name() == "effect";
+    if (generator && !sound_) return made(element, length, "name:" + name_or(element, "generator"));
+    Items items;
+    if (generator || (asset ? !shows(element, *asset) : sound_ || story_of(element) == Story::audio)) {
+        items.push_back(fcpxml::gap_of(length, place_of(element)));
+        return items;
+    }
+    if (!asset)
+        context_.warn(element,
+                      "refers to \"" + std::string(element.attribute("ref")) +
+                          "\", which isn't there: its media is missing",
+                      WarningKind::replaced);
+    if (asset && !(asset->start == Fraction(0)) && !element.has_attribute("start") && !sound_ &&
+        story_of(element) == Story::asset_clip)
+        context_.warn(element, "has no \"start\"; taken as the first frame of its media");
+    Shot shot;
+    shot.element = element;
+    shot.asset = asset;
+    shot.name =
+        name_or(element, asset ? (asset->name.empty() ? stem_of(decoded(asset->src)) : asset->name) : std::string());
+    shot.own = {element};
+    shot.drop = element.attribute("tcFormat") == "DF";
+    shot.starts = element.has_attribute("start");
+    const int number = add_shot(std::move(shot));
+    for (const Span& span : spans_of(element, clock, length, level)) {
+        Item& item = items.emplace_back();
+        item.kind = Item::Kind::event;
+        item.event.source = number;
+        item.event.duration = (span.to - span.from) * clock.pace;
+        item.event.source_in = stretch_of(span).from;
+        item.event.speed = span.slope / clock.pace;
+        item.event.label = place_of(element);
+        item.event.effects = read_effects(element, context_);
+        if (span.curved) item.event.effects.push_back({"Variable speed", true, {}});
+    }
+    return items;
+}
+
+// What is said of a clip goes before what is said of its media; what is said of a synchronised clip or one of several
+// angles is of the shot, not of the reel.
+void StoryReader::adopt(const Element& element, Items& items) {
+    const Story story = story_of(element);
+    const bool tells = (story == Story::sync_clip || story == Story::mc_clip) && has_metadata(element);
+    const std::vector<embedded::EffectDescription> effects = read_effects(element, context_);
+    std::unordered_map<int, int> numbers;
+    for (Item& item : items) {
+        if (item.kind != Item::Kind::event) continue;
+        item.event.effects.insert(item.event.effects.end(), effects.begin(), effects.end());
+        const Shot& old = shots_[static_cast<std::size_t>(item.event.source)];
+        const bool direct = story == Story::clip && old.element.parent() == element && old.made.empty();
+        if (!direct && (!tells || !old.made.empty())) continue;
+        const auto [known, fresh] = numbers.try_emplace(item.event.source, 0);
+        if (fresh) {
+            Shot shot = old;
+            (direct ? shot.own : shot.around).push_back(element);
+            if (direct && element.has_attribute("name")) shot.name = element.attribute("name");
+            if (direct && element.has_attribute("tcFormat")) shot.drop = element.attribute("tcFormat") == "DF";
+            known->second = add_shot(std::move(shot));
+        }
+        item.event.source = known->second;
+        if (direct) item.event.label = place_of(element);
+    }
+}
+
+StoryReader::Content StoryReader::contained(const Element& clip, const Level& level) {
+    Level inner;
+    const std::optional<Fraction> rate = rate_inside(clip);
+    inner.rate = rate ? context_.true_rate(*rate) : level.rate;
+    inner.depth = level.depth + 1;
+    inner.own_sound_off = is_silent(clip, "storyline");
+    inner.connected_sound_off = is_silent(clip, "connected");
+    Content content{{}, start_of(clip)};
+    for (const Element child : clip.children()) {
+        const Story story = story_of(child);
+        const bool item = story != Story::none && story != Story::caption && story != Story::transition;
+        if (!item || lane_of(child) != 0) continue;
+        if (story == Story::unknown) {
+            if (!sound_) context_.warn(child, "isn't known here and is left out", WarningKind::dropped);
+            continue;
+        }
+        add_connected(child, context_.time(child, "offset").value_or(Fraction(0)), inner, content.runs);
+    }
+    return content;
+}
+
+const StoryReader::Content* StoryReader::content_of_media(const Element& key, const Element& sequence,
+                                                          const Element& spine, const Level& level) {
+    const auto known = contents_.find(key.number());
+    if (known != contents_.end()) return &known->second;
+    if (!open_.insert(key.number()).second) refuse(key, "holds itself");
+    const Storyline storyline = storyline_of(sequence);
+    Level inner;
+    inner.rate = storyline.rate;
+    inner.depth = level.depth + 1;
+    Content content{{}, storyline.start};
+    add_spine(spine, zero_of(spine, storyline.start), inner, content.runs);
+    open_.erase(key.number());
+    return &contents_.emplace(key.number(), std::move(content)).first->second;
+}
+
+const StoryReader::Content* StoryReader::compound(const Element& ref_clip, const Level& level) {
+    const Element sequence = context_.resources.find(ref_clip.attribute("ref")).child("sequence");
+    if (!sequence) return nullptr;
+    return content_of_media(sequence, sequence, sequence.child("spine"), level);
+}
+
+const StoryReader::Content* StoryReader::angle(const Element& mc_clip, const Level& level) {
+    static const Content nothing;
+    const Element multicam = context_.resources.find(mc_clip.attribute("ref")).child("multicam");
+    if (!multicam) return nullptr;
+    Element source, any;
+    for (const Element child : mc_clip.children()) {
+        if (child.name() != "mc-source") continue;
+        any = child;
+        if (!source && is_enabled_for(child, sound_)) source = child;
+    }
+    if (any && !source) return &nothing;
+    if (!any && !sound_) context_.warn(mc_clip, "doesn't name its angle; the first is taken");
+    for (const Element child : multicam.children()) {
+        if (child.name() != "mc-angle") continue;
+        if (!any || child.attribute("angleID") == source.attribute("angleID"))
+            return content_of_media(child, multicam, child, level);
+    }
+    if (!sound_)
+        context_.warn(mc_clip,
+                      "its multicam clip has no angle \"" + std::string(source.attribute("angleID")) +
+                          "\": nothing is shown",
+                      WarningKind::replaced);
+    return &nothing;
+}
+
+std::optional<Items> StoryReader::one_row(const Element& element, const Content& content, const Stretch& stretch) {
+    const auto same = [this](int a, int b) {
+        const Shot &x = shots_[static_cast<std::size_t>(a)], &y = shots_[static_cast<std::size_t>(b)];
+        return x.asset && x.asset == y.asset;
+    };
+    std::optional<Items> row = merged(content.runs, stretch, same, work_);
+    check_work(element);
+    if (row)
+        for (Item& item : *row)
+            ++item.depth;
+    return row;
+}
+
+Items StoryReader::rendered(const Element& element, const Content& content, const Span& span, const Fraction& pace) {
+    const Element media = context_.resources.find(element.attribute("ref"));
+    const std::string name = name_or(element, media.attribute("name"));
+    context_.warn(element,
+                  sound_ ? "several sounds lie beside each other in it, so it is one event without numbers"
+                         : "several pictures lie above each other in it, so it is one event of rendered material",
+                  sound_ ? WarningKind::note : WarningKind::replaced);
+    Shot shot;
+    shot.element = element;
+    shot.name = name;
+    shot.made = "comp:" + name;
+    Items items(1);
+    Item& item = items[0];
+    item.kind = Item::Kind::event;
+    item.event.label = place_of(element);
+    item.event.source = add_shot(std::move(shot));
+    item.event.duration = (span.to - span.from) * pace;
+    item.event.source_in = stretch_of(span).from - content.start;
+    item.event.speed = span.slope / pace;
+    return items;
+}
+
+Items StoryReader::frozen_nest(const Element& element, const Content& content, const Span& span, const Fraction& pace,
+                               const Level& level) {
+    const Fraction length = (span.to - span.from) * pace;
+    const Fraction a_bit = half_frame(level);
+    std::optional<Items> row = one_row(element, content, {span.value, span.value + a_bit});
+    Fraction at;
+    if (row && !has_picture(*row)) {
+        row = one_row(element, content, {span.value - a_bit, span.value});
+        at = a_bit;
+    }
+    if (!row) return rendered(element, content, span, pace);
+    Items items;
+    items.push_back(frozen(*row, at, length));
+    return items;
+}
+
+Items StoryReader::piece_of_nest(const Element& element, const Content& content, const Span& span, const Fraction& pace,
+                                 const Level& level) {
+    if (span.slope == Fraction(0)) return frozen_nest(element, content, span, pace, level);
+    std::optional<Items> row = one_row(element, content, stretch_of(span));
+    if (!row) return rendered(element, content, span, pace);
+    const Fraction slope = span.slope / pace;
+    if (slope == Fraction(1)) return std::move(*row);
+    return at_speed(std::move(*row), slope);
+}
+
+Items StoryReader::nest(const Element& element, const Content& content, const Clock& clock, const Fraction& length,
+                        const Level& level) {
+    Items items;
+    for (const Span& span : spans_of(element, clock, length, level)) {
+        Items piece = piece_of_nest(element, content, span, clock.pace, level);
+        for (Item& item : piece) {
+            if (span.curved && item.kind == Item::Kind::event)
+                item.event.effects.push_back({"Variable speed", true, {}});
+            items.push_back(std::move(item));
+        }
+    }
+    return items;
+}
+
+} // namespace formats::fcpxml
