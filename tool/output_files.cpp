@@ -5,6 +5,7 @@
 #include "embedded/output_path.h"
 #include "embedded/services.h"
 #include "embedded/transaction.h"
+#include "formats/fcpxml/fcpxml_reader.h"
 #include "host/settings.h"
 #include "tool/tool_error.h"
 
@@ -130,9 +131,10 @@ std::string fault_of_input(const std::string& path) {
     if (path.empty()) return "names no file";
     if (path == embedded::standard_input) return "";
     std::error_code trouble;
-    if (fs::is_directory(path, trouble)) return "is a directory";
-    if (access(path.c_str(), R_OK) != 0) return std::strerror(errno);
-    const auto size = fs::file_size(path, trouble);
+    const std::string file = formats::file_of_bundle(path);
+    if (fs::is_directory(file, trouble)) return "is a directory";
+    if (access(file.c_str(), R_OK) != 0) return std::strerror(errno);
+    const auto size = fs::file_size(file, trouble);
     return trouble ? "" : embedded::fault_of_size(size);
 }
 

@@ -1,6 +1,7 @@
 #include "tool/wrong_file.h"
 
 #include "embedded/services.h"
+#include "formats/fcpxml/fcpxml_reader.h"
 #include "formats/logs/log_reader.h"
 #include "tool/output_files.h"
 #include "tool/tool_error.h"
@@ -13,9 +14,10 @@ namespace tool {
 using formats::FileKind;
 
 FileKind kind_of(const std::string& path) {
-    check_readable(path);
+    const std::string file = formats::file_of_bundle(path);
+    check_readable(file);
     std::string bytes, why;
-    if (!embedded::read_file(path, &bytes, &why)) throw JobError(path + ": " + why);
+    if (!embedded::read_file(file, &bytes, &why)) throw JobError(path + ": " + why);
     return formats::kind_of_file(bytes);
 }
 

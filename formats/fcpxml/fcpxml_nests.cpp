@@ -42,6 +42,13 @@ bool is_enabled_for(const Element& element, bool sound) {
     return enabled.empty() || enabled == "all" || enabled == (sound ? "audio" : "video");
 }
 
+/// Whether a clip is nothing but the holder of that picture or sound.
+bool holds_media(const Element& clip, Element media) {
+    while (story_of(media) == Story::video || story_of(media) == Story::audio)
+        media = media.parent();
+    return media == clip;
+}
+
 /// As long as the longest of its runs.
 Fraction end_of(const Runs& runs, const Fraction& start) {
     Fraction end = start;
@@ -313,7 +320,7 @@ void StoryReader::adopt(const Element& element, Items& items) {
         if (item.kind != Item::Kind::event) continue;
         item.event.effects.insert(item.event.effects.end(), effects.begin(), effects.end());
         const Shot& old = shots_[static_cast<std::size_t>(item.event.source)];
-        const bool direct = story == Story::clip && old.element.parent() == element && old.made.empty();
+        const bool direct = story == Story::clip && holds_media(element, old.element) && old.made.empty();
         if (!direct && (!tells || !old.made.empty())) continue;
         const auto [known, fresh] = numbers.try_emplace(item.event.source, 0);
         if (fresh) {

@@ -274,7 +274,9 @@ ReadResult Reading::run(const CopyOf* copy) {
 
 std::string file_of_bundle(const std::string& path) {
     std::error_code error;
-    return std::filesystem::is_directory(path, error) ? (std::filesystem::path(path) / "Info.fcpxml").string() : path;
+    if (!std::filesystem::is_directory(path, error)) return path;
+    const std::filesystem::path inside = std::filesystem::path(path) / "Info.fcpxml";
+    return std::filesystem::exists(inside, error) ? inside.string() : path;
 }
 
 ReadResult read_fcpxml_bytes(std::string_view bytes, const std::string& path_for_messages, std::int64_t file_time,
