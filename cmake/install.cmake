@@ -1,7 +1,7 @@
 # What `cmake --install` puts where, and how other projects find it.
 include(CMakePackageConfigHelpers)
 
-install(TARGETS quillbrook quillbrook-embedded EXPORT quillbrook_targets
+install(TARGETS quillbrook quillbrook-embedded quillbrook-documents EXPORT quillbrook_targets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 if(TARGET quillbrook_tool)
     install(TARGETS quillbrook_tool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
@@ -17,6 +17,7 @@ install(FILES ${host_headers} DESTINATION ${installed_headers}/host)
 foreach(header edit_builder fraction long_runs messages rates services warning)
     install(FILES ${PROJECT_SOURCE_DIR}/embedded/${header}.h DESTINATION ${installed_headers}/embedded)
 endforeach()
+install(FILES ${PROJECT_SOURCE_DIR}/documents/document.h DESTINATION ${installed_headers}/documents)
 install(FILES ${PROJECT_SOURCE_DIR}/formats/edit_reading.h DESTINATION ${installed_headers}/formats)
 install(FILES ${PROJECT_SOURCE_DIR}/formats/otio/otio_reader.h DESTINATION ${installed_headers}/formats/otio)
 

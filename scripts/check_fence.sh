@@ -44,7 +44,8 @@ logging     logging/|base/|quillbrook/|host/
 embedded    embedded/|host/
 formats     formats/|embedded/|host/|rapidjson/
 film        film/|quillbrook/|embedded/|host/
-tool        tool/|quillbrook/|film/|embedded/|formats/|host/|rapidjson/
+documents   documents/|film/|quillbrook/|embedded/|host/
+tool        tool/|documents/|quillbrook/|film/|embedded/|formats/|host/|rapidjson/
 WHO
 
 for folder in base cutlist reports changelist logging; do

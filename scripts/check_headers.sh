@@ -3,7 +3,7 @@
 # library give one name to two types: the linker takes one of them for both, and only a sanitizer notices.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-headers=$(ls include/quillbrook/*.h host/*.h embedded/{edit_builder,fraction,rates,services,warning}.h formats/edit_reading.h formats/otio/otio_reader.h)
+headers=$(ls include/quillbrook/*.h host/*.h embedded/{edit_builder,fraction,rates,services,warning}.h documents/document.h formats/edit_reading.h formats/otio/otio_reader.h)
 
 alone() {
     echo "#include \"$2\"" | "$1" -std=c++20 $3 -fsyntax-only -Wall -Wextra -Wconversion -Wshadow -Werror -I. -Iinclude \
