@@ -16,7 +16,7 @@ using timeline::Stretch;
 
 /// Items that come of compound clips in compound clips; one that is used ten times in one that is used ten times, and
 /// so on, is refused before it fills the memory.
-constexpr std::size_t most_work = 300'000;
+constexpr std::size_t most_work = 100'000;
 
 std::string name_or(const Element& element, std::string_view other) {
     const std::string_view own = element.attribute("name");

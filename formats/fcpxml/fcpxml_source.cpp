@@ -49,7 +49,7 @@ const RateInfo& ShotSources::rate_of(const Shot& shot) {
 
 Fraction ShotSources::true_rate_of(const Shot& shot) {
     const Format format = shot.asset ? shot.asset->format : context_.format_of(shot.element);
-    return format.rate ? context_.true_rate(*format.rate) : context_.rate->rate();
+    return format.info ? context_.true_rate(format.info->rate()) : context_.rate->rate();
 }
 
 // Media whose frames go one for one with the edit's are counted frame for frame, at whatever rate they were made: film
