@@ -2,6 +2,7 @@
 
 #include "embedded/edit_facts.h"
 #include "embedded/label_kinds.h"
+#include "embedded/rates.h"
 #include "film/edit_walk.h"
 
 #include <cmath>
@@ -23,13 +24,16 @@ LabelPoint start_of(const EditPtr& source, UserLabelType kind, const MediumRollI
     return label->is_valid() ? label->get_label_point(0) : LabelPoint();
 }
 
-/// Timecode steps by the whole number that it counts, or by 1000/1001 of that.
+/// Timecode steps by the whole number that it counts, by 1000/1001 of that, or by that of the edit with which it goes
+/// frame for frame.
 Fraction rate_of_steps(label_t kind, double seconds) {
     const embedded::TimecodeBase* base = embedded::timecode_base(kind);
     if (!base) return 1;
     constexpr double tolerance = 1e-6;
     for (const Fraction rate : {Fraction(base->count), Fraction(base->count * 1000, 1001)})
         if (std::abs(rate.to_double() * seconds - 1.0) < tolerance) return rate;
+    const embedded::RateInfo* listed = seconds > 0.0 ? embedded::nearest_rate(1.0 / seconds) : nullptr;
+    if (listed && std::abs(listed->rate().to_double() * seconds - 1.0) < tolerance) return listed->rate();
     return seconds > 0.0 ? Fraction(1) / Fraction::exactly(seconds) : Fraction(base->count);
 }
 

@@ -3,6 +3,7 @@
 #include "tests/fcpxml/fcpxml_texts.h"
 
 #include "embedded/edit_facts.h"
+#include "film/source_facts.h"
 
 #include <gtest/gtest.h>
 
@@ -96,6 +97,8 @@ TEST(FcpxmlRates, FilmAt25In24GoesFrameForFrame) {
     const EditPtr source = source_at(result.edit, 0, 0);
     EXPECT_EQ(edl_tests::timecode_at(source, 25.0 / 24), "00:00:01:00") << "25 frames later";
     EXPECT_DOUBLE_EQ(mPosn_Xlate(2.0, medium_edit, medium_film, source), 48) << "a frame of film for each of the edit";
+    film::SourceStore store(0);
+    EXPECT_EQ(store.of(source->cookie).timecode_rate, Fraction(24)) << "exactly, though it counts 25";
 }
 
 TEST(FcpxmlRates, MediaAt2997In25RunsInRealTime) {
