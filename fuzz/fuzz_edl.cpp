@@ -1,8 +1,8 @@
 // Reads any bytes as an edit list, at a rate that the first byte chooses; each channel of what is read must have its
 // events in order, and each message must say something.
 
-#include "embedded/edit_builder.h"
 #include "formats/edl/edl_reader.h"
+#include "fuzz/edit_order.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -10,16 +10,6 @@
 namespace {
 
 constexpr double rates[] = {0, 24000.0 / 1001, 24, 25, 30000.0 / 1001, 30, 50, 60000.0 / 1001};
-
-void check_channel(const EditPtr& edit, int channel) {
-    double last = 0.0;
-    const Qb::Ptr<Cel> cel = edit->get_edit_cel_p(channel);
-    for (ce_handle at = cel->get_start_ceh(); at.valid(); at.increment(ce_all)) {
-        const double time = at.get_channel_event().edit_time;
-        if (!(time >= last - 1e-6)) std::abort();
-        last = time;
-    }
-}
 
 } // namespace
 
@@ -33,7 +23,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const formats::ReadResult result = formats::read_edl_texts({{bytes, "a.edl", 0}}, options);
     if (!result.edit == result.error.empty()) std::abort();
     if (!result.edit) return 0;
-    for (int channel = 0; channel < result.edit->getNumChans(); ++channel)
-        check_channel(result.edit, channel);
+    check_order(result.edit);
     return 0;
 }

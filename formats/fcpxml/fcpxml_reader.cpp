@@ -5,12 +5,12 @@
 #include "formats/fcpxml/fcpxml_story.h"
 #include "formats/file_names.h"
 #include "formats/sequence_choice.h"
+#include "formats/timeline/copies.h"
 #include "host/channel_kinds.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <iterator>
-#include <memory>
 #include <optional>
 #include <utility>
 
@@ -154,7 +154,6 @@ private:
     bool is_fcpxml(const Element& root);
     bool find_rate(const Project& project, Context& context);
     embedded::EditDescription description(const Project& project, const Context& context) const;
-    embedded::EditBuilder::Unrender hooks_of(std::size_t project) const;
     void add_warnings(const embedded::Warnings& warnings);
 
     std::string_view bytes_;
@@ -205,18 +204,6 @@ embedded::EditDescription Reading::description(const Project& project, const Con
     return edit;
 }
 
-embedded::EditBuilder::Unrender Reading::hooks_of(std::size_t project) const {
-    const auto bytes = std::make_shared<const std::string>(bytes_);
-    embedded::EditBuilder::Unrender hooks;
-    hooks.write = [bytes](const std::string& path) { return embedded::write_file_whole(path, *bytes, nullptr); };
-    hooks.open = [options = options_, from = path_, copy = CopyOf{project, file_time_}](const std::string& path) {
-        std::string text;
-        if (!embedded::read_file(path, &text, nullptr)) return EditPtr();
-        return Reading(text, from, copy.file_time, options).run(&copy).edit;
-    };
-    return hooks;
-}
-
 void Reading::add_warnings(const embedded::Warnings& warnings) {
     for (const embedded::Warning& warning : warnings)
         result_.warnings.push_back({warning.kind, path_ + ": " + warning.text});
@@ -250,7 +237,11 @@ void Reading::read(const CopyOf* copy) {
     embedded::EditDescription edit = description(project, context);
     if (copy) edit.identity = "copy:" + edit.name;
     embedded::EditBuilder builder(std::move(edit));
-    builder.set_unrender(hooks_of(*chosen));
+    const auto read_copy = [options = options_, from = path_,
+                            of = CopyOf{*chosen, file_time_}](const std::string& text) {
+        return Reading(text, from, of.file_time, options).run(&of).edit;
+    };
+    builder.set_unrender(timeline::copies_as_they_are(bytes_, read_copy));
     ChannelMaker channels(context, project, builder);
     channels.add_pictures();
     channels.add_sounds();

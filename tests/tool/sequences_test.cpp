@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
+
 using testing::HasSubstr;
 using testing::StartsWith;
 
@@ -71,6 +73,28 @@ TEST_F(Sequences, TheOnlyOneMustHaveTheNameToo) {
     EXPECT_EQ(show("REEL 1").status, 0);
     EXPECT_THAT(show("REEL 2").err, HasSubstr("one.edl: holds no sequence \"REEL 2\", but \"REEL 1\""));
     EXPECT_EQ(run({"edit", "show", "one.edl", "--rate", "24", "--sequences"}).out, "\"REEL 1\", 24fps\n");
+}
+
+const char* const titled_project =
+    R"(<fcpxml version="1.11"><resources><format id="r" frameDuration="1/24s"/><effect id="t" name="Title"/>)"
+    R"(<asset id="m" name="A012" start="3600s" duration="99s" hasVideo="1" format="r"/></resources><event>)"
+    R"(<project name="Reel 3"><sequence format="r"><spine><title ref="t" name="Opening" duration="1s"/>)"
+    R"(<asset-clip ref="m" name="Harbour" start="3605s" duration="2s"/></spine></sequence></project></event></fcpxml>)";
+
+TEST_F(ToolTest, AProjectOfFcpxmlBecomesACutlist) {
+    write("reel.fcpxml", titled_project);
+    EXPECT_THAT(run({"edit", "show", "reel.fcpxml", "--sequences"}).out, StartsWith("\"Reel 3\", 24fps, line 1\n"));
+    const ToolResult result = run({"cutlist", "reel.fcpxml", "-o", "reel.txt"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(read("reel.txt"), HasSubstr("Harbour"));
+}
+
+TEST_F(ToolTest, AFolderOfFcpxmlIsTakenAsAnEdit) {
+    std::filesystem::create_directory(path("reel.fcpxmld"));
+    write("reel.fcpxmld/Info.fcpxml", titled_project);
+    const ToolResult result = run({"cutlist", "reel.fcpxmld", "-o", "reel.txt"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(read("reel.txt"), HasSubstr("Harbour"));
 }
 
 } // namespace
