@@ -200,11 +200,7 @@ bool StoryReader::seen(const Element& element) const {
 }
 
 Items StoryReader::missing(const Element& element, const Fraction& length) {
-    if (!sound_)
-        context_.warn(element,
-                      "refers to \"" + std::string(element.attribute("ref")) +
-                          "\", which isn't there: its media is missing",
-                      WarningKind::replaced);
+    if (!sound_) warn_missing(element);
     Items items;
     items.push_back(fcpxml::gap_of(length, place_of(element)));
     if (sound_) return items;
@@ -269,6 +265,30 @@ std::vector<Span> StoryReader::spans_of(const Element& element, const Clock& clo
     return {whole};
 }
 
+void StoryReader::warn_missing(const Element& element) const {
+    context_.warn(
+        element, "refers to \"" + std::string(element.attribute("ref")) + "\", which isn't there: its media is missing",
+        WarningKind::replaced);
+}
+
+Shot StoryReader::shot_of(const Element& element, const Asset* asset) const {
+    const bool starts = element.has_attribute("start");
+    if (!asset)
+        warn_missing(element);
+    else if (!starts && !sound_ && !(asset->start == Fraction(0)) && story_of(element) == Story::asset_clip)
+        context_.warn(element, "has no \"start\"; taken as the first frame of its media");
+    Shot shot;
+    shot.element = element;
+    shot.asset = asset;
+    std::string other = asset ? asset->name : std::string();
+    if (asset && other.empty()) other = stem_of(decoded(asset->src));
+    shot.name = name_or(element, other);
+    shot.own = {element};
+    shot.drop = element.attribute("tcFormat") == "DF";
+    shot.starts = starts;
+    return shot;
+}
+
 Items StoryReader::media(const Element& element, const Clock& clock, const Fraction& length, const Level& level) {
     const Asset* asset = context_.asset_of(element);
     const bool generator = !asset && context_.resources.find(element.attribute("ref")).name() == "effect";
@@ -278,23 +298,7 @@ Items StoryReader::media(const Element& element, const Clock& clock, const Fract
         items.push_back(fcpxml::gap_of(length, place_of(element)));
         return items;
     }
-    if (!asset)
-        context_.warn(element,
-                      "refers to \"" + std::string(element.attribute("ref")) +
-                          "\", which isn't there: its media is missing",
-                      WarningKind::replaced);
-    if (asset && !(asset->start == Fraction(0)) && !element.has_attribute("start") && !sound_ &&
-        story_of(element) == Story::asset_clip)
-        context_.warn(element, "has no \"start\"; taken as the first frame of its media");
-    Shot shot;
-    shot.element = element;
-    shot.asset = asset;
-    shot.name =
-        name_or(element, asset ? (asset->name.empty() ? stem_of(decoded(asset->src)) : asset->name) : std::string());
-    shot.own = {element};
-    shot.drop = element.attribute("tcFormat") == "DF";
-    shot.starts = element.has_attribute("start");
-    const int number = add_shot(std::move(shot));
+    const int number = add_shot(shot_of(element, asset));
     for (const Span& span : spans_of(element, clock, length, level)) {
         Item& item = items.emplace_back();
         item.kind = Item::Kind::event;

@@ -151,6 +151,8 @@ public:
 
 private:
     void read(const CopyOf* copy);
+    std::optional<std::size_t> choose(const std::vector<Project>& projects);
+    void build(const Project& project, const Context& context, embedded::EditBuilder& builder);
     bool is_fcpxml(const Element& root);
     bool find_rate(const Project& project, Context& context);
     embedded::EditDescription description(const Project& project, const Context& context) const;
@@ -221,33 +223,36 @@ void Reading::read(const CopyOf* copy) {
     const Resources resources(root, warnings);
     const std::vector<Project> projects = projects_of(root, Context(resources, warnings), stem_of(path_),
                                                       options_.list_only ? std::string() : options_.sequence);
-    std::vector<Sequence> sequences = sequences_of(projects);
-    if (options_.list_only) {
-        if (sequences.empty()) choose_sequence(sequences, options_, path_, result_);
-        result_.sequences = std::move(sequences);
-        return;
-    }
-    const auto chosen =
-        copy ? std::optional<std::size_t>(copy->project) : choose_sequence(sequences, options_, path_, result_);
-    if (!chosen) return;
-    const Project& project = projects[*chosen];
+    const std::optional<std::size_t> chosen = copy ? copy->project : choose(projects);
     Context context(resources, warnings);
-    if (!find_rate(project, context)) return;
+    if (!chosen || !find_rate(projects[*chosen], context)) return;
     context.all_effects = options_.all_effects;
-    embedded::EditDescription edit = description(project, context);
+    embedded::EditDescription edit = description(projects[*chosen], context);
     if (copy) edit.identity = "copy:" + edit.name;
     embedded::EditBuilder builder(std::move(edit));
-    const auto read_copy = [options = options_, from = path_,
-                            of = CopyOf{*chosen, file_time_}](const std::string& text) {
-        return Reading(text, from, of.file_time, options).run(&of).edit;
-    };
-    builder.set_unrender(timeline::copies_as_they_are(bytes_, read_copy));
+    const CopyOf of_this{*chosen, file_time_};
+    builder.set_unrender(
+        timeline::copies_as_they_are(bytes_, [options = options_, from = path_, of_this](const std::string& text) {
+            return Reading(text, from, of_this.file_time, options).run(&of_this).edit;
+        }));
+    build(projects[*chosen], context, builder);
+}
+
+/// Which project is read; none, where they are only listed, or none is named.
+std::optional<std::size_t> Reading::choose(const std::vector<Project>& projects) {
+    std::vector<Sequence> sequences = sequences_of(projects);
+    if (!options_.list_only || sequences.empty()) return choose_sequence(sequences, options_, path_, result_);
+    result_.sequences = std::move(sequences);
+    return std::nullopt;
+}
+
+void Reading::build(const Project& project, const Context& context, embedded::EditBuilder& builder) {
     ChannelMaker channels(context, project, builder);
     channels.add_pictures();
     channels.add_sounds();
     context.tell_of_left_out();
     result_.edit = builder.finish();
-    add_warnings(warnings);
+    add_warnings(context.warnings);
     add_warnings(builder.warnings());
     if (!result_.edit) result_.error = path_ + ": the edit can't be stored";
 }

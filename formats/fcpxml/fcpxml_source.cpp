@@ -113,31 +113,42 @@ void ShotSources::set_film_numbers(const Shot& shot, const Fields& fields, Sourc
             label(shot, edlstr_to_label_type(ink_film.c_str(), user_label_ink), fields[Field::inkcode], "ink number");
 }
 
-SourceDescription ShotSources::describe(const Shot& shot, bool frame_for_frame) {
-    SourceDescription source;
-    source.name = shot.name;
-    source.rate = context_.rate;
-    if (!shot.made.empty()) {
-        source.identity = shot.made;
-        source.rendered = true;
-        return source;
-    }
+Fields ShotSources::fields_of(const Shot& shot) {
     Fields fields;
     for (const Element& element : shot.own)
         fields.take(element);
     for (const Element& element : shot.around)
         fields.take_of_shot(element);
     if (shot.asset) fields.take(fields_of(*shot.asset));
+    return fields;
+}
 
-    source.identity = shot.asset ? shot.asset->identity : "name:" + shot.name;
+void ShotSources::set_rates(const Shot& shot, const Fields& fields, bool frame_for_frame, SourceDescription& source) {
     const RateInfo& rate = rate_of(shot);
-    if (!frame_for_frame) source.rate = &rate;
+    source.rate = frame_for_frame ? context_.rate : &rate;
     if (frame_for_frame && rate.nominal != context_.rate->nominal)
         source.film_rate = embedded::film_share(rate.nominal) * context_.rate->rate();
     else if (!frame_for_frame && !(context_.scale == Fraction(1)))
         source.film_rate = context_.true_rate(embedded::film_rate_of(rate));
-    if (!fields[Field::film_rate].empty()) source.film_rate = parse_rate(fields[Field::film_rate]);
+    const std::string_view given = fields[Field::film_rate];
+    if (given.empty()) return;
+    if (const std::optional<Fraction> own = parse_rate(given))
+        source.film_rate = own;
+    else
+        context_.warn(shot.element, "\"" + std::string(given) + "\" can't be read as its film rate",
+                      embedded::WarningKind::dropped);
+}
 
+SourceDescription ShotSources::describe(const Shot& shot, bool frame_for_frame) {
+    SourceDescription source;
+    source.name = shot.name;
+    source.rate = context_.rate;
+    source.rendered = !shot.made.empty();
+    source.identity = source.rendered ? shot.made : shot.asset ? shot.asset->identity : "name:" + shot.name;
+    if (source.rendered) return source;
+
+    const Fields fields = fields_of(shot);
+    set_rates(shot, fields, frame_for_frame, source);
     for (const ReelField& reel : reel_fields)
         if (!fields[reel.field].empty()) source.reels.emplace(reel.medium, fields[reel.field]);
     if (const std::string reel = reel_of(shot, fields); !reel.empty())

@@ -45,6 +45,8 @@ public:
 
 private:
     const Fields& fields_of(const Asset& asset);
+    Fields fields_of(const Shot& shot);
+    void set_rates(const Shot& shot, const Fields& fields, bool frame_for_frame, embedded::SourceDescription& source);
     embedded::SourceDescription describe(const Shot& shot, bool frame_for_frame);
     void set_timecodes(const Shot& shot, const Fields& fields, bool frame_for_frame,
                        embedded::SourceDescription& source);

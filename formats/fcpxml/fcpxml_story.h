@@ -97,6 +97,8 @@ private:
     std::optional<Fraction> rate_inside(const Element& clip) const;
 
     Items content_of(const Element& element, const Clock& clock, const Fraction& length, const Level& level);
+    void warn_missing(const Element& element) const;
+    Shot shot_of(const Element& element, const Asset* asset) const;
     Items media(const Element& element, const Clock& clock, const Fraction& length, const Level& level);
     Items made(const Element& element, const Fraction& length, const std::string& identity);
     Items nest(const Element& element, const Content& content, const Clock& clock, const Fraction& length,

@@ -83,6 +83,13 @@ TEST(FcpxmlSources, AKeyNumberThatCantBeReadIsTold) {
                 warns(result, "can't be read as its key number", WarningKind::dropped));
 }
 
+TEST(FcpxmlSources, AFilmRateOfTheUsersOwnCounts) {
+    const EditPtr source = source_with(metadata(md("a.b.film_rate", "16")));
+    EXPECT_DOUBLE_EQ(mPosn_Xlate(2.0, medium_edit, medium_film, source), 32);
+    const auto result = read(with_spine(clip("A", R"(duration="2s")", metadata(md("a.b.film_rate", "slow")))));
+    EXPECT_TRUE(warns(result, "\"slow\" can't be read as its film rate", WarningKind::dropped));
+}
+
 TEST(FcpxmlSources, ANoteIsTheDescription) {
     EXPECT_EQ(field(source_with("<note>over her shoulder</note>"), "description"), "over her shoulder");
 }
