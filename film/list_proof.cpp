@@ -1,5 +1,6 @@
 #include "film/list_proof.h"
 
+#include "film/plain_number.h"
 #include "film/proof_run.h"
 
 #include <algorithm>
@@ -7,7 +8,7 @@
 namespace film {
 namespace {
 
-constexpr std::size_t heading_bytes = 25;
+constexpr std::size_t heading_bytes = 25, date_bytes = 26;
 
 std::string with_commas(std::int64_t number) {
     std::string text = std::to_string(number);
@@ -44,11 +45,15 @@ void check_headings(ProofRun& run) {
     if (!edit.empty() && edit.find('|') == std::string::npos && trimmed(edit) != first.edit)
         run.fail({run.report.pages.lists.front().list, {1, 1}, ""}, -1,
                  "is headed \"" + std::string(first.edit) + "\", but the edit is \"" + edit + '"');
+    const std::string_view dated = std::string_view(run.options.dated).substr(0, date_bytes);
+    if (!dated.empty() && trimmed(dated) != first.dated)
+        run.fail({run.report.pages.lists.front().list, {1, 2}, ""}, -1,
+                 "is dated \"" + std::string(first.dated) + "\", but the edit is of \"" + run.options.dated + '"');
     for (const ListPages& pages : run.report.pages.lists) {
         const ListHeading& heading = pages.heading;
-        const bool same = heading.edit == first.edit && heading.project == first.project &&
-                          heading.format == first.format && heading.cutting_copy == first.cutting_copy &&
-                          heading.sound_track == first.sound_track;
+        const bool same = heading.edit == first.edit && heading.dated == first.dated &&
+                          heading.project == first.project && heading.format == first.format &&
+                          heading.cutting_copy == first.cutting_copy && heading.sound_track == first.sound_track;
         if (!same) run.fail({pages.list, {1, 0}, ""}, -1, "its heading isn't that of the first list");
     }
 }
@@ -97,6 +102,21 @@ void prove_all(ProofRun& run) {
     if (run.report.pulls && !run.sound) tell_upper_tracks(run);
 }
 
+std::multimap<int, std::string> effects_of(const recdb& table) {
+    constexpr unsigned short is_effect = 1, optical = 2, name = 11;
+    std::multimap<int, std::string> effects;
+    for (unsigned i = 0; i < table.get_num_records(); ++i) {
+        const dbrecord& record = *table.get_record(i);
+        const auto text = [&record](unsigned short column) {
+            const char* field = record.get_field(column);
+            return std::string(field ? field : "");
+        };
+        if (plain_number(text(is_effect)).value_or(0) != 0)
+            effects.emplace(plain_number(text(optical)).value_or(0), text(name));
+    }
+    return effects;
+}
+
 std::string parameter(const recdb& table, const char* name) {
     const char* value = table.get_param_val(name);
     return value ? value : "";
@@ -127,6 +147,8 @@ const std::vector<ListRule>& list_rules() {
 
 void take_header(const recdb& table, ProofOptions& options) {
     options.edit = parameter(table, "edit_name");
+    options.dated = parameter(table, "edit_date");
+    options.effects = effects_of(table);
     options.film = edlstr_to_label_type(parameter(table, "film label_std").c_str(), user_label_key);
     options.timecode = edlstr_to_label_type(parameter(table, "edit_vidtc_std").c_str());
     options.timecode_start = parameter(table, "edit_vidtc_start");

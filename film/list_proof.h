@@ -5,6 +5,7 @@
 #include "host/recdb.h"
 
 #include <cstddef>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,11 +45,13 @@ struct ProofOptions {
     int butt = 1;
     label_t film = label_none; ///< the film standard of the report
     label_t timecode = label_none;
-    std::string timecode_start; ///< of the edit, for timecode lists
-    std::string edit;           ///< its name; empty: not looked at
+    std::string timecode_start;              ///< of the edit, for timecode lists
+    std::string edit;                        ///< its name; empty: not looked at
+    std::string dated;                       ///< its date, as headings print it; empty: not looked at
+    std::multimap<int, std::string> effects; ///< their names by optical; empty: not looked at
 };
 
-/// What the header of a table says of these; the rest stays as it is.
+/// What the header of a table and its rows of effects say of these; the rest stays as it is.
 void take_header(const recdb& table, ProofOptions& options);
 
 /// Proves each list that the report holds. Never fails: a report that can't be read is a failure of its own. Time goes

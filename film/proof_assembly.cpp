@@ -12,6 +12,7 @@ namespace {
 constexpr std::size_t column_bytes = 9;
 constexpr const char* no_key = "NO KEYKODE";
 constexpr const char* no_ink = "NO INKCODE";
+constexpr const char* black_prefix = "__BLACK_";
 
 /// What the cut of an entry is: a range of frames of the edit.
 struct Range {
@@ -115,7 +116,7 @@ private:
         }
         prove_codes(name, entry, piece, *shares);
         prove_speed(name, entry, piece);
-        prove_marks(name, entry, piece);
+        prove_marks(name, entry, piece, *shares);
     }
 
     void prove_codes(const EntryName& name, const AssemblyEntry& entry, const Piece& piece, const Shares& shares) {
@@ -131,15 +132,20 @@ private:
             run_.check_codes(name, piece, &Strip::ink, shares, 0, {entry.ink_in, entry.ink_out, no_ink});
     }
 
+    label_t black_kind() const {
+        LabelPoint point(0, run_.options.film);
+        point.modify_count_length(4);
+        return point.type();
+    }
+
     // Black counts from 0 on a number of its own.
     void prove_black(const EntryName& name, const AssemblyEntry& entry, std::int64_t frames) {
         if (run_.cutting_copy && (entry.ink_in != no_ink || entry.ink_out != no_ink))
             run_.fail(name, -1, "an ink number for black");
         if (run_.sound) return;
-        LabelPoint point(0, run_.options.film);
-        point.modify_count_length(4);
-        const label_t kind = point.type();
-        const auto first = sample_of(kind, "__BLACK_", entry.key_in), last = sample_of(kind, "__BLACK_", entry.key_out);
+        const label_t kind = black_kind();
+        const auto first = sample_of(kind, black_prefix, entry.key_in);
+        const auto last = sample_of(kind, black_prefix, entry.key_out);
         const int step = get_static_label_cvt(kind)->samples_per_frame();
         if (!first || !last || *first != 0 || *last != (frames - 1) * step)
             run_.fail(name, -1,
@@ -155,16 +161,29 @@ private:
             run_.fail(name, piece.start, "speed \"" + std::string(entry.speed) + "\", should be \"" + should + '"');
     }
 
-    void prove_marks(const EntryName& name, const AssemblyEntry& entry, const Piece& piece) {
+    void prove_marks(const EntryName& name, const AssemblyEntry& entry, const Piece& piece, const Shares& shares) {
         if (run_.sound || !run_.cutting_copy) return;
         if (entry.fade_in != 0) run_.expect_number(name, "fade-in of", entry.fade_in, piece.in_length(), piece.start);
         if (entry.fade_in == 0 && piece.black_before && at_ == piece.start && !piece.black() && piece.in_length() > 0)
             run_.fail(name, piece.start, "its fade-in isn't marked");
         const PrintedMark& mark = entry.mark_out;
         run_.expect_number(name, "transition of", mark.length, piece.out_length(), piece.cut_out);
-        if (mark.length == 0 || piece.black() || piece.unknown()) return;
+        if (mark.length > 0 && piece.black()) return prove_black_mark(name, piece, mark, shares);
+        if (mark.length == 0 || piece.unknown()) return;
         prove_mark(name, piece, &Strip::key, mark.key, no_key);
         prove_mark(name, piece, &Strip::ink, mark.ink, no_ink);
+    }
+
+    // Black counts from 0 at its first listed frame, and is marked at the first one of the transition behind it.
+    void prove_black_mark(const EntryName& name, const Piece& piece, const PrintedMark& mark, const Shares& shares) {
+        const label_t kind = black_kind();
+        const std::int64_t frames = piece.cut_out - piece.cut_in + in_frames(piece, shares);
+        const std::string should =
+            code_of(kind, black_prefix, frames * get_static_label_cvt(kind)->samples_per_frame());
+        if (mark.key != should || mark.ink != no_ink)
+            run_.fail(name, piece.cut_out,
+                      "marked from " + std::string(mark.key) + " and " + std::string(mark.ink) + ", should be " +
+                          should + " and " + no_ink);
     }
 
     // A transition is marked at its first frame.
@@ -215,6 +234,7 @@ private:
                                  return piece->start <= from && from < piece->end;
                              });
         if (!covered) run_.fail(name, from, "the effect begins where its optical has no film");
+        run_.check_effect(name, effect.name, effect.optical);
     }
 
     ProofRun& run_;

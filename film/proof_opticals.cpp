@@ -28,6 +28,7 @@ public:
 
     void run() {
         prove_range();
+        if (!optical_.name.empty()) run_.check_effect(name_, optical_.name, optical_.number);
         for (const DrawnEffect& effect : optical_.effects)
             prove_effect(effect);
         if (optical_.in_error) return;
@@ -66,6 +67,7 @@ private:
     // In frames the end is the frame behind the last.
     void prove_effect(const DrawnEffect& effect) {
         const EntryName name = at(effect.place);
+        run_.check_effect(name, effect.name, optical_.number);
         const std::int64_t start = run_.frame_in(name, effect.start), end = run_.frame_in(name, effect.end);
         if (start < 0 || end < 0) return;
         const bool feet = effect.end.find('+') != std::string_view::npos;
@@ -256,7 +258,8 @@ private:
 
     void tell_undrawn() {
         for (const auto& [ends, piece] : open_) {
-            const Rule rule = piece->first().layer == 0 && piece->out_length() > 0 ? Rule::undrawn : Rule::none;
+            const Strip& last = *piece->strips.back();
+            const Rule rule = last.layer == 0 && last.role == Role::outgoing ? Rule::undrawn : Rule::none;
             run_.fail(name_, piece->start, "shot \"" + piece->first().name + "\" isn't drawn", rule);
         }
     }

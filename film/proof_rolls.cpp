@@ -12,16 +12,29 @@ namespace {
 constexpr std::size_t roll_bytes = 8;
 constexpr std::size_t shot_bytes = 13;
 
+/// As the list names it; empty where the piece has none.
+std::string roll_of(const Piece& piece) {
+    const Strip& strip = piece.at(piece.cut_in);
+    if (strip.rendered) return "RENDERED";
+    if (piece.unknown()) return {};
+    return std::string(trimmed(strip.rolls.listed.substr(0, roll_bytes)));
+}
+
 std::set<std::string> rolls_needed(const ProofRun& run) {
     std::set<std::string> rolls;
-    for (const Piece& piece : run.pieces) {
-        const Strip& strip = piece.at(piece.cut_in);
-        if (strip.rendered)
-            rolls.insert("RENDERED");
-        else if (!strip.rolls.listed.empty() && !piece.unknown())
-            rolls.insert(std::string(trimmed(strip.rolls.listed.substr(0, roll_bytes))));
-    }
+    for (const Piece& piece : run.pieces)
+        rolls.insert(roll_of(piece));
+    rolls.erase("");
     return rolls;
+}
+
+/// The place of each roll among those of the main track, by its first event.
+std::map<std::string, std::size_t> order_of_rolls(const ProofRun& run) {
+    std::map<std::string, std::size_t> order;
+    for (const Piece& piece : run.pieces)
+        if (piece.first().layer == 0) order.emplace(roll_of(piece), order.size());
+    order.erase("");
+    return order;
 }
 
 /// Film of a pull list's entry without its handles, in the samples of its kind.
@@ -130,12 +143,18 @@ private:
 void prove_rolls(ProofRun& run) {
     if (!run.report.rolls) return;
     std::set<std::string> needed = rolls_needed(run), named;
+    const std::map<std::string, std::size_t> order = order_of_rolls(run);
+    std::size_t reached = 0;
     for (const RollEntry& entry : *run.report.rolls) {
         const EntryName name{PrintedList::rolls, entry.place, std::string(entry.roll)};
         if (!named.insert(std::string(entry.roll)).second)
             run.fail(name, -1, "stands here a second time");
         else if (needed.erase(std::string(entry.roll)) == 0)
             run.fail(name, -1, "is a roll of which no film is used");
+        const auto place = order.find(std::string(entry.roll));
+        if (place == order.end()) continue;
+        if (place->second < reached) run.fail(name, -1, "is used ahead of the rolls above it");
+        reached = std::max(reached, place->second);
     }
     for (const std::string& roll : needed)
         run.fail({PrintedList::rolls, {}, ""}, -1, "roll \"" + roll + "\" is missing");

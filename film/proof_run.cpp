@@ -86,6 +86,19 @@ void ProofRun::check_name(const EntryName& entry, std::string_view printed, cons
     fail(entry, piece.start, "shot " + quoted(printed) + ", should be " + quoted(name.substr(0, width)));
 }
 
+void ProofRun::check_effect(const EntryName& entry, std::string_view printed, int optical) {
+    constexpr std::size_t shortest_cut = 30;
+    const auto [first, last] = options.effects.equal_range(optical);
+    const bool known = std::any_of(first, last, [printed](const auto& effect) {
+        const std::string_view name = effect.second;
+        if (name.find('|') != std::string_view::npos) return true;
+        return trimmed(name) == trimmed(printed) ||
+               (printed.size() >= shortest_cut && name.substr(0, printed.size()) == printed);
+    });
+    if (!known && first != last)
+        fail(entry, -1, "effect \"" + std::string(printed) + "\", should be \"" + first->second + '"');
+}
+
 bool ProofRun::codes_agree(const Piece& piece, Count Strip::*number, const Shares& shares, int handles,
                            const CodeTexts& texts, double slack) const {
     const Codes codes = listed_codes(piece, number, shares, handles, slack);

@@ -60,6 +60,8 @@ struct ProofRun {
     /// Roll and name as a column of `width` bytes shows them.
     void check_roll(const EntryName& entry, std::string_view printed, const Piece& piece);
     void check_name(const EntryName& entry, std::string_view printed, const Piece& piece, std::size_t width);
+    /// The name of an effect of an optical, or of its chain of transitions.
+    void check_effect(const EntryName& entry, std::string_view printed, int optical);
     /// The codes of an entry over frames [from, to) of the edit.
     struct CodeTexts {
         std::string_view first, last;

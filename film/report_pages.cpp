@@ -179,6 +179,7 @@ private:
         const std::string_view edit = walk.next(), dated = walk.next(), kind = walk.next();
         heading.edit = trimmed(part_of(edit, 14, 25));
         heading.project = trimmed(part_of(edit, 49, std::string_view::npos));
+        heading.dated = trimmed(part_of(dated, 14, 26));
         heading.format = trimmed(part_of(dated, 49, std::string_view::npos));
         const std::string_view form = part_of(kind, 40, std::string_view::npos);
         heading.cutting_copy = begins(form, "CUTTING-COPY ");

@@ -28,6 +28,7 @@ struct PrintedLine {
 struct ListHeading {
     std::string_view edit;
     std::string_view project;
+    std::string_view dated;  ///< the edit
     std::string_view format; ///< the name of the film's format
     bool cutting_copy = false;
     int sound_track = -1; ///< -1: a picture list

@@ -42,6 +42,7 @@ constexpr Break breaks[] = {
     // The list of rolls.
     {heron, rolls, "     H14", "     H16"},
     {heron, rolls, "     LIB3", "     H14 "},
+    {heron, rolls, "Edit dated:   20", "Edit dated:   21"},
     // Pull lists.
     {heron, pulls, "NOTE: 1 case", "NOTE: 2 case"},
     {heron, pulls, "8    H14", "9    H14"},
@@ -107,6 +108,9 @@ constexpr Break breaks[] = {
     {lantern, opticals, "-- Layer  2  of", "-- Layer  3  of"},
     {lantern, opticals, "SPEED 200%", "SPEED 201%"},
     {lantern, opticals, "FX start: 0018+02", "FX start: 0018+03"},
+    {lantern, assembly, "EFFECT - Flop", "EFFECT - Flap"},
+    {lantern, opticals, "<Moonlight>", "<Moonlighf>"},
+    {harbour, opticals, "<single-layer", "<single-laver"},
     // The timecode list.
     {newsroom, "TIMECODE", "01:00:56;20", "01:00:56;21"},
     {newsroom, "TIMECODE", "01:00:57;10", "01:00:58;10"},
@@ -116,8 +120,8 @@ constexpr Break breaks[] = {
 std::string broken(const std::string& report, const Break& made) {
     std::string text = report;
     const std::size_t title = text.find(made.title);
-    const bool heading =
-        std::string(made.text).rfind("Edit:         ", 0) == 0 || std::string(made.text) == "16mm 1perf";
+    const bool heading = std::string(made.text).rfind("Edit:         ", 0) == 0 ||
+                         std::string(made.text).rfind("Edit dated:", 0) == 0 || std::string(made.text) == "16mm 1perf";
     const std::size_t place = heading ? text.rfind(made.text, title) : text.find(made.text, title);
     EXPECT_NE(place, std::string::npos) << made.text;
     if (place != std::string::npos) text.replace(place, std::string(made.text).size(), made.with);
@@ -142,6 +146,19 @@ TEST(BrokenReports, TellWhatStandsThereAndWhatShould) {
     EXPECT_EQ(film::line_of(proof.failures[0]).substr(0, 39), "assembly list, page 1, line 83, event 2");
     EXPECT_EQ(proof.failures[0].frame, 60);
     EXPECT_EQ(proof.failures[0].what, "KE4312073306+08 to 3310+16, should be KE4312073306+07 to 3310+16");
+}
+
+TEST(BrokenReports, TellOfARollAheadOfItsPlace) {
+    const Example sound = example(heron);
+    std::string report = sound.report;
+    const std::string rows = "     LIB3                          \r\n     H14                           \r\n";
+    const std::size_t at = report.find(rows);
+    ASSERT_NE(at, std::string::npos);
+    report.replace(at, rows.size(), rows.substr(rows.size() / 2) + rows.substr(0, rows.size() / 2));
+    const film::ListProof proof = proof_of(sound, report);
+    ASSERT_EQ(proof.failures.size(), 1u);
+    EXPECT_EQ(film::line_of(proof.failures[0]),
+              "list of rolls, page 1, line 10, LIB3: is used ahead of the rolls above it");
 }
 
 /// The lines of an entry, with the blank one behind them.

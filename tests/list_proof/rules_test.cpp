@@ -4,7 +4,7 @@
 #include "tests/support/project_paths.h"
 #include "tests/support/scratch_directory.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace {
 
@@ -37,7 +37,6 @@ protected:
         return film::prove_report(made.report, made.by_edit, made.options);
     }
 
-private:
     EditPtr edit_;
 };
 
@@ -79,6 +78,26 @@ TEST_F(Rules, AWipeFromBlackIsAssembledTwice) {
     builder.add_transition(v1, wipe(12, 12, 22, false));
     add(v1, "a", 48);
     EXPECT_EQ(rules_of(proof(copy).failures), "black-wipe 1");
+}
+
+TEST_F(Rules, BlackIsMarkedAtTheFirstFrameOfItsTransition) {
+    add(v1, "a", 48);
+    builder.add_transition(v1, dissolve(6, 6));
+    builder.add_black(v1, frames(48));
+    builder.add_transition(v1, dissolve(6, 6));
+    add(v1, "b", 48);
+    edit_ = builder.finish();
+    MadeReport made(edit_, copy);
+    const auto failures = [&made] {
+        return rules_of(film::prove_report(made.report, made.by_edit, made.options).failures);
+    };
+    EXPECT_EQ(failures(), "");
+    const std::string mark = "MARK FROM __BLACK_0002+04     NO INKCODE";
+    const std::size_t at = made.report.find(mark);
+    ASSERT_NE(at, std::string::npos) << made.report;
+    made.report.replace(at, mark.size(), "MARK FROM __BLACK_0002+05     NO INKCODE");
+    EXPECT_THAT(failures(),
+                testing::HasSubstr("marked from __BLACK_0002+05 and NO INKCODE, should be __BLACK_0002+04"));
 }
 
 TEST_F(Rules, AllFilmOfAnEventIsThatOfItsRow) {
@@ -155,6 +174,18 @@ TEST(RulesInWords, EachStandsInTheProofsTableAndAmongWhatMisleads) {
         EXPECT_NE(table.find("\n| " + name), std::string::npos) << rule.name;
         EXPECT_NE(misleads.find("| " + name), std::string::npos) << rule.name;
     }
+}
+
+// A row was taken out of a table: the transition into its shot leads to no other.
+TEST_F(Rules, ADrawingEndsAtATransitionThatLeadsNowhere) {
+    add(v1, "a", 48);
+    builder.add_transition(v1, dissolve(6, 6));
+    add(v1, "b", 48);
+    builder.add_transition(v1, dissolve(6, 6));
+    add(v1, "c", 48);
+    const PrintedWithout printed(builder.finish(), negative, 2);
+    const film::ListProof made = film::prove_report(printed.report, printed.strips, printed.options);
+    EXPECT_THAT(rules_of(made.failures), testing::HasSubstr("undrawn 1"));
 }
 
 } // namespace
