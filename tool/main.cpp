@@ -1,10 +1,9 @@
 // quillbrook: film lists from edits.
 
-#include "embedded/transaction.h"
+#include "embedded/private_folder.h"
 #include "embedded/visible_text.h"
-#include "tool/command_line.h"
 #include "tool/ending_signals.h"
-#include "tool/environment.h"
+#include "tool/run_request.h"
 #include "tool/standard_streams.h"
 #include "tool/tool_error.h"
 
@@ -19,25 +18,6 @@
 #include <unistd.h>
 
 namespace {
-
-struct Runner {
-    int operator()(const std::string& text) const {
-        std::cout << text;
-        return tool::exit_done;
-    }
-    // What a job that fails has written is taken back.
-    int operator()(const std::function<tool::JobResult()>& job) const {
-        tool::check_environment();
-        tool::tell_unknown_variables();
-        embedded::Transaction run;
-        const tool::JobResult result = job();
-        std::cout.flush();
-        std::string why;
-        if (!result.keeps_files || !std::cout) return result.status;
-        if (!run.commit(&why)) throw tool::JobError(why);
-        return result.status;
-    }
-};
 
 int tell(const char* what, int status) {
     std::cerr << "quillbrook: " << what << '\n';
@@ -73,7 +53,7 @@ int main(int argc, char** argv) {
     tool::hold_closed_streams();
     tool::leave_nothing_on_signals();
     try {
-        const int status = std::visit(Runner{}, tool::parse_command_line(argc, argv));
+        const int status = tool::run_request(tool::parse_command_line(argc, argv));
         std::cout.flush();
         if (std::cout) return status;
         const std::string why = std::strerror(errno);
