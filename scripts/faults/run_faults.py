@@ -47,7 +47,7 @@ def judge(bench, old, new, result, call, kind):
     if killed:
         result.returncode = 0 if bench.outputs() == new else 1
         return wrong_set(bench, old, new, result)
-    wrong = wrong_set(bench, old, new, result) or untold(result, CAUSE, ("",))
+    wrong = wrong_set(bench, old, new, result) or untold(result, CAUSE)
     if not wrong and result.returncode != 0 and kind in ("EINTR", "SHORT"):
         return "%s isn't survived: %r" % (kind, result.stderr)
     return wrong
