@@ -1,6 +1,7 @@
 #include "formats/recipe_difference.h"
 
 #include "embedded/edit_builder.h"
+#include "formats/source_labels.h"
 #include "host/channel_kinds.h"
 
 #include <algorithm>
@@ -35,11 +36,7 @@ struct LabelFace {
 
 LabelFace face_of(const std::optional<LabelDescription>& label) {
     if (!label) return {};
-    LabelPoint point(0, label->type);
-    if (label->sample)
-        point.set_sample(*label->sample);
-    else
-        point.set_sample(label->text.c_str());
+    const LabelPoint point = point_of(*label);
     const bool timed = label->rate && *label->rate > Fraction(0);
     const double step = timed ? (Fraction(1) / *label->rate).to_double() : EditLabel(label->type, {}).posn_step;
     return {label->type, point.sample, point.get_prefix(), step};

@@ -2,6 +2,8 @@
 // edit, and what wasn't must say why.
 
 #include "formats/edit_writing.h"
+#include "formats/edl/edl_reader.h"
+#include "formats/edl/edl_writer.h"
 #include "formats/otio/otio_reader.h"
 #include "formats/otio/otio_writer.h"
 
@@ -19,5 +21,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const formats::Written written = formats::write_otio(read.edit);
     if (written.text.empty() == written.error.empty()) std::abort();
     if (written.error.empty() && !formats::read_otio_bytes(written.text, "b.otio", 0).edit) std::abort();
+    for (int channel = 0; channel < read.edit->getNumChans(); ++channel) {
+        const formats::Written list = formats::write_edl(read.edit, {channel, {}});
+        if (list.text.empty() == list.error.empty()) std::abort();
+        if (list.error.empty() && !formats::read_edl_texts({{list.text, "b.edl", 0}}).edit) std::abort();
+    }
     return 0;
 }

@@ -1,7 +1,13 @@
 // "quillbrook export": an edit as a file that other programs take.
 
+#include "embedded/services.h"
+#include "film/film_difference.h"
+#include "formats/edl/edl_reader.h"
+#include "formats/edl/edl_writer.h"
 #include "formats/otio/otio_writer.h"
 #include "tool/command.h"
+#include "tool/export_keys.h"
+#include "tool/film_check.h"
 #include "tool/key_values.h"
 #include "tool/listed_edit.h"
 #include "tool/open_edit.h"
@@ -10,6 +16,7 @@
 #include "tool/shared_options.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
+#include "tool/wrong_file.h"
 
 #include "embedded/edit_builder.h"
 #include "host/ascii_text.h"
@@ -17,19 +24,21 @@
 namespace tool {
 namespace {
 
-enum class Format { otio };
+enum class Format { otio, edl };
 
 struct FormatName {
     const char* name; ///< as --as takes it, and without its point the extension of its files
     Format format;
 };
 
-constexpr FormatName format_names[] = {{"otio", Format::otio}};
+constexpr FormatName format_names[] = {{"otio", Format::otio}, {"edl", Format::edl}};
 
 struct ExportJob {
     EditInput edit;
     Output output;
     std::optional<Format> as;
+    std::optional<ChannelName> channel;
+    std::string log;
     Settings settings;
 };
 
@@ -56,16 +65,54 @@ Format format_of(const ExportJob& job) {
 }
 
 void check_files(const ExportJob& job) {
-    for (const std::string& input : job.edit.paths) {
+    std::vector<std::string> inputs = job.edit.paths;
+    if (!job.log.empty()) inputs.push_back(job.log);
+    for (const std::string& input : inputs) {
         check_readable(input);
         check_outputs(input, job.output, {});
     }
+    if (!job.log.empty()) check_is_log_table(job.log);
 }
 
-formats::Written written_as(Format format, const EditPtr& edit) {
+void check_options(const ExportJob& job, Format format) {
+    if (format != Format::otio) return;
+    if (job.channel) throw JobError("--channel: an .otio file holds all channels");
+    if (!job.log.empty()) throw JobError("--log: give it to the commands that read the .otio file");
+}
+
+/// The absolute number of a channel.
+int number_of(const EditPtr& edit, const ChannelName& channel) {
+    Vector<int> channels;
+    edit->getChans(channels, static_cast<unsigned>(channel.kind), 0);
+    const auto place = static_cast<std::size_t>(channel.number) - 1;
+    if (place >= static_cast<std::size_t>(channels.size()))
+        throw JobError("the edit has no channel " + text_of(channel));
+    return channels[static_cast<unsigned>(place)];
+}
+
+/// Only the channels whose film the lists tell can be compared: sound, and the lowest of pictures.
+bool is_listed(const ChannelName& channel) { return channel.kind == sound_kind || channel.number == 1; }
+
+formats::Written written_as_edl(const ExportJob& job, const EditPtr& edit) {
+    const auto log = job.log.empty() ? nullptr : open_log_rows(job.log);
+    const ChannelName channel = job.channel.value_or(ChannelName());
+    formats::Written written = formats::write_edl(edit, {number_of(edit, channel), keys_of_log(log.get())});
+    if (!written.error.empty() || !is_listed(channel)) return written;
+    const formats::ReadResult again = formats::read_edl_texts({{written.text, "the written list", 0}}, {});
+    film::UseOptions uses;
+    uses.kind = channel.kind;
+    uses.number = channel.number;
+    for (embedded::Warning& warning : film::film_differences(edit, log.get(), again.edit, uses))
+        written.warnings.push_back(std::move(warning));
+    return written;
+}
+
+formats::Written written_as(Format format, const ExportJob& job, const EditPtr& edit) {
     switch (format) {
     case Format::otio:
         return formats::write_otio(edit);
+    case Format::edl:
+        return written_as_edl(job, edit);
     }
     return {};
 }
@@ -78,6 +125,7 @@ void note_rendered(const EditPtr& edit, const EditPtr& listed, embedded::Warning
 
 int run(const ExportJob& job) {
     const Format format = format_of(job);
+    check_options(job, format);
     check_files(job);
     apply_settings(job.settings);
     embedded::Warnings warnings;
@@ -86,7 +134,7 @@ int run(const ExportJob& job) {
     note_rendered(edit, listed.edit(), warnings);
     for (embedded::Warning& warning : embedded::take_warnings_of_copy())
         warnings.push_back(std::move(warning));
-    formats::Written written = written_as(format, listed.edit());
+    formats::Written written = written_as(format, job, listed.edit());
     if (!written.error.empty()) throw JobError(job.edit.paths.front() + ": " + written.error);
     for (embedded::Warning& warning : written.warnings)
         warnings.push_back({warning.kind, job.output.report + ": " + warning.text});
@@ -96,7 +144,7 @@ int run(const ExportJob& job) {
 }
 
 Option format_option(std::optional<Format>& as) {
-    return {"--as", "FORMAT", "The format, in place of what the name of FILE says: otio",
+    return {"--as", "FORMAT", "The format, in place of what the name of FILE says: otio or edl",
             OneText{[&as](const std::string& text) { as = format_named(text); },
                     {},
                     [](const std::string& text) {
@@ -109,6 +157,9 @@ void add_options(OptionTable& options, ExportJob& job) {
     options.add({
         output_file(job.output, "The file to write"),
         format_option(job.as),
+        {"--channel", "CHANNEL", "The channel that an edit list holds: V1, V2, ... or A1, A2, ...; by default V1",
+         OneText{[&job](const std::string& text) { job.channel = parse_channel(text); }}},
+        {"--log", "TABLE", "The logging table that key numbers come from, by reel and timecode", InputFile{job.log}},
         overwrite(job.output, "Replace a file that is there"),
         quiet(job.output),
         {"--config", "KEY=VALUE", "A host-wide setting",
@@ -118,7 +169,9 @@ void add_options(OptionTable& options, ExportJob& job) {
 
 constexpr const char* examples = R"(Examples:
   quillbrook export reel1.edl --rate 24 -o reel1.otio
-      with all that lists are made of: its cutlist is that of the edit)";
+      with all that lists are made of: its cutlist is that of the edit
+  quillbrook export reel.otio -o reel.edl --log show.RDB
+      the lowest picture track as an edit list, with key numbers of the log as comments)";
 
 } // namespace
 

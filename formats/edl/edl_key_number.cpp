@@ -1,8 +1,10 @@
 // Key numbers in the comments of edit lists.
 
+#include "formats/edl/edl_lines.h"
 #include "formats/edl/edl_list.h"
 #include "formats/key_number.h"
 #include "host/ascii_text.h"
+#include "host/labels.h"
 
 #include <algorithm>
 
@@ -103,7 +105,17 @@ constexpr GaugeWord gauge_words[] = {
     {"2perf", "35mm-2p"},  {"2 perf", "35mm-2p"}, {"35mm-2p", "35mm-2p"}, {"16mm", "16mm-1p"},    {"16 mm", "16mm-1p"},
 };
 
+/// The first word that names a kind of key numbers as edits do: "65mm-5p80".
+const char* kind_named_in(std::string_view comment) {
+    for (const std::string_view word : words_of(comment)) {
+        const label_t kind = edlstr_to_label_type(std::string(word).c_str());
+        if (kind != label_none && label_t_to_key_label_t(kind) == kind) return label_type_to_edlstr(kind);
+    }
+    return nullptr;
+}
+
 const char* film_of(std::string_view comment) {
+    if (const char* named = kind_named_in(comment)) return named;
     for (const GaugeWord& gauge : gauge_words)
         if (ascii::holds(comment, gauge.word)) return gauge.film;
     return "35mm-4p";

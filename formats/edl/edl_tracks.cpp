@@ -12,12 +12,6 @@ constexpr const char* without_transition = "an event without length that no tran
 
 Fraction magnitude(const Fraction& value) { return value < Fraction() ? -value : value; }
 
-/// Normal speed is written as the true rate, cut to a digit, or as the counting.
-bool is_normal_speed(const Fraction& frames, const RateInfo& rate) {
-    const Fraction cut = Fraction((rate.rate() * Fraction(10)).floor(), 10);
-    return cut <= frames && frames <= Fraction(rate.nominal);
-}
-
 Fraction ratio_of(const Fraction& speed, const RateInfo& rate) {
     if (is_normal_speed(magnitude(speed), rate)) return speed < Fraction() ? -1 : 1;
     return speed / Fraction(rate.nominal);
@@ -334,6 +328,12 @@ Tracks Layout::run() {
 }
 
 } // namespace
+
+// It is written as the true rate, cut to a digit, or as the counting.
+bool is_normal_speed(const Fraction& frames, const RateInfo& rate) {
+    const Fraction cut = Fraction((rate.rate() * Fraction(10)).floor(), 10);
+    return cut <= frames && frames <= Fraction(rate.nominal);
+}
 
 std::int64_t frames_of_day(const RateInfo& rate, bool drop) {
     constexpr int dropping_minutes = 24 * 60 - 24 * 6;

@@ -25,6 +25,9 @@ struct NamedList {
 std::int64_t frames_of(const Timecode& time, const RateInfo& rate, bool drop, bool* skipped = nullptr);
 std::int64_t frames_of_day(const RateInfo& rate, bool drop);
 
+/// Whether frames a second, without their sign, are read as normal speed.
+bool is_normal_speed(const Fraction& frames, const RateInfo& rate);
+
 /// One line's stretch of the record and of its source.
 struct PlacedLine {
     const EventLine* line = nullptr;

@@ -1,6 +1,7 @@
 #include "formats/otio/otio_media_writer.h"
 
 #include "formats/otio/otio_fields.h"
+#include "formats/source_labels.h"
 
 namespace formats::otio {
 namespace {
@@ -9,20 +10,6 @@ using embedded::LabelDescription;
 using embedded::SourceDescription;
 
 constexpr std::string_view by_name = "name:";
-
-LabelPoint point_of(const LabelDescription& label) {
-    LabelPoint point(0, label.type);
-    if (label.sample)
-        point.set_sample(*label.sample);
-    else
-        point.set_sample(label.text.c_str());
-    return point;
-}
-
-std::string text_of(const LabelDescription& label) {
-    if (!label.sample) return label.text;
-    return point_of(label).get_string();
-}
 
 const RateInfo& rate_of(const SourceDescription& source, const RateInfo& edit_rate) {
     return source.rate ? *source.rate : edit_rate;
@@ -49,7 +36,7 @@ bool is_drop(const LabelDescription& timecode, const RateInfo& rate) {
 /// Where the label's text doesn't name the sample, as one below 0 or past a day.
 bool text_names_it(const LabelDescription& label) {
     LabelPoint read(0, label.type);
-    read.set_sample(text_of(label).c_str());
+    read.set_sample(formats::text_of(label).c_str());
     return read.is_useful() && read.sample == point_of(label).sample;
 }
 
@@ -90,23 +77,24 @@ void add_timecodes(const Values& values, const SourceDescription& source, const 
     const bool drop = source.video_timecode && is_drop(*source.video_timecode, rate);
     values.add(own, "timecode_std", tv_standard_to_edlstr({rate.code, static_cast<std::uint8_t>(drop)}));
     if (rate.can_drop()) values.add(own, "drop", JsonValue(drop));
-    if (source.video_timecode && !has_range(source)) values.add(own, "timecode", text_of(*source.video_timecode));
+    if (source.video_timecode && !has_range(source))
+        values.add(own, "timecode", formats::text_of(*source.video_timecode));
     if (source.sound_timecode) {
         const TCInf standard = standard_of(*source.sound_timecode, rate);
-        values.add(own, "sound_timecode", text_of(*source.sound_timecode));
+        values.add(own, "sound_timecode", formats::text_of(*source.sound_timecode));
         values.add(own, "sound_std", tv_standard_to_edlstr(standard));
     }
-    if (source.timecode_24p) values.add(own, "timecode_24p", text_of(*source.timecode_24p));
+    if (source.timecode_24p) values.add(own, "timecode_24p", formats::text_of(*source.timecode_24p));
 }
 
 void add_film_numbers(const Values& values, const SourceDescription& source, JsonValue& own) {
     if (source.key) {
         values.add(own, "film", label_type_to_edlstr(source.key->type));
-        values.add(own, "keycode", text_of(*source.key));
+        values.add(own, "keycode", formats::text_of(*source.key));
     }
     if (source.ink) {
         values.add(own, "ink", label_type_to_edlstr(source.ink->type));
-        values.add(own, "inkcode", text_of(*source.ink));
+        values.add(own, "inkcode", formats::text_of(*source.ink));
     }
 }
 

@@ -5,6 +5,7 @@
 #include "formats/otio/otio_reader.h"
 #include "formats/otio/otio_timeline.h"
 #include "formats/recipe_difference.h"
+#include "formats/source_labels.h"
 
 #include <algorithm>
 #include <utility>
@@ -76,11 +77,7 @@ JsonValue TimelineWriter::timeline() {
     values_.add(own, "modification_time", JsonValue(edit.modification_time));
     if (edit.drop_frame) values_.add(own, "drop_frame", JsonValue(true));
     if (edit.film_rate) values_.add(own, "film_rate", text_of(*edit.film_rate));
-    if (edit.timecode_24p) {
-        const auto& start = *edit.timecode_24p;
-        values_.add(own, "timecode_24p",
-                    start.sample ? LabelPoint(*start.sample, start.type).get_string() : start.text);
-    }
+    if (edit.timecode_24p) values_.add(own, "timecode_24p", formats::text_of(*edit.timecode_24p));
     values_.add_given(own, "identity", edit.identity);
 
     JsonValue timeline = values_.object("Timeline.1");

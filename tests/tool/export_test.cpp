@@ -89,4 +89,49 @@ TEST_F(Export, SaysNothingWhereItIsQuiet) {
     EXPECT_EQ(run({"export", "rendered.otio", "-o", "again.otio", "--quiet"}).err, "");
 }
 
+TEST_F(Export, WritesAnEditListThatMeansTheSameFilm) {
+    const ToolResult result = run({"export", "reel.otio", "-o", "reel.edl"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_NE(result.err.find("reel.edl: holds V1 alone: A1 need lists of their own"), std::string::npos) << result.err;
+    EXPECT_EQ(result.err.find("read again as other film"), std::string::npos) << result.err;
+    EXPECT_EQ(read("reel.edl").find("TITLE:"), 0U);
+    EXPECT_EQ(run({"cutlist", "reel.edl", "-o", "lists.txt"}).status, 0);
+    const ToolResult sound = run({"export", "reel.otio", "-o", "-", "--as", "edl", "--channel", "A1"});
+    EXPECT_EQ(sound.status, 0) << sound.err;
+    EXPECT_NE(sound.out.find(" A     C "), std::string::npos) << sound.out;
+    const ToolResult none = run({"export", "reel.otio", "-o", "v7.edl", "--channel", "V7"});
+    EXPECT_EQ(none.status, 1);
+    EXPECT_NE(none.err.find("the edit has no channel V7"), std::string::npos) << none.err;
+}
+
+constexpr const char* slow_edit = R"({"OTIO_SCHEMA": "Timeline.1", "name": "Slow film",
+  "global_start_time": {"OTIO_SCHEMA": "RationalTime.1", "rate": 24, "value": 0},
+  "tracks": {"OTIO_SCHEMA": "Stack.1", "children": [{"OTIO_SCHEMA": "Track.1", "children": [{"OTIO_SCHEMA": "Clip.1",
+  "name": "A", "source_range": {"OTIO_SCHEMA": "TimeRange.1",
+    "start_time": {"OTIO_SCHEMA": "RationalTime.1", "rate": 24, "value": 3},
+    "duration": {"OTIO_SCHEMA": "RationalTime.1", "rate": 24, "value": 50}},
+  "metadata": {"quillbrook": {"reel": "V012", "keycode": "KJ 12 3456-0100+05", "film_rate": 18}}}]}]}})";
+
+TEST_F(Export, TellsWhereAnEditListMeansOtherFilm) {
+    write("slow.otio", slow_edit);
+    const ToolResult result = run({"export", "slow.otio", "-o", "slow.edl"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_NE(result.err.find("frames are read again as other film: KJ1234560100+"), std::string::npos) << result.err;
+}
+
+TEST_F(Export, TakesKeyNumbersOfAnEditListFromALog) {
+    write("log.ale", "Heading\nFIELD_DELIM\tTABS\nFPS\t24\n\nColumn\nTape\tStart\tEnd\tKN Start\tKN End\n\nData\n"
+                     "V012\t01:00:00:00\t01:10:00:00\tEA 11 0001-0003+00\tEA 11 0001-0903+00\n");
+    EXPECT_EQ(run({"log", "import", "log.ale", "-o", "log.RDB"}).status, 0);
+    write("cut.edl", "TITLE: Cut\nFCM: NON-DROP FRAME\n"
+                     "001  V012     V     C        01:00:01:08 01:00:02:08 00:00:00:00 00:00:01:00\n");
+    const ToolResult result = run({"export", "cut.edl", "--rate", "24", "--log", "log.RDB", "-o", "keys.edl"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.err, "");
+    EXPECT_NE(read("keys.edl").find("* KEY NUMBER: EA1100010005+00 35mm-4p"), std::string::npos) << read("keys.edl");
+    EXPECT_EQ(run({"export", "cut.edl", "--rate", "24", "--log", "log.RDB", "-o", "keys.otio"}).status, 1);
+    EXPECT_EQ(run({"export", "cut.edl", "--rate", "24", "--log", "log.ale", "-o", "more.edl"}).status, 1);
+    EXPECT_EQ(run({"export", "cut.edl", "--rate", "24", "--channel", "V1", "-o", "more.otio"}).status, 1);
+}
+
 } // namespace

@@ -1,0 +1,77 @@
+#include "film/film_difference.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+namespace film {
+namespace {
+
+/// What an edit shows at one film frame: what is cut to, and what goes and comes.
+using Shown = std::multiset<std::string>;
+using Film = std::map<std::int64_t, Shown>;
+
+/// By key number; where there is none, by timecode.
+std::string text_at(const Strip& strip, std::int64_t k) {
+    if (strip.key) return strip.key.text_at(k);
+    if (strip.timecode) return strip.rolls.tape + " " + strip.timecode.text_at(k);
+    return strip.name;
+}
+
+Film film_of(const Strips& strips) {
+    Film film;
+    for (const Strip& strip : strips)
+        for (std::int64_t k = 0; strip.layer == 0 && !strip.black && k < strip.length(); ++k)
+            film[strip.start + k].insert(text_at(strip, k));
+    return film;
+}
+
+std::string joined(const Shown& shown) {
+    std::string text;
+    for (const std::string& one : shown)
+        text += (text.empty() ? "" : " and ") + one;
+    return text.empty() ? "nothing" : text;
+}
+
+const Shown& at(const Film& film, std::int64_t frame) {
+    static const Shown none;
+    const auto found = film.find(frame);
+    return found == film.end() ? none : found->second;
+}
+
+/// A run of frames that differ in one event.
+struct Difference {
+    std::int64_t first = 0;
+    int frames = 0;
+};
+
+} // namespace
+
+embedded::Warnings film_differences(const EditPtr& edit, const LogRows* log, const EditPtr& again,
+                                    const UseOptions& options) {
+    constexpr std::size_t most = 20;
+    const Strips strips = uses_of_edit(edit, options, log);
+    const Film wanted = film_of(strips), got = film_of(uses_of_edit(again, options));
+    std::map<int, Difference> differences;
+    for (const Strip& strip : strips)
+        for (std::int64_t k = 0; strip.layer == 0 && k < strip.length(); ++k) {
+            if (at(wanted, strip.start + k) == at(got, strip.start + k)) continue;
+            Difference& difference = differences.try_emplace(strip.item, Difference{strip.start + k, 0}).first->second;
+            ++difference.frames;
+        }
+    embedded::Warnings warnings;
+    for (const auto& [item, difference] : differences) {
+        if (warnings.size() == most) break;
+        const std::int64_t frame = difference.first;
+        warnings.push_back({embedded::WarningKind::replaced,
+                            "from film frame " + std::to_string(frame) + " on, " + std::to_string(difference.frames) +
+                                (difference.frames == 1 ? " frame" : " frames") + " are read again as other film: " +
+                                joined(at(got, frame)) + " in place of " + joined(at(wanted, frame))});
+    }
+    if (differences.size() > most)
+        warnings.push_back({embedded::WarningKind::replaced,
+                            "the same of " + std::to_string(differences.size() - most) + " further events"});
+    return warnings;
+}
+
+} // namespace film

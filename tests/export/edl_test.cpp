@@ -1,0 +1,303 @@
+// Edit lists that are written and read again mean the same film.
+
+#include "embedded/edit_recipe.h"
+#include "film/film_difference.h"
+#include "formats/edl/edl_list.h"
+#include "formats/edl/edl_reader.h"
+#include "formats/edl/edl_writer.h"
+#include "tests/export/plain_edit.h"
+
+#include <gmock/gmock.h>
+
+using namespace export_test;
+using formats::Written;
+
+namespace {
+
+formats::ReadResult read_again(const Written& written) {
+    return formats::read_edl_texts({{written.text, "again.edl", 7}}, {});
+}
+
+std::string lines_of(const embedded::Warnings& warnings) {
+    std::string text;
+    for (const embedded::Warning& warning : warnings)
+        text += warning.text + "\n";
+    return text;
+}
+
+/// Events on one track at a rate of film, of which a list can say all: whole frames, reels, speeds of few digits.
+class ListableEdit {
+public:
+    EditPtr finish() {
+        EditDescription edit = generator_test::plain_edit();
+        edit.rate = rate_;
+        edit.start_frame = number(0, 200000);
+        EditBuilder builder(edit);
+        builder.add_channel(picture);
+        builder.add_event(0, event(builder));
+        for (int left = number(0, 9); left > 0; --left)
+            add(builder);
+        builder.add_event(0, event(builder));
+        return builder.finish();
+    }
+
+private:
+    /// An even number of frames, as at odd ones half the speed lies between two frames of the source.
+    Fraction time(int least, int above) { return Fraction(2 * number(least, above)) / rate_->rate(); }
+
+    SourceDescription source(int serial) {
+        SourceDescription source = bare_source("source " + std::to_string(serial));
+        LabelDescription timecode;
+        timecode.type = rate_->timecode;
+        timecode.sample = number(200, rate_->nominal * 80000);
+        timecode.rate = rate_->rate();
+        source.video_timecode = timecode;
+        source.reels[{1, 2}] = "REEL " + std::to_string(serial);
+        if (!one_in(4)) source.key = label(*rc::gen::element(10, 11, 12, 22, 34, 36), "KJ1234564100+05");
+        if (one_in(4) && rate_->num == 24) source.start_strip = Fraction(number(-5, 30), 8);
+        if (one_in(3)) source.identity = "dailies/" + source.name + ".mov";
+        return source;
+    }
+
+    /// Of a reel of its own: what a dissolve comes from is told by its reel.
+    EventDescription event(EditBuilder& builder) {
+        EventDescription event;
+        event.source = builder.add_source(source(++serial_));
+        event.duration = time(1, 30);
+        event.source_in = time(50, 200);
+        event.speed = *rc::gen::element<Fraction>(1, 1, 1, 2, -1, 0, Fraction(1, 2), Fraction(-3, 2));
+        return event;
+    }
+
+    void add(EditBuilder& builder) {
+        if (one_in(3)) {
+            TransitionDescription transition = one_in(3) ? wipe(0, 0, number(0, 99), one_in(2)) : dissolve(0, 0);
+            transition.in_offset = time(0, 10);
+            transition.out_offset = time(0, 10);
+            builder.add_transition(0, transition);
+        } else if (one_in(4)) {
+            builder.add_black(0, time(1, 20));
+        } else {
+            builder.add_event(0, event(builder));
+        }
+    }
+
+    const embedded::RateInfo* rate_ = embedded::nearest_rate(*rc::gen::element(24.0, 23.976, 25.0));
+    int serial_ = 0;
+};
+
+TEST(EdlExport, MeansTheSameFilmWhereAListCanSayIt) {
+    EXPECT_TRUE(rc::check([] {
+        const EditPtr edit = ListableEdit().finish();
+        const Written written = formats::write_edl(edit, {0, {}});
+        RC_ASSERT(lines_of(written.warnings) + written.error == "");
+        const formats::ReadResult again = read_again(written);
+        RC_ASSERT(lines_of(again.warnings) + again.error == "");
+        RC_ASSERT(lines_of(film::film_differences(edit, nullptr, again.edit, {})) == "");
+        RC_ASSERT(again.edit->getFrameRate() == edit->getFrameRate());
+    }));
+}
+
+TEST(EdlExport, MakesAListOfAnyEditThatIsReadAgain) {
+    EXPECT_TRUE(rc::check([] {
+        const EditPtr edit = one_in(2) ? PlainEdit().finish() : any_edit();
+        const embedded::EditRecipe& recipe = *embedded::recipe_of(edit);
+        const int channel = number(0, static_cast<int>(recipe.channels.size()));
+        const Written written = formats::write_edl(edit, {channel, {}});
+        RC_ASSERT(written.text.empty() == !written.error.empty());
+        if (!written.error.empty()) return;
+        const formats::ReadResult again = read_again(written);
+        RC_CLASSIFY(!again.warnings.empty(), "with warnings when it is read");
+        RC_ASSERT(again.error == "");
+        RC_ASSERT(again.edit->getFrameRate() == edit->getFrameRate());
+    }));
+}
+
+/// One picture track at 24 frames from 01:00:00:00.
+class OneTrack {
+public:
+    explicit OneTrack(double rate = 24.0, bool drop = false) {
+        description.rate = embedded::nearest_rate(rate);
+        description.drop_frame = drop;
+        description.start_frame = 3600 * description.rate->nominal;
+    }
+
+    SourceDescription reel(const std::string& name) const {
+        SourceDescription source = bare_source(name);
+        LabelDescription timecode;
+        timecode.type = description.rate->timecode;
+        timecode.text = "02:00:00:00";
+        timecode.rate = description.rate->rate();
+        source.video_timecode = timecode;
+        source.reels[{1, 2}] = "R" + name;
+        return source;
+    }
+
+    EditDescription description = generator_test::plain_edit();
+};
+
+std::string list_of(EditBuilder& builder, int channel = 0) {
+    return formats::write_edl(builder.finish(), {channel, {}}).text;
+}
+
+TEST(EdlLines, AreThoseOfAnEditList) {
+    OneTrack track;
+    EditBuilder builder(track.description);
+    SourceDescription first = track.reel("A");
+    first.key = label(12, "KJ1234560100+05");
+    const SourceId a = builder.add_source(first), b = builder.add_source(track.reel("B"));
+    builder.add_channel(picture);
+    builder.add_event(0, event_of(a, 48, 24));
+    builder.add_transition(0, dissolve(6, 6, "SMPTE_Dissolve"));
+    builder.add_event(0, event_of(b, 24, 48, Fraction(-1, 2)));
+    builder.add_black(0, frames(24));
+    builder.add_stack_cue(cue(12, "the door"));
+    EXPECT_EQ(list_of(builder), R"(TITLE: Reel 1
+FCM: NON-DROP FRAME
+* FRAME RATE: 24
+001  RA       V     C        02:00:01:00 02:00:02:18 01:00:00:00 01:00:01:18
+* FROM CLIP NAME: A
+* KEY NUMBER: KJ1234560101+08.2 35mm-3p
+* LOC: 01:00:00:12 RED     the door
+002  RA       V     C        02:00:02:18 02:00:02:18 01:00:01:18 01:00:01:18
+002  RB       V     D    012 02:00:02:00 02:00:02:15 01:00:01:18 01:00:03:00
+M2   RB       -012.0                02:00:02:00
+* FROM CLIP NAME: A
+* KEY NUMBER: KJ1234560103+07.1 35mm-3p
+* TO CLIP NAME: B
+003  BL       V     C        00:00:00:00 00:00:01:00 01:00:03:00 01:00:04:00
+)");
+}
+
+TEST(EdlLines, MarkDropFrameOfTheRecordAndOfEachSource) {
+    OneTrack track(29.97, true);
+    track.description.start_frame = 0;
+    EditBuilder builder(track.description);
+    SourceDescription drop = track.reel("D");
+    drop.video_timecode->type = track.description.rate->drop_timecode;
+    const SourceId a = builder.add_source(drop), b = builder.add_source(track.reel("N"));
+    builder.add_channel(picture);
+    const Fraction second = Fraction(30) / track.description.rate->rate();
+    for (const SourceId source : {a, b, a}) {
+        EventDescription event = event_of(source, 0);
+        event.duration = second;
+        builder.add_event(0, event);
+    }
+    const std::string list = list_of(builder);
+    EXPECT_NE(list.find("FCM: DROP FRAME\n* FRAME RATE: 29.97\n001  RD       V     C        02:00:00;00"),
+              std::string::npos)
+        << list;
+    EXPECT_NE(list.find("FCM: NON-DROP FRAME\n002  RN       V     C        02:00:00:00 02:00:01:00 00:00:01;00"),
+              std::string::npos);
+    EXPECT_NE(list.find("003  RD       V     C        02:00:00;00"), std::string::npos);
+    const formats::ReadResult again = formats::read_edl_texts({{list, "again.edl", 0}}, {});
+    const embedded::EditRecipe& recipe = *embedded::recipe_of(again.edit);
+    EXPECT_TRUE(recipe.edit.drop_frame);
+    EXPECT_EQ(recipe.sources.at(0).video_timecode->type, track.description.rate->drop_timecode);
+    EXPECT_EQ(recipe.sources.at(1).video_timecode->type, track.description.rate->timecode);
+}
+
+TEST(EdlLines, HoldTheStartWhereTheTrackBeginsEmpty) {
+    OneTrack track;
+    EditBuilder builder(track.description);
+    const SourceId a = builder.add_source(track.reel("A"));
+    builder.add_channel(picture);
+    builder.add_gap(0, frames(24));
+    builder.add_event(0, event_of(a, 24));
+    builder.add_gap(0, frames(24));
+    builder.add_event(0, event_of(a, 24));
+    const std::string list = list_of(builder);
+    EXPECT_NE(list.find("001  BL       V     C        00:00:00:00 00:00:01:00 01:00:00:00 01:00:01:00"),
+              std::string::npos);
+    EXPECT_EQ(list.find("BL", list.find("002")), std::string::npos) << "a later gap is a place that isn't recorded";
+}
+
+TEST(EdlLines, AreOfTheChannelThatIsAskedFor) {
+    OneTrack track;
+    EditBuilder builder(track.description);
+    const SourceId a = builder.add_source(track.reel("A")), b = builder.add_source(track.reel("B"));
+    builder.add_channel(picture);
+    builder.add_event(0, event_of(a, 24));
+    for (const SourceId source : {a, b})
+        builder.add_event(builder.add_channel(sound), event_of(source, 24));
+    const EditPtr edit = builder.finish();
+    const Written written = formats::write_edl(edit, {2, {}});
+    EXPECT_NE(written.text.find("001  RB       A2    C   "), std::string::npos) << written.text;
+    EXPECT_NE(lines_of(written.warnings).find("holds A2 alone: V1, A1 need lists of their own"), std::string::npos);
+    EXPECT_EQ(formats::write_edl(edit, {3, {}}).error, "the edit has no such channel");
+}
+
+TEST(EdlExport, RefusesWhatCantBeAList) {
+    OneTrack track;
+    EditBuilder builder(track.description);
+    builder.add_channel(picture, 8);
+    builder.add_gap(0, frames(20), {lab_effect("Blur")});
+    builder.add_channel(picture);
+    const EditPtr edit = builder.finish();
+    EXPECT_EQ(formats::write_edl(edit, {0, {}}).error, "an FX track can't be an edit list");
+    EXPECT_EQ(formats::write_edl(edit, {1, {}}).error, "V2 holds nothing for an edit list");
+}
+
+std::string losses_of(const OneTrack& track, const SourceDescription& source, const Fraction& speed = 1) {
+    EditBuilder builder(track.description);
+    const SourceId id = builder.add_source(source);
+    builder.add_channel(picture);
+    builder.add_event(0, event_of(id, 24, 0, speed));
+    return lines_of(formats::write_edl(builder.finish(), {0, {}}).warnings);
+}
+
+TEST(EdlExport, TellsWhatAListCantHold) {
+    const OneTrack track;
+    SourceDescription source = track.reel("A");
+    EXPECT_EQ(losses_of(track, source), "");
+    source.reels[{2, 1}] = "A001";
+    source.scene = "12";
+    EXPECT_EQ(losses_of(track, source), "source \"A\": not kept: its other reels, its scene, take and description\n");
+    source = track.reel("A");
+    source.reels[{1, 2}] = "BL";
+    EXPECT_EQ(losses_of(track, source), "source \"A\": its reel \"BL\" means no reel in a list\n");
+    source = track.reel("A");
+    EXPECT_EQ(losses_of(track, source, Fraction(1, 7)),
+              "V1 at 01:00:00:00, \"A\": its speed of 0.142857 can't be told exactly, and is rounded\n");
+    source.rate = embedded::nearest_rate(25.0);
+    EXPECT_EQ(losses_of(track, source), "source \"A\": its timecode counts 25 and is written as the edit counts\n"
+                                        "source \"A\": not kept: its film rate\n");
+    source = track.reel("A");
+    source.key = label(10, "__5678900100+05");
+    EXPECT_EQ(losses_of(track, source), "V1 at 01:00:00:00, \"A\": its key number isn't kept\n");
+}
+
+TEST(EdlExport, TakesKeyNumbersFromALogInPlaceOfItsOwn) {
+    const OneTrack track;
+    EditBuilder builder(track.description);
+    SourceDescription source = track.reel("A");
+    source.key = label(10, "KJ1234560100+05");
+    const SourceId a = builder.add_source(source);
+    builder.add_channel(picture);
+    builder.add_event(0, event_of(a, 24, 12));
+    std::vector<std::string> asked;
+    const auto keys = [&](const std::string& reel, std::int64_t frame, const Fraction& share) {
+        asked.push_back(reel + " " + std::to_string(frame) + " " + std::to_string(share.to_double()));
+        LabelPoint key(0, label_key_35mm_4p);
+        key.set_sample("EA1100010003+01");
+        return std::optional<LabelPoint>(key);
+    };
+    const Written written = formats::write_edl(builder.finish(), {0, keys});
+    EXPECT_THAT(asked, testing::ElementsAre("RA 172812 1.000000"));
+    EXPECT_NE(written.text.find("* KEY NUMBER: EA1100010003+01 35mm-4p"), std::string::npos);
+    EXPECT_EQ(written.text.find("KJ12"), std::string::npos);
+}
+
+TEST(EdlKeyNumbers, AreOfTheKindThatTheCommentNames) {
+    const auto film_of = [](const std::string& comment) {
+        const auto found = formats::edl::find_key_number(comment, false);
+        return found ? found->film : "none";
+    };
+    EXPECT_EQ(film_of("* KEY NUMBER: KJ1234560100+05 65mm-5p80"), "65mm-5p80");
+    EXPECT_EQ(film_of("* KEY NUMBER: KJ1234560100+05 35mm-3p-5d"), "35mm-3p-5d");
+    EXPECT_EQ(film_of("* KEY NUMBER: KJ1234560100+05 25fps"), "35mm-4p");
+    EXPECT_EQ(film_of("* KEY NUMBER: KJ1234560100+05 35mm-3p-ft"), "35mm-3p");
+    EXPECT_EQ(film_of("* 16 mm, KJ1234560100+05"), "16mm-1p");
+}
+
+} // namespace

@@ -1,0 +1,12 @@
+#pragma once
+// Key numbers for edits that are written for other programs.
+
+#include "film/log_rows.h"
+#include "formats/edl/edl_writer.h"
+
+namespace tool {
+
+/// By the rows of a log; null where there is none. `log` outlives it.
+formats::KeyOfFrame keys_of_log(const film::LogRows* log);
+
+} // namespace tool
