@@ -4,6 +4,8 @@
 #include "formats/edit_writing.h"
 #include "formats/edl/edl_reader.h"
 #include "formats/edl/edl_writer.h"
+#include "formats/logs/ale_reader.h"
+#include "formats/logs/ale_writer.h"
 #include "formats/otio/otio_reader.h"
 #include "formats/otio/otio_writer.h"
 
@@ -25,6 +27,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const formats::Written list = formats::write_edl(read.edit, {channel, {}});
         if (list.text.empty() == list.error.empty()) std::abort();
         if (list.error.empty() && !formats::read_edl_texts({{list.text, "b.edl", 0}}).edit) std::abort();
+        const formats::Written log = formats::write_ale(read.edit, {{channel}, {}});
+        if (log.text.empty() == log.error.empty()) std::abort();
+        const formats::TextLines lines(log.text);
+        if (log.error.empty() && !formats::read_ale(lines, "b.ale").error.empty()) std::abort();
     }
     return 0;
 }

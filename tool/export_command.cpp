@@ -4,6 +4,7 @@
 #include "film/film_difference.h"
 #include "formats/edl/edl_reader.h"
 #include "formats/edl/edl_writer.h"
+#include "formats/logs/ale_writer.h"
 #include "formats/otio/otio_writer.h"
 #include "tool/command.h"
 #include "tool/export_keys.h"
@@ -24,14 +25,14 @@
 namespace tool {
 namespace {
 
-enum class Format { otio, edl };
+enum class Format { otio, edl, ale };
 
 struct FormatName {
     const char* name; ///< as --as takes it, and without its point the extension of its files
     Format format;
 };
 
-constexpr FormatName format_names[] = {{"otio", Format::otio}, {"edl", Format::edl}};
+constexpr FormatName format_names[] = {{"otio", Format::otio}, {"edl", Format::edl}, {"ale", Format::ale}};
 
 struct ExportJob {
     EditInput edit;
@@ -107,12 +108,29 @@ formats::Written written_as_edl(const ExportJob& job, const EditPtr& edit) {
     return written;
 }
 
+/// Of the channel that is named, else of all that show film.
+formats::Written written_as_ale(const ExportJob& job, const EditPtr& edit) {
+    const auto log = job.log.empty() ? nullptr : open_log_rows(job.log);
+    formats::AleWriting writing;
+    writing.key_of_frame = keys_of_log(log.get());
+    if (job.channel) {
+        writing.channels.push_back(number_of(edit, *job.channel));
+        return formats::write_ale(edit, writing);
+    }
+    Vector<int> channels;
+    edit->getChans(channels, picture_kind, 0);
+    writing.channels.assign(channels.begin(), channels.end());
+    return formats::write_ale(edit, writing);
+}
+
 formats::Written written_as(Format format, const ExportJob& job, const EditPtr& edit) {
     switch (format) {
     case Format::otio:
         return formats::write_otio(edit);
     case Format::edl:
         return written_as_edl(job, edit);
+    case Format::ale:
+        return written_as_ale(job, edit);
     }
     return {};
 }
@@ -144,7 +162,7 @@ int run(const ExportJob& job) {
 }
 
 Option format_option(std::optional<Format>& as) {
-    return {"--as", "FORMAT", "The format, in place of what the name of FILE says: otio or edl",
+    return {"--as", "FORMAT", "The format, in place of what the name of FILE says: otio, edl or ale",
             OneText{[&as](const std::string& text) { as = format_named(text); },
                     {},
                     [](const std::string& text) {
@@ -157,7 +175,7 @@ void add_options(OptionTable& options, ExportJob& job) {
     options.add({
         output_file(job.output, "The file to write"),
         format_option(job.as),
-        {"--channel", "CHANNEL", "The channel that an edit list holds: V1, V2, ... or A1, A2, ...; by default V1",
+        {"--channel", "CHANNEL", "The channel of an .edl, by default V1, or of an .ale, by default all of pictures",
          OneText{[&job](const std::string& text) { job.channel = parse_channel(text); }}},
         {"--log", "TABLE", "The logging table that key numbers come from, by reel and timecode", InputFile{job.log}},
         overwrite(job.output, "Replace a file that is there"),
@@ -171,7 +189,9 @@ constexpr const char* examples = R"(Examples:
   quillbrook export reel1.edl --rate 24 -o reel1.otio
       with all that lists are made of: its cutlist is that of the edit
   quillbrook export reel.otio -o reel.edl --log show.RDB
-      the lowest picture track as an edit list, with key numbers of the log as comments)";
+      the lowest picture track as an edit list, with key numbers of the log as comments
+  quillbrook export reel.otio -o shots.ale
+      what is used of each shot, with its key numbers, rolls and timecode)";
 
 } // namespace
 

@@ -2,7 +2,7 @@
 // Key numbers for edits that are written for other programs.
 
 #include "film/log_rows.h"
-#include "formats/edl/edl_writer.h"
+#include "formats/key_lookup.h"
 
 namespace tool {
 

@@ -134,4 +134,15 @@ TEST_F(Export, TakesKeyNumbersOfAnEditListFromALog) {
     EXPECT_EQ(run({"export", "cut.edl", "--rate", "24", "--channel", "V1", "-o", "more.otio"}).status, 1);
 }
 
+TEST_F(Export, WritesALogThatGivesTheEditItsNumbers) {
+    const ToolResult result = run({"export", "reel.otio", "-o", "shots.ale"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    const ToolResult imported = run({"log", "import", "shots.ale", "-o", "shots.RDB"});
+    EXPECT_EQ(imported.status, 0) << imported.err;
+    EXPECT_NE(run({"log", "show", "shots.RDB"}).out.find("KJ"), std::string::npos);
+    EXPECT_EQ(run({"export", "reel.otio", "-o", "a1.ale", "--channel", "A1"}).status, 0);
+    EXPECT_NE(read("a1.ale"), read("shots.ale"));
+    EXPECT_EQ(run({"export", "reel.otio", "-o", "a9.ale", "--channel", "A9"}).status, 1);
+}
+
 } // namespace
