@@ -1,6 +1,7 @@
 #include "formats/edit_readers.h"
 
 #include "formats/edl/edl_reader.h"
+#include "formats/fcp7xml/fcp7_reader.h"
 #include "formats/fcpxml/fcpxml_reader.h"
 #include "formats/otio/otio_reader.h"
 #include "formats/sequence_choice.h"
@@ -23,6 +24,7 @@ constexpr EditReader readers[] = {
     {FileKind::otio, ".otio", false, read_first<read_otio>},
     {FileKind::edl, ".edl", true, read_edl},
     {FileKind::fcpxml, ".fcpxml", false, read_first<read_fcpxml>},
+    {FileKind::fcp7xml, ".xml", false, read_first<read_fcp7xml>},
 };
 
 bool tells_nothing(FileKind kind) {

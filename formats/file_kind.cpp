@@ -77,6 +77,16 @@ FileKind kind_of_lines(std::string_view bytes, std::string_view head) {
     return looks_like_flex(lines) ? FileKind::flex : FileKind::text;
 }
 
+/// XML may be 16-bit text, which its reader takes: its head without the half of the bytes that is 0.
+FileKind kind_of_wide_text(std::string_view bytes) {
+    std::string head;
+    for (const char c : bytes.substr(2, 2 * head_size))
+        if (c != '\0') head += c;
+    const bool xml = !head.empty() && head[0] == '<';
+    const FileKind kind = xml ? by_word(xml_texts, head) : FileKind::wide_text;
+    return kind == FileKind::xml ? FileKind::wide_text : kind;
+}
+
 FileKind kind_of_text(std::string_view bytes, bool marked) {
     if (bytes.substr(0, table_mark.size()) == table_mark) return kind_of_table(bytes.substr(0, head_size), marked);
     const std::string_view text = bytes.substr(std::min(bytes.find_first_not_of(" \t\r\n"), bytes.size()));
@@ -109,8 +119,8 @@ constexpr Told told[] = {
     {FileKind::report, "a printed report", ""},
     {FileKind::change_document, "the steps of a changelist", ""},
     {FileKind::json, "JSON, but no edit", ""},
-    {FileKind::fcp7xml, "FCP 7 XML, which isn't read; export an edit list or OpenTimelineIO", ""},
     {FileKind::fcpxml, "an FCPXML edit", "cutlist"},
+    {FileKind::fcp7xml, "an FCP 7 XML edit", "cutlist"},
     {FileKind::xml, "XML, but no edit", ""},
     {FileKind::aaf, "AAF or another compound file, which isn't read; export an edit list or OpenTimelineIO", ""},
     {FileKind::pdf, "a PDF document", ""},
@@ -129,7 +139,8 @@ const Told& row_of(FileKind kind) {
 FileKind kind_of_file(std::string_view bytes) {
     if (bytes.empty()) return FileKind::empty;
     for (const Magic& magic : magics)
-        if (bytes.substr(0, magic.bytes.size()) == magic.bytes) return magic.kind;
+        if (bytes.substr(0, magic.bytes.size()) == magic.bytes)
+            return magic.kind == FileKind::wide_text ? kind_of_wide_text(bytes) : magic.kind;
     const bool marked = bytes.substr(0, byte_order_mark.size()) == byte_order_mark;
     if (marked) bytes.remove_prefix(byte_order_mark.size());
     if (bytes.substr(0, head_size).find('\0') != std::string_view::npos) return FileKind::binary;

@@ -26,9 +26,8 @@ Element Element::first_child() const { return document_ ? at(document_->node(num
 Element Element::next() const { return document_ ? at(document_->node(number_).next) : Element(); }
 
 Element Element::child(std::string_view name) const {
-    for (const Element child : children())
-        if (child.name() == name) return child;
-    return {};
+    if (!document_) return {};
+    return at(document_->child_named(document_->node(number_).first_child, name));
 }
 
 Element Element::next_of_name() const {
@@ -53,5 +52,15 @@ std::string_view Element::attribute(std::string_view name) const {
 }
 
 bool Element::has_attribute(std::string_view name) const { return find_attribute(name).has_value(); }
+
+// Most of reading is this: few names have the length and the first letter of another.
+std::uint32_t Document::child_named(std::uint32_t first, std::string_view name) const {
+    if (name.empty()) return none;
+    for (std::uint32_t at = first; at != none; at = nodes_[at].next) {
+        const std::string& other = names_[nodes_[at].name];
+        if (other.size() == name.size() && other.front() == name.front() && other == name) return at;
+    }
+    return none;
+}
 
 } // namespace formats::xml

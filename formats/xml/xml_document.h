@@ -142,6 +142,7 @@ private:
     };
 
     const Node& node(std::uint32_t number) const { return nodes_[number]; }
+    std::uint32_t child_named(std::uint32_t first, std::string_view name) const;
     std::string_view text_at(std::uint32_t start, std::uint32_t size) const {
         return std::string_view(texts_).substr(start, size);
     }
