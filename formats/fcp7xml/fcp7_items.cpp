@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t deepest_nest = 100;
 /// Nests that hold nests several times each grow without bound.
-constexpr std::size_t most_items = 1'000'000;
+constexpr std::size_t most_nested = 200'000;
 std::string label_of(const Element& element) {
     return "line " + std::to_string(element.line()) + " \"" + std::string(element.text_of("name")) + "\"";
 }
@@ -47,8 +47,8 @@ Rate rate_of_sequence(const Element& sequence) {
 
 void Flattener::count(std::size_t more, const Element& where) {
     made_ += more;
-    if (made_ > most_items)
-        throw ReadError{place_of(where) + ": nests in nests come to more than " + std::to_string(most_items) +
+    if (made_ > most_nested)
+        throw ReadError{place_of(where) + ": nests in nests come to more than " + std::to_string(most_nested) +
                         " items"};
 }
 
@@ -87,7 +87,7 @@ Items Flattener::items_of(const Element& track, const Rate& rate, int kind) {
         if (now < placed.from) items.push_back(item_like(placed, context_.clock.seconds(placed.from - now, rate)));
         add_transition(placed.head);
         Items content = content_of(placed);
-        count(content.size() + 1, placed.element);
+        if (depth_ > 0) count(content.size(), placed.element);
         std::move(content.begin(), content.end(), std::back_inserter(items));
         add_transition(placed.tail);
         nests = nests || placed.element.child("sequence");

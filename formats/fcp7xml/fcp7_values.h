@@ -10,6 +10,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
+#include <utility>
 
 namespace formats::fcp7 {
 
@@ -25,7 +27,7 @@ struct ReadError {
 /// As `line 12: clip item "A012"`.
 std::string place_of(const Element& object);
 
-/// Where there is something to tell.
+/// Takes what there is to tell, the same thing once: a file is looked at for each clip of it.
 class Teller {
 public:
     explicit Teller(embedded::Warnings& warnings) : warnings_(warnings) {}
@@ -37,13 +39,15 @@ public:
     }
     void rate(const Element& object, const std::string& what) { tell(embedded::WarningKind::rate, object, what); }
     void tell(embedded::WarningKind kind, const Element& object, const std::string& what) {
-        warnings_.push_back({kind, place_of(object) + ": " + what});
+        std::string line = place_of(object) + ": " + what;
+        if (told_.insert(line).second) warnings_.push_back({kind, std::move(line)});
     }
 
     embedded::Warnings& warnings() { return warnings_; }
 
 private:
     embedded::Warnings& warnings_;
+    std::unordered_set<std::string> told_;
 };
 
 /// A decimal number, of frames or of percents, exactly; one within 1e-4 of a whole number is that number. Nothing for

@@ -179,7 +179,7 @@ TEST_F(Streams, WrongEditsAreToldForWhatTheyAre) {
     write("a.otio", "%PDF-1.7\n");
     expect_refused({"edit", "show", "a.otio"}, "a.otio: is a PDF document; an edit (.otio, .edl, ");
     write("b.xml", "<?xml version=\"1.0\"?>\n<xmeml version=\"5\"/>\n");
-    expect_refused({"cutlist", "b.xml", "-o", "b.txt"}, "b.xml: is FCP 7 XML, which isn't read; export an edit list");
+    expect_refused({"cutlist", "b.xml", "-o", "b.txt"}, "b.xml: holds no sequence");
     expect_refused({"cutlist", "cut.cdb", "-o", "b.txt"}, "cut.cdb: is a cutlist table; \"quillbrook print\" takes it");
     expect_refused({"log", "show", "cut.otio"}, "cut.otio: is an OpenTimelineIO edit; \"quillbrook cutlist\" takes it");
 }
