@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t deepest_nest = 100;
 /// Nests that hold nests several times each grow without bound.
-constexpr std::size_t most_nested = 200'000;
+constexpr std::size_t most_nested = 100'000;
 std::string label_of(const Element& element) {
     return "line " + std::to_string(element.line()) + " \"" + std::string(element.text_of("name")) + "\"";
 }

@@ -4,6 +4,7 @@
 #include "formats/fcp7xml/fcp7_items.h"
 #include "formats/file_names.h"
 #include "formats/sequence_choice.h"
+#include "formats/timeline/copies.h"
 
 #include <algorithm>
 #include <utility>
@@ -21,6 +22,11 @@ public:
         : path_(std::move(path)), file_time_(file_time), options_(options), teller_(warnings_) {}
 
     ReadResult run(std::string_view bytes);
+    /// The same edit as one of its own, of which nothing is told.
+    ReadResult run_as_copy(std::string_view bytes) {
+        is_copy_ = true;
+        return run(bytes);
+    }
 
 private:
     bool parse(std::string_view bytes);
@@ -28,7 +34,9 @@ private:
     std::vector<Sequence> listed(const fcp7::Index& index) const;
     const embedded::RateInfo* find_rate(const Element& sequence);
     embedded::EditDescription describe(const Element& sequence, const fcp7::Clock& clock);
-    void read(const fcp7::Index& index, const Element& sequence, const embedded::RateInfo& rate);
+    void read(const fcp7::Index& index, const Element& sequence, const embedded::RateInfo& rate,
+              std::string_view bytes);
+    embedded::EditBuilder::Unrender copies(std::string_view bytes) const;
     int add_channels(const Element& sequence, int kind, fcp7::Flattener& flattener, embedded::EditBuilder& builder);
     void add_cues(const Element& sequence, const fcp7::Clock& clock, embedded::EditBuilder& builder);
     void tell_what_is_off(const Element& sequence, int tracks, int items);
@@ -37,6 +45,7 @@ private:
     std::string path_;
     std::int64_t file_time_;
     ReadOptions options_;
+    bool is_copy_ = false;
     xml::Document document_;
     embedded::Warnings warnings_;
     fcp7::Teller teller_;
@@ -99,6 +108,7 @@ embedded::EditDescription Reading::describe(const Element& sequence, const fcp7:
     edit.name = name_of(sequence, path_);
     edit.rate = &clock.edit();
     edit.modification_time = file_time_;
+    if (is_copy_) edit.identity = "copy:" + edit.name;
     for (Element above = sequence.parent(); above; above = above.parent())
         if (above.name() == "project") edit.project = above.text_of("name");
     const std::optional<fcp7::Timecode> timecode = fcp7::timecode_of(sequence, teller_);
@@ -148,9 +158,18 @@ void Reading::add_warnings(const embedded::Warnings& warnings) {
         result_.warnings.push_back({warning.kind, path_ + ": " + warning.text});
 }
 
-void Reading::read(const fcp7::Index& index, const Element& sequence, const embedded::RateInfo& rate) {
+embedded::EditBuilder::Unrender Reading::copies(std::string_view bytes) const {
+    return timeline::copies_as_they_are(
+        bytes, [path = path_, time = file_time_, options = options_](const std::string& stored) {
+            return Reading(path, time, options).run_as_copy(stored).edit;
+        });
+}
+
+void Reading::read(const fcp7::Index& index, const Element& sequence, const embedded::RateInfo& rate,
+                   std::string_view bytes) {
     const fcp7::Clock clock(rate);
     embedded::EditBuilder builder(describe(sequence, clock));
+    builder.set_unrender(copies(bytes));
     timeline::Sources sources(builder);
     const fcp7::Context context{index, clock, options_.all_effects, teller_, sources};
     fcp7::Flattener flattener(context);
@@ -173,7 +192,7 @@ ReadResult Reading::run(std::string_view bytes) {
         if (!sequence) return std::move(result_);
         if (fcp7::tracks_of(*sequence, picture_channel).empty() && fcp7::tracks_of(*sequence, sound_channel).empty())
             throw fcp7::ReadError{fcp7::place_of(*sequence) + ": holds no track"};
-        if (const embedded::RateInfo* rate = find_rate(*sequence)) read(index, *sequence, *rate);
+        if (const embedded::RateInfo* rate = find_rate(*sequence)) read(index, *sequence, *rate, bytes);
     } catch (const fcp7::ReadError& error) {
         result_.error = path_ + ": " + error.message;
     }

@@ -158,6 +158,14 @@ TEST(Fcp7Nests, SeveralTracksOrAnotherSpeedAreRenderedMaterial) {
     EXPECT_THAT(told(fast), HasSubstr("is a sequence at another speed; it is rendered material"));
 }
 
+TEST(Fcp7Nests, ACopyWithoutRenderedMaterialIsTheSameEditUnderAnotherName) {
+    const auto result = read(clip({"item", 0, 20, 5, 25, nest(two + two)}));
+    EditModifier copy = RenderHistory::makeCopyAndUnrenderAll(result.edit);
+    ASSERT_TRUE(copy.edit);
+    EXPECT_EQ(drawn(copy.operator->(), 0), "0-20 N@");
+    EXPECT_FALSE(copy.edit->cookie == result.edit->cookie);
+}
+
 TEST(Fcp7Nests, ASequenceStandsOnceInFullAndThenByItsId) {
     const std::string repeated = "<sequence id=\"N\"/>";
     const auto result = read(clip({"N", 0, 5, 0, 5, repeated}) + clip({"N", 5, 10, 0, 5, nest(two)}) +
@@ -201,7 +209,7 @@ TEST(Fcp7Nests, NestsThatDoubleWithoutEndAreRefused) {
     formats::ReadOptions options;
     options.sequence = "N39";
     EXPECT_THAT(read_document(document(all), options).error,
-                HasSubstr("nests in nests come to more than 200000 items"));
+                HasSubstr("nests in nests come to more than 100000 items"));
 }
 
 TEST(Fcp7Nests, ATransitionAroundANestWinsOverOneInsideIt) {
