@@ -1,5 +1,6 @@
 #include "formats/edit_readers.h"
 
+#include "formats/aaf/aaf_reader.h"
 #include "formats/edl/edl_reader.h"
 #include "formats/fcp7xml/fcp7_reader.h"
 #include "formats/fcpxml/fcpxml_reader.h"
@@ -25,6 +26,7 @@ constexpr EditReader readers[] = {
     {FileKind::edl, ".edl", true, read_edl},
     {FileKind::fcpxml, ".fcpxml", false, read_first<read_fcpxml>},
     {FileKind::fcp7xml, ".xml", false, read_first<read_fcp7xml>},
+    {FileKind::aaf, ".aaf", false, read_first<read_aaf>},
 };
 
 bool tells_nothing(FileKind kind) {

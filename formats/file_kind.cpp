@@ -122,7 +122,7 @@ constexpr Told told[] = {
     {FileKind::fcpxml, "an FCPXML edit", "cutlist"},
     {FileKind::fcp7xml, "an FCP 7 XML edit", "cutlist"},
     {FileKind::xml, "XML, but no edit", ""},
-    {FileKind::aaf, "AAF or another compound file, which isn't read; export an edit list or OpenTimelineIO", ""},
+    {FileKind::aaf, "AAF or another compound file", "cutlist"},
     {FileKind::pdf, "a PDF document", ""},
     {FileKind::zip, "a ZIP archive", ""},
     {FileKind::wide_text, "16-bit text; save it as UTF-8", ""},

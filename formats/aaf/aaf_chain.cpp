@@ -1,0 +1,230 @@
+#include "formats/aaf/aaf_chain.h"
+
+#include "formats/aaf/aaf_pulldown.h"
+
+#include <algorithm>
+
+namespace formats::aaf {
+namespace {
+
+constexpr int segment_limit = 200;
+
+/// The component of a sequence at a position, which becomes one within it. Positions outside count on from the ends.
+const Object* component_at(const Object& sequence, Fraction& position, bool& outside) {
+    Fraction start;
+    const Object* found = nullptr;
+    Fraction found_start;
+    for (const Object* component : sequence.children(pid::components)) {
+        if (!component) return nullptr;
+        const Fraction length(component->integer(pid::length, 0));
+        if (component->what() == Class::transition) {
+            start = start - length;
+            continue;
+        }
+        if (!found || start <= position) {
+            found = component;
+            found_start = start;
+        }
+        start = start + length;
+        if (position < start) break;
+    }
+    outside = position < Fraction(0) || start <= position;
+    position = position - found_start;
+    return found;
+}
+
+class Walker {
+public:
+    Walker(const File& file, Chain& chain) : file_(file), chain_(chain) {}
+
+    /// Down to a segment that isn't made of others; false where none is reached.
+    bool descend(Point& point);
+    /// To the mob that a source clip refers to; false at the end of the chain.
+    bool follow(Point& point);
+
+private:
+    bool into_sequence(Point& point);
+    bool into_pulldown(Point& point);
+    const Slot* target_of(const Object& clip, const Mob*& mob);
+    void fault(const std::string& what) { chain_.faults.push_back(what); }
+
+    const File& file_;
+    Chain& chain_;
+};
+
+bool Walker::into_sequence(Point& point) {
+    bool outside = false;
+    const Object* component = component_at(*point.segment, point.position, outside);
+    if (!component) return false;
+    if (outside) fault("it lies outside of what its source holds");
+    chain_.way.push_back(component);
+    point.segment = component;
+    return true;
+}
+
+bool Walker::into_pulldown(Point& point) {
+    const auto pulldown = Pulldown::of(*point.segment, file_.phases_count_video());
+    if (!pulldown) {
+        fault("its chain leads through a pulldown of a kind that isn't known, and ends there");
+        return false;
+    }
+    point.position = pulldown->input_at(point.position);
+    point.rate = point.rate * pulldown->ratio();
+    point.step = point.step * pulldown->ratio();
+    point.segment = point.segment->child(pid::pulldown_input);
+    return point.segment != nullptr;
+}
+
+bool Walker::descend(Point& point) {
+    for (int depth = 0; point.segment && depth < segment_limit; ++depth) {
+        const Class what = point.segment->what();
+        if (what == Class::sequence) {
+            if (!into_sequence(point)) return false;
+        } else if (what == Class::pulldown) {
+            if (!into_pulldown(point)) return false;
+        } else if (const Object* inner = inner_segment(*point.segment)) {
+            point.segment = inner;
+        } else {
+            return true;
+        }
+    }
+    return false;
+}
+
+const Slot* Walker::target_of(const Object& clip, const Mob*& mob) {
+    const MobId id = clip.mob_id(pid::source_id).value_or(no_mob);
+    if (id == no_mob) return nullptr;
+    mob = file_.mob(id);
+    if (!mob) {
+        fault("its chain leads to a mob that isn't in the file, " + text_of(id));
+        return nullptr;
+    }
+    const Slot* slot = mob->slot(clip.integer(pid::source_slot, 0));
+    if (!slot || !slot->segment || slot->rate <= Fraction(0)) {
+        fault("its chain leads to a slot of " + mob->title() + " that isn't there or has no rate");
+        return nullptr;
+    }
+    return slot;
+}
+
+bool Walker::follow(Point& point) {
+    if (point.segment->what() != Class::source_clip) return false;
+    const Mob* mob = nullptr;
+    const Slot* slot = target_of(*point.segment, mob);
+    if (!slot) return false;
+    const bool seen = std::any_of(chain_.links.begin(), chain_.links.end(),
+                                  [&](const Link& link) { return link.mob == mob && link.slot == slot; });
+    if (seen || chain_.links.size() == chain_limit) {
+        fault(seen ? "its chain of mobs loops at " + mob->title() : "its chain of mobs is too long");
+        return false;
+    }
+    point.position = point.position + Fraction(point.segment->integer(pid::start_time, 0));
+    if (!frame_for_frame(point.rate, slot->rate)) {
+        point.position = point.position * slot->rate / point.rate;
+        point.step = point.step * slot->rate / point.rate;
+    }
+    point.rate = slot->rate;
+    point.position = point.position + slot->origin;
+    point.segment = slot->segment;
+    chain_.links.push_back({mob, slot, point.position, point.step});
+    return true;
+}
+
+/// From a position in the mob's picture or sound to where a label's slot says something.
+Point point_in(const Link& link, const Slot& slot) {
+    const bool alike = frame_for_frame(link.slot->rate, slot.rate);
+    const Fraction ratio = alike ? Fraction(1) : slot.rate / link.slot->rate;
+    return {slot.segment, (link.position - link.slot->origin) * ratio + slot.origin, slot.rate, link.step * ratio};
+}
+
+std::optional<Point> label_at(const File& file, const Link& link, const Slot& slot, Chain& chain, Class what) {
+    if (!slot.segment || slot.rate <= Fraction(0)) return std::nullopt;
+    Point point = point_in(link, slot);
+    Chain own;
+    if (!Walker(file, own).descend(point) || point.segment->what() != what) return std::nullopt;
+    chain.way.insert(chain.way.end(), own.way.begin(), own.way.end());
+    return point;
+}
+
+} // namespace
+
+const Link* Chain::first(Class what) const {
+    const auto found =
+        std::find_if(links.begin(), links.end(), [what](const Link& link) { return link.mob->what == what; });
+    return found == links.end() ? nullptr : &*found;
+}
+
+const Link* Chain::material() const {
+    const Link* master = first(Class::master_mob);
+    return master || links.empty() ? master : &links.front();
+}
+
+bool frame_for_frame(const Fraction& a, const Fraction& b) {
+    const Fraction difference = a < b ? b - a : a - b;
+    return difference * Fraction(500) <= b;
+}
+
+const Object* foreground_of(const Object& group) {
+    for (const Object* input : group.children(pid::input_segments))
+        if (input && input->what() != Class::scope_reference && input->what() != Class::filler) return input;
+    return nullptr;
+}
+
+const Object* inner_segment(const Object& segment) {
+    switch (segment.what()) {
+    case Class::selector:
+        return segment.child(pid::selected);
+    case Class::essence_group: {
+        const auto& choices = segment.children(pid::choices);
+        return choices.empty() ? nullptr : choices.front();
+    }
+    case Class::nested_scope: {
+        const auto& slots = segment.children(pid::scope_slots);
+        return slots.empty() ? nullptr : slots.back();
+    }
+    case Class::operation_group:
+        return foreground_of(segment);
+    default:
+        return nullptr;
+    }
+}
+
+Chain chain_of(const File& file, Point point) {
+    Chain chain;
+    Walker walker(file, chain);
+    while (walker.descend(point) && walker.follow(point)) {
+    }
+    return chain;
+}
+
+std::optional<Timecode> timecode_at(const File& file, const Link& link, const Slot& slot, Chain& chain) {
+    const auto point = label_at(file, link, slot, chain, Class::timecode);
+    if (!point) return std::nullopt;
+    const std::int64_t fps = point->segment->bytes(pid::timecode_fps).number(0, 2).value_or(0);
+    if (fps <= 0) return std::nullopt;
+    const std::int64_t counted = counting_of(point->rate);
+    const Fraction ratio = counted == fps ? Fraction(1) : Fraction(fps, counted);
+    Timecode timecode;
+    timecode.frame = (Fraction(point->segment->integer(pid::timecode_start, 0)) + point->position * ratio).floor();
+    timecode.counting = fps;
+    timecode.drop = point->segment->integer(pid::timecode_drop, 0) != 0;
+    timecode.step = point->step * ratio;
+    chain.way.push_back(point->segment);
+    return timecode;
+}
+
+std::optional<EdgeNumber> edge_number_at(const File& file, const Link& link, const Slot& slot, Chain& chain) {
+    const auto point = label_at(file, link, slot, chain, Class::edge_code);
+    if (!point) return std::nullopt;
+    EdgeNumber number;
+    number.frame = (Fraction(point->segment->integer(pid::edge_start, 0)) + point->position).floor();
+    const Bytes header = point->segment->bytes(pid::edge_header);
+    number.prefix = std::string(header.view().substr(0, header.view().find('\0')));
+    number.film_kind = point->segment->integer(pid::edge_film_kind, 0);
+    number.format = point->segment->integer(pid::edge_format, 0);
+    number.step = point->step;
+    chain.way.push_back(point->segment);
+    return number;
+}
+
+} // namespace formats::aaf
