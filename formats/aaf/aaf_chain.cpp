@@ -69,7 +69,7 @@ bool Walker::into_pulldown(Point& point) {
         return false;
     }
     point.position = pulldown->input_at(point.position);
-    point.rate = point.rate * pulldown->ratio();
+    point.rate = 0;
     point.step = point.step * pulldown->ratio();
     point.segment = point.segment->child(pid::pulldown_input);
     return point.segment != nullptr;
@@ -119,7 +119,7 @@ bool Walker::follow(Point& point) {
         return false;
     }
     point.position = point.position + Fraction(point.segment->integer(pid::start_time, 0));
-    if (!frame_for_frame(point.rate, slot->rate)) {
+    if (Fraction(0) < point.rate && !frame_for_frame(point.rate, slot->rate)) {
         point.position = point.position * slot->rate / point.rate;
         point.step = point.step * slot->rate / point.rate;
     }
@@ -164,9 +164,21 @@ bool frame_for_frame(const Fraction& a, const Fraction& b) {
     return difference * Fraction(500) <= b;
 }
 
+bool shows_what_is_below(const Object& segment) {
+    if (segment.what() == Class::scope_reference) return true;
+    if (segment.what() != Class::sequence) return false;
+    const auto& components = segment.children(pid::components);
+    return std::all_of(components.begin(), components.end(),
+                       [](const Object* each) { return each && each->what() == Class::scope_reference; });
+}
+
+bool is_picture_of_its_own(const Object& segment) {
+    return segment.what() != Class::filler && !shows_what_is_below(segment);
+}
+
 const Object* foreground_of(const Object& group) {
     for (const Object* input : group.children(pid::input_segments))
-        if (input && input->what() != Class::scope_reference && input->what() != Class::filler) return input;
+        if (input && is_picture_of_its_own(*input)) return input;
     return nullptr;
 }
 
@@ -202,7 +214,7 @@ std::optional<Timecode> timecode_at(const File& file, const Link& link, const Sl
     if (!point) return std::nullopt;
     const std::int64_t fps = point->segment->bytes(pid::timecode_fps).number(0, 2).value_or(0);
     if (fps <= 0) return std::nullopt;
-    const std::int64_t counted = counting_of(point->rate);
+    const std::int64_t counted = Fraction(0) < point->rate ? counting_of(point->rate) : fps;
     const Fraction ratio = counted == fps ? Fraction(1) : Fraction(fps, counted);
     Timecode timecode;
     timecode.frame = (Fraction(point->segment->integer(pid::timecode_start, 0)) + point->position * ratio).floor();

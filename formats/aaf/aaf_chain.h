@@ -14,7 +14,8 @@
 
 namespace formats::aaf {
 
-/// A position within a segment, which counts frames of `rate`; `step` of them pass in a second of the edit.
+/// A position within a segment, which counts frames of `rate`; `step` of them pass in a second of the edit. Behind a
+/// pulldown the rate is 0: frames there are those of what comes next, whatever its rate.
 struct Point {
     const Object* segment = nullptr;
     Fraction position, rate, step;
@@ -68,7 +69,11 @@ std::optional<EdgeNumber> edge_number_at(const File& file, const Link& link, con
 bool frame_for_frame(const Fraction& a, const Fraction& b);
 /// The segment that counts of a selector, group of choices, scope or effect; null for others.
 const Object* inner_segment(const Object& segment);
-/// The input of an effect that isn't what lies below it; null where it has none.
+/// A track or segment through which the tracks below are seen, all along.
+bool shows_what_is_below(const Object& segment);
+/// Whether an input of an effect is neither empty nor what lies below.
+bool is_picture_of_its_own(const Object& segment);
+/// The first input of an effect that is; null where it has none.
 const Object* foreground_of(const Object& group);
 
 } // namespace formats::aaf

@@ -48,21 +48,15 @@ std::optional<Timecode> timecode_of(const File& file, const Mob& composition, co
 std::int64_t time_of(const Object& mob, std::int64_t otherwise) {
     const Bytes stamp = mob.bytes(pid::last_modified);
     if (stamp.size() < 7) return otherwise;
-    const auto number = [&](std::size_t at, std::size_t size) { return static_cast<unsigned>(*stamp.number(at, size)); };
+    const auto number = [&](std::size_t at, std::size_t size) {
+        return static_cast<unsigned>(*stamp.number(at, size));
+    };
     const std::chrono::year_month_day date{std::chrono::year(static_cast<int>(number(0, 2))),
                                            std::chrono::month(number(2, 1)), std::chrono::day(number(3, 1))};
     if (!date.ok() || number(0, 2) < 1970) return otherwise;
     const auto day = std::chrono::sys_days(date).time_since_epoch();
     return std::chrono::duration_cast<std::chrono::seconds>(day).count() + number(4, 1) * 3600 + number(5, 1) * 60 +
            number(6, 1);
-}
-
-bool shows_what_is_below(const Object& segment) {
-    if (segment.what() == Class::scope_reference) return true;
-    if (segment.what() != Class::sequence) return false;
-    const auto& components = segment.children(pid::components);
-    return std::all_of(components.begin(), components.end(),
-                       [](const Object* each) { return each && each->what() == Class::scope_reference; });
 }
 
 /// The scope that a track is, also as the only component of a sequence; null for others.
@@ -232,8 +226,8 @@ embedded::EditDescription describe_edit(const Mob& composition, const Context& c
                              "its timecode counts " + std::to_string(timecode->counting) + " frames a second, not " +
                                  std::to_string(nominal) + ": it is converted");
         } else if (timecode->counting == 24 && nominal != 24 && !edit.timecode_24p) {
-            edit.timecode_24p = embedded::LabelDescription{label_tc_24, {}, timeline::sample_of(timecode->frame, 24),
-                                                           embedded::film_rate_of(*context.rate)};
+            edit.timecode_24p = embedded::LabelDescription{
+                label_tc_24, {}, timeline::sample_of(timecode->frame, 24), embedded::film_rate_of(*context.rate)};
         }
     }
     return edit;

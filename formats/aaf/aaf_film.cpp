@@ -19,7 +19,8 @@ constexpr FilmRow films[] = {{1, 35, 4}, {2, 16, 1}, {3, 0, 1}, {4, 65, 5}};
 constexpr const char* large_format_counts = "120";
 
 const FilmRow& film_of(std::int64_t code) {
-    const auto found = std::find_if(std::begin(films), std::end(films), [code](const FilmRow& row) { return row.code == code; });
+    const auto found =
+        std::find_if(std::begin(films), std::end(films), [code](const FilmRow& row) { return row.code == code; });
     return found == std::end(films) ? films[0] : *found;
 }
 

@@ -10,15 +10,13 @@ namespace {
 using embedded::WarningKind;
 
 constexpr int segments_deep = 100;
-constexpr std::size_t items_limit = 1'000'000;
+constexpr std::size_t items_limit = 200'000;
 constexpr Auid sub_clip = auid("0d010102-0101-0500-060e-2b3404010101");
 constexpr Auid adjusted_clip = auid("0d010102-0101-0600-060e-2b3404010101");
 
 const Fraction nothing;
 
-void append(Items& items, Items more) {
-    std::move(more.begin(), more.end(), std::back_inserter(items));
-}
+void append(Items& items, Items more) { std::move(more.begin(), more.end(), std::back_inserter(items)); }
 
 bool is_way_to_a_clip(const Mob& mob) { return mob.usage == sub_clip || mob.usage == adjusted_clip; }
 
@@ -206,8 +204,7 @@ Items Flattener::transition(const Part& part, const Around& around) {
     Item& item = items.emplace_back();
     item.kind = Item::Kind::transition;
     item.depth = static_cast<int>(open_.size()) - 1;
-    item.transition =
-        std::make_unique<embedded::TransitionDescription>(transition_of(context_.file, *part.object));
+    item.transition = std::make_unique<embedded::TransitionDescription>(transition_of(context_.file, *part.object));
     item.transition->in_offset = part.head / around.step;
     item.transition->out_offset = part.tail / around.step;
     item.transition->label = around.place.text();
@@ -225,8 +222,10 @@ Items Flattener::sequence(const Object& sequence, const std::optional<Stretch>& 
             continue;
         }
         const Stretch shown{part.head, part.length - part.tail};
-        append(items, range(*part.object, shown, inside));
         length = part.start + part.length;
+        // What a nest doesn't show isn't looked at, so that nests in nests cost no more than what they show.
+        const bool unseen = frames && (length - part.tail < frames->from || frames->to < part.start + part.head);
+        append(items, unseen ? gap(shown, inside) : range(*part.object, shown, inside));
     }
     const auto said = sequence.integer(pid::length);
     if (said && !(length == Fraction(*said)))
@@ -318,7 +317,8 @@ Item Flattener::event(const Object& clip, const Stretch& frames, const Traced& t
     item.kind = Item::Kind::event;
     const MobId wanted = clip.mob_id(pid::source_id).value_or(no_mob);
     ClipSource made = source_of(traced, wanted, around.others, context_, around.place);
-    if (made.source.length && made.in + item.event.duration > *made.source.length)
+    const Fraction frame = Fraction(1) / around.step; // lengths are whole frames of other rates
+    if (made.source.length && made.in + item.event.duration >= *made.source.length + frame)
         warn(WarningKind::doubt, around, "it runs past the end of its material");
     if (made.in < nothing) warn(WarningKind::doubt, around, "it begins ahead of its material");
     item.event.source_in = made.in;
@@ -362,8 +362,7 @@ Items Flattener::operation(const Object& group, const Stretch& frames, const Aro
 /// Fill and matte of a title are the same clip; any other second picture is lost.
 void Flattener::tell_of_other_inputs(const Object& group, const Object& taken, const Around& around) const {
     for (const Object* input : group.children(pid::input_segments)) {
-        if (!input || input == &taken || input->what() == Class::scope_reference || input->what() == Class::filler)
-            continue;
+        if (!input || input == &taken || !is_picture_of_its_own(*input)) continue;
         const bool same = taken.mob_id(pid::source_id) && taken.mob_id(pid::source_id) == input->mob_id(pid::source_id);
         if (!same)
             warn(WarningKind::dropped, around,
@@ -389,8 +388,7 @@ Items Flattener::retimed(const Object& group, const Stretch& frames, const Aroun
     const Object& input = *foreground_of(group);
     const std::string name = effect_name(context_.file, group);
     const Speed speed = speed_of(context_.file, group, length_of(group));
-    if (speed.guessed)
-        warn(WarningKind::doubt, around, "nothing tells the speed of \"" + name + "\" but the lengths");
+    if (speed.guessed) warn(WarningKind::doubt, around, "nothing tells the speed of \"" + name + "\" but the lengths");
     Items items;
     for (std::size_t i = 0; i < speed.pieces.size(); ++i) {
         const SpeedPiece& each = speed.pieces[i];

@@ -62,8 +62,9 @@ void Object::read_properties() {
         const std::size_t row = head_size + i * row_size;
         const auto length = all.number(row + 4, 2);
         if (!length || at + *length > stream_.size()) break;
-        properties_.push_back({static_cast<Pid>(*all.number(row, 2)), static_cast<std::uint16_t>(*all.number(row + 2, 2)),
-                               at, static_cast<std::size_t>(*length)});
+        properties_.push_back({static_cast<Pid>(*all.number(row, 2)),
+                               static_cast<std::uint16_t>(*all.number(row + 2, 2)), at,
+                               static_cast<std::size_t>(*length)});
         at += *length;
     }
 }

@@ -42,11 +42,16 @@ struct TransitionWord {
 // The first that fits.
 constexpr TransitionWord transition_words[] = {
     {"dip", TransitionKind::other},
-    {"filmdissolve", TransitionKind::film_dissolve}, {"film dissolve", TransitionKind::film_dissolve},
-    {"film_dissolve", TransitionKind::film_dissolve}, {"dissolve", TransitionKind::dissolve},
-    {"fade_up", TransitionKind::dissolve},            {"fadeup", TransitionKind::dissolve},
-    {"fade_down", TransitionKind::dissolve},          {"fadedown", TransitionKind::dissolve},
-    {"smpte", TransitionKind::wipe},                  {"wipe", TransitionKind::wipe},
+    {"filmdissolve", TransitionKind::film_dissolve},
+    {"film dissolve", TransitionKind::film_dissolve},
+    {"film_dissolve", TransitionKind::film_dissolve},
+    {"dissolve", TransitionKind::dissolve},
+    {"fade_up", TransitionKind::dissolve},
+    {"fadeup", TransitionKind::dissolve},
+    {"fade_down", TransitionKind::dissolve},
+    {"fadedown", TransitionKind::dissolve},
+    {"smpte", TransitionKind::wipe},
+    {"wipe", TransitionKind::wipe},
 };
 
 const Object* parameter_of(const Object& group, const Auid& id) {

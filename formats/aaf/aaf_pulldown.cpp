@@ -36,7 +36,7 @@ constexpr Cadence make_pal() {
 constexpr Cadence pal = make_pal();
 
 // By the number of the kind; the fifth, video taps, tells of no cadence.
-constexpr const Cadence* cadences[] = {&two_three, &pal,      &one_to_one, &one_to_one,
+constexpr const Cadence* cadences[] = {&two_three, &pal,        &one_to_one, &one_to_one,
                                        nullptr,    &one_to_one, &two_five,   &two_to_one};
 
 constexpr std::int64_t to_film_speed = 0;

@@ -25,8 +25,9 @@ struct ClipSource {
     Fraction in;
 };
 
-/// The source whose labels are right at that frame. `others` are mobs that lie around the clip, the nearest first; their
-/// columns count before those of the chain. `wanted` is the mob that the clip refers to, whether it is there or not.
+/// The source whose labels are right at that frame. `others` are mobs that lie around the clip, the nearest first;
+/// their columns count before those of the chain. `wanted` is the mob that the clip refers to, whether it is there or
+/// not.
 ClipSource source_of(const Traced& traced, const MobId& wanted, const std::vector<const Mob*>& others,
                      const Context& context, const Place& place);
 

@@ -46,7 +46,7 @@ struct Entry {
 class Writer {
 public:
     Writer(const Node& root, const Layout& layout) : layout_(layout) {
-        entries_.push_back({&root});
+        entries_.push_back(Entry{&root});
         add_children(0);
         place_streams();
     }
@@ -81,7 +81,7 @@ void Writer::add_children(std::size_t parent) {
     std::vector<std::uint32_t> places;
     for (const Node* child : sorted) {
         places.push_back(static_cast<std::uint32_t>(entries_.size()));
-        entries_.push_back({child});
+        entries_.push_back(Entry{child});
     }
     entries_[parent].child = tree_of(places, 0, places.size());
     for (const std::uint32_t place : places)

@@ -1,0 +1,123 @@
+// Speeds: constant, backward, still and in curves.
+
+#include "tests/aaf/aaf_edits.h"
+
+#include <gmock/gmock.h>
+
+using namespace aaf_edits;
+
+namespace {
+
+Object motion(std::int64_t length, Object input, Object parameter) {
+    return effect(speed_control, length, {std::move(input)}, {std::move(parameter)});
+}
+
+TEST(AafSpeeds, AMapOfOffsetsIsExact) {
+    EXPECT_EQ(drawn(track(motion(8, clip(1, 100, 16), varying(speed_offset_map, {{0, 0}, {8, 16}})))), "A 0-8 @100*2");
+    EXPECT_EQ(drawn(track(motion(9, clip(1, 100, 3), varying(speed_offset_map, {{0, 0}, {9, 3}})))),
+              "A 0-9 @100*0.333");
+}
+
+TEST(AafSpeeds, BackwardTheFirstPointIsTheFrameShownFirst) {
+    EXPECT_EQ(drawn(track(motion(8, clip(1, 100, 8), varying(speed_offset_map, {{0, 7}, {8, -1}})))), "A 0-8 @107*-1");
+}
+
+TEST(AafSpeeds, TheMapOfOffsetsWinsOverSpeedAndRatio) {
+    Object group =
+        effect(speed_control, 8, {clip(1, 0, 16)},
+               {constant(speed_ratio, 1), varying(speed_map, {{0, 3}}), varying(speed_offset_map, {{0, 0}, {8, 16}})});
+    EXPECT_EQ(drawn(track(std::move(group))), "A 0-8 @0*2");
+}
+
+TEST(AafSpeeds, ASpeedMapOfOnePointIsConstant) {
+    EXPECT_EQ(drawn(track(motion(12, clip(1, 100, 4), varying(speed_map, {{0, 333333333, 1000000000}})))),
+              "A 0-12 @100*0.333");
+    EXPECT_EQ(drawn(track(motion(12, clip(1, 100, 12), varying(speed_map, {{0, -1}})))), "A 0-12 @111*-1");
+}
+
+TEST(AafSpeeds, TheRatioIsOutputByInput) {
+    EXPECT_EQ(drawn(track(motion(48, clip(1, 0, 96), constant(speed_ratio, 1, 2)))), "A 0-48 @0*2");
+    EXPECT_EQ(drawn(track(motion(50, clip(1, 150, 50), constant(speed_ratio, -1)))), "A 0-50 @199*-1");
+    EXPECT_EQ(drawn(track(motion(90, clip(1, 0, 100), constant(speed_ratio, 1111111, 1000000)))), "A 0-90 @0*0.9");
+}
+
+TEST(AafSpeeds, StillsHoldOneFrame) {
+    EXPECT_EQ(drawn(track(effect(repeat_control, 20, {clip(1, 30, 1)}))), "A 0-20 @30*0");
+    EXPECT_EQ(drawn(track(motion(20, clip(1, 30, 1), varying(speed_map, {{0, 0}})))), "A 0-20 @30*0");
+    EXPECT_EQ(drawn(track(motion(20, clip(1, 30, 1), varying(speed_offset_map, {{0, 4}})))), "A 0-20 @34*0");
+}
+
+TEST(AafSpeeds, SpeedWithoutParametersIsToldFromTheLengthsWithADoubt) {
+    const auto result = read(track(effect(speed_control, 10, {clip(1, 0, 20)})));
+    EXPECT_EQ(drawn(result), "A 0-10 @0*2");
+    EXPECT_TRUE(warns_of(result, "nothing tells the speed"));
+}
+
+TEST(AafSpeeds, StraightLinesFromPointToPointAreExactPieces) {
+    EXPECT_EQ(drawn(track(motion(20, clip(1, 100, 30), varying(speed_offset_map, {{0, 0}, {10, 20}, {20, 25}})))),
+              "A 0-10 @100*2 | A 10-20 @120*0.5");
+    EXPECT_EQ(drawn(track(motion(20, clip(1, 100, 30), varying(speed_offset_map, {{0, 5}, {10, 5}, {20, -5}})))),
+              "A 0-10 @105*0 | A 10-20 @105*-1");
+}
+
+TEST(AafSpeeds, ACurveIsItsMeanAndAnEffectForTheLab) {
+    const auto result =
+        read(track(motion(20, clip(1, 100, 30), varying(speed_offset_map, {{0, 0}, {10, 20}, {20, 30}}, cubic))));
+    EXPECT_EQ(drawn(result), "A 0-20 @100*1.5");
+    EXPECT_TRUE(warns_of(result, "has no exact speed"));
+    const auto ramp = read(track(motion(20, clip(1, 100, 30), varying(speed_map, {{0, 1}, {20, 2}}))));
+    EXPECT_EQ(drawn(ramp), "A 0-20 @100*1.5");
+    EXPECT_TRUE(warns_of(ramp, "has no exact speed"));
+}
+
+TEST(AafSpeeds, ACurveThroughPointsOnOneLineIsALine) {
+    const auto result =
+        read(track(motion(20, clip(1, 0, 40), varying(speed_offset_map, {{0, 0}, {10, 20}, {20, 40}}, cubic))));
+    EXPECT_EQ(drawn(result), "A 0-20 @0*2");
+    EXPECT_FALSE(warns_of(result, "has no exact speed"));
+}
+
+TEST(AafSpeeds, ANestPlaysAtTheSpeedOfItsEffect) {
+    EXPECT_EQ(drawn(track(motion(15, sequence({clip(1, 0, 10), clip(2, 50, 20)}),
+                                 varying(speed_offset_map, {{0, 0}, {15, 30}})))),
+              "A 0-5 @0*2 | B 5-15 @50*2");
+    EXPECT_EQ(drawn(track(motion(30, sequence({clip(1, 0, 10), clip(2, 50, 20)}),
+                                 varying(speed_offset_map, {{0, 29}, {30, -1}})))),
+              "B 0-20 @69*-1 | A 20-30 @9*-1");
+}
+
+TEST(AafSpeeds, OverATransitionTheMaterialMovesByTheSpeed) {
+    EXPECT_EQ(drawn(track(sequence({clip(1, 0, 40), transition(8, 4),
+                                    motion(20, clip(2, 100, 40), varying(speed_offset_map, {{0, 0}, {20, 40}}))}))),
+              "A 0-32 @0 | x 32-40 | B 40-52 @116*2");
+}
+
+TEST(AafSpeeds, ARetimeMayStandInACompositionOfItsOwn) {
+    Made made = track(clip(50, 5, 10));
+    made.mobs.push_back(
+        composition(50, "A retimed",
+                    {slot(1, {24}, motion(40, clip(1, 0, 80), varying(speed_offset_map, {{0, 0}, {40, 80}})))}, false));
+    EXPECT_EQ(drawn(made), "A 0-10 @10*2");
+}
+
+TEST(AafSpeeds, OperationsByTheNameOfTheirDefinitionAreSpeedsToo) {
+    const Auid own = auid("01234567-89ab-cdef-0123-456789abcdef");
+    Made made = track(effect(own, 10, {clip(1, 0, 20)}, {constant(speed_ratio, 1, 2)}));
+    EXPECT_EQ(drawn(made), "A 0-10 @0") << "an effect that nothing is known of changes no time";
+    made.operations.push_back(defined(own, "Motion Control"));
+    EXPECT_EQ(drawn(made), "A 0-10 @0*2");
+    made.operations[0] = defined(own, "Fluid", true);
+    EXPECT_EQ(drawn(made), "A 0-10 @0*2");
+}
+
+TEST(AafSpeeds, FloatingNumbersOfAnOwnTypeAreRead) {
+    Object map = varying(speed_map, {{0, 1}});
+    Objects points;
+    points.push_back(Object(auid("0d010101-0101-1900-060e-2b3402060101"))
+                         .rational(pid::point_time, 0, 1)
+                         .indirect_double(pid::point_value, 1.5));
+    map.vector(pid::point_list, std::move(points));
+    EXPECT_EQ(drawn(track(motion(10, clip(1, 0, 15), std::move(map)))), "A 0-10 @0*1.5");
+}
+
+} // namespace

@@ -1,0 +1,218 @@
+// What the segments of a track become.
+
+#include "tests/aaf/aaf_edits.h"
+
+#include <gmock/gmock.h>
+
+using namespace aaf_edits;
+using testing::HasSubstr;
+
+namespace {
+
+TEST(AafTracks, ClipsStandInARowFromTheirStartTimes) {
+    EXPECT_EQ(drawn(track(sequence({clip(1, 48, 24), filler(12), clip(2, 0, 30)}))),
+              "A 0-24 @48 | b 24-36 | B 36-66 @0");
+}
+
+TEST(AafTracks, BothSectorSizesAndByteOrdersGiveTheSameEdit) {
+    Made made = track(sequence({clip(1, 48, 24), transition(8, 4), clip(2, 10, 30)}));
+    made.operations.push_back(defined(dissolve, "Video Dissolve"));
+    const std::string expected = drawn(made);
+    EXPECT_EQ(expected, "A 0-16 @48 | x 16-24 | B 24-46 @18");
+    for (const bool big : {false, true})
+        for (const std::size_t size : {512, 4096}) {
+            made.big_endian = big;
+            made.sector_size = size;
+            EXPECT_EQ(drawn(made), expected) << big << " " << size;
+        }
+}
+
+TEST(AafTracks, ATransitionOverlapsAndItsCutPointIsTheCut) {
+    const auto result = read(track(sequence({clip(1, 0, 40), transition(12, 3), clip(2, 100, 40)})));
+    EXPECT_EQ(drawn(result), "A 0-28 @0 | x 28-40 | B 40-68 @112");
+    // Whole events meet at the cut: 3 frames behind the transition's start.
+    const ChannelEvent whole = material(result)[1];
+    EXPECT_EQ(number(whole.source_time * 24), "112");
+}
+
+TEST(AafTracks, AFadeInComesFromFillerThatTheTransitionCovers) {
+    EXPECT_EQ(drawn(track(sequence({filler(12), transition(12, 0), clip(1, 0, 40)}))), "b 0-0 | x 0-12 | A 12-40 @12");
+    EXPECT_EQ(drawn(track(sequence({clip(1, 0, 40), transition(12, 12), filler(12)}))),
+              "A 0-28 @0 | x 28-40 | b 40-40");
+}
+
+TEST(AafTracks, ATransitionAtHeadOrTailHasNothingToOverlap) {
+    EXPECT_EQ(drawn(track(sequence({transition(12, 6), clip(1, 0, 40)}, 40))), "b 0-0 | x 0-12 | A 12-40 @12");
+    EXPECT_EQ(drawn(track(sequence({clip(1, 0, 40), transition(12, 6)}, 40))), "A 0-28 @0 | x 28-40 | b 40-40");
+}
+
+TEST(AafTracks, ATransitionLongerThanANeighbourIsToldOf) {
+    const auto result = read(track(sequence({clip(1, 0, 40), transition(12, 12), clip(2, 0, 8), clip(3, 0, 10)})));
+    EXPECT_TRUE(warns_of(result, "component 2: it is longer than a neighbour"));
+    EXPECT_EQ(drawn(result), "A 0-28 @0 | x 28-40 | B 40-40 @8 | C 40-50 @0");
+}
+
+TEST(AafTracks, OfTwoTransitionsInARowTheFirstCounts) {
+    const auto result = read(track(sequence({clip(1, 0, 40), transition(8, 4), transition(6, 3), clip(2, 0, 40)}, 72)));
+    EXPECT_TRUE(warns_of(result, "component 3: dropped, as it follows another transition"));
+    EXPECT_EQ(drawn(result), "A 0-32 @0 | x 32-40 | B 40-72 @8");
+}
+
+TEST(AafTracks, TheComponentsOfASequenceCountNotItsLength) {
+    const auto result = read(track(sequence({clip(1, 0, 10), clip(2, 0, 10)}, 25)));
+    EXPECT_EQ(drawn(result), "A 0-10 @0 | B 10-20 @0");
+    EXPECT_TRUE(warns_of(result, "its length is given as 25, but what it holds is 20 long"));
+}
+
+TEST(AafTracks, AScopeOfAllTracksIsAChannelForEachAndReferencesAreHoles) {
+    const auto result = read(track(scope(
+        30, {sequence({filler(5), clip(1, 0, 25)}), sequence({below(10), clip(2, 0, 10), below(10)}), below(30)})));
+    EXPECT_EQ(drawn(result, 0), "b 0-5 | A 5-30 @0");
+    EXPECT_EQ(drawn(result, 1), "B 10-20 @0");
+    EXPECT_EQ(result.edit->getNumChans(), 2);
+}
+
+TEST(AafTracks, AScopeWithinATrackShowsItsLastTrackAndThroughItThoseBelow) {
+    EXPECT_EQ(drawn(track(sequence(
+                  {clip(1, 0, 10), scope(20, {clip(2, 0, 20), sequence({below(5), clip(3, 7, 5), below(10)})})}))),
+              "A 0-10 @0 | B 10-15 @0 | C 15-20 @7 | B 20-30 @10");
+}
+
+TEST(AafTracks, AScopeInAScopeReachesTheOuterOneByItsRelativeScope) {
+    const Object inner = scope(10, {clip(3, 0, 10), sequence({below(4), below(6, 1, 1)})});
+    EXPECT_EQ(drawn(track(sequence({clip(1, 0, 10), scope(20, {clip(2, 0, 20), sequence({below(10), inner})})}))),
+              "A 0-10 @0 | B 10-20 @0 | C 20-24 @0 | B 24-30 @14");
+}
+
+TEST(AafTracks, SelectorsShowWhatIsSelected) {
+    EXPECT_EQ(drawn(track(sequence({selector(10, clip(2, 5, 10)), selector(10, below(10))}))), "B 0-10 @5 | b 10-20");
+}
+
+TEST(AafTracks, ASelectorInAnEffectIsReadThrough) {
+    const Auid colour = auid("f1db0f31-8d64-11d3-80df-006008143e6f");
+    EXPECT_EQ(drawn(track(effect(colour, 10, {selector(10, clip(2, 5, 10))}))), "B 0-10 @5");
+}
+
+TEST(AafTracks, GroupsOfChoicesShowTheFirstAndWithoutAnyAGap) {
+    EXPECT_EQ(drawn(track(choices(10, {clip(1, 5, 10), clip(2, 0, 10)}))), "A 0-10 @5");
+    const auto result = read(track(choices(10, {})));
+    EXPECT_EQ(drawn(result), "b 0-10");
+    EXPECT_TRUE(warns_of(result, "slot 1: nothing of it is chosen"));
+}
+
+TEST(AafTracks, AnEffectWithoutInputIsAnEventOfItsName) {
+    Made made = track(effect(auid("2d6c555b-b259-11d3-a064-006094eb75cb"), 10, {}));
+    made.operations.push_back(defined(auid("2d6c555b-b259-11d3-a064-006094eb75cb"), "Title"));
+    const auto result = read(made);
+    EXPECT_EQ(drawn(result), "Title 0-10 @0");
+    EXPECT_EQ(label_at(result, user_label_key), "-");
+}
+
+TEST(AafTracks, OfACompositeThePictureOnTopIsReadAndOthersAreToldOf) {
+    const Auid key = auid("f1db0f4b-8d64-11d3-80df-006008143e6f");
+    const auto alone = read(track(effect(key, 10, {sequence({below(10, 1, 1)}), clip(2, 5, 10)})));
+    EXPECT_EQ(drawn(alone), "B 0-10 @5");
+    EXPECT_FALSE(warns_of(alone, "only the first"));
+    const auto two = read(track(effect(key, 10, {clip(1, 0, 10), clip(2, 5, 10)})));
+    EXPECT_EQ(drawn(two), "A 0-10 @0");
+    EXPECT_TRUE(warns_of(two, "only the first is read"));
+    const auto matte = read(track(effect(key, 10, {below(10), clip(2, 5, 10), clip(2, 5, 10)})));
+    EXPECT_FALSE(warns_of(matte, "only the first"));
+}
+
+TEST(AafTracks, AnEffectOnWhatLiesBelowIsLeftOutWithAWord) {
+    const auto result = read(track(effect(auid("f1db0f31-8d64-11d3-80df-006008143e6f"), 10, {below(10)})));
+    EXPECT_EQ(drawn(result), "b 0-10");
+    EXPECT_TRUE(warns_of(result, "on what lies below is left out"));
+}
+
+TEST(AafTracks, AnOperationThatTheDictionaryLacksHasTheNameOfItsId) {
+    const Auid unknown = auid("01234567-89ab-cdef-0123-456789abcdef");
+    EXPECT_EQ(drawn(track(effect(unknown, 10, {}))), "effect 01234567-89ab-cdef-0123-456789abcdef 0-10 @0");
+}
+
+TEST(AafTracks, AClassThatIsNotKnownIsBlackAndToldOf) {
+    Object strange = Object(auid("01234567-89ab-cdef-0123-456789abcdef")).number(pid::length, 10, 8);
+    const auto result = read(track(sequence({clip(1, 0, 10), strange, clip(2, 0, 10)})));
+    EXPECT_EQ(drawn(result), "A 0-10 @0 | b 10-20 | B 20-30 @0");
+    EXPECT_TRUE(warns_of(result, "component 2: class 01234567-89ab-cdef-0123-456789abcdef isn't known"));
+}
+
+TEST(AafTracks, AComponentThatTheIndexNamesAndTheFileLacksStopsTheReading) {
+    const auto result = read(track(sequence({clip(1, 0, 10)}).lacks_an_element(pid::components)));
+    EXPECT_EQ(result.error,
+              "reel.aaf: composition \"Reel\", slot 1, component 2: isn't in the file, and all behind it would move");
+}
+
+TEST(AafTracks, SegmentsTooDeepInEachOtherAreRefused) {
+    Object deep = clip(1, 0, 10);
+    for (int i = 0; i < 60; ++i)
+        deep = sequence({selector(10, std::move(deep))}, 10);
+    EXPECT_THAT(read(track(std::move(deep))).error, HasSubstr("segments lie too deep in each other"));
+}
+
+TEST(AafTracks, ATransitionHasTheNameOfItsEffectAndItsKind) {
+    const Auid fade_up = auid("a3479fae-4715-38b8-b020-907ae09e8769");
+    Made made = track(sequence({filler(12), transition(12, 0, fade_up), clip(1, 0, 40)}));
+    made.operations.push_back(defined(fade_up, "FadeUp_2"));
+    EXPECT_EQ(drawn(made), "b 0-0 | x 0-12 | A 12-40 @12");
+}
+
+TEST(AafTracks, ASubClipIsReadThroughToItsMasterFromItsOwnStart) {
+    Made made = track(sequence({clip(50, 5, 20)}));
+    made.mobs.push_back(sub_clip(50, "A.sub", {slot(1, {24}, clip(1, 100, 60))}));
+    EXPECT_EQ(drawn(made), "A 0-20 @105");
+}
+
+TEST(AafTracks, ANestedCompositionIsSplicedInTrimmed) {
+    Made made = track(sequence({clip(1, 0, 10), clip(50, 5, 20), clip(2, 0, 10)}));
+    made.mobs.push_back(
+        composition(50, "Nest", {slot(1, {24}, sequence({clip(3, 0, 12), transition(4, 2), clip(4, 50, 30)}))}, false));
+    EXPECT_EQ(drawn(made), "A 0-10 @0 | C 10-13 @5 | x 13-17 | D 17-30 @54 | B 30-40 @0");
+}
+
+TEST(AafTracks, ANestInANestIsReadToo) {
+    Made made = track(clip(50, 2, 10));
+    made.mobs.push_back(composition(50, "Outer", {slot(1, {24}, sequence({clip(51, 10, 20)}))}, false));
+    made.mobs.push_back(composition(51, "Inner", {slot(1, {24}, sequence({clip(1, 100, 40)}))}, false));
+    EXPECT_EQ(drawn(made), "A 0-10 @112");
+}
+
+TEST(AafTracks, ACompositionThatHoldsItselfIsRefused) {
+    Made made = track(clip(50, 0, 10));
+    made.mobs.push_back(composition(50, "Loop", {slot(1, {24}, sequence({clip(50, 0, 20)}))}, false));
+    EXPECT_THAT(read(made).error, HasSubstr("composition \"Loop\" holds itself"));
+}
+
+/// A nest of `levels`, each of which holds the next as often as `parts` says, for `length` frames each time.
+Made nests(int levels, int parts, std::int64_t length) {
+    Made made = track(clip(50, 0, length * parts));
+    for (int level = 0; level < levels; ++level) {
+        const int next = level + 1 == levels ? 1 : 51 + level;
+        Objects all;
+        for (int i = 0; i < parts; ++i)
+            all.push_back(clip(next, 0, length));
+        made.mobs.push_back(composition(50 + level, "Nest", {slot(1, {24}, sequence(std::move(all)))}, false));
+        if (parts == 2) length /= 2;
+    }
+    return made;
+}
+
+TEST(AafTracks, WhatNestsDoNotShowCostsNothing) {
+    EXPECT_EQ(drawn(nests(7, 10, 1)), "A 0-1 @0 | A 1-2 @0 | A 2-3 @0 | A 3-4 @0 | A 4-5 @0 | A 5-6 @0 | A 6-7 @0 | "
+                                      "A 7-8 @0 | A 8-9 @0 | A 9-10 @0");
+}
+
+TEST(AafTracks, NestsThatMultiplyAreRefusedBeforeMemoryIsFull) {
+    EXPECT_THAT(read(nests(19, 2, 1 << 18)).error, HasSubstr("it has too many items"));
+}
+
+TEST(AafTracks, ASlotOfANestThatIsNotThereIsAGap) {
+    Made made = track(sequence({clip(50, 0, 10, 7), clip(1, 0, 10)}));
+    made.mobs.push_back(composition(50, "Nest", {slot(1, {24}, clip(2, 0, 10))}, false));
+    const auto result = read(made);
+    EXPECT_EQ(drawn(result), "b 0-10 | A 10-20 @0");
+    EXPECT_TRUE(warns_of(result, "slot 7 of composition \"Nest\" isn't there"));
+}
+
+} // namespace
