@@ -212,7 +212,7 @@ Chain chain_of(const File& file, Point point) {
 std::optional<Timecode> timecode_at(const File& file, const Link& link, const Slot& slot, Chain& chain) {
     const auto point = label_at(file, link, slot, chain, Class::timecode);
     if (!point) return std::nullopt;
-    const std::int64_t fps = point->segment->bytes(pid::timecode_fps).number(0, 2).value_or(0);
+    const auto fps = static_cast<std::int64_t>(point->segment->bytes(pid::timecode_fps).number(0, 2).value_or(0));
     if (fps <= 0) return std::nullopt;
     const std::int64_t counted = Fraction(0) < point->rate ? counting_of(point->rate) : fps;
     const Fraction ratio = counted == fps ? Fraction(1) : Fraction(fps, counted);

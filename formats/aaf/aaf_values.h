@@ -39,7 +39,7 @@ constexpr Auid auid(std::string_view text) {
     std::size_t digits = 0;
     for (const char c : text)
         if (c != '-' && digits < 32) {
-            bytes[digits / 2] = static_cast<std::uint8_t>(bytes[digits / 2] << 4 | detail::hex_digit(c));
+            bytes[digits / 2] = static_cast<std::uint8_t>(unsigned{bytes[digits / 2]} << 4 | detail::hex_digit(c));
             ++digits;
         }
     Auid id;

@@ -20,7 +20,7 @@ TEST(AafTracks, BothSectorSizesAndByteOrdersGiveTheSameEdit) {
     const std::string expected = drawn(made);
     EXPECT_EQ(expected, "A 0-16 @48 | x 16-24 | B 24-46 @18");
     for (const bool big : {false, true})
-        for (const std::size_t size : {512, 4096}) {
+        for (const std::size_t size : {512u, 4096u}) {
             made.big_endian = big;
             made.sector_size = size;
             EXPECT_EQ(drawn(made), expected) << big << " " << size;

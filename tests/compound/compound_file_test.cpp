@@ -66,11 +66,11 @@ std::size_t read_all(const File& file, formats::compound::StorageId storage = ro
 }
 
 TEST(CompoundFile, SectorsOfBothSizesGiveEveryStream) {
-    for (const std::size_t size : {512, 4096}) {
+    for (const std::size_t size : {512u, 4096u}) {
         const std::string bytes = written(sample(), {size, {}});
         File file;
         ASSERT_TRUE(file.open(bytes)) << file.error();
-        for (const std::size_t length : {0, 100, 4095, 4096, 20000}) {
+        for (const std::size_t length : {0u, 100u, 4095u, 4096u, 20000u}) {
             const char* name = length == 0      ? "none"
                                : length == 100  ? "small"
                                : length == 4095 ? "edge"

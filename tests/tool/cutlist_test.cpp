@@ -128,8 +128,8 @@ TEST_F(Cutlist, BrokenEditLeavesNothingBehind) {
 }
 
 TEST_F(Cutlist, OtherKindsOfFilesAreToldApart) {
-    write("cut.aaf", "TITLE: X\n");
-    expect_failure({"cutlist", "cut.aaf", "-o", "a.txt"}, ".otio", {"cut.aaf", "cut.otio"});
+    write("cut.doc", "TITLE: X\n");
+    expect_failure({"cutlist", "cut.doc", "-o", "a.txt"}, ".otio", {"cut.doc", "cut.otio"});
 }
 
 TEST_F(Cutlist, MissingChannelIsAnError) {
