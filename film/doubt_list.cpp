@@ -108,11 +108,11 @@ public:
 private:
     void print_head() {
         for (std::string_view rest = style_.head; !rest.empty();) {
-            const std::size_t end = rest.find("\r\n");
-            pages_.line(rest.substr(0, end));
-            rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 2);
+            const std::size_t line_end = rest.find("\r\n");
+            pages_.line(rest.substr(0, line_end));
+            rest.remove_prefix(line_end == std::string_view::npos ? rest.size() : line_end + 2);
         }
-        pages_.line(title);
+        pages_.line(doubt_texts::title);
         pages_.rule();
         if (style_.by_table) pages_.line(by_table);
         for (const char* head : heads)
