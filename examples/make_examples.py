@@ -6,7 +6,7 @@ import sys
 
 sys.dont_write_bytecode = True
 
-from make import desert, ferry, ferryman, harbour, heron, lantern, market, newsroom, reel, weir  # noqa: E402
+from make import crossing, desert, ferry, ferryman, harbour, heron, lantern, market, newsroom, reel, weir  # noqa: E402
 from make.otio import write, write_text  # noqa: E402
 
 EXAMPLES = {
@@ -29,6 +29,9 @@ def main():
         write(folder / "recut" / (name + ".otio"), edit())
     for name, text in ferryman.FILES.items():
         write_text(folder / "edl" / name, text())
+    write(folder / "formats" / "crossing.otio", crossing.otio())
+    for name, text in crossing.FILES.items():
+        write_text(folder / "formats" / name, text())
 
 
 if __name__ == "__main__":

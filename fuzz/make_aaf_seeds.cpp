@@ -1,6 +1,7 @@
 // Writes the inputs of corpus/aaf and corpus/compound that random bytes hardly come to: make_aaf_seeds corpus
 
 #include "tests/support/aaf_samples.h"
+#include "tests/support/crossing_aaf.h"
 
 #include <fstream>
 #include <iostream>
@@ -44,10 +45,11 @@ compound_writer::Node folders() {
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 2) {
-        std::cerr << "make_aaf_seeds CORPUS\n";
+    if (argc != 2 && argc != 3) {
+        std::cerr << "make_aaf_seeds CORPUS [EXAMPLE.aaf]\n";
         return 2;
     }
+    if (argc == 3 && !write(argv[2], written(crossing::aaf()))) return 1;
     const std::string corpus = argv[1];
     Made all = aaf_samples::everything(), big = all, large = all;
     big.big_endian = true;
