@@ -38,6 +38,7 @@ WATCHERS = {
     "changelist": "changelist golden cross_checks host_seam tool",
     "logging": "logging shots logs host_seam golden tool",
     "formats/edl": "edl golden tool",
+    "formats/fcpxml": "fcpxml",
     "formats/otio": "otio golden tool",
     "formats/logs": "logs edl golden tool",
 }
@@ -245,7 +246,7 @@ class Workshop:
         if name == "tool":
             environment["QUILLBROOK_TOOL"] = str(self.link("quillbrook", self.tool + front, []))
         program = self.link("test_" + name, self.objects[name] + front,
-                            ["-lrapidcheck", "-lgtest_main", "-lgmock", "-lgtest", "-lpthread"])
+                            ["-lrapidcheck", "-lgtest_main", "-lgmock", "-lgtest", "-lpthread", "-lexpat"])
         words = [str(program), "--gtest_fail_fast", "--gtest_brief=1", "--gtest_filter=-" + SLOW]
         done = run(words, self.place / "now", 300, environment, self.seconds.get(name, 300))
         if done.returncode == 0:

@@ -95,6 +95,12 @@ TEST(FcpxmlPlaces, AConnectedClipReachesBeyondItsParentAndTheSequence) {
     EXPECT_EQ(drawn(result.edit, 1), "12-108 B@00:00:00:00");
 }
 
+TEST(FcpxmlPlaces, AConnectedClipWithoutAnOffsetBeginsWithItsParent) {
+    const std::string spine = clip("A", R"(duration="1s")") +
+                              clip("B", R"(start="5s" duration="2s")", clip("C", R"(lane="1" duration="1s")"));
+    EXPECT_EQ(drawn(read(with_spine(spine)).edit, 1), "24-48 C@00:00:00:00");
+}
+
 TEST(FcpxmlPlaces, WhatAConnectedClipHasBeforeTheEditIsCutOff) {
     const auto result = read(with_spine(
         clip("A", R"(start="5s" duration="1s")", clip("B", R"(lane="1" offset="4s" start="10s" duration="3s")"))));

@@ -173,6 +173,17 @@ TEST(FcpxmlSources, ARefToNothingIsMissingMedia) {
     EXPECT_TRUE(warns(compound_of_nothing, "\"Gone\": refers to \"r98\", which isn't there", WarningKind::replaced));
 }
 
+TEST(FcpxmlSources, MissingMediaOpensByWhateverFilmIsFoundBy) {
+    const auto opens = [](const std::string& of_clip) {
+        const auto result = read(with_spine(clip("Lost", R"(duration="1s")", of_clip, "r99")));
+        return static_cast<bool>(source_at(result.edit, 0, 0));
+    };
+    EXPECT_FALSE(opens(""));
+    EXPECT_TRUE(opens(metadata(md("a.b.keycode", "KJ123456-7890+05"))));
+    EXPECT_TRUE(opens(metadata(md("a.b.inkcode", "AA121234+00"))));
+    EXPECT_TRUE(opens(metadata(md("a.b.reel", "A012"))));
+}
+
 TEST(FcpxmlSources, OfTwoResourcesWithOneIdTheFirstCounts) {
     const std::string more = R"(<asset id="m24" name="Second" start="0s" duration="9s" hasVideo="1" format="r24"/>)";
     const auto result = read(with_spine(clip("A", R"(duration="1s")"), R"(format="r24")", more));
