@@ -3,6 +3,7 @@
 #include <expat.h>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
@@ -125,6 +126,7 @@ private:
     void end();
     void add_text(std::string_view text);
     std::uint16_t name_number(std::string_view name);
+    std::uint16_t searched_number(std::string_view name);
     bool store(std::string_view text, Number& start, Number& size);
     void refuse(const std::string& why);
     void set_handlers();
@@ -138,6 +140,7 @@ private:
     std::vector<Open> open_; ///< the first `depth_` of them; the others keep their memory
     std::size_t depth_ = 0;
     std::unordered_map<std::string, std::uint16_t> numbers_of_names_;
+    std::array<std::uint16_t, 256> recent_{};
     std::string searched_, encoding_;
     bool stopped_ = false;
 };
@@ -149,7 +152,16 @@ void TreeBuilder::refuse(const std::string& why) {
     XML_StopParser(parser_.get(), XML_FALSE);
 }
 
+/// Most names of a document were met shortly before: one place for those alike in length, first and last letter.
 std::uint16_t TreeBuilder::name_number(std::string_view name) {
+    const std::size_t likeness =
+        name.size() * 7 + static_cast<unsigned char>(name.front()) * 3 + static_cast<unsigned char>(name.back());
+    std::uint16_t& recent = recent_[likeness % recent_.size()];
+    if (recent < document_.names_.size() && document_.names_[recent] == name) return recent;
+    return recent = searched_number(name);
+}
+
+std::uint16_t TreeBuilder::searched_number(std::string_view name) {
     searched_ = name;
     const auto known = numbers_of_names_.find(searched_);
     if (known != numbers_of_names_.end()) return known->second;
