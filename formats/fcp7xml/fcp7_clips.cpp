@@ -30,8 +30,7 @@ void add_marks(const Element& element, const Piece& piece, const Fraction& rate,
         if (!in) continue;
         const Fraction frame = (*in - piece.media) / piece.speed;
         if (frame < Fraction(0) || piece.length <= frame) continue;
-        const std::string_view name = marker.text_of("name");
-        item.marks.push_back({frame / rate, std::string(name.empty() ? marker.text_of("comment") : name), 4});
+        item.marks.push_back({frame / rate, text_of_marker(marker), 4});
     }
 }
 
@@ -46,12 +45,10 @@ std::optional<Fraction> length_of(const Media& media, const Clock& clock) {
 /// One program counts the in of stills at the rate of their file, unlike anything else. The ticks beside it tell.
 bool counts_as_file(const Element& item, const Media& media, const Rate& file) {
     const std::optional<Fraction> in = number_from(item.text_of("in"));
-    const std::string_view ticks = item.text_of("pproTicksIn");
-    const bool digits = !ticks.empty() && ticks.size() < 19 && std::all_of(ticks.begin(), ticks.end(), ascii::is_digit);
-    if (!in || !digits || file.timebase == media.rate.timebase) return false;
-    const Fraction seconds = Fraction(std::stoll(std::string(ticks))) / ticks_a_second();
+    const std::optional<Fraction> seconds = seconds_of_ticks(item.text_of("pproTicksIn"));
+    if (!in || !seconds || file.timebase == media.rate.timebase) return false;
     const auto is_in = [&](const Rate& rate) {
-        const Fraction off = seconds * rate.frames_a_second() - *in;
+        const Fraction off = *seconds * rate.frames_a_second() - *in;
         return Fraction(-1) <= off && off <= Fraction(1);
     };
     return !is_in(media.rate) && is_in(file);

@@ -111,14 +111,10 @@ TransitionDescription describe_transition(const Element& transition, int kind, c
     return result;
 }
 
-Fraction ticks_a_second() { return Fraction(254'016'000'000); }
-
 Fraction cut_of(const Element& transition, const Fraction& start, const Fraction& end, const Rate& rate) {
-    const std::string_view ticks = transition.text_of("cutPointTicks");
-    if (!ticks.empty() && std::all_of(ticks.begin(), ticks.end(), ascii::is_digit) && ticks.size() < 19) {
-        const Fraction seconds = Fraction(std::stoll(std::string(ticks))) / ticks_a_second();
-        const Fraction cut = start + Fraction((seconds * rate.frames_a_second()).nearest());
-        if (start <= cut && cut <= end) return cut;
+    if (const std::optional<Fraction> seconds = seconds_of_ticks(transition.text_of("cutPointTicks"))) {
+        const Fraction cut = start + Fraction((*seconds * rate.frames_a_second()).nearest());
+        if (cut <= end) return cut;
     }
     const std::string_view alignment = transition.text_of("alignment");
     if (ascii::begins(alignment, "start")) return start;

@@ -16,7 +16,4 @@ embedded::TransitionDescription describe_transition(const Element& transition, i
 /// Where a transition that joins two items cuts, between its start and end: frames of the sequence.
 Fraction cut_of(const Element& transition, const Fraction& start, const Fraction& end, const Rate& rate);
 
-/// Ticks in which some writers repeat places, exactly as many a second.
-Fraction ticks_a_second();
-
 } // namespace formats::fcp7

@@ -140,9 +140,7 @@ void Reading::add_cues(const Element& sequence, const fcp7::Clock& clock, embedd
             teller_.dropped(marker, "stands nowhere in the sequence and is left out");
             continue;
         }
-        const std::string_view name = marker.text_of("name");
-        builder.add_stack_cue(
-            {clock.seconds(*in, rate), std::string(name.empty() ? marker.text_of("comment") : name), 4});
+        builder.add_stack_cue({clock.seconds(*in, rate), fcp7::text_of_marker(marker), 4});
     }
 }
 
@@ -178,6 +176,8 @@ void Reading::read(const fcp7::Index& index, const Element& sequence, const embe
         tracks_off += add_channels(sequence, kind, flattener, builder);
     add_cues(sequence, clock, builder);
     tell_what_is_off(sequence, tracks_off, flattener.items_off());
+    if (teller_.untold() > 0)
+        warnings_.push_back("there are " + std::to_string(teller_.untold()) + " things more to tell of it");
     result_.edit = builder.finish();
     add_warnings(warnings_);
     add_warnings(builder.warnings());

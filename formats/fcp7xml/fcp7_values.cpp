@@ -138,6 +138,19 @@ std::optional<Fraction> place_in(const Element& object, std::string_view child, 
     return number == Fraction(-1) ? std::nullopt : number;
 }
 
+std::optional<Fraction> seconds_of_ticks(std::string_view text) {
+    constexpr std::int64_t ticks_a_second = 254'016'000'000;
+    constexpr std::size_t longest = 18;
+    const std::string_view digits = take_digits(text);
+    if (!text.empty() || digits.empty() || digits.size() > longest) return std::nullopt;
+    return Fraction(whole_number(digits), ticks_a_second);
+}
+
+std::string text_of_marker(const Element& marker) {
+    const std::string_view name = marker.text_of("name");
+    return std::string(name.empty() ? marker.text_of("comment") : name);
+}
+
 bool truth_in(const Element& object, std::string_view child, bool otherwise) {
     const std::string_view text = object.text_of(child);
     if (text.empty()) return otherwise;

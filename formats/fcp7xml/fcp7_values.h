@@ -39,15 +39,24 @@ public:
     }
     void rate(const Element& object, const std::string& what) { tell(embedded::WarningKind::rate, object, what); }
     void tell(embedded::WarningKind kind, const Element& object, const std::string& what) {
+        if (told_.size() >= most_told) {
+            ++untold_;
+            return;
+        }
         std::string line = place_of(object) + ": " + what;
         if (told_.insert(line).second) warnings_.push_back({kind, std::move(line)});
     }
+    /// Things that there was no room for: a file may be made of nothing else.
+    std::size_t untold() const { return untold_; }
 
     embedded::Warnings& warnings() { return warnings_; }
 
 private:
+    static constexpr std::size_t most_told = 10'000;
+
     embedded::Warnings& warnings_;
     std::unordered_set<std::string> told_;
+    std::size_t untold_ = 0;
 };
 
 /// A decimal number, of frames or of percents, exactly; one within 1e-4 of a whole number is that number. Nothing for
@@ -57,6 +66,10 @@ std::optional<Fraction> number_from(std::string_view text);
 std::optional<Fraction> number_in(const Element& object, std::string_view child, Teller& teller);
 /// A place in frames, where -1 means that there is none.
 std::optional<Fraction> place_in(const Element& object, std::string_view child, Teller& teller);
+/// Of places that are repeated in ticks, 254,016,000,000 a second; nothing where the text is no such count.
+std::optional<Fraction> seconds_of_ticks(std::string_view text);
+/// What a marker says.
+std::string text_of_marker(const Element& marker);
 bool truth_in(const Element& object, std::string_view child, bool otherwise);
 /// Shown and heard: not switched off.
 inline bool is_enabled(const Element& object) { return truth_in(object, "enabled", true); }

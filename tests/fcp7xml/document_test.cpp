@@ -165,6 +165,15 @@ TEST(Fcp7Documents, EntitiesAndOtherTricksAreRefused) {
     EXPECT_EQ(shown(read_document(document(std::string(1U << 20, ' ') + named("Reel 1")))), "0-10 A@01:00:00:00");
 }
 
+TEST(Fcp7Documents, OfVeryManyThingsToTellTheRestIsCounted) {
+    std::string items;
+    for (int i = 0; i < 11'000; ++i)
+        items += clip({"A" + std::to_string(i), 5, 5, 0, 0, ""});
+    const auto result = read(items);
+    EXPECT_EQ(result.warnings.size(), 10'001U);
+    EXPECT_EQ(result.warnings.back().text, "a.xml: there are 1000 things more to tell of it");
+}
+
 TEST(Fcp7Documents, TextsCutAnywhereAreErrorsAndDamagedOnesErrorsOrEdits) {
     const std::string whole = document(sequence(
         track(clip({"A", 0, -1, 0, 20, file(), time_remap("50")}) + transition(10, 20) + clip({"B", -1, 40, 0, 30}))));
