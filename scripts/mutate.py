@@ -39,7 +39,10 @@ WATCHERS = {
     "logging": "logging shots logs host_seam golden tool",
     "formats/edl": "edl golden tool",
     "formats/fcpxml": "fcpxml",
+    "formats/fcp7xml": "fcp7xml",
     "formats/otio": "otio golden tool",
+    "formats/timeline": "otio fcp7xml golden",
+    "formats/xml": "xml fcp7xml",
     "formats/logs": "logs edl golden tool",
 }
 SLOW = "*TenThousand*"
@@ -246,7 +249,7 @@ class Workshop:
         if name == "tool":
             environment["QUILLBROOK_TOOL"] = str(self.link("quillbrook", self.tool + front, []))
         program = self.link("test_" + name, self.objects[name] + front,
-                            ["-lrapidcheck", "-lgtest_main", "-lgmock", "-lgtest", "-lpthread", "-lexpat"])
+                            ["-lrapidcheck", "-lgtest_main", "-lgmock", "-lgtest", "-lexpat", "-lgsf-1", "-lgobject-2.0", "-lglib-2.0", "-lpthread"])
         words = [str(program), "--gtest_fail_fast", "--gtest_brief=1", "--gtest_filter=-" + SLOW]
         done = run(words, self.place / "now", 300, environment, self.seconds.get(name, 300))
         if done.returncode == 0:

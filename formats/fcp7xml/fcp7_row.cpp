@@ -177,6 +177,7 @@ void Row::keep(Placed placed, std::vector<Placed>& kept) {
                                             std::to_string(placed.from.nearest()) + " on; it is cut there");
         before.to = std::max(before.from, placed.from);
         before.tail.reset();
+        if (before.length() == Fraction(0)) kept.pop_back();
     }
     if (placed.to <= placed.from) {
         teller_.dropped(placed.element, "has no length and is left out");

@@ -111,6 +111,12 @@ TEST(Fcp7Places, ItemsAreReadInOrderOfTimeAndCutWhereTheyOverlap) {
                             "on; it is cut there");
 }
 
+TEST(Fcp7Places, OfTwoThatBeginTogetherTheLaterStays) {
+    const auto result = read(clip({"A", 5, 25, 0, 20}) + clip({"B", 5, 10, 0, 5}) + clip({"C", 10, 12, 0, 2}));
+    EXPECT_EQ(shown(result), "0-5 black | 5-10 B@01:00:00:00 | 10-12 C@01:00:00:00");
+    EXPECT_EQ(result.warnings.size(), 1U);
+}
+
 TEST(Fcp7Places, WhatLiesAheadOfTheSequenceOrHasNoLengthIsLeftOut) {
     const auto result = read(clip({"A", -20, 10, 100, 130}) + clip({"B", 30, 10, 0, 20}) + clip({"C", 40, 50, 0, 10}));
     EXPECT_EQ(shown(result), "0-10 A@01:00:05:00 | 10-40 black | 40-50 C@01:00:00:00");
