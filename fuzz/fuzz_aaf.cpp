@@ -1,25 +1,11 @@
 // Reads any bytes as an AAF edit, with options that the first byte chooses; each channel of what is read must have its
 // events in order, and what is refused must say why.
 
-#include "embedded/edit_builder.h"
 #include "formats/aaf/aaf_reader.h"
+#include "fuzz/edit_order.h"
 
 #include <cstdint>
 #include <cstdlib>
-
-namespace {
-
-void check_channel(const EditPtr& edit, int channel) {
-    double last = 0.0;
-    const Qb::Ptr<Cel> cel = edit->get_edit_cel_p(channel);
-    for (ce_handle at = cel->get_start_ceh(); at.valid(); at.increment(ce_all)) {
-        const double time = at.get_channel_event().edit_time;
-        if (!(time >= last - 1e-6)) std::abort();
-        last = time;
-    }
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0) return 0;
@@ -32,7 +18,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (result.edit && !result.error.empty()) std::abort();
     if (!result.edit && result.error.empty() && result.sequences.empty()) std::abort();
     if (!result.edit) return 0;
-    for (int channel = 0; channel < result.edit->getNumChans(); ++channel)
-        check_channel(result.edit, channel);
+    check_order(result.edit);
     return 0;
 }

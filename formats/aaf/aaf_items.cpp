@@ -285,8 +285,9 @@ Fraction Flattener::end_of_way(const Object& clip, const Stretch& frames, const 
     const auto same = [&](std::int64_t frame) {
         return traced(clip, frames.from + Fraction(frame), around).chain.way == first.chain.way;
     };
-    const Fraction count = frames.to - frames.from;
-    std::int64_t last = -((-count).floor()) - 1;
+    const Fraction whole_frames(std::int64_t{1} << 60);
+    const Fraction count = std::min(frames.to - frames.from, whole_frames);
+    std::int64_t last = -(-count).floor() - 1;
     if (last < 1 || same(last)) return frames.to;
     std::int64_t known = 0;
     while (known + 1 < last) {

@@ -106,7 +106,7 @@ struct Columns {
 /// What a counter shows at the material's first frame when it shows `frame` at the clip's, as positions are counted
 /// there.
 std::int64_t at_first_frame(std::int64_t frame, const Fraction& source_in, const Fraction& step) {
-    return frame - (source_in * step + Fraction(1, 1000000)).floor();
+    return (Fraction(frame) - Fraction((source_in * step + Fraction(1, 1000000)).floor())).floor();
 }
 
 Fraction source_in(const Traced& traced) {
