@@ -1,6 +1,7 @@
 #include "formats/edit_readers.h"
 
 #include "formats/aaf/aaf_reader.h"
+#include "formats/bundle/otio_bundle.h"
 #include "formats/edl/edl_reader.h"
 #include "formats/fcp7xml/fcp7_reader.h"
 #include "formats/fcpxml/fcpxml_reader.h"
@@ -27,6 +28,7 @@ constexpr EditReader readers[] = {
     {FileKind::fcpxml, ".fcpxml", false, read_first<read_fcpxml>},
     {FileKind::fcp7xml, ".xml", false, read_first<read_fcp7xml>},
     {FileKind::aaf, ".aaf", false, read_first<read_aaf>},
+    {FileKind::otioz, ".otioz", false, read_first<read_otioz>},
 };
 
 bool tells_nothing(FileKind kind) {

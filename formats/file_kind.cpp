@@ -1,5 +1,6 @@
 #include "formats/file_kind.h"
 
+#include "formats/bundle/otio_bundle.h"
 #include "formats/edl/edl_reader.h"
 #include "formats/logs/ale_reader.h"
 #include "formats/logs/flex_reader.h"
@@ -97,6 +98,12 @@ FileKind kind_of_text(std::string_view bytes, bool marked) {
     return kind_of_lines(text, head);
 }
 
+/// Some kinds say more further in.
+FileKind kind_by_magic(FileKind kind, std::string_view bytes) {
+    if (kind == FileKind::wide_text) return kind_of_wide_text(bytes);
+    return kind == FileKind::zip && is_otioz(bytes) ? FileKind::otioz : kind;
+}
+
 struct Told {
     FileKind kind;
     const char* name;
@@ -124,6 +131,7 @@ constexpr Told told[] = {
     {FileKind::xml, "XML, but no edit", ""},
     {FileKind::aaf, "AAF or another compound file", "cutlist"},
     {FileKind::pdf, "a PDF document", ""},
+    {FileKind::otioz, "an OpenTimelineIO bundle", "cutlist"},
     {FileKind::zip, "a ZIP archive", ""},
     {FileKind::wide_text, "16-bit text; save it as UTF-8", ""},
     {FileKind::binary, "binary", ""},
@@ -139,8 +147,7 @@ const Told& row_of(FileKind kind) {
 FileKind kind_of_file(std::string_view bytes) {
     if (bytes.empty()) return FileKind::empty;
     for (const Magic& magic : magics)
-        if (bytes.substr(0, magic.bytes.size()) == magic.bytes)
-            return magic.kind == FileKind::wide_text ? kind_of_wide_text(bytes) : magic.kind;
+        if (bytes.substr(0, magic.bytes.size()) == magic.bytes) return kind_by_magic(magic.kind, bytes);
     const bool marked = bytes.substr(0, byte_order_mark.size()) == byte_order_mark;
     if (marked) bytes.remove_prefix(byte_order_mark.size());
     if (bytes.substr(0, head_size).find('\0') != std::string_view::npos) return FileKind::binary;

@@ -27,6 +27,7 @@ enum class FileKind {
     xml,
     aaf,
     pdf,
+    otioz, ///< an archive that holds an edit and its media
     zip,
     wide_text, ///< 16-bit text
     binary,

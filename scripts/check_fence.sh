@@ -69,6 +69,7 @@ while read -r header folder; do
 done <<'WHERE'
 expat     formats/xml/
 gsf/      \(formats\|tests\)/compound/
+zlib      \(formats\|tests\)/bundle/
 glib      \(formats\|tests\)/compound/
 WHERE
 

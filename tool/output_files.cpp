@@ -5,7 +5,7 @@
 #include "embedded/output_path.h"
 #include "embedded/services.h"
 #include "embedded/transaction.h"
-#include "formats/fcpxml/fcpxml_reader.h"
+#include "formats/bundle/folder_bundle.h"
 #include "host/settings.h"
 #include "tool/tool_error.h"
 

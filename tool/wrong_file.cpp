@@ -1,7 +1,7 @@
 #include "tool/wrong_file.h"
 
 #include "embedded/services.h"
-#include "formats/fcpxml/fcpxml_reader.h"
+#include "formats/bundle/folder_bundle.h"
 #include "formats/logs/log_reader.h"
 #include "tool/output_files.h"
 #include "tool/tool_error.h"

@@ -1,6 +1,7 @@
 #include "formats/fcpxml/fcpxml_reader.h"
 
 #include "embedded/services.h"
+#include "formats/bundle/folder_bundle.h"
 #include "formats/fcpxml/fcpxml_project.h"
 #include "formats/fcpxml/fcpxml_story.h"
 #include "formats/file_names.h"
@@ -9,7 +10,6 @@
 #include "host/channel_kinds.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <iterator>
 #include <optional>
 #include <utility>
@@ -267,13 +267,6 @@ ReadResult Reading::run(const CopyOf* copy) {
 }
 
 } // namespace
-
-std::string file_of_bundle(const std::string& path) {
-    std::error_code error;
-    if (!std::filesystem::is_directory(path, error)) return path;
-    const std::filesystem::path inside = std::filesystem::path(path) / "Info.fcpxml";
-    return std::filesystem::exists(inside, error) ? inside.string() : path;
-}
 
 ReadResult read_fcpxml_bytes(std::string_view bytes, const std::string& path_for_messages, std::int64_t file_time,
                              const ReadOptions& options) {

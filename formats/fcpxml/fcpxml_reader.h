@@ -16,7 +16,4 @@ ReadResult read_fcpxml(const std::string& path, const ReadOptions& options = {})
 ReadResult read_fcpxml_bytes(std::string_view bytes, const std::string& path_for_messages, std::int64_t file_time,
                              const ReadOptions& options = {});
 
-/// The file inside, where a path is a folder as the program exports them: "a.fcpxmld" to "a.fcpxmld/Info.fcpxml".
-std::string file_of_bundle(const std::string& path);
-
 } // namespace formats

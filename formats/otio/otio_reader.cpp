@@ -2,6 +2,7 @@
 
 #include "embedded/services.h"
 #include "embedded/warning.h"
+#include "formats/bundle/folder_bundle.h"
 #include "formats/file_names.h"
 #include "formats/otio/otio_unrender.h"
 #include "formats/sequence_choice.h"
@@ -191,11 +192,12 @@ ReadResult read_otio_bytes(std::string_view bytes, const std::string& path_for_m
 ReadResult read_otio(const std::string& path, const ReadOptions& options) {
     ReadResult result;
     std::string bytes, why;
-    if (!embedded::read_file(path, &bytes, &why)) {
-        result.error = path + ": " + why;
+    const std::string file = file_of_bundle(path);
+    if (!embedded::read_file(file, &bytes, &why)) {
+        result.error = file + ": " + why;
         return result;
     }
-    return read_otio_bytes(bytes, path, embedded::time_of_input(path), options);
+    return read_otio_bytes(bytes, path, embedded::time_of_input(file), options);
 }
 
 } // namespace formats

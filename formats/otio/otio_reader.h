@@ -9,6 +9,7 @@
 
 namespace formats {
 
+/// Of a file, or of a folder that is a bundle (.otiod).
 ReadResult read_otio(const std::string& path, const ReadOptions& options = {});
 /// The same of a text in memory. `file_time` is in seconds since the epoch; an edit that knows no other time of its
 /// last change has this.

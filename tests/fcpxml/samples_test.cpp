@@ -1,5 +1,6 @@
 // A reel with everything in it, whole and damaged.
 
+#include "formats/bundle/folder_bundle.h"
 #include "tests/fcpxml/fcpxml_texts.h"
 #include "tests/support/project_paths.h"
 
