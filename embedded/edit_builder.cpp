@@ -2,6 +2,7 @@
 
 #include "embedded/edit_data.h"
 #include "embedded/edit_store.h"
+#include "embedded/source_naming.h"
 #include "embedded/visible_text.h"
 #include "embedded/warning.h"
 
@@ -68,6 +69,11 @@ LabelStart own_timecode(const EditDescription& edit, const RateInfo& rate) {
     const label_t type = edit.drop_frame ? rate.drop_timecode : rate.timecode;
     const auto frame = std::clamp<std::int64_t>(edit.start_frame, INT_MIN, INT_MAX);
     return {LabelPoint(static_cast<int>(frame), type), Fraction(rate.den, rate.num).to_double()};
+}
+
+std::function<void(SourceDescription&)>& source_naming() {
+    static std::function<void(SourceDescription&)> naming;
+    return naming;
 }
 
 } // namespace
@@ -251,8 +257,11 @@ int EditBuilder::add_channel(int kind, int subtype) {
     return static_cast<int>(impl_->channels.size()) - 1;
 }
 
+void set_source_naming(std::function<void(SourceDescription&)> naming) { source_naming() = std::move(naming); }
+
 SourceId EditBuilder::add_source(SourceDescription source) {
     receive_source(source, impl_->warnings);
+    if (source_naming()) source_naming()(source);
     auto edit = std::make_unique<Edit::Impl>(source.rate ? *source.rate : impl_->rate);
     EditStore& store = EditStore::get();
     edit->cookie = cookie_of_edit(source.identity, store.next_serial());

@@ -37,6 +37,13 @@ void Finder::look_at_log() {
     }
 }
 
+/// A reel of the log that may be meant.
+std::string Finder::near_miss(const FilmEvent& event) const {
+    const LogRow* row =
+        event.timecode ? log_->similar(event.rolls.tape, event.timecode_in, event.timecode_out) : nullptr;
+    return row ? "; did you mean reel " + quoted(row->reel) + " of " + row_text(*row) + "?" : "";
+}
+
 void Finder::look_at_row(std::size_t i) {
     const FilmEvent& event = film_.events[i];
     const LogRow* listed = listed_row(event);
@@ -44,7 +51,7 @@ void Finder::look_at_row(std::size_t i) {
         if (const LogRow* own = log_->first_of(event.rolls.tape)) find_counting(event, *own, Severity::doubt);
         find(Code::no_log_row, Severity::doubt, event, event.start,
              "no row of the log fits reel " + quoted(event.rolls.tape) + " from " + event.timecode.text_at(0) +
-                 " for " + frames_text(event.end - event.start));
+                 " for " + frames_text(event.end - event.start) + near_miss(event));
         return;
     }
     find_counting(event, *listed, Severity::wrong);

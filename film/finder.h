@@ -60,6 +60,7 @@ private:
 
     const LogRow* listed_row(const FilmEvent& event) const;
     std::string row_text(const LogRow& row) const;
+    std::string near_miss(const FilmEvent& event) const;
     std::string channel_of(int layer) const;
     bool needs_ink(const Strip& strip) const;
     const Strip* strip_at(const FilmEvent& event, std::int64_t frame) const;

@@ -1,7 +1,9 @@
 #include "film/log_rows.h"
 
+#include "embedded/edit_distance.h"
 #include "embedded/label_kinds.h"
 #include "embedded/rates.h"
+#include "host/ascii_text.h"
 
 #include <algorithm>
 #include <cctype>
@@ -19,6 +21,17 @@ std::string upper_case(std::string text) {
     std::transform(text.begin(), text.end(), text.begin(),
                    [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
     return text;
+}
+
+/// Letters and digits alone, numbers without zeros before them: "A-012" and "a12" are alike.
+std::string plain_reel(const std::string& reel) {
+    std::string plain;
+    for (const char c : upper_case(reel)) {
+        const bool in_number = !plain.empty() && ascii::is_digit(plain.back());
+        if (c == '0' && !in_number) continue;
+        if (ascii::is_digit(c) || ascii::is_letter(c) || static_cast<unsigned char>(c) >= 0x80) plain += c;
+    }
+    return plain;
 }
 
 /// The columns of a table by name, and what its header says where a row says nothing.
@@ -224,13 +237,13 @@ const LogRow* LogRows::Group::holding(std::int64_t low, std::int64_t high, std::
     return found;
 }
 
-LogRows::LogRows(const recdb& table, int first_line) {
+LogRows::LogRows(const recdb& table, int first_line, const std::vector<int>* places) {
     const Columns columns(table);
     rows_.reserve(table.get_num_records());
     for (unsigned i = 0; i < table.get_num_records(); ++i) {
         LogRow row = row_of(columns, *table.get_record(i));
         row.row = static_cast<int>(i);
-        row.line = first_line + row.row;
+        row.line = first_line + (places ? places->at(i) : row.row);
         if (has_length(row)) rows_.push_back(std::move(row));
     }
     for (const LogRow& row : rows_) {
@@ -301,6 +314,25 @@ const LogRow* LogRows::listed(const std::string& reel, std::int64_t first, std::
     for (const Group* group : groups_of(reel)) {
         const LogRow* row = group->holding(std::min(first, last), std::max(first, last), slack_of_lists);
         if (row && (!found || row->row < found->row)) found = row;
+    }
+    return found;
+}
+
+const LogRow* LogRows::similar(const std::string& reel, std::int64_t first, std::int64_t last) const {
+    constexpr std::size_t letters_for_one_error = 4;
+    const std::string plain = plain_reel(reel);
+    const LogRow* found = nullptr;
+    std::size_t least = std::max<std::size_t>(1, plain.size() / letters_for_one_error) + 1;
+    for (const auto& [name, group] : groups_) {
+        const std::string other = plain_reel(name);
+        if (other.empty() || plain.empty()) continue;
+        const std::size_t distance = embedded::edit_distance(plain, other);
+        const bool nearer = distance < least && distance < std::max(plain.size(), other.size());
+        const LogRow* row =
+            nearer ? group->holding(std::min(first, last), std::max(first, last), slack_of_lists) : nullptr;
+        if (!row) continue;
+        found = row;
+        least = distance;
     }
     return found;
 }

@@ -40,8 +40,8 @@ struct RowAt {
 class LogRows {
 public:
     /// Reads a logging table; rows without a length or a time are left out. `first_line` is that of its first record
-    /// in its file.
-    explicit LogRows(const recdb& table, int first_line = 1);
+    /// in its file. Of a table that was put together of another's rows `places` says where each stood.
+    explicit LogRows(const recdb& table, int first_line = 1, const std::vector<int>* places = nullptr);
     ~LogRows();
     LogRows(const LogRows&) = delete;
     LogRows& operator=(const LogRows&) = delete;
@@ -49,6 +49,9 @@ public:
     const std::vector<LogRow>& rows() const { return rows_; }
     /// The row of that place in the table; null where it couldn't be used.
     const LogRow* row(int place) const;
+    /// A row that holds those frames and whose reel is written nearly alike, as by another hand; null where there is
+    /// none.
+    const LogRow* similar(const std::string& reel, std::int64_t first, std::int64_t last) const;
     /// The first row of that reel, in whatever case; null where none names it.
     const LogRow* first_of(const std::string& reel) const;
     /// The row that a frame of a reel lies in: of several the first of the table, of its reel's own rows before those

@@ -59,6 +59,7 @@ JobResult run(const CheckJob& job) {
 void add_options(OptionTable& options, CheckJob& job) {
     add_edit_input(options, job.edit);
     add_channel_and_log(options, job.channel, job.log);
+    add_log_matching(options, job.edit, job.log);
     options.add({{"--neg-cut", "", "As a neg-cut list numbers the events", job.neg_cut}});
     add_check_options(options, job.choices);
     options.add({

@@ -29,6 +29,7 @@ void add_cut_options(OptionTable& options, CutTables& cuts) {
          EachText{[&cuts](const std::vector<std::string>& pairs) { cuts.choices.options.set = parse_options(pairs); }}},
         host_setting(cuts.settings),
     });
+    add_log_matching(options, cuts.edit, cuts.choices.log);
     add_check_options(options, cuts.checks);
 }
 

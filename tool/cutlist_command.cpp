@@ -164,6 +164,7 @@ void add_options(OptionTable& options, CutlistJob& job) {
     options.add({overwrite(job.output, "Replace a report that is there"), force(job.force), quiet(job.output),
                  no_progress(job.output)});
     add_channel_and_log(options, job.channel, job.log);
+    add_log_matching(options, job.edit, job.log);
     options.add({
         {"--neg-cut", "", "A neg-cut list in place of a cutting-copy list", job.neg_cut},
         {"--frames", "", "Positions in frames in place of feet and frames", job.frames},

@@ -61,6 +61,7 @@ int run(const ExplainJob& job) {
 void add_options(OptionTable& options, ExplainJob& job) {
     add_edit_input(options, job.edit);
     add_channel_and_log(options, job.channel, job.log);
+    add_log_matching(options, job.edit, job.log);
     options.add({
         {"--at", "POSITION", "A place of the edit: film frames from its start, or its timecode; by default its start",
          job.at},

@@ -183,6 +183,7 @@ void add_options(OptionTable& options, ExportJob& job) {
         {"--config", "KEY=VALUE", "A host-wide setting",
          EachText{[&job](const std::vector<std::string>& pairs) { job.settings = parse_settings(pairs); }}},
     });
+    add_log_matching(options, job.edit, job.log);
 }
 
 constexpr const char* examples = R"(Examples:

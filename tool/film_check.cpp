@@ -4,6 +4,7 @@
 #include "embedded/services.h"
 #include "film/log_rows.h"
 #include "tool/cutlist_table.h"
+#include "tool/log_match.h"
 #include "tool/open_edit.h"
 #include "tool/open_logs.h"
 #include "tool/option_table.h"
@@ -55,9 +56,11 @@ void add_check_options(OptionTable& options, CheckChoices& choices) {
 std::unique_ptr<film::LogRows> open_log_rows(const std::string& table) {
     std::string bytes;
     if (!embedded::read_file(table, &bytes, nullptr)) throw JobError(table + ": couldn't be read");
-    const recdb rows(wide_path(table), INT_MAX, false);
+    const MatchedLog* matched = matched_log(table);
+    const recdb rows(wide_path(matched ? matched->path : table), INT_MAX, false);
     if (!rows.get_valid()) throw JobError(table + ": isn't a logging table");
-    return std::make_unique<film::LogRows>(rows, film::line_of_first_record(bytes));
+    return std::make_unique<film::LogRows>(rows, film::line_of_first_record(bytes),
+                                           matched ? &matched->places : nullptr);
 }
 
 namespace {

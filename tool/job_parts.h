@@ -18,6 +18,16 @@ struct Output {
     bool no_progress = false; ///< warnings, but no progress
 };
 
+/// How rows of a log are found, where not by reel and source timecode. Empty: that way.
+struct LogMatching {
+    std::string log;     ///< the logging table
+    std::string key;     ///< "reel", "clip" and the like
+    std::string time;    ///< which timecode of the rows: "source", "camera", "sound"
+    std::string aliases; ///< a file of names of reels
+
+    bool asks_for_rows() const { return !log.empty() && (!key.empty() || !time.empty()); }
+};
+
 /// How an edit is read.
 struct EditInput {
     std::vector<std::string> paths;           ///< one; several only of the edit lists of one programme
@@ -25,6 +35,7 @@ struct EditInput {
     bool all_effects = false;
     std::string sequence{};          ///< of a file that holds several; empty: the only one
     bool reverse_from_first = false; ///< of reverse shots in edit lists the source in is the frame shown first
+    LogMatching matching{};          ///< also what its reels are called
 };
 
 /// How logs are read: what the caller knows better than the files.

@@ -1,6 +1,9 @@
 #include "tool/open_edit.h"
 
+#include "embedded/edit_recipe.h"
 #include "formats/edit_readers.h"
+#include "tool/listed_edit.h"
+#include "tool/log_match.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
 #include "tool/wrong_file.h"
@@ -45,6 +48,25 @@ formats::ReadResult read(const EditInput& input, const formats::ReadOptions& opt
     return result;
 }
 
+/// The sources of the edit and of its copy without rendered material, by their own names.
+std::vector<embedded::SourceDescription> sources_of(const EditInput& input) {
+    const formats::ReadResult result = read(input, options_of(input));
+    if (!result.edit) return {};
+    std::vector<embedded::SourceDescription> sources = embedded::recipe_of(result.edit)->sources;
+    const ListedEdit listed(result.edit);
+    if (listed.edit().get() != result.edit.get())
+        for (const embedded::SourceDescription& source : embedded::recipe_of(listed.edit())->sources)
+            sources.push_back(source);
+    embedded::take_warnings_of_copy(); // told when it is made again
+    return sources;
+}
+
+/// Readies the log for the edit, and the names that its sources take on.
+void find_rows(const EditInput& input, embedded::Warnings& warnings) {
+    name_by_aliases(input.matching);
+    if (input.matching.asks_for_rows()) match_log(input.matching, sources_of(input), warnings);
+}
+
 } // namespace
 
 bool is_edit_list(const std::string& path) {
@@ -53,6 +75,7 @@ bool is_edit_list(const std::string& path) {
 }
 
 EditPtr open_edit(const EditInput& input, embedded::Warnings& warnings) {
+    find_rows(input, warnings);
     const formats::ReadResult result = read(input, options_of(input));
     warnings.insert(warnings.end(), result.warnings.begin(), result.warnings.end());
     if (!result.edit) throw JobError(one_line(input.paths.front()) + ": holds no edit");

@@ -128,6 +128,7 @@ void add_options(OptionTable& options, PrintJob& job) {
         rate(job.edit.rate, "The rate of the edit"),
         {"--log", "TABLE", "The logging table that the edit's key numbers come from", InputFile{job.log}},
     });
+    add_log_matching(options, job.edit, job.log);
     options.add_check([&job] {
         if (!job.prove && !job.doubts && (!job.edit.paths.empty() || !job.log.empty()))
             throw UsageError("--edit and --log say what --prove and the list of doubts are to go by");

@@ -3,7 +3,9 @@
 #include "embedded/services.h"
 #include "tool/key_values.h"
 #include "tool/list_switches.h"
+#include "tool/log_match.h"
 #include "tool/open_logs.h"
+#include "tool/tool_error.h"
 
 namespace tool {
 
@@ -84,6 +86,30 @@ Option log_table(std::string& log) {
     };
     return {"--log", "TABLE", "The logging table that key numbers come from, by reel and timecode",
             InputFile{log, fault_of_log}};
+}
+
+void add_log_matching(OptionTable& options, EditInput& edit, const std::string& log) {
+    LogMatching& matching = edit.matching;
+    const auto one_of = [](const std::string& names) {
+        return [names](const std::string& text) {
+            const bool known = !text.empty() && text.find(',') == std::string::npos &&
+                               (", " + names + ", ").find(", " + text + ", ") != std::string::npos;
+            return known ? std::string() : "it is none of " + names;
+        };
+    };
+    options.add({
+        {"--match", "KEY", "By what rows of the log are found: reel, tape, clip, file or camera-roll",
+         OneText{[&matching](const std::string& text) { matching.key = text; }, {}, one_of(match_names())}},
+        {"--log-time", "WHICH", "By which timecode of the rows: source, camera or sound",
+         OneText{[&matching](const std::string& text) { matching.time = text; }, {}, one_of(log_time_names())}},
+        {"--aliases", "FILE", "What reels of the edit are called in the log, as \"A12 = A012\", a line each",
+         InputFile{matching.aliases}},
+    });
+    options.add_check([&matching, &log] {
+        matching.log = log;
+        if (log.empty() && !(matching.key.empty() && matching.time.empty()))
+            throw UsageError("--match and --log-time need --log");
+    });
 }
 
 Option rate(const embedded::RateInfo*& rate, const char* what) {

@@ -32,6 +32,9 @@ Option log_table(std::string& log);
 /// --channel, --log.
 void add_channel_and_log(OptionTable& options, ChannelName& channel, std::string& log);
 
+/// --match, --log-time, --aliases, for the log that `log` names.
+void add_log_matching(OptionTable& options, EditInput& edit, const std::string& log);
+
 Option rate(const embedded::RateInfo*& rate, const char* what);
 /// A switch that sets an option of the library to `value`.
 Option library_switch(const char* name, LibraryOptions& library, const char* key, const char* value, const char* what);

@@ -3,6 +3,7 @@
 #include "embedded/edit_builder.h"
 #include "host/os.h"
 #include "quillbrook/cutlist.h"
+#include "tool/log_match.h"
 #include "tool/log_use.h"
 #include "tool/open_edit.h"
 #include "tool/open_logs.h"
@@ -54,7 +55,8 @@ embedded::settings_block table_options(const TableChoices& choices, const EditPt
     set_number(block, "edit_units", choices.frames ? 1 : 0);
     apply_options(choices.options, block);
     block.set("output_file", report);
-    if (!choices.log.empty()) block.set("log_file", short_name_of(choices.log));
+    const MatchedLog* matched = matched_log(choices.log);
+    if (!choices.log.empty()) block.set("log_file", short_name_of(matched ? matched->path : choices.log));
     return block;
 }
 
