@@ -318,23 +318,31 @@ const LogRow* LogRows::listed(const std::string& reel, std::int64_t first, std::
     return found;
 }
 
-const LogRow* LogRows::similar(const std::string& reel, std::int64_t first, std::int64_t last) const {
+// The nearest first.
+const std::vector<const LogRows::Group*>& LogRows::groups_like(const std::string& reel) const {
     constexpr std::size_t letters_for_one_error = 4;
+    const auto [entry, fresh] = like_.try_emplace(reel);
     const std::string plain = plain_reel(reel);
-    const LogRow* found = nullptr;
-    std::size_t least = std::max<std::size_t>(1, plain.size() / letters_for_one_error) + 1;
+    if (!fresh || plain.empty()) return entry->second;
+    const std::size_t most = std::max<std::size_t>(1, plain.size() / letters_for_one_error);
+    std::multimap<std::size_t, const Group*> near;
     for (const auto& [name, group] : groups_) {
         const std::string other = plain_reel(name);
-        if (other.empty() || plain.empty()) continue;
+        const std::size_t longer = std::max(plain.size(), other.size());
+        if (other.empty() || longer - std::min(plain.size(), other.size()) > most) continue;
         const std::size_t distance = embedded::edit_distance(plain, other);
-        const bool nearer = distance < least && distance < std::max(plain.size(), other.size());
-        const LogRow* row =
-            nearer ? group->holding(std::min(first, last), std::max(first, last), slack_of_lists) : nullptr;
-        if (!row) continue;
-        found = row;
-        least = distance;
+        if (distance <= most && distance < longer) near.emplace(distance, group.get());
     }
-    return found;
+    for (const auto& [distance, group] : near)
+        entry->second.push_back(group);
+    return entry->second;
+}
+
+const LogRow* LogRows::similar(const std::string& reel, std::int64_t first, std::int64_t last) const {
+    for (const Group* group : groups_like(reel))
+        if (const LogRow* row = group->holding(std::min(first, last), std::max(first, last), slack_of_lists))
+            return row;
+    return nullptr;
 }
 
 const LogRow* LogRows::row(int place) const {

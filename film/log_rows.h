@@ -69,10 +69,11 @@ public:
 private:
     struct Group;
     const std::vector<const Group*>& groups_of(const std::string& reel) const;
+    const std::vector<const Group*>& groups_like(const std::string& reel) const;
 
     std::vector<LogRow> rows_;
     std::map<std::string, std::unique_ptr<Group>> groups_; ///< by reel in upper case
-    mutable std::map<std::string, std::vector<const Group*>> found_;
+    mutable std::map<std::string, std::vector<const Group*>> found_, like_;
 };
 
 /// Where the records begin in the bytes of a table's file: a line, from 1.

@@ -180,6 +180,30 @@ std::optional<OtherTimes> other_times(const LogTable& log, int row, const TimeCo
     return times;
 }
 
+/// Reels as the library compares them.
+class ReelNames {
+public:
+    void add(const std::string& reel) { ++names_[compared(reel)]; }
+    void remove(const std::string& reel) {
+        const auto name = names_.find(compared(reel));
+        if (--name->second == 0) names_.erase(name);
+    }
+    /// Whether the library would take it for one of them, or one of them for it: where either begins the other.
+    bool meets(const std::string& reel) const {
+        const std::string name = compared(reel);
+        const auto longer = names_.lower_bound(name);
+        if (longer != names_.end() && longer->first.compare(0, name.size(), name) == 0) return true;
+        for (std::size_t length = 1; length < name.size(); ++length)
+            if (names_.contains(name.substr(0, length))) return true;
+        return false;
+    }
+
+private:
+    static std::string compared(const std::string& reel) { return lower_case(reel).substr(0, reel_compared); }
+
+    std::map<std::string, int> names_;
+};
+
 /// The rows for one text of the key, and the reel by which they are found.
 struct Group {
     std::string text; ///< as the first source has it
@@ -202,7 +226,6 @@ private:
     RowIndex index() const;
     void add_group(const std::string& text, const RowIndex& rows);
     void name_groups();
-    bool is_taken(const std::string& reel, const std::string& of_group) const;
     void copy_row(int from, const std::string& reel, recdb& to, MatchedLog& made);
     void set_times(int from, unsigned to, recdb& made);
     void set(recdb& made, unsigned row, const char* column, const std::string& text) {
@@ -216,7 +239,7 @@ private:
     LogTable log_;
     embedded::Warnings& warnings_;
     std::map<std::string, Group> groups_; ///< by text in lower case
-    std::set<std::string> other_reels_;   ///< of sources that have no rows, in lower case, as far as they are compared
+    std::set<std::string> other_reels_;   ///< of sources that have no rows, in lower case
 };
 
 RowIndex Matcher::index() const {
@@ -253,41 +276,29 @@ void Matcher::find_groups(const std::vector<SourceDescription>& sources) {
     for (const SourceDescription& source : sources) {
         const auto group = groups_.find(lower_case(key_.of_source(source)));
         const bool found = group != groups_.end() && !group->second.rows.empty();
-        if (!found) other_reels_.insert(lower_case(reel_key(source)).substr(0, reel_compared));
+        if (!found) other_reels_.insert(lower_case(reel_key(source)));
     }
     std::erase_if(groups_, [](const auto& group) { return group.second.rows.empty(); });
     name_groups();
 }
 
-bool begins_either(const std::string& a, const std::string& b) {
-    const std::size_t length = std::min(a.size(), b.size());
-    return a.compare(0, length, b, 0, length) == 0;
-}
-
-/// Whether the library would take it for another source's, or another's for it.
-bool Matcher::is_taken(const std::string& reel, const std::string& of_group) const {
-    const std::string own = lower_case(reel).substr(0, reel_compared);
-    const auto meets = [&](const std::string& other) { return !other.empty() && begins_either(other, own); };
-    if (std::any_of(other_reels_.begin(), other_reels_.end(), meets)) return true;
-    return std::any_of(groups_.begin(), groups_.end(), [&](const auto& group) {
-        return group.first != of_group && meets(lower_case(group.second.reel).substr(0, reel_compared));
-    });
-}
-
 // The text itself where no other begins alike; else with a number, which may be all that tells long ones apart.
 void Matcher::name_groups() {
-    constexpr std::size_t kept = 9;
-    int number = 0;
+    constexpr std::size_t kept = 9, digits_kept = 4;
+    ReelNames names;
+    for (const std::string& reel : other_reels_)
+        names.add(reel);
     for (auto& [text, group] : groups_)
-        group.reel = group.text;
+        names.add(group.reel = group.text);
+    int number = 0;
     for (auto& [text, group] : groups_) {
-        if (!is_taken(group.reel, text)) continue;
-        const std::string head = group.text.substr(0, kept);
-        do {
+        names.remove(group.reel);
+        while (names.meets(group.reel)) {
             std::string digits = std::to_string(++number);
-            digits.insert(0, 4 - std::min<std::size_t>(digits.size(), 4), '0');
-            group.reel = "~" + digits + head;
-        } while (is_taken(group.reel, text));
+            digits.insert(0, digits_kept - std::min(digits.size(), digits_kept), '0');
+            group.reel = "~" + digits + group.text.substr(0, kept);
+        }
+        names.add(group.reel);
     }
 }
 

@@ -145,6 +145,28 @@ TEST_F(LogMatch, SuggestsAReelThatIsWrittenNearlyAlike) {
     EXPECT_THAT(list({}).err, Not(HasSubstr("did you mean"))) << "no row of that reel holds the frames";
 }
 
+// The library takes a reel for another that begins it, of fifteen characters.
+TEST_F(LogMatch, KeepsClipsApartWhoseNamesBeginAlike) {
+    const std::string head = "A LONG NAME OF A CLIP, ";
+    std::string log = "Heading\nFIELD_DELIM\tTABS\nFPS\t24\n\nColumn\nName\tTape\tStart\tEnd\tKN Start\n\nData\n";
+    std::string events = "TITLE: Cut\n";
+    const std::vector<std::string> names{"A1", "A12", head + "1", head + "2"};
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const std::string digit = std::to_string(i + 1);
+        log += names[i] + "\tV1\t01:00:00:00\t01:00:10:00\tKJ 12 3456-" + digit + "000+00\n";
+        events += "00" + digit + "  AX  V  C  01:00:01:00 01:00:02:00 00:00:0" + std::to_string(i) + ":00 00:00:0" +
+                  digit + ":00\n* FROM CLIP NAME: " + names[i] + "\n";
+    }
+    write("log.ale", log);
+    write("cut.edl", events);
+    ASSERT_EQ(run({"log", "import", "log.ale", "-o", "log.RDB", "--overwrite"}).status, 0);
+    const ToolResult made = this->list({"--match", "clip", "--prove"});
+    EXPECT_EQ(made.status, 0) << made.err;
+    EXPECT_THAT(made.err, Not(HasSubstr("reel-prefix")));
+    for (std::size_t i = 0; i < names.size(); ++i)
+        EXPECT_THAT(read("out.txt"), HasSubstr(std::to_string(i + 1) + "001+08"));
+}
+
 /// The key number in what `explain` tells, from its letters to the next blank.
 std::string key_of(const std::string& told) {
     const std::size_t at = told.find("KJ");
