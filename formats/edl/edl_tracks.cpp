@@ -192,6 +192,10 @@ void Layout::add_clip(const TrackPlace& place, const PlacedLine& placed, std::in
     clip.name = placed.line->name;
     clip.list = list_;
     const bool before_transition = placed.in == placed.out && placed.line->type != EditType::key_out;
+    if (before_transition && placed.line->type == EditType::key) {
+        leave_out(*placed.line, "a key without length: its record out is its record in");
+        return;
+    }
     if (before_transition) {
         from_.insert_or_assign(place, placed);
         return;

@@ -324,4 +324,25 @@ TEST(Events, MissingRecordOutTakesTheSourcesLength) {
     EXPECT_THAT(result.warnings, ElementsAre(HasSubstr("line 1: no record out")));
 }
 
+TEST(Keys, WithoutLengthSayWhatIsWrong) {
+    const formats::ReadResult result = read("001 A V C 01:00:00:00 01:00:01:00 00:00:00:00 00:00:01:00\n"
+                                            "002 T V K 012 01:00:00:00 01:00:00:00 00:00:01:00 00:00:01:00\n");
+    ASSERT_EQ(result.warnings.size(), 1U);
+    EXPECT_EQ(result.warnings[0],
+              "a.edl: line 2: a key without length: its record out is its record in; the event is left out");
+}
+
+TEST(SeveralLists, HaveTheirTracksAboveThoseOfTheListsBefore) {
+    const std::string picture = "001 A V  C 01:00:00:00 01:00:01:00 00:00:00:00 00:00:01:00\n"
+                                "002 B V2 C 01:00:00:00 01:00:01:00 00:00:00:00 00:00:01:00\n";
+    const std::string titles = "001 T V  C 01:00:00:00 01:00:01:00 00:00:00:00 00:00:01:00\n";
+    const EditPtr one = read(std::vector<std::string>{picture}).edit, two = read({picture, titles}).edit;
+    EXPECT_EQ(one->getNumChans(), 2);
+    EXPECT_EQ(drawn(one, 1), "0-24 B@01:00:00:00");
+    ASSERT_EQ(two->getNumChans(), 3);
+    EXPECT_EQ(drawn(two, 1), "0-24 B@01:00:00:00");
+    EXPECT_EQ(drawn(two, 2), "0-24 T@01:00:00:00");
+    EXPECT_EQ(drawn(read({titles, picture}).edit, 0), "0-24 T@01:00:00:00");
+}
+
 } // namespace
