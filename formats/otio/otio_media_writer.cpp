@@ -15,22 +15,39 @@ const RateInfo& rate_of(const SourceDescription& source, const RateInfo& edit_ra
     return source.rate ? *source.rate : edit_rate;
 }
 
+double step_of(const LabelDescription& label) {
+    return label.rate ? (Fraction(1) / *label.rate).to_double() : EditLabel(label.type, {}).posn_step;
+}
+
 /// Of the standards that count as the label does the one that steps as it does; the source's own where none does.
 TCInf standard_of(const LabelDescription& timecode, const RateInfo& own) {
     constexpr int codes = 10;
-    const double kinds_own = EditLabel(timecode.type, {}).posn_step;
-    const double step = timecode.rate ? (Fraction(1) / *timecode.rate).to_double() : kinds_own;
-    const RateInfo* found = &own;
+    const double step = step_of(timecode);
+    const bool own_counts_alike = own.timecode == timecode.type || own.drop_timecode == timecode.type;
+    const RateInfo* found = own_counts_alike ? &own : nullptr;
     for (int code = 1; code <= codes; ++code) {
         const RateInfo* rate = embedded::rate_info(static_cast<Qb::FrameRate>(code));
         const bool counts_alike = rate && (rate->timecode == timecode.type || rate->drop_timecode == timecode.type);
-        if (counts_alike && Fraction(rate->den, rate->num).to_double() == step) found = rate;
+        if (!counts_alike) continue;
+        if (!found || Fraction(rate->den, rate->num).to_double() == step) found = rate;
     }
+    if (!found) return {};
     return {found->code, static_cast<std::uint8_t>(timecode.type != found->timecode)};
 }
 
-bool is_drop(const LabelDescription& timecode, const RateInfo& rate) {
-    return rate.can_drop() && timecode.type == rate.drop_timecode;
+/// The rate that is read of a standard: what counts as the edit does is the edit's.
+const RateInfo& read_rate_of(const RateInfo& rate, const RateInfo& edit_rate) {
+    return rate.nominal == edit_rate.nominal ? edit_rate : rate;
+}
+
+/// Whether the media's rate and how its timecode counts have to be told apart.
+bool counts_apart(const SourceDescription& source, const RateInfo& edit_rate) {
+    const RateInfo& rate = read_rate_of(rate_of(source, edit_rate), edit_rate);
+    if (rate.code != rate_of(source, edit_rate).code) return true;
+    if (!source.video_timecode) return false;
+    const LabelDescription& label = *source.video_timecode;
+    const bool of_the_rate = label.type == rate.timecode || label.type == rate.drop_timecode;
+    return !of_the_rate || step_of(label) != Fraction(rate.den, rate.num).to_double();
 }
 
 /// Where the label's text doesn't name the sample, as one below 0 or past a day.
@@ -41,8 +58,14 @@ bool text_names_it(const LabelDescription& label) {
 }
 
 /// The range tells the video timecode too.
-bool has_range(const SourceDescription& source) {
-    return source.length || (source.video_timecode && !text_names_it(*source.video_timecode));
+bool has_range(const SourceDescription& source, const RateInfo& edit_rate) {
+    const auto& timecode = source.video_timecode;
+    return source.length || (timecode && !text_names_it(*timecode) && !counts_apart(source, edit_rate));
+}
+
+/// Whether the range's start tells the timecode.
+bool range_tells_timecode(const SourceDescription& source, const RateInfo& edit_rate) {
+    return has_range(source, edit_rate) && source.video_timecode && !counts_apart(source, edit_rate);
 }
 
 bool has_numbers(const SourceDescription& source) {
@@ -74,15 +97,20 @@ JsonValue reference_of(const Values& values, const SourceDescription& source) {
 
 void add_timecodes(const Values& values, const SourceDescription& source, const RateInfo& edit_rate, JsonValue& own) {
     const RateInfo& rate = rate_of(source, edit_rate);
-    const bool drop = source.video_timecode && is_drop(*source.video_timecode, rate);
-    values.add(own, "timecode_std", tv_standard_to_edlstr({rate.code, static_cast<std::uint8_t>(drop)}));
-    if (rate.can_drop()) values.add(own, "drop", JsonValue(drop));
-    if (source.video_timecode && !has_range(source))
+    const bool apart = counts_apart(source, edit_rate);
+    TCInf standard{rate.code, 0};
+    if (source.video_timecode) standard = standard_of(*source.video_timecode, rate);
+    const RateInfo* counting = embedded::rate_info(standard.rate);
+    values.add(own, "timecode_std", tv_standard_to_edlstr(standard));
+    if (counting && counting->can_drop()) values.add(own, "drop", JsonValue(standard.drop != 0));
+    if (apart) values.add(own, "media_rate", otio::text_of(rate.rate()));
+    if (apart && source.video_timecode && source.video_timecode->rate)
+        values.add(own, "timecode_rate", otio::text_of(*source.video_timecode->rate));
+    if (source.video_timecode && !range_tells_timecode(source, edit_rate))
         values.add(own, "timecode", formats::text_of(*source.video_timecode));
     if (source.sound_timecode) {
-        const TCInf standard = standard_of(*source.sound_timecode, rate);
         values.add(own, "sound_timecode", formats::text_of(*source.sound_timecode));
-        values.add(own, "sound_std", tv_standard_to_edlstr(standard));
+        values.add(own, "sound_std", tv_standard_to_edlstr(standard_of(*source.sound_timecode, rate)));
     }
     if (source.timecode_24p) values.add(own, "timecode_24p", formats::text_of(*source.timecode_24p));
 }
@@ -120,7 +148,8 @@ JsonValue own_metadata(const Values& values, const SourceDescription& source, co
 JsonValue available_range(const Values& values, const SourceDescription& source, const RateInfo& edit_rate,
                           JsonValue& own) {
     const RateInfo& rate = rate_of(source, edit_rate);
-    const int first = source.video_timecode ? point_of(*source.video_timecode).sample : 0;
+    const bool tells = range_tells_timecode(source, edit_rate);
+    const int first = tells ? point_of(*source.video_timecode).sample : 0;
     JsonValue range = values.object("TimeRange.1");
     if (source.length) values.add(range, "duration", values.time(*source.length, edit_rate, own, "length"));
     values.add(range, "start_time", values.frames(first, rate));
@@ -130,10 +159,9 @@ JsonValue available_range(const Values& values, const SourceDescription& source,
 } // namespace
 
 Fraction start_of_media(const SourceDescription& source, const RateInfo& edit_rate) {
-    if (!has_range(source) || !source.video_timecode) return 0;
-    const RateInfo& rate = rate_of(source, edit_rate);
+    if (!range_tells_timecode(source, edit_rate)) return 0;
     const Fraction frames(point_of(*source.video_timecode).sample);
-    return frames / (rate.nominal == edit_rate.nominal ? edit_rate : rate).rate();
+    return frames / read_rate_of(rate_of(source, edit_rate), edit_rate).rate();
 }
 
 JsonValue media_reference(const Values& values, const SourceDescription& source, const RateInfo& edit_rate) {
@@ -141,7 +169,7 @@ JsonValue media_reference(const Values& values, const SourceDescription& source,
     JsonValue own = own_metadata(values, source, edit_rate);
     values.add(reference, "name", source.name);
     values.add(reference, "available_range",
-               has_range(source) ? available_range(values, source, edit_rate, own) : JsonValue());
+               has_range(source, edit_rate) ? available_range(values, source, edit_rate, own) : JsonValue());
     values.add_own(reference, std::move(own));
     return reference;
 }

@@ -67,6 +67,7 @@ struct LabelMaker {
     TCInf standard(std::string_view key) const;
     const RateInfo* rate_of_ranges() const;
     const RateInfo& rate_of(const TCInf& standard) const;
+    const RateInfo& media_rate(const RateInfo& of_timecode) const;
     bool timecodes() const;
     bool video(const RateInfo& rate, bool drop) const;
     void sound(const TCInf& standard_of_video) const;
@@ -104,6 +105,14 @@ const RateInfo& LabelMaker::rate_of(const TCInf& given) const {
     return listed && listed->nominal != context.rate->nominal ? *listed : *context.rate;
 }
 
+/// That of its timecode, where the file doesn't tell them apart.
+const RateInfo& LabelMaker::media_rate(const RateInfo& of_timecode) const {
+    const std::optional<Fraction> given = read_rate(clip, fields.own("media_rate"), "\"media_rate\"");
+    const RateInfo* listed = given ? embedded::nearest_rate(given->to_double()) : nullptr;
+    if (given && !listed) context.warn(clip, "its \"media_rate\" is none that edits have", embedded::WarningKind::rate);
+    return listed ? *listed : of_timecode;
+}
+
 /// Whether a text of its own gave it.
 bool LabelMaker::video(const RateInfo& rate, bool drop) const {
     const label_t type = drop ? rate.drop_timecode : rate.timecode;
@@ -116,7 +125,8 @@ bool LabelMaker::video(const RateInfo& rate, bool drop) const {
         const std::int64_t frame = (start * rate.rate()).nearest();
         source.video_timecode = LabelDescription{type, {}, timeline::sample_of(frame, rate.nominal), {}};
     }
-    if (source.video_timecode) source.video_timecode->rate = rate.rate();
+    const std::optional<Fraction> step = read_rate(clip, fields.own("timecode_rate"), "\"timecode_rate\"");
+    if (source.video_timecode) source.video_timecode->rate = step ? *step : rate.rate();
     return given;
 }
 
@@ -134,8 +144,8 @@ void LabelMaker::sound(const TCInf& standard_of_video) const {
 bool LabelMaker::timecodes() const {
     const TCInf given = standard("timecode_std");
     const RateInfo& rate = rate_of(given);
-    source.rate = &rate;
-    if (!source.film_rate && rate.code == context.rate->code) source.film_rate = context.film_rate;
+    source.rate = &media_rate(rate);
+    if (!source.film_rate && source.rate->code == context.rate->code) source.film_rate = context.film_rate;
     const bool marked = fields.text({"timecode", {}, false}).find(';') != std::string::npos;
     const JsonValue* own_drop = fields.own("drop");
     const bool drop =
@@ -149,7 +159,7 @@ bool LabelMaker::timecodes() const {
     const std::string text = fields.text({"timecode_24p", "TC 24", false});
     if (!text.empty()) source.timecode_24p = label(label_tc_24, text, "24-frame timecode");
     if (source.timecode_24p)
-        source.timecode_24p->rate = source.film_rate ? *source.film_rate : embedded::film_rate_of(rate);
+        source.timecode_24p->rate = source.film_rate ? *source.film_rate : embedded::film_rate_of(*source.rate);
     return own_video || source.sound_timecode || source.timecode_24p;
 }
 

@@ -65,6 +65,10 @@ private:
         if (one_in(4)) source.film_rate = *rc::gen::element(Fraction(24), Fraction(24000, 1001), Fraction(18));
         if (one_in(3)) source.identity = "file:///dailies/" + source.name + ".mov";
         if (!one_in(5)) source.video_timecode = timecode(*source.rate);
+        // Tape that counts otherwise than the media, as in chains of transfers.
+        if (source.video_timecode && one_in(5)) source.video_timecode = timecode(*other);
+        if (source.video_timecode && one_in(5)) source.video_timecode->rate = Fraction(30000, 1001) * Fraction(4, 5);
+        if (one_in(6)) source.rate = other;
         if (one_in(3)) source.sound_timecode = timecode(*source.rate);
         if (one_in(3)) source.timecode_24p = label(label_tc_24, "02:00:00:00");
         if (source.timecode_24p)
