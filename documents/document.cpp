@@ -107,6 +107,15 @@ Cell cell(Run run, Value value) {
 
 Cell word_cell(const std::string& text, Weight weight) { return cell({text, weight, false}, value_of(text)); }
 
+void show_columns(List& list, const std::vector<std::string>& keys) {
+    const auto is_named = [&keys](const Column& column) {
+        return is_titled(column) && std::find(keys.begin(), keys.end(), column.key) != keys.end();
+    };
+    if (std::none_of(list.columns.begin(), list.columns.end(), is_named)) return;
+    for (Column& column : list.columns)
+        if (!is_named(column)) column.title.clear();
+}
+
 void choose_columns(List& list, const std::vector<std::string>& keys) {
     std::vector<std::size_t> chosen;
     for (const std::string& key : keys)
@@ -128,6 +137,8 @@ void choose_columns(List& list, const std::vector<std::string>& keys) {
             for (Row& row : *rows)
                 choose(row.cells);
     }
+    for (Row& row : list.totals)
+        choose(row.cells);
 }
 
 } // namespace documents

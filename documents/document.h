@@ -137,6 +137,7 @@ struct List {
     std::vector<Column> columns;
     std::vector<DrawingPtr> drawings; ///< of the list as a whole, ahead of its parts
     std::vector<Part> parts;
+    std::vector<Row> totals; ///< of all parts together, below them
     std::vector<Note> notes; ///< of the list as a whole
     std::string empty;       ///< what is said where there are no rows
 };
@@ -184,8 +185,11 @@ inline Run mono(std::string text, Weight weight = Weight::plain) { return {std::
 Cell cell(Run run, Value value);
 /// A cell of words that is its own value.
 Cell word_cell(const std::string& text, Weight weight = Weight::plain);
-/// Leaves out the columns that `keys` doesn't name and puts the others in its order. A word that names none is left
-/// alone; lists that would be without a column keep theirs.
+/// Takes the titles of the columns that `keys` doesn't name, so that pages leave them out and scripts don't. A list
+/// that would be without one keeps all.
+void show_columns(List& list, const std::vector<std::string>& keys);
+/// Leaves out the columns that `keys` doesn't name, for pages and scripts, and puts the others in its order. A word
+/// that names none is left alone; a list that would be without a column keeps all.
 void choose_columns(List& list, const std::vector<std::string>& keys);
 
 } // namespace documents

@@ -1,0 +1,403 @@
+#include "documents/html.h"
+
+#include "documents/characters.h"
+#include "documents/html_assets.h"
+#include "documents/html_text.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace documents {
+namespace {
+
+constexpr std::size_t rows_together = 40; ///< that a browser lays out or skips as one
+constexpr std::size_t widest_words = 26;  ///< characters that a column of words asks for at most
+constexpr std::size_t narrow_words = 14;  ///< and that it is not narrower than, where its texts are as long
+
+std::string quoted(std::string_view text) { return '"' + html_text(text) + '"'; }
+
+/// Tells documents apart, so that ticks of one aren't shown in another (FNV-1a).
+std::string mark_of(const Document& document) {
+    std::uint64_t hash = 14695981039346656037ULL;
+    const TitleBlock& title = document.title;
+    for (const std::string* text : {&title.edit, &title.project, &title.track, &title.reel, &title.cut_date})
+        for (const char c : *text + '\n')
+            hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211ULL;
+    constexpr const char* digits = "0123456789abcdef";
+    std::string text;
+    for (int shift = 60; shift >= 0; shift -= 4)
+        text += digits[hash >> shift & 15U];
+    return text;
+}
+
+std::string run_text(const Run& run) {
+    const std::string text = html_text(run.text);
+    const std::string family = run.mono ? "m" : "p";
+    switch (run.weight) {
+    case Weight::strong:
+        return "<b class=" + family + ">" + text + "</b>";
+    case Weight::light:
+        return "<span class=\"" + family + " l\">" + text + "</span>";
+    default:
+        return "<span class=" + family + ">" + text + "</span>";
+    }
+}
+
+std::string line_text(const Line& line) {
+    std::string text;
+    for (const Run& run : line)
+        text += run_text(run);
+    return text;
+}
+
+std::string lines_text(const std::vector<Line>& lines) {
+    if (lines.size() == 1) return line_text(lines.front());
+    std::string text;
+    for (const Line& line : lines)
+        text += "<i>" + line_text(line) + "</i>";
+    return text;
+}
+
+std::string note_text(const Note& note) {
+    std::string text = "<span class=\"note " + std::string(name_of(note.mark)) + "\">";
+    if (!note.head.empty()) text += "<b>" + html_text(note.head) + ".</b> ";
+    text += html_text(note.text);
+    if (!note.advice.empty()) text += " <span class=l>" + html_text(note.advice) + "</span>";
+    return text + "</span>";
+}
+
+std::string joined(const std::vector<std::string>& texts, const char* between) {
+    std::string all;
+    for (const std::string& text : texts)
+        if (!text.empty()) all += (all.empty() ? "" : between) + text;
+    return all;
+}
+
+/// "The Lamplighter R2, reel 2, cut of 20 September 2026".
+std::string subject_of(const TitleBlock& title) {
+    return joined({title.edit, title.reel.empty() ? "" : "reel " + title.reel,
+                   title.version.empty() ? "" : "version " + title.version,
+                   title.cut_date.empty() ? "" : "cut of " + title.cut_date},
+                  ", ");
+}
+
+std::string format_of(const TitleBlock& title) {
+    return joined({title.edit, title.track, joined({title.gauge, title.rate}, ", ")}, " \xC2\xB7 ");
+}
+
+std::string sheet_name(const List& list, const Part& part) { return html_name(list.id + '-' + part.id); }
+
+class ListPage {
+public:
+    ListPage(const List& list, const TitleBlock& title, std::string& out)
+        : list_(list), title_(title), out_(out), note_column_(column_of_notes(list)) {
+        for (std::size_t i = 0; i < list.columns.size(); ++i)
+            if (!list.columns[i].title.empty()) shown_.push_back(i);
+        measure();
+    }
+
+    void put() {
+        const std::string id = html_name(list_.id);
+        out_ += "<section id=\"" + id + "\" aria-labelledby=\"" + id + "-title\">\n";
+        put_head(id);
+        for (const Note& note : list_.notes)
+            out_ += "<p>" + note_text(note) + "</p>\n";
+        put_drawings(list_.drawings);
+        put_columns_menu();
+        put_tables();
+        if (!list_.counting.empty()) out_ += "<p class=counting>" + html_text(list_.counting) + "</p>\n";
+        out_ += "</section>\n";
+    }
+
+private:
+    // Widths of columns, in characters: a column of words may be narrower than its text, the others may not.
+    void measure() {
+        widths_.assign(list_.columns.size(), 0);
+        for (const std::size_t i : shown_)
+            widths_[i] = display_width(list_.columns[i].title);
+        for (const Part& part : list_.parts) {
+            for (const Row& row : part.rows)
+                measure(row);
+            for (const Row& row : part.totals)
+                measure(row);
+        }
+        for (const Row& row : list_.totals)
+            measure(row);
+    }
+
+    void measure(const Row& row) {
+        for (const std::size_t i : shown_)
+            if (i < row.cells.size())
+                for (const Line& line : row.cells[i].lines)
+                    widths_[i] = std::max(widths_[i], display_width(text_of(line)));
+    }
+
+    std::string width_text(std::size_t i) const {
+        const std::string most = std::to_string(std::min(widths_[i], widest_words)) + "ch";
+        const bool stretches = static_cast<int>(i) == note_column_;
+        if (stretches) return "minmax(14ch,3fr)";
+        if (list_.columns[i].wrap == Wrap::none) return std::to_string(widths_[i]) + "ch";
+        return "minmax(" + std::to_string(std::min(widths_[i], narrow_words)) + "ch," + most + ")";
+    }
+
+    std::size_t least_width() const {
+        std::size_t width = 4;
+        for (const std::size_t i : shown_) {
+            const bool words = list_.columns[i].wrap != Wrap::none || static_cast<int>(i) == note_column_;
+            width += 2 + (words ? std::clamp<std::size_t>(widths_[i], 6, narrow_words) : widths_[i]);
+        }
+        return width;
+    }
+
+    void put_head(const std::string& id) {
+        out_ += "<div class=head><div><h2 id=\"" + id + "-title\">" + html_text(list_.title) + "</h2><p>" +
+                html_text(format_of(title_)) + "</p></div><div class=aside>";
+        const std::string aside = joined({title_.reel.empty() ? "" : "Reel " + title_.reel, list_.aside}, ", ");
+        if (!aside.empty()) out_ += "<b>" + html_text(aside) + "</b>";
+        const std::string date = joined({title_.version.empty() ? "" : "Version " + title_.version,
+                                         title_.cut_date.empty() ? "" : "Cut of " + title_.cut_date},
+                                        ", ");
+        if (!date.empty()) out_ += "<p>" + html_text(date) + "</p>";
+        out_ += "</div></div>\n";
+        if (list_.facts.empty()) return;
+        out_ += "<dl class=facts>";
+        for (const Fact& fact : list_.facts)
+            out_ += "<div><dt>" + html_text(fact.name) + "</dt><dd>" + line_text(fact.value) + "</dd></div>";
+        out_ += "</dl>\n";
+    }
+
+    void put_drawings(const std::vector<DrawingPtr>&) {}
+
+    void put_columns_menu() {
+        out_ += "<details class=columns hidden><summary>Columns</summary>";
+        for (const std::size_t i : shown_)
+            out_ += "<label><input type=checkbox checked value=" + std::to_string(place_of(i)) + "> " +
+                    html_text(list_.columns[i].title) + "</label>";
+        out_ += "</details>\n";
+    }
+
+    /// Of a column among those of the grid; the box comes first.
+    std::size_t place_of(std::size_t column) const {
+        return static_cast<std::size_t>(std::find(shown_.begin(), shown_.end(), column) - shown_.begin()) + 1;
+    }
+
+    void put_tables() {
+        const bool any =
+            std::any_of(list_.parts.begin(), list_.parts.end(), [](const Part& p) { return !p.rows.empty(); });
+        if (!any) {
+            out_ += "<p class=empty>" + html_text(list_.empty) + "</p>\n";
+            return;
+        }
+        const bool sheets = std::any_of(list_.parts.begin(), list_.parts.end(), [](const Part& p) { return p.sheet; });
+        if (sheets) {
+            for (const Part& part : list_.parts)
+                put_sheet(part);
+            return;
+        }
+        for (const Part& part : list_.parts)
+            put_drawings(part.drawings);
+        begin_table(list_.title);
+        for (const Part& part : list_.parts)
+            put_part(part);
+        end_table(list_.totals);
+    }
+
+    void put_sheet(const Part& part) {
+        const bool first = &part == &list_.parts.front();
+        out_ += std::string("<div class=\"sheet") + (first ? " first" : "") + "\" id=\"" + sheet_name(list_, part) +
+                "\"><h3>" + html_text(part.title) + " <span class=about>" + html_text(part.about) + "</span></h3>\n";
+        put_drawings(part.drawings);
+        begin_table(part.title);
+        put_rows(part.rows);
+        end_table(part.totals);
+        out_ += "</div>\n";
+    }
+
+    // Roles are said as browsers forget them where a table is laid out as a grid.
+    void begin_table(const std::string& name) {
+        std::string widths = "2.2rem";
+        for (const std::size_t i : shown_)
+            widths += '|' + width_text(i);
+        std::string grid = widths;
+        std::replace(grid.begin(), grid.end(), '|', ' ');
+        out_ += "<div class=scroll><table role=table aria-label=" + quoted(name) + " data-widths=\"" + widths +
+                "\" style=\"--cols:" + grid + ";--least:" + std::to_string(least_width()) +
+                "ch\">\n<thead role=rowgroup><tr role=row><td role=cell class=tick></td>";
+        for (const std::size_t i : shown_)
+            out_ += "<th scope=col role=columnheader class=\"" + classes_of(i) +
+                    "\" style=\"--w:" + std::to_string(std::min<std::size_t>(widths_[i], narrow_words)) + "ch\">" +
+                    html_text(list_.columns[i].title) + "</th>";
+        out_ += "</tr></thead>\n";
+    }
+
+    void end_table(const std::vector<Row>& totals) {
+        if (!totals.empty()) {
+            out_ += "<tfoot role=rowgroup>\n";
+            for (const Row& row : totals)
+                put_row(row, "total");
+            out_ += "</tfoot>";
+        }
+        out_ += "</table></div>\n";
+    }
+
+    void put_part(const Part& part) {
+        if (!part.title.empty()) {
+            out_ += "<tbody role=rowgroup class=part style=\"--tall:3rem\"><tr role=row class=part>"
+                    "<th role=rowheader scope=rowgroup colspan=" +
+                    std::to_string(shown_.size() + 1) + "><b>" + html_text(part.title) + "</b> <span class=about>" +
+                    html_text(part.about) + "</span></th></tr></tbody>\n";
+        }
+        put_rows(part.rows);
+        if (part.totals.empty()) return;
+        out_ += "<tbody role=rowgroup>\n";
+        for (const Row& row : part.totals)
+            put_row(row, "total");
+        out_ += "</tbody>\n";
+    }
+
+    void put_rows(const std::vector<Row>& rows) {
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            if (i % rows_together == 0) {
+                const std::size_t count = std::min(rows_together, rows.size() - i);
+                out_ += (i == 0 ? "" : "</tbody>\n") +
+                        ("<tbody role=rowgroup style=\"--tall:" + std::to_string(count * 4) + "rem\">\n");
+            }
+            rows[i].kind == RowKind::band ? put_band(rows[i]) : put_row(rows[i], "");
+        }
+        if (!rows.empty()) out_ += "</tbody>\n";
+    }
+
+    void put_band(const Row& row) {
+        out_ += "<tr role=row class=band><td role=cell colspan=" + std::to_string(shown_.size() + 1) + ">" +
+                line_text(row.band) + "</td></tr>\n";
+    }
+
+    std::string classes_of(std::size_t column) const {
+        const Column& one = list_.columns[column];
+        std::string classes = "c" + std::to_string(place_of(column));
+        if (one.align == Align::right) classes += " r";
+        if (one.wrap == Wrap::none) classes += " n";
+        if (one.wrap == Wrap::anywhere) classes += " a";
+        return classes;
+    }
+
+    std::string first_words(const Row& row) const {
+        std::vector<std::string> words;
+        for (const std::size_t i : shown_)
+            if (i < row.cells.size() && words.size() < 2 && !row.cells[i].lines.empty())
+                words.push_back(list_.columns[i].title + ' ' + text_of(row.cells[i].lines.front()));
+        return joined(words, ", ");
+    }
+
+    void put_row(const Row& row, const char* kind) {
+        out_ += "<tr role=row";
+        if (!row.id.empty() && *kind == 0) out_ += " id=\"" + html_name(row.id) + '"';
+        if (!row.film.empty()) out_ += " data-film=\"" + html_name(row.film) + '"';
+        if (*kind != 0) out_ += std::string(" class=") + kind;
+        out_ += "><td role=cell class=tick>";
+        if (row.tick)
+            out_ += "<label><input type=checkbox aria-label=" + quoted("Done: " + first_words(row)) + "></label>";
+        out_ += "</td>";
+        for (const std::size_t i : shown_)
+            put_cell(row, i);
+        out_ += "</tr>\n";
+    }
+
+    void put_cell(const Row& row, std::size_t i) {
+        const bool head = i == shown_.front();
+        out_ +=
+            std::string(head ? "<th scope=row role=rowheader" : "<td role=cell") + " class=\"" + classes_of(i) + "\">";
+        if (i < row.cells.size()) out_ += lines_text(row.cells[i].lines);
+        if (static_cast<int>(i) == note_column_)
+            for (const Note& note : row.notes)
+                out_ += note_text(note);
+        out_ += head ? "</th>" : "</td>";
+    }
+
+    const List& list_;
+    const TitleBlock& title_;
+    std::string& out_;
+    const int note_column_;
+    std::vector<std::size_t> shown_;
+    std::vector<std::size_t> widths_;
+};
+
+/// What stands below each page of that name: how it counts, and what and where it is.
+std::string page_rule(const std::string& name, const TitleBlock& title, const std::string& what,
+                      const std::string& counting) {
+    const std::string font =
+        " font: 8pt \"DejaVu Sans\", sans-serif; color: #444; vertical-align: top; padding-top: 3mm;";
+    return "#" + name + " { page: " + name + "; }\n@page " + name +
+           " {\n @bottom-left { content: " + css_string(counting) + ";" + font +
+           " width: 40%; text-align: left; }\n @bottom-right { content: " +
+           css_string(joined({subject_of(title), what, "page "}, " \xC2\xB7 ")) +
+           " counter(page) \" of \" counter(pages);" + font + " text-align: right; }\n}\n";
+}
+
+std::string page_rules(const Document& document) {
+    std::string style = document.paper == Paper::letter ? "@page { size: letter;" : "@page { size: A4;";
+    style += " margin: 14mm 12mm 20mm; }\n";
+    for (const List& list : document.lists) {
+        style += page_rule(html_name(list.id), document.title, list.title, list.counting);
+        for (const Part& part : list.parts)
+            if (part.sheet)
+                style +=
+                    page_rule(sheet_name(list, part), document.title, list.title + ": " + part.title, list.counting);
+    }
+    return style;
+}
+
+/// On narrow screens the names of columns stand ahead of their cells.
+std::string narrow_rules(const Document& document) {
+    std::string style = "@media screen and (max-width: 46rem) {\n";
+    for (const List& list : document.lists) {
+        std::size_t place = 0;
+        for (const Column& column : list.columns)
+            if (!column.title.empty())
+                style += "#" + html_name(list.id) + " tbody .c" + std::to_string(++place) +
+                         "::before { content: " + css_string(column.title + "  ") +
+                         "; color: var(--soft); font-size: .8rem; }\n";
+    }
+    return style + "}\n";
+}
+
+void put_top(const Document& document, std::string& out) {
+    const TitleBlock& title = document.title;
+    out += "<header class=top><h1>" + html_text(title.edit.empty() ? "Lists" : title.edit) + "</h1><p>" +
+           html_text(joined({title.project, title.track, title.gauge, title.rate,
+                             title.reel.empty() ? "" : "reel " + title.reel,
+                             title.version.empty() ? "" : "version " + title.version,
+                             title.cut_date.empty() ? "" : "cut of " + title.cut_date,
+                             title.made.empty() ? "" : "listed " + title.made},
+                            " \xC2\xB7 ")) +
+           "</p>\n<nav aria-label=Lists><ul>";
+    for (const List& list : document.lists)
+        out += "<li><a href=\"#" + html_name(list.id) + "\">" + html_text(list.title) + " <span class=l>(" +
+               std::to_string(count_of_rows(list)) + ")</span></a></li>";
+    out += "</ul></nav></header>\n"
+           "<div class=tools hidden role=search><label>Filter rows <input type=search autocomplete=off></label>"
+           "<output aria-live=polite></output></div>\n";
+}
+
+} // namespace
+
+std::string html_of(const Document& document) {
+    std::string out =
+        "<!DOCTYPE html>\n<html lang=en data-document=" + mark_of(document) +
+        ">\n<head>\n<meta charset=utf-8>\n"
+        "<meta name=viewport content=\"width=device-width, initial-scale=1\">\n"
+        "<meta http-equiv=Content-Security-Policy content=\"default-src 'none'; style-src 'unsafe-inline'; "
+        "script-src 'unsafe-inline'; img-src data:\">\n<title>" +
+        html_text(joined({document.title.edit, document.title.track}, ", ")) + "</title>\n<style>" + html_style +
+        page_rules(document) + narrow_rules(document) +
+        "</style>\n</head>\n<body>\n"
+        "<a class=skip href=\"#lists\">To the lists</a>\n";
+    put_top(document, out);
+    out += "<main id=lists>\n";
+    for (const List& list : document.lists)
+        ListPage(list, document.title, out).put();
+    out += "</main>\n<script>" + std::string(html_script) + "</script>\n</body>\n</html>\n";
+    return out;
+}
+
+} // namespace documents
