@@ -6,6 +6,7 @@
 #include "host/os.h"
 #include "quillbrook/cutlist.h"
 #include "tool/command.h"
+#include "tool/cut_documents.h"
 #include "tool/cutlist_table.h"
 #include "tool/doubt_pages.h"
 #include "tool/film_check.h"
@@ -42,6 +43,7 @@ struct CutlistJob {
     Settings settings;
     CheckChoices choices;
     bool force = false;
+    DocumentFiles documents;
 };
 
 TableChoices choices_of(const CutlistJob& job) { return {job.channel, job.neg_cut, job.frames, job.log, job.options}; }
@@ -101,10 +103,15 @@ std::string subject_of(const CutlistJob& job) { return subject_of(job.channel, j
 void check_files(const CutlistJob& job) {
     std::vector<std::string> inputs = job.edit.paths;
     if (!job.log.empty()) inputs.push_back(job.log);
-    for (const std::string& input : inputs) {
+    std::vector<std::string> beside = files_beside_report(job), others = beside;
+    others.push_back(job.output.report);
+    for (const std::string& input : inputs)
         check_readable(input);
-        check_outputs(input, job.output, files_beside_report(job));
-    }
+    const std::vector<std::string> documents = check_cut_documents(job.documents, inputs, others);
+    beside.insert(beside.end(), documents.begin(), documents.end());
+    for (const std::string& input : inputs)
+        check_outputs(input, job.output, beside);
+    if (is_stream(job.output.report)) hold_outputs(documents, job.output.overwrite);
     if (!job.log.empty()) check_is_log_table(job.log);
     if (is_stream(job.output.report) && !single_layer_extensions(job.options).empty())
         throw JobError(job.output.report + ": single-layer lists go beside the report; -o has to name a file");
@@ -122,6 +129,14 @@ void list_doubts(const CutlistJob& job, embedded::settings_block options, const 
     // Headings count channels as the table does.
     options.set("chan_num", std::to_string(CutlistTable(table, 1).channel_number()));
     add_doubts({report, table, options, asks_for_frames(job.options, job.frames)}, findings, false);
+}
+
+void write_documents(const CutlistJob& job, const ListedFilm& film, const film::Findings& findings) {
+    const std::string table = beside_report(made_at(job.output.report), ".cdb");
+    write_cut_documents(
+        job.documents,
+        {table, film_of_edit(film, table, job.options), findings, false, asks_for_frames(job.options, job.frames)},
+        job.options);
 }
 
 int run(const CutlistJob& job) {
@@ -153,6 +168,7 @@ int run(const CutlistJob& job) {
     if (!done) throw JobError(job.edit.paths.front() + ": " + subject_of(job) + " holds nothing to list");
     if (job.doubts) list_doubts(job, options, findings);
     const int status = job.prove ? prove(job, film) : exit_done;
+    if (job.documents.wanted()) write_documents(job, film, findings);
     deliver(job.output.report);
     return status;
 }
@@ -172,6 +188,7 @@ void add_options(OptionTable& options, CutlistJob& job) {
         {"--prove", "", "Read the report back and hold it against the film that the edit needs", job.prove},
     });
     add_check_options(options, job.choices);
+    add_cut_document_options(options, job.documents, [&job] { return asks_for_frames(job.options, job.frames); });
 }
 
 constexpr const char* examples = R"(Examples:
@@ -189,6 +206,8 @@ constexpr const char* examples = R"(Examples:
       lists rendered material as it stands
   quillbrook cutlist reel.otio -o lists/reel.txt --prove
       also reads the report back and tells whether each frame of it is the edit's; status 3 where one isn't
+  quillbrook cutlist reel.otio -o lists/reel.txt --html lists/reel.html --for cutter
+      also a page to look at and to print, with few columns and boxes to tick
   quillbrook cutlist reel1.edl --rate 24 --log show.RDB -o lists/reel1.txt
       an edit list, with its key numbers from a logging table
   zcat reel.otio.gz | quillbrook cutlist - -o - --lists rolls | less

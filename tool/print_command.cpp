@@ -2,6 +2,7 @@
 
 #include "quillbrook/cutlist.h"
 #include "tool/command.h"
+#include "tool/cut_documents.h"
 #include "tool/cutlist_table.h"
 #include "tool/doubt_pages.h"
 #include "tool/film_check.h"
@@ -31,6 +32,7 @@ struct PrintJob {
     LibraryOptions options;
     Settings settings;
     bool force = false;
+    DocumentFiles documents;
 };
 
 /// What the head of the table says of the lists that it was made for.
@@ -75,19 +77,38 @@ film::Findings findings_of(const PrintJob& job, const EditOfTable& edit) {
     return check_film(*edit.film, check_options(job.edit, channel, job.log, neg_cut, job.options, {}), edit.warnings);
 }
 
+film::Strips strips_of(const PrintJob& job, const EditOfTable& edit) {
+    return edit.film ? film_of_edit(*edit.film, job.table, job.options) : film_of_table(job.table);
+}
+
 int prove(const PrintJob& job, const EditOfTable& edit) {
     std::ostream& out = is_stream(job.output.report) ? std::cerr : std::cout;
-    const film::Strips strips = edit.film ? film_of_edit(*edit.film, job.table, job.options) : film_of_table(job.table);
-    return prove_lists(made_at(job.output.report), job.table, strips, job.options, out);
+    return prove_lists(made_at(job.output.report), job.table, strips_of(job, edit), job.options, out);
+}
+
+void write_documents(const PrintJob& job, const EditOfTable& edit) {
+    write_cut_documents(
+        job.documents,
+        {job.table, strips_of(job, edit), findings_of(job, edit), !edit.film, asks_for_frames(job.options, false)},
+        job.options);
+}
+
+void check_files(const PrintJob& job) {
+    std::vector<std::string> inputs{job.table};
+    inputs.insert(inputs.end(), job.edit.paths.begin(), job.edit.paths.end());
+    const std::vector<std::string> read = inputs;
+    if (!job.log.empty()) inputs.push_back(job.log);
+    const std::vector<std::string> documents = check_cut_documents(job.documents, inputs, {job.output.report});
+    for (const std::string& input : read)
+        check_outputs(input, job.output, documents);
+    if (is_stream(job.output.report)) hold_outputs(documents, job.output.overwrite);
+    if (!job.log.empty()) check_is_log_table(job.log);
 }
 
 int run(const PrintJob& job) {
     if (job.force) read_in_spite_of_seals({job.table}, job.output.quiet);
     check_kind(job.table, {formats::FileKind::cutlist}, "a cutlist table (.cdb)");
-    check_outputs(job.table, job.output, {});
-    for (const std::string& path : job.edit.paths)
-        check_outputs(path, job.output, {});
-    if (!job.log.empty()) check_is_log_table(job.log);
+    check_files(job);
     apply_settings(job.settings);
     receive_tables(job.output.quiet);
     tell_warnings(warnings_of(job), job.output.quiet);
@@ -107,6 +128,7 @@ int run(const PrintJob& job) {
         add_doubts({made_at(job.output.report), job.table, options, asks_for_frames(job.options, false)},
                    findings_of(job, edit), !edit.film);
     const int status = job.prove ? prove(job, edit) : exit_done;
+    if (job.documents.wanted()) write_documents(job, edit);
     deliver(job.output.report);
     return status;
 }
@@ -122,16 +144,17 @@ void add_options(OptionTable& options, PrintJob& job) {
                                 "Positions in frames in place of feet and frames")});
     options.add({
         {"--prove", "", "Read the report back and hold it against the film", job.prove},
-        {"--edit", "EDIT",
-         "The edit to prove it by, and to list doubts of, in place of the table; several edit lists of one programme",
+        {"--edit", "EDIT", "The edit to take its film from, in place of the table; several edit lists of one programme",
          InputFiles{job.edit.paths}},
         rate(job.edit.rate, "The rate of the edit"),
         {"--log", "TABLE", "The logging table that the edit's key numbers come from", InputFile{job.log}},
     });
     add_log_matching(options, job.edit, job.log);
+    add_cut_document_options(options, job.documents, [&job] { return asks_for_frames(job.options, false); });
     options.add_check([&job] {
-        if (!job.prove && !job.doubts && (!job.edit.paths.empty() || !job.log.empty()))
-            throw UsageError("--edit and --log say what --prove and the list of doubts are to go by");
+        const bool used = job.prove || job.doubts || job.documents.wanted();
+        if (!used && (!job.edit.paths.empty() || !job.log.empty()))
+            throw UsageError("--edit and --log say what --prove, the list of doubts and pages are to go by");
         if (job.edit.paths.empty() && !job.log.empty()) throw UsageError("--log needs --edit");
     });
 }

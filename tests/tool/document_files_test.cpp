@@ -1,0 +1,109 @@
+// Lists as pages and as tables for scripts, beside the report of "quillbrook cutlist" and "quillbrook print".
+
+#include "tests/tool/tool_process.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+using testing::AllOf;
+using testing::Contains;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+namespace {
+
+class DocumentFiles : public ToolTest {
+protected:
+    DocumentFiles() {
+        write_edit("heron.otio");
+        std::filesystem::create_directory(path("csv"));
+    }
+
+    ToolResult cutlist(const std::vector<std::string>& more) const {
+        std::vector<std::string> line = {"cutlist", "heron.otio", "-o", "r.txt"};
+        line.insert(line.end(), more.begin(), more.end());
+        return run(line);
+    }
+};
+
+} // namespace
+
+TEST_F(DocumentFiles, StandBesideTheReport) {
+    const ToolResult result =
+        cutlist({"--html", "r.html", "--json", "r.json", "--text", "lists.txt", "--csv", "csv", "--set", "pgm_id=R7"});
+    ASSERT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(read("r.html"),
+                AllOf(StartsWith("<!DOCTYPE html>"), HasSubstr("Assembly, cutting copy"), HasSubstr("Reel R7")));
+    EXPECT_THAT(read("r.json"), HasSubstr("\"format\": \"quillbrook lists\""));
+    EXPECT_THAT(read("lists.txt"), StartsWith("Assembly, cutting copy\n"));
+    EXPECT_THAT(read("csv/assembly.csv"), StartsWith("row,part,event,start,length,"));
+    EXPECT_TRUE(exists("csv/doubts.csv"));
+    EXPECT_TRUE(exists("r.cdb"));
+}
+
+// A table keeps one roll of each event, and no others.
+TEST_F(DocumentFiles, AreTheSameOfTheTableAlone) {
+    const std::string columns = "event,shot,film_length,key,tape,length,start,speed";
+    ASSERT_EQ(cutlist({"--csv", "csv", "--columns", columns}).status, 0);
+    const std::string of_edit = read("csv/pull-roll.csv");
+    const ToolResult result =
+        run({"print", "r.cdb", "-o", "again.txt", "--csv", "csv", "--columns", columns, "--overwrite"});
+    ASSERT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(read("csv/pull-roll.csv"), of_edit);
+}
+
+TEST_F(DocumentFiles, OfARunThatFailsThereAreNone) {
+    write("r.html", "old");
+    const ToolResult result = cutlist({"--html", "r.html", "--json", "r.json"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("r.html: is there already"));
+    EXPECT_EQ(read("r.html"), "old");
+    EXPECT_FALSE(exists("r.json"));
+    EXPECT_FALSE(exists("r.txt"));
+}
+
+TEST_F(DocumentFiles, NeverTakeEachOthersPlace) {
+    EXPECT_THAT(cutlist({"--html", "r.txt"}).err, HasSubstr("r.txt: the run makes another file of that name"));
+    EXPECT_THAT(cutlist({"--html", "r.cdb"}).err, HasSubstr("another file of that name"));
+    EXPECT_THAT(cutlist({"--html", "a", "--json", "./a"}).err, HasSubstr("another file of that name"));
+    EXPECT_THAT(cutlist({"--html", "heron.otio", "--overwrite"}).err, HasSubstr("would replace"));
+    EXPECT_THAT(cutlist({"--csv", "nowhere"}).err, HasSubstr("nowhere: no such directory"));
+}
+
+TEST_F(DocumentFiles, AreChosenByProfile) {
+    ASSERT_EQ(cutlist({"--csv", "csv", "--for", "lab"}).status, 0);
+    EXPECT_TRUE(exists("csv/pull-key.csv"));
+    EXPECT_FALSE(exists("csv/assembly.csv"));
+    EXPECT_EQ(cutlist({"--for", "nobody"}).status, 2);
+    EXPECT_EQ(cutlist({"--for", "lab", "--profile", "p"}).status, 2);
+}
+
+TEST_F(DocumentFiles, TakeAProfileOfOnesOwn) {
+    write("p.txt", "lists = rolls\nunits = frames\n");
+    ASSERT_EQ(cutlist({"--text", "t.txt", "--profile", "p.txt"}).status, 0);
+    EXPECT_THAT(read("t.txt"), AllOf(StartsWith("Rolls\n"), Not(HasSubstr("Assembly")), HasSubstr("in frames")));
+    ASSERT_EQ(cutlist({"--text", "t.txt", "--profile", "p.txt", "--feet", "--overwrite"}).status, 0);
+    EXPECT_THAT(read("t.txt"), HasSubstr("Feet + frames, 16 frames a foot."));
+    write("p.txt", "lists = nonsense");
+    EXPECT_THAT(cutlist({"--text", "t2.txt", "--profile", "p.txt"}).err, HasSubstr("p.txt: line 1: there is no list"));
+}
+
+TEST_F(DocumentFiles, HaveTheColumnsThatTheLineNames) {
+    ASSERT_EQ(cutlist({"--csv", "csv", "--columns", "shot, event"}).status, 0);
+    EXPECT_THAT(read("csv/assembly.csv"), StartsWith("row,part,shot,scene,take,event,marks,notes\r\n"));
+}
+
+TEST_F(DocumentFiles, ArePrintedOnThePaperThatTheLineNames) {
+    ASSERT_EQ(cutlist({"--html", "r.html", "--paper", "letter"}).status, 0);
+    EXPECT_THAT(read("r.html"), HasSubstr("size: letter"));
+    EXPECT_EQ(cutlist({"--paper", "a0"}).status, 2);
+    EXPECT_EQ(cutlist({"--feet", "--frames"}).status, 2);
+}
+
+TEST_F(DocumentFiles, GoToStandardOutputToo) {
+    const ToolResult result = cutlist({"--json", "-", "--quiet"});
+    ASSERT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(result.out, StartsWith("{"));
+}

@@ -1,0 +1,120 @@
+#include "tool/document_files.h"
+
+#include "documents/csv.h"
+#include "documents/html.h"
+#include "documents/json.h"
+#include "documents/plain_text.h"
+#include "embedded/services.h"
+#include "host/settings.h"
+#include "tool/output_files.h"
+#include "tool/tool_error.h"
+
+namespace tool {
+namespace {
+
+struct OutputFile {
+    const char* option;
+    std::string path;
+};
+
+std::vector<OutputFile> files_of(const DocumentFiles& files, const char* json_option,
+                                 const std::vector<std::string>& lists) {
+    std::vector<OutputFile> all;
+    const std::pair<const char*, const std::optional<std::string>*> single[] = {
+        {"--html", &files.html}, {json_option, &files.json}, {"--text", &files.text}};
+    for (const auto& [option, path] : single)
+        if (*path) all.push_back({option, **path});
+    if (files.csv)
+        for (const std::string& list : lists)
+            all.push_back({"--csv", *files.csv + '/' + list + ".csv"});
+    return all;
+}
+
+documents::Paper parse_paper(const std::string& text) {
+    if (text == "a4") return documents::Paper::a4;
+    if (text == "letter") return documents::Paper::letter;
+    throw UsageError("--paper " + text + ": it is neither a4 nor letter");
+}
+
+std::string parse_profile(const std::string& text) {
+    if (documents::profile_named(text) && !text.empty()) return text;
+    std::string known;
+    for (const std::string& name : documents::profile_names())
+        known += (known.empty() ? "" : ", ") + name;
+    throw UsageError("--for " + text + ": it is none of " + known);
+}
+
+std::string made_now() {
+    date_def now;
+    now.convert(present_time());
+    return now.get_named_date();
+}
+
+} // namespace
+
+void add_document_options(OptionTable& options, DocumentFiles& files, const char* json_option) {
+    options.add({
+        {"--html", "FILE", "Lists as one page for a browser and for paper", files.html},
+        {"--csv", "DIR", "A CSV file of each list, into a folder", files.csv},
+        {json_option, "FILE", "Lists as one JSON document", files.json},
+        {"--text", "FILE", "Lists as text in aligned columns, names whole", files.text},
+        {"--for", "WHOM", "Which of these lists and columns: assistant, cutter, lab, optical, scan, sound or all",
+         OneText{[&files](const std::string& text) { files.profile_name = text.empty() ? "" : parse_profile(text); }}},
+        {"--profile", "FILE", "The same by a file of one's own", files.profile_file},
+        {"--columns", "NAMES", "The columns of these lists, in order, by the names that CSV and JSON have",
+         OneText{[&files](const std::string& text) { files.columns = documents::words_of(text); }}},
+        {"--paper", "SIZE", "What pages are printed on: a4 or letter", OneText{[&files](const std::string& text) {
+             if (!text.empty()) files.paper = parse_paper(text);
+         }}},
+        {"--feet", "", "These lists in feet and frames, whatever the profile says", files.feet},
+    });
+    options.add_check([&files] {
+        if (!files.profile_name.empty() && files.profile_file) throw UsageError("--for and --profile choose the same");
+    });
+}
+
+documents::Profile profile_of(const DocumentFiles& files) {
+    if (!files.profile_file) return *documents::profile_named(files.profile_name);
+    std::string bytes, why;
+    check_readable(*files.profile_file);
+    if (!embedded::read_file(*files.profile_file, &bytes, &why)) throw JobError(*files.profile_file + ": " + why);
+    const auto profile = documents::read_profile(bytes, &why);
+    if (!profile) throw JobError(*files.profile_file + ": " + why);
+    return *profile;
+}
+
+std::vector<std::string> check_document_files(const DocumentFiles& files, const char* json_option,
+                                              const std::vector<std::string>& lists,
+                                              const std::vector<std::string>& inputs,
+                                              const std::vector<std::string>& others) {
+    if (files.csv) check_folder(*files.csv);
+    std::vector<std::string> taken = others, read = inputs, made;
+    if (files.profile_file) read.push_back(*files.profile_file);
+    for (const OutputFile& file : files_of(files, json_option, lists)) {
+        check_output(file.option, file.path, read, taken);
+        taken.push_back(file.path);
+        if (!is_stream(file.path)) made.push_back(file.path);
+    }
+    return made;
+}
+
+bool counts_frames(const DocumentFiles& files, const documents::Profile& profile, bool frames) {
+    if (frames) return true;
+    return !files.feet && profile.frames.value_or(false);
+}
+
+void write_document(const DocumentFiles& files, documents::Document document) {
+    document.title.made = made_now();
+    if (files.paper) document.paper = *files.paper;
+    if (!files.columns.empty())
+        for (documents::List& list : document.lists)
+            documents::choose_columns(list, files.columns);
+    if (files.html) deliver_bytes(*files.html, documents::html_of(document));
+    if (files.json) deliver_bytes(*files.json, documents::json_of(document));
+    if (files.text) deliver_bytes(*files.text, documents::plain_text_of(document));
+    if (!files.csv) return;
+    for (const documents::NamedFile& file : documents::csv_files(document))
+        deliver_bytes(*files.csv + '/' + file.name, file.bytes);
+}
+
+} // namespace tool
