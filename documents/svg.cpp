@@ -1,0 +1,264 @@
+#include "documents/svg.h"
+
+#include "documents/text_width.h"
+
+#include <algorithm>
+#include <array>
+
+namespace documents {
+namespace {
+
+struct PenStyle {
+    const char* colour;
+    int width; ///< units
+    const char* dashes;
+};
+constexpr PenStyle pens[] = {{"none", 0, ""},      {"#111", 12, ""},     {"#111", 28, ""}, {"#111", 9, ""},
+                             {"#777", 8, "32 24"}, {"#111", 9, "10 24"}, {"#777", 6, ""}};
+
+/// A pattern of 7 pixels: what it is called, and what is drawn in it.
+struct Pattern {
+    Ink ink;
+    const char* name;
+    int size; ///< units
+    const char* marks;
+};
+constexpr Pattern patterns[] = {
+    {Ink::dots, "dots", 56, R"(<circle cx="28" cy="28" r="8" fill="#555"/>)"},
+    {Ink::hatched, "hatched", 56, R"(<path d="M-8 64 64-8M-8 8 8-8M48 64 64 48" stroke="#666" stroke-width="11"/>)"},
+    {Ink::crossed, "crossed", 56, R"(<path d="M-8 64 64-8M-8-8 64 64" stroke="#666" stroke-width="8"/>)"},
+};
+
+class SvgWriter {
+public:
+    SvgWriter(const Drawing& drawing, const SvgOptions& options)
+        : drawing_(drawing), options_(options), sketch_(sketch_of(drawing, options.sketch)) {}
+
+    std::string run() {
+        begin();
+        put_patterns();
+        std::int64_t y = 0;
+        for (const SketchPart& part : sketch_.parts) {
+            out_ += "<g transform=\"translate(0 " + std::to_string(y) + ")\">\n";
+            put(part);
+            out_ += "</g>\n";
+            y += part.height;
+        }
+        put_foot(y);
+        out_ += "</svg>\n";
+        return std::move(out_);
+    }
+
+private:
+    static constexpr std::int64_t foot_size = 10 * units_of_pixel, foot_height = 22 * units_of_pixel;
+
+    std::int64_t width() const {
+        const std::int64_t foot = (text_width(sketch_.foot, Letters::sans) * foot_size + 999) / 1000;
+        const std::int64_t widest = std::max(sketch_.width, foot) + 2 * units_of_pixel;
+        return (widest + units_of_pixel - 1) / units_of_pixel * units_of_pixel;
+    }
+    std::int64_t height() const {
+        std::int64_t sum = foot_height;
+        for (const SketchPart& part : sketch_.parts)
+            sum += part.height;
+        return (sum + units_of_pixel - 1) / units_of_pixel * units_of_pixel;
+    }
+
+    void begin() {
+        if (!options_.inside_page) out_ += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+        out_ += R"(<svg xmlns="http://www.w3.org/2000/svg" role="img")";
+        attribute("width", width() / units_of_pixel);
+        attribute("height", height() / units_of_pixel);
+        out_ += " viewBox=\"0 0 " + std::to_string(width()) + ' ' + std::to_string(height()) + '"';
+        attribute("data-units", sketch_.units_of_frame);
+        attribute("data-begin", drawing_.begin);
+        attribute("data-frames", drawing_.length());
+        if (options_.inside_page) attribute("aria-label", sketch_.title);
+        out_ += R"( font-family="'DejaVu Sans',Inter,'Noto Sans',sans-serif" fill="none">)";
+        out_ += "\n<title>" + escaped_markup(sketch_.title) + "</title>\n<desc>" + escaped_markup(sketch_.description) +
+                "</desc>\n";
+        if (!options_.inside_page)
+            out_ += R"(<rect width="100%" height="100%" fill="#fff"/>)"
+                    "\n";
+    }
+
+    void attribute(const char* name, std::int64_t value) {
+        out_ += std::string(" ") + name + "=\"" + std::to_string(value) + '"';
+    }
+    void attribute(const char* name, std::string_view value) {
+        out_ += std::string(" ") + name + "=\"" + escaped_markup(value) + '"';
+    }
+
+    std::string name_of(const Pattern& pattern) const {
+        return options_.inside_page ? drawing_.id + '-' + pattern.name : pattern.name;
+    }
+
+    void put_patterns() {
+        std::string defs;
+        for (const Pattern& pattern : patterns) {
+            if (!is_used(pattern.ink)) continue;
+            const std::string size = std::to_string(pattern.size);
+            defs += "<pattern id=\"" + escaped_markup(name_of(pattern)) + R"(" patternUnits="userSpaceOnUse" width=")" +
+                    size + "\" height=\"" + size + "\"><rect width=\"" + size + "\" height=\"" + size +
+                    "\" fill=\"#fff\"/>" + pattern.marks + "</pattern>\n";
+        }
+        if (!defs.empty()) out_ += "<defs>\n" + defs + "</defs>\n";
+    }
+    bool is_used(Ink ink) const {
+        return std::any_of(sketch_.parts.begin(), sketch_.parts.end(), [ink](const SketchPart& part) {
+            return std::any_of(part.shapes.begin(), part.shapes.end(),
+                               [ink](const SketchShape& shape) { return shape.ink == ink; });
+        });
+    }
+
+    void put(const SketchPart& part) {
+        for (const SketchShape& shape : part.shapes)
+            put(shape);
+        for (const SketchText& text : part.texts)
+            put(text);
+    }
+
+    void put(const SketchShape& shape) {
+        const bool box = is_box(shape);
+        out_ += box ? "<rect" : shape.closed ? "<polygon" : "<line";
+        put_place(shape, box);
+        put_ink(shape.ink);
+        put_pen(shape);
+        put_meaning(shape.of);
+        if (shape.of.told.empty()) {
+            out_ += "/>\n";
+            return;
+        }
+        out_ += "><title>" + escaped_markup(shape.of.told) + "</title></" +
+                (box            ? "rect"
+                 : shape.closed ? "polygon"
+                                : "line") +
+                ">\n";
+    }
+
+    static bool is_box(const SketchShape& shape) {
+        const std::vector<SketchPoint>& at = shape.points;
+        return shape.closed && at.size() == 4 && at[0].x == at[3].x && at[1].x == at[2].x && at[0].y == at[1].y &&
+               at[2].y == at[3].y && at[0].x <= at[1].x && at[0].y <= at[2].y;
+    }
+
+    void put_place(const SketchShape& shape, bool box) {
+        const std::vector<SketchPoint>& at = shape.points;
+        if (box) {
+            attribute("x", at[0].x);
+            attribute("y", at[0].y);
+            attribute("width", at[1].x - at[0].x);
+            attribute("height", at[2].y - at[0].y);
+        } else if (shape.closed) {
+            std::string points;
+            for (const SketchPoint& point : at)
+                points += (points.empty() ? "" : " ") + std::to_string(point.x) + ',' + std::to_string(point.y);
+            attribute("points", points);
+        } else {
+            attribute("x1", at[0].x);
+            attribute("y1", at[0].y);
+            attribute("x2", at[1].x);
+            attribute("y2", at[1].y);
+        }
+    }
+
+    void put_ink(Ink ink) {
+        if (ink == Ink::white) attribute("fill", "#fff");
+        if (ink == Ink::black) attribute("fill", "#111");
+        if (ink == Ink::grey) out_ += R"( fill="#bbb" fill-opacity=".4")";
+        for (const Pattern& pattern : patterns)
+            if (pattern.ink == ink) attribute("fill", "url(#" + name_of(pattern) + ')');
+    }
+    void put_pen(const SketchShape& shape) {
+        const PenStyle& pen = pens[static_cast<std::size_t>(shape.pen)];
+        if (pen.width == 0) return;
+        attribute("stroke", shape.light ? "#fff" : pen.colour);
+        attribute("stroke-width", pen.width);
+        if (*pen.dashes != '\0') attribute("stroke-dasharray", std::string_view(pen.dashes));
+    }
+    void put_meaning(const SketchOf& of) {
+        if (*of.kind == '\0') return;
+        attribute("data-kind", std::string_view(of.kind));
+        if (!of.film.empty()) attribute("data-film", of.film);
+        attribute("data-lane", of.lane);
+        attribute("data-start", of.start);
+        attribute("data-frames", of.length);
+    }
+
+    void put(const SketchText& text) {
+        static constexpr const char* anchors[] = {"", "middle", "end"};
+        out_ += "<text";
+        attribute("x", text.at.x);
+        attribute("y", text.at.y);
+        attribute("font-size", text.size);
+        if (text.letters == Letters::bold) attribute("font-weight", "bold");
+        if (text.letters == Letters::mono) attribute("font-family", "'DejaVu Sans Mono',monospace");
+        if (text.anchor != Anchor::start) attribute("text-anchor", anchors[static_cast<std::size_t>(text.anchor)]);
+        attribute("fill", text.light ? "#fff" : text.grey ? "#555" : "#111");
+        if (!text.light) out_ += R"( stroke="#fff" stroke-width="32" stroke-linejoin="round" paint-order="stroke")";
+        out_ += '>' + escaped_markup(text.text) + "</text>\n";
+    }
+
+    void put_foot(std::int64_t y) {
+        SketchText foot;
+        foot.at = {0, y + 16 * units_of_pixel};
+        foot.size = foot_size;
+        foot.grey = true;
+        foot.text = sketch_.foot;
+        put(foot);
+    }
+
+    const Drawing& drawing_;
+    const SvgOptions& options_;
+    const Sketch sketch_;
+    std::string out_;
+};
+
+void append_character(std::string& out, const Character& next, std::string_view text) {
+    constexpr const char* unknown = "\xEF\xBF\xBD";
+    if (next.code < 0x20) { // U+2400 and on are the signs for them
+        out += "\xE2\x90";
+        out += static_cast<char>(0x80 + next.code);
+    } else if (next.code >= 0x7F && next.code < 0xA0) {
+        out += next.code == 0x7F ? "\xE2\x90\xA1" : unknown;
+    } else if (next.code == 0xFFFD || next.code == 0xFFFE || next.code == 0xFFFF) {
+        out += unknown;
+    } else {
+        out += text.substr(0, next.bytes);
+    }
+}
+
+} // namespace
+
+std::string escaped_markup(std::string_view text) {
+    std::string out;
+    out.reserve(text.size());
+    while (!text.empty()) {
+        const Character next = first_character(text);
+        switch (next.code) {
+        case '<':
+            out += "&lt;";
+            break;
+        case '>':
+            out += "&gt;";
+            break;
+        case '&':
+            out += "&amp;";
+            break;
+        case '"':
+            out += "&quot;";
+            break;
+        case '\'':
+            out += "&#39;";
+            break;
+        default:
+            append_character(out, next, text);
+        }
+        text.remove_prefix(next.bytes);
+    }
+    return out;
+}
+
+std::string svg_of(const Drawing& drawing, const SvgOptions& options) { return SvgWriter(drawing, options).run(); }
+
+} // namespace documents

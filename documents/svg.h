@@ -1,0 +1,29 @@
+#pragma once
+// Drawings as SVG: self-contained, without script or style sheet, good as a file and inside a page.
+
+#include "documents/drawing.h"
+#include "documents/sketch.h"
+
+#include <string>
+#include <string_view>
+
+namespace documents {
+
+struct SvgOptions {
+    SketchOptions sketch;
+    bool inside_page = false; ///< no XML declaration, and names that no other drawing of the page has
+};
+
+/// The same drawing gives the same bytes. Shapes tell what they are of:
+///
+///     data-kind    film, spacer, black, transition, band, optical
+///     data-film    the row's `film`; lacks where there is none
+///     data-lane    from 0
+///     data-start, data-frames    whole frames; a shape is as long as its frames times the root's `data-units`
+std::string svg_of(const Drawing& drawing, const SvgOptions& options = {});
+
+/// The one door for texts into SVG and HTML: marks become entities, control characters the signs for them, and bytes
+/// that are no UTF-8, like characters that XML has no place for, U+FFFD.
+std::string escaped_markup(std::string_view text);
+
+} // namespace documents
