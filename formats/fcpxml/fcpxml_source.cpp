@@ -30,6 +30,16 @@ std::string reel_of(const Shot& shot, const Fields& fields) {
     return shot.asset->name.empty() ? stem_of(decoded(shot.asset->src)) : shot.asset->name;
 }
 
+/// What a clip without a note was filed under.
+std::string keywords_of(const std::vector<Element>& clips) {
+    std::string words;
+    for (const Element& clip : clips)
+        for (const Element child : clip.children())
+            if (child.name() == "keyword" && !child.attribute("value").empty())
+                words += (words.empty() ? "" : ", ") + std::string(child.attribute("value"));
+    return words;
+}
+
 } // namespace
 
 const Fields& ShotSources::fields_of(const Asset& asset) {
@@ -158,6 +168,7 @@ SourceDescription ShotSources::describe(const Shot& shot, bool frame_for_frame) 
     source.scene = fields[Field::scene];
     source.take = fields[Field::take];
     source.description = fields[Field::description];
+    if (source.description.empty()) source.description = keywords_of(shot.own);
     if (shot.asset && shot.asset->duration && !shot.still())
         source.length = *shot.asset->duration * (frame_for_frame ? true_rate_of(shot) / context_.rate->rate() : 1);
     source.opens = shot.asset || shot.starts || !source.reels.empty() || source.key || source.ink;

@@ -90,8 +90,10 @@ TEST(FcpxmlSources, AFilmRateOfTheUsersOwnCounts) {
     EXPECT_TRUE(warns(result, "\"slow\" can't be read as its film rate", WarningKind::dropped));
 }
 
-TEST(FcpxmlSources, ANoteIsTheDescription) {
-    EXPECT_EQ(field(source_with("<note>over her shoulder</note>"), "description"), "over her shoulder");
+TEST(FcpxmlSources, ANoteIsTheDescriptionAndElseTheKeywords) {
+    const std::string keywords = R"(<keyword start="0s" duration="1s" value="snow, truck"/><keyword value="tree"/>)";
+    EXPECT_EQ(field(source_with("<note>over her shoulder</note>" + keywords), "description"), "over her shoulder");
+    EXPECT_EQ(field(source_with(keywords), "description"), "snow, truck, tree");
 }
 
 TEST(FcpxmlSources, NamesWithLineEndsAreMadeVisible) {
