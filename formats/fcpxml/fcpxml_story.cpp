@@ -31,7 +31,6 @@ bool holds_transitions_of_nests(const Items& row) {
 StoryReader::Level StoryReader::Level::in(int lane_of_child) const {
     Level level = *this;
     level.depth = depth + 1;
-    if (lane_of_child == 0) return level;
     level.lane.push_back(lane_of_child);
     level.own_sound_off = connected_sound_off;
     return level;

@@ -271,4 +271,11 @@ TEST(FcpxmlSound, MarkersOfSoundAloneAreCuesOfItsChannel) {
     EXPECT_EQ(cues_of(result.edit, 2), "24 noise");
 }
 
+TEST(FcpxmlSound, MarkersOfAClipInAClipWithAPictureAreCuesOfThat) {
+    const auto result = read(with_spine(
+        R"(<clip name="C" duration="4s"><clip offset="0s" duration="4s"><video ref="m24" offset="0s" duration="9s"/></clip>)"
+        R"(<marker start="1s" value="seen"/></clip>)"));
+    EXPECT_EQ(cues_of(result.edit, 0), "24 seen");
+}
+
 } // namespace
