@@ -249,7 +249,8 @@ class Workshop:
         if name == "tool":
             environment["QUILLBROOK_TOOL"] = str(self.link("quillbrook", self.tool + front, []))
         program = self.link("test_" + name, self.objects[name] + front,
-                            ["-lrapidcheck", "-lgtest_main", "-lgmock", "-lgtest", "-lexpat", "-lgsf-1", "-lgobject-2.0", "-lglib-2.0", "-lpthread"])
+                            ["-lrapidcheck", "-lgtest_main", "-lgmock", "-lgtest", "-lexpat", "-lgsf-1",
+                             "-lgobject-2.0", "-lglib-2.0", "-lpthread"])
         words = [str(program), "--gtest_fail_fast", "--gtest_brief=1", "--gtest_filter=-" + SLOW]
         done = run(words, self.place / "now", 300, environment, self.seconds.get(name, 300))
         if done.returncode == 0:
