@@ -10,8 +10,8 @@
 namespace tool {
 
 void add_edit_input(OptionTable& options, EditInput& edit) {
-    options.add({{"EDIT", "", "The edit (.otio), or the edit lists of one programme (.edl)", InputFiles{edit.paths},
-                  Needed::yes}});
+    options.add({{"EDIT", "", "The edit (.otio, .xml, .fcpxml, .aaf), or the edit lists of one programme (.edl)",
+                  InputFiles{edit.paths}, Needed::yes}});
     add_edit_reading(options, edit);
 }
 
