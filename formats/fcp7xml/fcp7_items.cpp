@@ -137,8 +137,13 @@ Items Flattener::generator(const Placed& placed, const Stretch& own) {
     return made_up(placed, own, name, slug);
 }
 
-std::vector<Element> Flattener::shown_tracks(const Element& sequence) const {
+/// Of a nest's pictures all tracks are seen; of its sound an item takes one, if it says which.
+std::vector<Element> Flattener::shown_tracks(const Element& sequence, const Element& item) const {
     std::vector<Element> tracks = tracks_of(sequence, kind_);
+    const std::optional<Fraction> index = number_from(item.child("sourcetrack").text_of("trackindex"));
+    const Fraction count(static_cast<std::int64_t>(tracks.size()));
+    if (kind_ == sound_channel && index && Fraction(1) <= *index && *index <= count)
+        tracks = {tracks[static_cast<std::size_t>(index->floor() - 1)]};
     std::erase_if(tracks, [](const Element& track) { return !shows_anything(track); });
     return tracks;
 }
@@ -158,7 +163,7 @@ Items Flattener::nest(const Placed& placed, const Stretch& own) {
     if (open_.size() >= deepest_nest)
         throw ReadError{place_of(element) + ": sequences lie more than " + std::to_string(deepest_nest) +
                         " deep in each other"};
-    const std::vector<Element> tracks = shown_tracks(nested);
+    const std::vector<Element> tracks = shown_tracks(nested, element);
     if (tracks.empty()) return gap_for(placed, own);
     const bool plain = pieces.size() == 1 && pieces.front().speed == Fraction(1);
     if (plain && tracks.size() == 1) return spliced_nest(nested, tracks.front(), placed, pieces.front());

@@ -37,7 +37,7 @@ private:
     Items nest(const Placed& placed, const Stretch& own);
     Items spliced_nest(const Element& nested, const Element& track, const Placed& placed, const Piece& taken);
     Items rendered_nest(const Element& nested, const Placed& placed, const Pieces& pieces);
-    std::vector<Element> shown_tracks(const Element& sequence) const;
+    std::vector<Element> shown_tracks(const Element& sequence, const Element& item) const;
     Item item_like(const Placed& placed, const Fraction& length) const;
     void count(std::size_t more, const Element& where);
 

@@ -108,7 +108,7 @@ Media media_of(const Element& item, const Element& clip, const Rate& otherwise, 
     return media;
 }
 
-bool is_generated(const Media& media) { return ascii::same(media.file.text_of("mediaSource"), "Slug"); }
+bool is_generated(const Media& media) { return !media.file.text_of("mediaSource").empty(); }
 
 bool is_still(const Media& media, const Fraction& in) {
     static constexpr std::string_view pictures[] = {".png", ".psd", ".jpg", ".jpeg", ".tif", ".tiff",

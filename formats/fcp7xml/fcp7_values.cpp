@@ -57,7 +57,8 @@ std::optional<Rate> own_rate_of(const Element& object) {
     const std::optional<Fraction> timebase = number_from(rate.text_of("timebase"));
     if (!timebase || *timebase < Fraction(1) || *timebase > Fraction(highest_timebase) || timebase->den() != 1)
         return std::nullopt;
-    return Rate{static_cast<int>(timebase->floor()), truth_in(rate, "ntsc", false)};
+    const int counted = static_cast<int>(timebase->floor());
+    return Rate{counted, counted % 25 != 0 && truth_in(rate, "ntsc", false)}; // nothing runs at 24.975
 }
 
 /// The four parts of "01:00:00;00" or " 01:00:00.00".

@@ -52,6 +52,11 @@ TEST(Fcp7Documents, ARateThatIsGivenWinsOverTheSequences) {
     EXPECT_EQ(shown(result, 0, 23.976), "0-10 A@01:00:00:00");
 }
 
+TEST(Fcp7Documents, NothingRunsAThousandthBelowTwentyFive) {
+    const auto result = read_document(document(sequence(cut, rate(25, true))));
+    EXPECT_EQ(result.edit->getSourceFrameRate(), embedded::nearest_rate(25)->code);
+}
+
 TEST(Fcp7Documents, TheRateMayStandInItemsOnlyOrNowhere) {
     const std::string bare = tag("name", "A") + tag("start", "0") + tag("end", "5") + tag("in", "0") + tag("out", "5");
     const std::string item = tag("clipitem", bare + rate(25));

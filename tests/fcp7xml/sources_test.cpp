@@ -255,6 +255,8 @@ TEST(Fcp7Generated, SlugIsBlackAndOthersAreRenderedUnderTheirName) {
                              clip({"Black Video", 20, 30, 86313, 86323, file("b", slug)}) +
                              clip({"Bars", 30, 40, 0, 10, file("c", slug)}));
     EXPECT_EQ(shown(result), "0-10 black | 10-20 Title 1@ | 20-30 black | 30-40 Bars@");
+    const auto title = read(clip({"Graphic", 0, 10, 0, 10, file("d", tag("mediaSource", "GraphicAndType"))}));
+    EXPECT_EQ(shown(title), "0-10 Graphic@");
     EXPECT_EQ(reel_at(result.edit, 0, 1) + reel_at(result.edit, 0, 3), "");
     EXPECT_EQ(told(result), "");
 }

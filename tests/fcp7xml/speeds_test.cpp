@@ -166,6 +166,19 @@ TEST(Fcp7Nests, ACopyWithoutRenderedMaterialIsTheSameEditUnderAnotherName) {
     EXPECT_FALSE(copy.edit->cookie == result.edit->cookie);
 }
 
+TEST(Fcp7Nests, OfTheSoundOfANestAnItemTakesTheTrackThatItNames) {
+    const std::string inner =
+        sequence("", rate(24), track(clip({"X", 0, 10, 0, 10})) + track(clip({"Y", 0, 10, 0, 10})), "N");
+    const auto heard = [&](const std::string& index) {
+        const std::string item =
+            clip({"N", 0, 10, 0, 10, inner, tag("sourcetrack", tag("mediatype", "audio") + tag("trackindex", index))});
+        return shown(read_document(document(sequence("", rate(24), track(item)))));
+    };
+    EXPECT_EQ(heard("1"), "0-10 X@01:00:00:00");
+    EXPECT_EQ(heard("2"), "0-10 Y@01:00:00:00");
+    EXPECT_EQ(heard("3"), "0-10 N@");
+}
+
 TEST(Fcp7Nests, ASequenceStandsOnceInFullAndThenByItsId) {
     const std::string repeated = "<sequence id=\"N\"/>";
     const auto result = read(clip({"N", 0, 5, 0, 5, repeated}) + clip({"N", 5, 10, 0, 5, nest(two)}) +
