@@ -97,4 +97,22 @@ TEST_F(ToolTest, AFolderOfFcpxmlIsTakenAsAnEdit) {
     EXPECT_THAT(read("reel.txt"), HasSubstr("Harbour"));
 }
 
+const char* const film_sequence =
+    R"(<?xml version="1.0"?><!DOCTYPE xmeml><xmeml version="5"><bin><children><sequence id="s"><name>Reel 4</name>)"
+    R"(<rate><timebase>24</timebase><ntsc>TRUE</ntsc></rate><media><video><track>)"
+    R"(<generatoritem><name>Opening</name><start>0</start><end>24</end><effect><effectid>Text</effectid></effect>)"
+    R"(</generatoritem><clipitem><name>Harbour</name><start>24</start><end>72</end><in>100</in><out>148</out>)"
+    R"(<file id="f"><name>A012.mov</name></file><filmdata><cameraroll>A012</cameraroll><keycode>)"
+    R"(<prefix>KJ291010</prefix><feetframes>5867+00</feetframes></keycode></filmdata></clipitem>)"
+    R"(</track></video></media></sequence></children></bin></xmeml>)";
+
+TEST_F(ToolTest, ASequenceOfFcp7XmlBecomesACutlistWithItsKeyNumbers) {
+    write("reel.xml", film_sequence);
+    EXPECT_EQ(run({"edit", "show", "reel.xml", "--sequences"}).out, "\"Reel 4\", 23.976fps, line 1\n");
+    const ToolResult result = run({"cutlist", "reel.xml", "-o", "reel.txt"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(read("reel.txt"), HasSubstr("Harbour"));
+    EXPECT_THAT(read("reel.txt"), HasSubstr("KJ2910105873+04"));
+}
+
 } // namespace
