@@ -5,7 +5,9 @@
 //     the allocation table says which sector follows which; a second one does for streams below 4096 bytes, which
 //     share one stream in pieces of 64. The directory is a stream of entries, each storage's a binary tree.
 //
-// Nothing but names, bytes and class ids comes through here, so that another reader could stand behind it.
+// Nothing but names, bytes and class ids comes through here, so that another reader could stand behind it. This one is
+// our own as libgsf, which the tests hold it against, takes a second to open a file with 10,000 objects in one storage,
+// six for twice as many, and goes into each branch of the directory by recursion.
 
 #include <array>
 #include <cstddef>

@@ -20,7 +20,7 @@ namespace {
 std::string bytes_of(std::uint64_t value, int size) {
     std::string bytes;
     for (int i = 0; i < size; ++i)
-        bytes += static_cast<char>(value >> (8 * i));
+        bytes += i < 8 ? static_cast<char>(value >> (8 * i)) : '\0';
     return bytes;
 }
 
