@@ -8,27 +8,41 @@ namespace film {
 namespace {
 
 /// What an edit shows at one film frame: what is cut to, and what goes and comes.
-using Shown = std::multiset<std::string>;
+struct Shown {
+    std::multiset<std::string> numbers; ///< by key number; where there is none, by timecode
+    bool others = false;                ///< material that has neither, as titles
+
+    bool operator==(const Shown&) const = default;
+};
 using Film = std::map<std::int64_t, Shown>;
 
-/// By key number; where there is none, by timecode.
-std::string text_at(const Strip& strip, std::int64_t k) {
+std::string number_at(const Strip& strip, std::int64_t k) {
     if (strip.key) return strip.key.text_at(k);
-    if (strip.timecode) return strip.rolls.tape + " " + strip.timecode.text_at(k);
-    return strip.name;
+    return strip.timecode ? strip.rolls.tape + " " + strip.timecode.text_at(k) : std::string();
 }
 
 Film film_of(const Strips& strips) {
     Film film;
     for (const Strip& strip : strips)
-        for (std::int64_t k = 0; strip.layer == 0 && !strip.black && k < strip.length(); ++k)
-            film[strip.start + k].insert(text_at(strip, k));
+        for (std::int64_t k = 0; strip.layer == 0 && !strip.black && k < strip.length(); ++k) {
+            Shown& shown = film[strip.start + k];
+            std::string number = number_at(strip, k);
+            shown.others = shown.others || number.empty();
+            if (!number.empty()) shown.numbers.insert(std::move(number));
+        }
     return film;
+}
+
+/// Material without numbers may have become any other.
+bool is_kept(const Shown& wanted, const Shown& got) {
+    return wanted.others
+               ? std::includes(got.numbers.begin(), got.numbers.end(), wanted.numbers.begin(), wanted.numbers.end())
+               : wanted == got;
 }
 
 std::string joined(const Shown& shown) {
     std::string text;
-    for (const std::string& one : shown)
+    for (const std::string& one : shown.numbers)
         text += (text.empty() ? "" : " and ") + one;
     return text.empty() ? "nothing" : text;
 }
@@ -55,7 +69,7 @@ embedded::Warnings film_differences(const EditPtr& edit, const LogRows* log, con
     std::map<int, Difference> differences;
     for (const Strip& strip : strips)
         for (std::int64_t k = 0; strip.layer == 0 && k < strip.length(); ++k) {
-            if (at(wanted, strip.start + k) == at(got, strip.start + k)) continue;
+            if (is_kept(at(wanted, strip.start + k), at(got, strip.start + k))) continue;
             Difference& difference = differences.try_emplace(strip.item, Difference{strip.start + k, 0}).first->second;
             ++difference.frames;
         }

@@ -288,6 +288,42 @@ TEST(EdlExport, TakesKeyNumbersFromALogInPlaceOfItsOwn) {
     EXPECT_EQ(written.text.find("KJ12"), std::string::npos);
 }
 
+/// One event for each source, at 24 frames.
+EditPtr edit_of(const std::vector<SourceDescription>& sources, int source_in) {
+    EditBuilder builder(generator_test::plain_edit());
+    builder.add_channel(picture);
+    for (const SourceDescription& source : sources)
+        builder.add_event(0, event_of(builder.add_source(source), 24, source_in));
+    return builder.finish();
+}
+
+TEST(FilmDifference, IsToldOnceAnEventWithItsFirstFrame) {
+    const EditPtr edit = edit_of({shot("A"), shot("B")}, 10);
+    EXPECT_EQ(lines_of(film::film_differences(edit, nullptr, edit_of({shot("A"), shot("B")}, 10), {})), "");
+    EXPECT_EQ(
+        lines_of(film::film_differences(edit, nullptr, edit_of({shot("A"), shot("B", "KJ1234560100+01")}, 10), {})),
+        "from film frame 24 on, 24 frames are read again as other film: KJ1234560100+11 in place of "
+        "KJ1234560100+10\n");
+    EXPECT_EQ(lines_of(film::film_differences(edit, nullptr, edit_of({shot("A")}, 10), {})),
+              "from film frame 24 on, 24 frames are read again as other film: nothing in place of KJ1234560100+10\n");
+}
+
+TEST(FilmDifference, IsNoneOfMaterialWithoutNumbers) {
+    const EditPtr edit = edit_of({bare_source("title"), shot("B")}, 10);
+    EXPECT_EQ(lines_of(film::film_differences(edit, nullptr, edit_of({shot("A"), shot("B")}, 10), {})), "");
+}
+
+TEST(FilmDifference, IsCountedBeyondTwentyEvents) {
+    std::vector<SourceDescription> sources, others;
+    for (int i = 0; i < 23; ++i) {
+        sources.push_back(shot("s" + std::to_string(i)));
+        others.push_back(shot("s" + std::to_string(i), "KJ1234560100+01"));
+    }
+    const embedded::Warnings told = film::film_differences(edit_of(sources, 0), nullptr, edit_of(others, 0), {});
+    ASSERT_EQ(told.size(), 21U);
+    EXPECT_EQ(told.back().text, "the same of 3 further events");
+}
+
 TEST(EdlKeyNumbers, AreOfTheKindThatTheCommentNames) {
     const auto film_of = [](const std::string& comment) {
         const auto found = formats::edl::find_key_number(comment, false);
