@@ -149,7 +149,6 @@ private:
 struct OtherTimes {
     LabelPoint start, end;
     TCInf standard;
-    int shift = 0; ///< frames that the start lies earlier than by the source timecode
 };
 
 LabelPoint point_of(const std::string& text, const TCInf& standard) {
@@ -176,7 +175,6 @@ std::optional<OtherTimes> other_times(const LogTable& log, int row, const TimeCo
     const Fraction film = Fraction(end.sample - start.sample) * share_of(start);
     times.end = times.start;
     times.end += static_cast<int>((film / share_of(times.start)).nearest());
-    times.shift = start.sample - times.start.sample;
     return times;
 }
 
@@ -302,19 +300,17 @@ void Matcher::name_groups() {
     }
 }
 
+// The row's phase at midnight is that of its source timecode; no list looks at it.
 void Matcher::set_times(int from, unsigned to, recdb& made) {
-    constexpr int cycle = 5, counting_of_pulldown = 30;
+    constexpr int counting_of_pulldown = 30;
     const std::optional<OtherTimes> times = other_times(log_, from, time_);
     LabelPoint start = times->start, end = times->end;
     set(made, to, "start time", start.get_string());
     set(made, to, "end time", end.get_string());
     set(made, to, "label_std", tv_standard_to_edlstr(times->standard));
+    set(made, to, "sequence", "");
     const embedded::TimecodeBase* base = embedded::timecode_base(start.type());
-    if (!base || base->count != counting_of_pulldown) return set(made, to, "pulldown", "N");
-    const std::string sequence = log_.text_or_head(from, "sequence");
-    if (sequence.empty()) return;
-    const int phase = (std::atoi(sequence.c_str()) + times->shift) % cycle;
-    set(made, to, "sequence", std::to_string((phase + cycle) % cycle));
+    if (!base || base->count != counting_of_pulldown) set(made, to, "pulldown", "N");
 }
 
 void Matcher::copy_row(int from, const std::string& reel, recdb& to, MatchedLog& made) {

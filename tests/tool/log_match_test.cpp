@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <sstream>
+
 using testing::HasSubstr;
 using testing::Not;
 
@@ -167,10 +169,10 @@ TEST_F(LogMatch, KeepsClipsApartWhoseNamesBeginAlike) {
         EXPECT_THAT(read("out.txt"), HasSubstr(std::to_string(i + 1) + "001+08"));
 }
 
-/// The key number in what `explain` tells, from its letters to the next blank.
-std::string key_of(const std::string& told) {
-    const std::size_t at = told.find("KJ");
-    return at == std::string::npos ? told : told.substr(at, told.find_first_of(" ,;\n", at) - at);
+/// The first key number of a table.
+std::string key_of(const std::string& table) {
+    const std::size_t at = table.find("\tKJ");
+    return at == std::string::npos ? table : table.substr(at + 1, table.find('\t', at + 1) - at - 1);
 }
 
 TEST_F(LogMatch, CountsPulldownFromTheSameFrameByEitherTimecode) {
@@ -181,8 +183,11 @@ TEST_F(LogMatch, CountsPulldownFromTheSameFrameByEitherTimecode) {
     const auto key_at = [&](const std::string& in, const std::string& out, const std::string& time) {
         write("cut.edl",
               "TITLE: Cut\nFCM: NON-DROP FRAME\n001  V012  V  C  " + in + " " + out + " 00:00:00:00 00:00:00:20\n");
-        return key_of(
-            run({"explain", "cut.edl", "--rate", "29.97", "--log", "log.RDB", "--at", "0", "--log-time", time}).out);
+        EXPECT_EQ(run({"cutlist", "cut.edl", "--rate", "29.97", "--log", "log.RDB", "-o", "out.txt", "--overwrite",
+                       "--log-time", time})
+                      .status,
+                  0);
+        return key_of(read("out.cdb"));
     };
     for (int frame = 10; frame < 15; ++frame) {
         const std::string source = key_at("01:00:00:" + std::to_string(frame), "01:00:01:00", "source");
@@ -190,6 +195,36 @@ TEST_F(LogMatch, CountsPulldownFromTheSameFrameByEitherTimecode) {
         EXPECT_EQ(source.substr(0, 11), "KJ123456000");
         EXPECT_EQ(camera, source) << frame;
     }
+}
+
+// 300 frames of video are 240 of film, and as many of its own timecode.
+TEST_F(LogMatch, TakesRowsAsLongOnFilmWhereTheOtherTimecodeCountsOtherwise) {
+    write("log.tsv", "Name\tTape\tStart\tEnd\tFPS\tKN Start\tFilm TC\n"
+                     "A012C001\tV012\t01:00:00:00\t01:00:10:00\t29.97\tKJ 12 3456-0000+00\t14:00:00:00\n");
+    ASSERT_EQ(run({"log", "import", "log.tsv", "-o", "log.RDB", "--overwrite"}).status, 0);
+    std::string table = read("log.RDB");
+    const auto set = [&](const std::string& column, const std::string& value) {
+        std::istringstream lines(table.substr(table.find("\n\n") + 2));
+        std::string head, types, row, cell;
+        std::getline(lines, head);
+        std::getline(lines, types);
+        std::getline(lines, row);
+        std::istringstream columns(head);
+        std::size_t at = table.find(row);
+        while (std::getline(columns, cell, '\t') && cell != column)
+            at = table.find('\t', at) + 1;
+        table.replace(at, table.find('\t', at) - at, value);
+    };
+    set("cam label_std", "24fps");
+    write("log.RDB", table.substr(0, table.find("%end")));
+    const auto list_at = [&](const std::string& in, const std::string& out) {
+        write("cut.edl", "TITLE: Cut\n001  V012  V  C  " + in + " " + out + " 00:00:00:00 00:00:01:00\n");
+        return list({"--log-time", "camera", "--force"});
+    };
+    EXPECT_THAT(list_at("14:00:08:12", "14:00:09:12").err,
+                Not(testing::AnyOf(HasSubstr("log-overrun"), HasSubstr("rate:"))));
+    EXPECT_THAT(read("out.txt"), HasSubstr("0012+12"));
+    EXPECT_THAT(list_at("14:00:09:12", "14:00:10:12").err, HasSubstr("log-overrun"));
 }
 
 TEST(ReelAliases, MayBePartedByEqualsTabOrBlank) {
