@@ -33,6 +33,7 @@ struct CheckJob {
 void check_files(const CheckJob& job) {
     std::vector<std::string> inputs = job.edit.paths;
     if (!job.log.empty()) inputs.push_back(job.log);
+    if (!job.edit.matching.aliases.empty()) inputs.push_back(job.edit.matching.aliases);
     for (const std::string& input : inputs)
         check_readable(input);
     if (!job.log.empty()) check_is_log_table(job.log);

@@ -103,6 +103,7 @@ std::string subject_of(const CutlistJob& job) { return subject_of(job.channel, j
 void check_files(const CutlistJob& job) {
     std::vector<std::string> inputs = job.edit.paths;
     if (!job.log.empty()) inputs.push_back(job.log);
+    if (!job.edit.matching.aliases.empty()) inputs.push_back(job.edit.matching.aliases);
     std::vector<std::string> beside = files_beside_report(job), others = beside;
     others.push_back(job.output.report);
     for (const std::string& input : inputs)

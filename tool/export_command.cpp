@@ -68,6 +68,7 @@ Format format_of(const ExportJob& job) {
 void check_files(const ExportJob& job) {
     std::vector<std::string> inputs = job.edit.paths;
     if (!job.log.empty()) inputs.push_back(job.log);
+    if (!job.edit.matching.aliases.empty()) inputs.push_back(job.edit.matching.aliases);
     for (const std::string& input : inputs) {
         check_readable(input);
         check_outputs(input, job.output, {});

@@ -131,6 +131,10 @@ TEST_F(LogMatch, GivesReelsTheNamesThatTheLogHas) {
     EXPECT_THAT(explained({"--aliases", "names.txt"}), HasSubstr("KJ1234560001+08"));
     EXPECT_EQ(list({"--aliases", "names.txt"}).status, 0);
     EXPECT_THAT(run({"edit", "show", "cut.edl", "--rate", "24"}).out, HasSubstr("TAPE 12"));
+    EXPECT_EQ(
+        run({"cutlist", "cut.edl", "--rate", "24", "-o", "names.txt", "--overwrite", "--aliases", "names.txt"}).status,
+        1);
+    EXPECT_EQ(read("names.txt"), "# of the transfer house\n\ntape 12 = V012\n");
     write("names.txt", "tape 12 = V012\nV012\n");
     const ToolResult result = list({"--aliases", "names.txt"});
     EXPECT_EQ(result.status, 1);
