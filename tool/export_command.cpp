@@ -101,6 +101,7 @@ formats::Written written_as_edl(const ExportJob& job, const EditPtr& edit) {
     formats::Written written = formats::write_edl(edit, {number_of(edit, channel), keys_of_log(log.get())});
     if (!written.error.empty() || !is_listed(channel)) return written;
     const formats::ReadResult again = formats::read_edl_texts({{written.text, "the written list", 0}}, {});
+    if (!again.edit) throw JobError(job.output.report + ": what was written can't be read again: " + again.error);
     film::UseOptions uses;
     uses.kind = channel.kind;
     uses.number = channel.number;

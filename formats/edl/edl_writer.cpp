@@ -67,6 +67,7 @@ private:
     void write_head();
     void write_item(std::size_t i);
     void write_end();
+    bool vanishes(const Side& side, const Fraction& to);
     void write_cut(const Side& side, const Fraction& to);
     void write_transition(const Joint& joint, const Side& from, const Side& to, const Fraction& end);
     void write_line(const Side& side, const Fraction& to, const std::string& type, int frames);
@@ -351,7 +352,15 @@ void ListWriter::write_cues(const Fraction* before) {
     }
 }
 
+/// Whether nothing is left of a line once its times are moved to frames.
+bool ListWriter::vanishes(const Side& side, const Fraction& to) {
+    if (record_frame(side.from) < record_frame(to)) return false;
+    tell(name_of(side) + ": it is shorter than a frame of the list, and is left out");
+    return true;
+}
+
 void ListWriter::write_cut(const Side& side, const Fraction& to) {
+    if (vanishes(side, to)) return;
     ++number_;
     write_line(side, to, "C", 0);
     write_speed(side, to);
@@ -361,6 +370,7 @@ void ListWriter::write_cut(const Side& side, const Fraction& to) {
 }
 
 void ListWriter::write_transition(const Joint& joint, const Side& from, const Side& to, const Fraction& end) {
+    if (vanishes(to, end)) return;
     ++number_;
     const auto frames = static_cast<int>(record_frame(to.from + joint.before + joint.behind) - record_frame(to.from));
     write_line(from, from.from, "C", 0);

@@ -246,6 +246,25 @@ std::string losses_of(const OneTrack& track, const SourceDescription& source, co
     return lines_of(formats::write_edl(builder.finish(), {0, {}}).warnings);
 }
 
+TEST(EdlExport, LeavesOutWhatIsShorterThanAFrame) {
+    const OneTrack track;
+    EditBuilder builder(track.description);
+    const SourceId a = builder.add_source(track.reel("A")), b = builder.add_source(track.reel("B"));
+    builder.add_channel(picture);
+    EventDescription short_one = event_of(a, 0);
+    short_one.duration = Fraction(1, 100);
+    builder.add_event(0, short_one);
+    builder.add_event(0, event_of(b, 24));
+    const Written written = formats::write_edl(builder.finish(), {0, {}});
+    EXPECT_EQ(lines_of(written.warnings),
+              "times that lie between two frames are moved to the nearest\n"
+              "V1 at 01:00:00:00, \"A\": it is shorter than a frame of the list, and is left "
+              "out\n");
+    EXPECT_EQ(written.text.find(" RA "), std::string::npos);
+    EXPECT_NE(written.text.find("001  RB "), std::string::npos);
+    EXPECT_EQ(read_again(written).error, "");
+}
+
 TEST(EdlExport, TellsWhatAListCantHold) {
     const OneTrack track;
     SourceDescription source = track.reel("A");
