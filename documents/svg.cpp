@@ -1,9 +1,10 @@
 #include "documents/svg.h"
 
+#include "documents/html_text.h"
 #include "documents/text_width.h"
 
 #include <algorithm>
-#include <array>
+#include <string_view>
 
 namespace documents {
 namespace {
@@ -66,7 +67,8 @@ private:
 
     void begin() {
         if (!options_.inside_page) out_ += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
-        out_ += R"(<svg xmlns="http://www.w3.org/2000/svg" role="img")";
+        out_ += R"(<svg role="img")";
+        if (!options_.inside_page) out_ += R"( xmlns="http://www.w3.org/2000/svg")";
         attribute("width", width() / units_of_pixel);
         attribute("height", height() / units_of_pixel);
         out_ += " viewBox=\"0 0 " + std::to_string(width()) + ' ' + std::to_string(height()) + '"';
@@ -75,8 +77,8 @@ private:
         attribute("data-frames", drawing_.length());
         if (options_.inside_page) attribute("aria-label", sketch_.title);
         out_ += R"( font-family="'DejaVu Sans',Inter,'Noto Sans',sans-serif" fill="none">)";
-        out_ += "\n<title>" + escaped_markup(sketch_.title) + "</title>\n<desc>" + escaped_markup(sketch_.description) +
-                "</desc>\n";
+        out_ +=
+            "\n<title>" + html_text(sketch_.title) + "</title>\n<desc>" + html_text(sketch_.description) + "</desc>\n";
         if (!options_.inside_page)
             out_ += R"(<rect width="100%" height="100%" fill="#fff"/>)"
                     "\n";
@@ -86,7 +88,7 @@ private:
         out_ += std::string(" ") + name + "=\"" + std::to_string(value) + '"';
     }
     void attribute(const char* name, std::string_view value) {
-        out_ += std::string(" ") + name + "=\"" + escaped_markup(value) + '"';
+        out_ += std::string(" ") + name + "=\"" + html_text(value) + '"';
     }
 
     std::string name_of(const Pattern& pattern) const {
@@ -98,7 +100,7 @@ private:
         for (const Pattern& pattern : patterns) {
             if (!is_used(pattern.ink)) continue;
             const std::string size = std::to_string(pattern.size);
-            defs += "<pattern id=\"" + escaped_markup(name_of(pattern)) + R"(" patternUnits="userSpaceOnUse" width=")" +
+            defs += "<pattern id=\"" + html_text(name_of(pattern)) + R"(" patternUnits="userSpaceOnUse" width=")" +
                     size + "\" height=\"" + size + "\"><rect width=\"" + size + "\" height=\"" + size +
                     "\" fill=\"#fff\"/>" + pattern.marks + "</pattern>\n";
         }
@@ -129,7 +131,7 @@ private:
             out_ += "/>\n";
             return;
         }
-        out_ += "><title>" + escaped_markup(shape.of.told) + "</title></" +
+        out_ += "><title>" + html_text(shape.of.told) + "</title></" +
                 (box            ? "rect"
                  : shape.closed ? "polygon"
                                 : "line") +
@@ -196,7 +198,7 @@ private:
         if (text.anchor != Anchor::start) attribute("text-anchor", anchors[static_cast<std::size_t>(text.anchor)]);
         attribute("fill", text.light ? "#fff" : text.grey ? "#555" : "#111");
         if (!text.light) out_ += R"( stroke="#fff" stroke-width="32" stroke-linejoin="round" paint-order="stroke")";
-        out_ += '>' + escaped_markup(text.text) + "</text>\n";
+        out_ += '>' + html_text(text.text) + "</text>\n";
     }
 
     void put_foot(std::int64_t y) {
@@ -214,50 +216,7 @@ private:
     std::string out_;
 };
 
-void append_character(std::string& out, const Character& next, std::string_view text) {
-    constexpr const char* unknown = "\xEF\xBF\xBD";
-    if (next.code < 0x20) { // U+2400 and on are the signs for them
-        out += "\xE2\x90";
-        out += static_cast<char>(0x80 + next.code);
-    } else if (next.code >= 0x7F && next.code < 0xA0) {
-        out += next.code == 0x7F ? "\xE2\x90\xA1" : unknown;
-    } else if (next.code == 0xFFFD || next.code == 0xFFFE || next.code == 0xFFFF) {
-        out += unknown;
-    } else {
-        out += text.substr(0, next.bytes);
-    }
-}
-
 } // namespace
-
-std::string escaped_markup(std::string_view text) {
-    std::string out;
-    out.reserve(text.size());
-    while (!text.empty()) {
-        const Character next = first_character(text);
-        switch (next.code) {
-        case '<':
-            out += "&lt;";
-            break;
-        case '>':
-            out += "&gt;";
-            break;
-        case '&':
-            out += "&amp;";
-            break;
-        case '"':
-            out += "&quot;";
-            break;
-        case '\'':
-            out += "&#39;";
-            break;
-        default:
-            append_character(out, next, text);
-        }
-        text.remove_prefix(next.bytes);
-    }
-    return out;
-}
 
 std::string svg_of(const Drawing& drawing, const SvgOptions& options) { return SvgWriter(drawing, options).run(); }
 

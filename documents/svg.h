@@ -5,7 +5,6 @@
 #include "documents/sketch.h"
 
 #include <string>
-#include <string_view>
 
 namespace documents {
 
@@ -21,9 +20,5 @@ struct SvgOptions {
 ///     data-lane    from 0
 ///     data-start, data-frames    whole frames; a shape is as long as its frames times the root's `data-units`
 std::string svg_of(const Drawing& drawing, const SvgOptions& options = {});
-
-/// The one door for texts into SVG and HTML: marks become entities, control characters the signs for them, and bytes
-/// that are no UTF-8, like characters that XML has no place for, U+FFFD.
-std::string escaped_markup(std::string_view text);
 
 } // namespace documents

@@ -188,12 +188,4 @@ TEST(Svg, WhatIsTooLongIsSaidAndNotDrawn) {
     EXPECT_THAT(picture.texts(), Contains("Too long to be drawn: 1099511627776 frames"));
 }
 
-TEST(Svg, MarkupIsEscaped) {
-    EXPECT_EQ(escaped_markup("a<b>&\"'"), "a&lt;b&gt;&amp;&quot;&#39;");
-    EXPECT_EQ(escaped_markup("\n\t\x7F"), "␊␉␡");
-    EXPECT_EQ(escaped_markup("\xF0\x9F\x8E\x9E灯"), "\xF0\x9F\x8E\x9E灯");
-    EXPECT_EQ(escaped_markup("\xE7\x81"), "\xEF\xBF\xBD\xEF\xBF\xBD");
-    EXPECT_EQ(escaped_markup("\xED\xA0\x80"), "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD");
-}
-
 } // namespace
