@@ -2,6 +2,7 @@
 
 #include "documents/cut_lists.h"
 #include "documents/film_cells.h"
+#include "documents/reel_drawing.h"
 #include "documents/row_notes.h"
 
 namespace documents {
@@ -171,6 +172,7 @@ List assembly_list(const CutFilm& cut) {
     list.facts = facts_of(cut);
     list.counting = "First and last frame both belong to the piece. " + units_of(cut).counting();
     if (!cut.neg_cut) list.counting += " Each side of a transition has half of it.";
+    if (!cut.pieces.empty()) list.drawings.push_back(std::make_shared<Drawing>(reel_drawing(cut)));
     list.columns = columns_of();
     list.parts.resize(1);
     list.parts[0].id = "reel";

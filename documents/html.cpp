@@ -3,6 +3,7 @@
 #include "documents/characters.h"
 #include "documents/html_assets.h"
 #include "documents/html_text.h"
+#include "documents/svg.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -166,7 +167,11 @@ private:
         out_ += "</dl>\n";
     }
 
-    void put_drawings(const std::vector<DrawingPtr>&) {}
+    void put_drawings(const std::vector<DrawingPtr>& drawings) {
+        for (const DrawingPtr& drawing : drawings)
+            out_ += "<figure>" + svg_of(*drawing, {{}, true}) + "<figcaption>" + html_text(drawing->title) +
+                    "</figcaption></figure>\n";
+    }
 
     void put_columns_menu() {
         out_ += "<details class=columns hidden><summary>Columns</summary>";

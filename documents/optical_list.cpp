@@ -2,6 +2,7 @@
 
 #include "documents/cut_lists.h"
 #include "documents/film_cells.h"
+#include "documents/optical_drawing.h"
 #include "documents/row_notes.h"
 
 #include <map>
@@ -61,6 +62,8 @@ public:
         part.title = "Optical " + std::to_string(optical_.number);
         part.about = about();
         part.sheet = true;
+        for (Drawing& drawing : drawings_of(cut_, optical_))
+            part.drawings.push_back(std::make_shared<Drawing>(std::move(drawing)));
         for (const Piece* piece : cut_.pieces_of_optical(optical_.number))
             part.rows.push_back(row_of(*piece));
         if (part.rows.empty()) part.rows.push_back(misplaced_row());

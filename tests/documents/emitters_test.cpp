@@ -147,11 +147,14 @@ TEST_F(Emitters, NoNameBecomesATag) {
                 Each(testing::AnyOf("html", "head", "meta", "title", "style", "body", "a", "header", "h1", "p", "nav",
                                     "ul", "li", "span", "div", "label", "input", "output", "main", "section", "h2",
                                     "h3", "b", "i", "dl", "dt", "dd", "details", "summary", "table", "thead", "tbody",
-                                    "tfoot", "tr", "th", "td", "script", "figure")));
+                                    "tfoot", "tr", "th", "td", "script", "figure", "figcaption", "svg", "desc", "defs",
+                                    "pattern", "circle", "path", "g", "rect", "line", "polygon", "text")));
 }
 
 TEST_F(Emitters, NothingInThePageComesFromElsewhere) {
-    const std::string page = html_of(document);
+    std::string page = html_of(document);
+    for (std::size_t at = 0; (at = page.find("url(#", at)) != std::string::npos;)
+        page.erase(at, 5); // the patterns of its own drawings
     for (const char* word : {"http:", "https:", "url(", "@import", "fetch(", "XMLHttp"})
         EXPECT_EQ(page.find(word), std::string::npos) << word;
 }
