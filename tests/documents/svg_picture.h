@@ -1,7 +1,7 @@
 #pragma once
 // An SVG read back as a browser would take it: elements with their attributes.
 
-#include <expat.h>
+#include "formats/xml/xml_document.h"
 
 #include <map>
 #include <string>
@@ -25,12 +25,8 @@ struct SvgElement {
 class SvgPicture {
 public:
     explicit SvgPicture(const std::string& bytes) {
-        const XML_Parser parser = XML_ParserCreate(nullptr);
-        XML_SetUserData(parser, this);
-        XML_SetElementHandler(parser, begin, end);
-        XML_SetCharacterDataHandler(parser, text);
-        if (XML_Parse(parser, bytes.data(), static_cast<int>(bytes.size()), 1) != XML_STATUS_OK) elements.clear();
-        XML_ParserFree(parser);
+        formats::xml::Document document;
+        if (document.parse(bytes)) add(document.root());
     }
 
     std::vector<SvgElement> elements;
@@ -50,22 +46,19 @@ public:
     }
 
 private:
-    static void begin(void* self, const char* name, const char** attributes) {
-        auto& picture = *static_cast<SvgPicture*>(self);
+    void add(const formats::xml::Element& from) {
+        static constexpr const char* attributes[] = {
+            "data-kind", "data-film", "data-lane", "data-start", "data-frames", "data-units", "x",
+            "y",         "width",     "height",    "x1",         "x2",          "y1",         "y2"};
         SvgElement element;
-        element.name = name;
-        for (; *attributes != nullptr; attributes += 2)
-            element.attributes[attributes[0]] = attributes[1];
-        picture.open_.push_back(picture.elements.size());
-        picture.elements.push_back(element);
+        element.name = from.name();
+        element.text = from.text();
+        for (const char* name : attributes)
+            if (from.has_attribute(name)) element.attributes[name] = from.attribute(name);
+        elements.push_back(std::move(element));
+        for (const formats::xml::Element& child : from.children())
+            add(child);
     }
-    static void end(void* self, const char*) { static_cast<SvgPicture*>(self)->open_.pop_back(); }
-    static void text(void* self, const char* bytes, int length) {
-        auto& picture = *static_cast<SvgPicture*>(self);
-        picture.elements[picture.open_.back()].text.append(bytes, static_cast<std::size_t>(length));
-    }
-
-    std::vector<std::size_t> open_;
 };
 
 } // namespace documents_test
