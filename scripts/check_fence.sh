@@ -71,6 +71,10 @@ expat     formats/xml/
 gsf/      \(formats\|tests\)/compound/
 zlib      formats/bundle/
 glib      \(formats\|tests\)/compound/
+gsf/      formats/compound/
+glib      formats/compound/
+cairo     documents/pdf
+pango     documents/pdf
 WHERE
 
 # Put together from pieces, so that this file doesn't hold them.

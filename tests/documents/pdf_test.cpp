@@ -1,0 +1,277 @@
+// Pages as other programs read them: pdftotext, pdffonts, pdfinfo and qpdf.
+
+#include "documents/drawing.h"
+#include "documents/pdf.h"
+#include "documents/pdf_pages.h"
+#include "tests/support/scratch_directory.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <sstream>
+
+namespace {
+
+using namespace documents;
+using testing::Contains;
+using testing::HasSubstr;
+using testing::Not;
+
+std::string output_of(const std::string& command) {
+    std::string out;
+    std::FILE* const pipe = popen((command + " 2>&1").c_str(), "r");
+    std::array<char, 4096> buffer{};
+    for (std::size_t read = 0; (read = std::fread(buffer.data(), 1, buffer.size(), pipe)) > 0;)
+        out.append(buffer.data(), read);
+    pclose(pipe);
+    return out;
+}
+
+Column column(const char* key, const std::string& title, Wrap wrap, Align align = Align::left) {
+    Column made;
+    made.key = key;
+    made.title = title;
+    made.wrap = wrap;
+    made.align = align;
+    return made;
+}
+
+Row row(int event, const std::string& shot, const std::string& key) {
+    Row made;
+    made.id = "assembly-" + std::to_string(event);
+    made.film = "event-" + std::to_string(event);
+    made.tick = true;
+    made.cells = {cell(plain(std::to_string(event)), std::int64_t{event}), word_cell(shot), cell(mono(key), key)};
+    return made;
+}
+
+List assembly(int rows) {
+    List list;
+    list.id = "assembly";
+    list.title = "Assembly, negative";
+    list.aside = "Reel 4";
+    list.counting = "Both frames belong to the piece. Feet + frames, 16 frames a foot.";
+    list.facts = {{"Events", {strong(std::to_string(rows))}}, {"Length", {mono("0128+11", Weight::strong)}}};
+    list.columns = {column("event", "Event", Wrap::none, Align::right), column("shot", "Shot", Wrap::words),
+                    column("key", "First / last frame", Wrap::none)};
+    list.columns[1].notes = true;
+    list.parts.emplace_back();
+    for (int i = 1; i <= rows; ++i)
+        list.parts[0].rows.push_back(
+            row(i, "Shot " + std::to_string(i), "KJ 51 2040 " + std::to_string(1000 + i) + "+04"));
+    return list;
+}
+
+Document document(std::vector<List> lists) {
+    Document made;
+    made.title.edit = "The Lantern R4";
+    made.title.reel = "4";
+    made.title.cut_date = "20 September 2026";
+    made.lists = std::move(lists);
+    return made;
+}
+
+class Pdf : public testing::Test {
+protected:
+    std::string file_of(const Document& document) {
+        const std::string path = scratch_.file("pages.pdf");
+        PdfOptions options;
+        options.made = 1790000000;
+        put_bytes(path, pdf_of(document, options));
+        return path;
+    }
+    std::string text_of(const Document& document) { return output_of("pdftotext -layout " + file_of(document) + " -"); }
+    static int pages_of(const std::string& path) {
+        const std::string info = output_of("pdfinfo " + path);
+        const std::size_t at = info.find("Pages:");
+        return at == std::string::npos ? 0 : std::atoi(info.c_str() + at + 6);
+    }
+
+private:
+    ScratchDirectory scratch_;
+};
+
+TEST_F(Pdf, IsWholeAndItsFontsAreInside) {
+    const std::string path = file_of(document({assembly(100)}));
+    EXPECT_THAT(output_of("qpdf --check " + path), HasSubstr("No syntax or stream encoding errors found"));
+    std::istringstream fonts(output_of("pdffonts " + path));
+    std::string line;
+    int count = 0;
+    for (int i = 0; std::getline(fonts, line); ++i) {
+        if (i < 2) continue;
+        EXPECT_THAT(line, HasSubstr("yes yes yes")) << "embedded, a subset, with its characters";
+        ++count;
+    }
+    EXPECT_GE(count, 3);
+}
+
+TEST_F(Pdf, HoldsEachKeyNumberAndName) {
+    Document made = document({assembly(400)});
+    const std::vector<std::string> names = {"Анна и фонарь", "Σοφίτα 15/6", "灯台 14B/1", "Tomáš 13A/2", "a<b>&\"c\""};
+    for (std::size_t i = 0; i < names.size(); ++i)
+        made.lists[0].parts[0].rows[i * 70].cells[1] = word_cell(names[i]);
+    const std::string text = text_of(made);
+    for (const std::string& name : names)
+        EXPECT_THAT(text, HasSubstr(name));
+    for (int i = 1; i <= 400; ++i)
+        EXPECT_THAT(text, HasSubstr("KJ 51 2040 " + std::to_string(1000 + i) + "+04"));
+}
+
+TEST_F(Pdf, HoldsNamesThatAreWrittenFromRightToLeft) {
+    Document made = document({assembly(3)});
+    made.lists[0].parts[0].rows[1].cells[1] = word_cell("شمس");
+    made.lists[0].parts[0].rows[2].cells[1] = word_cell("נר");
+    const std::string text = text_of(made);
+    EXPECT_THAT(text, HasSubstr("شمس"));
+    EXPECT_THAT(text, HasSubstr("נר"));
+}
+
+TEST_F(Pdf, HeadsStandOnEachPageAndFeetCountThem) {
+    const Document made = document({assembly(120)});
+    const int pages = pages_of(file_of(made));
+    ASSERT_GT(pages, 2);
+    for (int i = 1; i <= pages; ++i) {
+        const std::string number = std::to_string(i);
+        const std::string text =
+            output_of("pdftotext -layout -f " + number + " -l " + number + ' ' + file_of(made) + " -");
+        EXPECT_THAT(text, HasSubstr("First / last frame")) << number;
+        EXPECT_THAT(text, HasSubstr("page " + number + " of " + std::to_string(pages)));
+        EXPECT_THAT(text, HasSubstr("16 frames a foot"));
+        EXPECT_THAT(text, HasSubstr("Reel 4")) << number;
+        EXPECT_THAT(text, HasSubstr("20 September 2026")) << number;
+    }
+}
+
+TEST_F(Pdf, ListsAndPartsAreBookmarkedAndLaterRowsLeadToTheFirst) {
+    List pull = assembly(5);
+    pull.id = "pull";
+    pull.title = "Pull by roll";
+    pull.parts[0].title = "Roll A040";
+    const std::string path = file_of(document({assembly(5), pull}));
+    const std::string plain = output_of("qpdf --qdf --object-streams=disable " + path + " -");
+    EXPECT_THAT(plain, HasSubstr("(Pull by roll)"));
+    EXPECT_THAT(plain, HasSubstr("(Roll A040)"));
+    EXPECT_THAT(plain, HasSubstr("/Subtype /Link"));
+    EXPECT_THAT(output_of("qpdf --check " + path), HasSubstr("No syntax"));
+}
+
+TEST_F(Pdf, NotesStandWithTheirRow) {
+    Document made = document({assembly(30)});
+    made.lists[0].parts[0].rows[25].notes.push_back(
+        {Mark::reused, "Used twice", "Frames 1413+00 to 1413+07 are also in event 17.", "Order a duplicate.", ""});
+    const std::string text = text_of(made);
+    EXPECT_THAT(text, HasSubstr("Used twice. Frames 1413+00 to 1413+07 are also in event 17. Order a duplicate."));
+}
+
+TEST_F(Pdf, DrawingsAreVectorsWithTheirTexts) {
+    const auto drawing = std::make_shared<Drawing>();
+    drawing->id = "reel";
+    drawing->title = "The reel";
+    drawing->film = label_key_35mm_4p;
+    drawing->end = 300;
+    drawing->lanes.emplace_back();
+    for (int i = 0; i < 3; ++i) {
+        DrawnPiece piece;
+        piece.film = "event-" + std::to_string(i + 1);
+        piece.start = i * 100;
+        piece.length = 100;
+        piece.name = "Film " + std::to_string(i);
+        piece.fill = static_cast<Fill>(i + 1);
+        drawing->pieces.push_back(piece);
+    }
+    List list = assembly(3);
+    list.drawings.push_back(drawing);
+    const std::string path = file_of(document({list}));
+    const std::string text = output_of("pdftotext -layout " + path + " -");
+    for (const char* name : {"Film 0", "Film 1", "Film 2", "To scale: one foot is"})
+        EXPECT_THAT(text, HasSubstr(name));
+    EXPECT_THAT(output_of("pdfimages -list " + path), Not(HasSubstr("image ")));
+    EXPECT_THAT(output_of("qpdf --check " + path), HasSubstr("No syntax"));
+}
+
+TEST_F(Pdf, TheSameDocumentGivesTheSameBytes) {
+    PdfOptions options;
+    options.made = 0;
+    EXPECT_EQ(pdf_of(document({assembly(50)}), options), pdf_of(document({assembly(50)}), options));
+    EXPECT_THAT(output_of("TZ=UTC pdfinfo -isodates " + file_of(document({assembly(1)}))), HasSubstr("2026-09-21T"));
+}
+
+TEST_F(Pdf, LongNamesAreBrokenAndNeverCut) {
+    Document made = document({assembly(3)});
+    std::string name;
+    for (int i = 0; i < 500; ++i)
+        name += static_cast<char>('a' + i % 26);
+    made.lists[0].parts[0].rows[0].cells[1] = word_cell(name + name + name + name);
+    std::string text = output_of("pdftotext -raw " + file_of(made) + " -");
+    const auto letters = [](const std::string& from) {
+        std::string only;
+        for (const char c : from)
+            if (c >= 'a' && c <= 'z') only += c;
+        return only;
+    };
+    EXPECT_THAT(letters(text), HasSubstr(letters(name + name)));
+    EXPECT_THAT(output_of("qpdf --check " + file_of(made)), HasSubstr("No syntax"));
+}
+
+TEST_F(Pdf, LettersAreShownAndPaperIsChosen) {
+    Document made = document({assembly(2)});
+    made.lists[0].parts[0].rows[0].cells[1] = word_cell("a\x01\n\xFF"
+                                                        "b");
+    EXPECT_THAT(text_of(made), HasSubstr("a"));
+    EXPECT_THAT(output_of("pdfinfo " + file_of(made)), HasSubstr("A4"));
+    made.paper = Paper::letter;
+    EXPECT_THAT(output_of("pdfinfo " + file_of(made)), HasSubstr("612 x 792"));
+}
+
+TEST_F(Pdf, NothingAtAllIsAPageStill) {
+    EXPECT_EQ(pages_of(file_of(Document())), 1);
+    List empty = assembly(0);
+    empty.empty = "Nothing is missing.";
+    EXPECT_THAT(text_of(document({empty})), HasSubstr("Nothing is missing."));
+}
+
+PdfBlock block(double height, bool with_next = false) {
+    PdfBlock made;
+    made.height = height;
+    made.with_next = with_next;
+    made.row = true;
+    made.draw = [](double) {};
+    return made;
+}
+
+std::string places_text(const std::vector<PdfPage>& pages) {
+    std::string text;
+    for (const PdfPage& page : pages) {
+        for (const PdfPlace& place : page.places)
+            text += std::to_string(static_cast<int>(place.y)) + ' ';
+        text += "| ";
+    }
+    return text;
+}
+
+TEST(PdfPages, KeepTogetherWhatBelongsTogether) {
+    const List list;
+    const PdfPaper paper{500.0, 400.0}; // blocks from 40 to 348
+    std::vector<PdfPage> pages;
+    const std::vector<PdfBlock> blocks = {block(100), block(100), block(40, true), block(40), block(20)};
+    paginate(list, blocks, {20.0, 10.0, 8.0}, paper, pages);
+    EXPECT_EQ(places_text(pages), "68 168 268 308 | 58 | ");
+    pages.clear();
+    const std::vector<PdfBlock> higher = {block(100), block(100), block(40, true), block(60), block(20)};
+    paginate(list, higher, {20.0, 10.0, 8.0}, paper, pages);
+    EXPECT_EQ(places_text(pages), "68 168 | 58 98 158 | ");
+}
+
+TEST(PdfPages, PartWhatIsHigherThanAPage) {
+    const List list;
+    const PdfPaper paper{500.0, 400.0};
+    std::vector<PdfPage> pages;
+    const std::vector<PdfBlock> blocks(8, block(100, true));
+    paginate(list, blocks, {20.0, 10.0, 8.0}, paper, pages);
+    EXPECT_EQ(pages.size(), 4U);
+}
+
+} // namespace
