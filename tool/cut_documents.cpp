@@ -29,7 +29,7 @@ std::vector<std::string> check_cut_documents(const DocumentFiles& files, const s
     return check_document_files(files, json_option, documents::cut_list_ids(profile_of(files).lists), inputs, others);
 }
 
-void write_cut_documents(const DocumentFiles& files, ListedCut cut, const LibraryOptions& options) {
+void write_cut_documents(const DocumentFiles& files, ListedCut cut, const LibraryOptions& options, bool overwrite) {
     if (!files.wanted()) return;
     const documents::Profile profile = profile_of(files);
     documents::CutOptions choices;
@@ -40,7 +40,7 @@ void write_cut_documents(const DocumentFiles& files, ListedCut cut, const Librar
     choices.by_table = cut.by_table;
     const documents::CutFilmPtr film = documents::cut_film(
         std::move(cut.strips), recdb(wide_path(cut.table), INT_MAX, false), std::move(cut.findings), choices);
-    write_document(files, documents::document_of(*film, profile));
+    write_document(files, documents::document_of(*film, profile), overwrite);
 }
 
 } // namespace tool

@@ -28,6 +28,6 @@ struct ListedCut {
 };
 
 /// Writes what is wanted of them; nothing where nothing is.
-void write_cut_documents(const DocumentFiles& files, ListedCut cut, const LibraryOptions& options);
+void write_cut_documents(const DocumentFiles& files, ListedCut cut, const LibraryOptions& options, bool overwrite);
 
 } // namespace tool

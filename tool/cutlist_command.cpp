@@ -137,7 +137,7 @@ void write_documents(const CutlistJob& job, const ListedFilm& film, const film::
     write_cut_documents(
         job.documents,
         {table, film_of_edit(film, table, job.options), findings, false, asks_for_frames(job.options, job.frames)},
-        job.options);
+        job.options, job.output.overwrite);
 }
 
 int run(const CutlistJob& job) {

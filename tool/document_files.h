@@ -14,15 +14,15 @@ namespace tool {
 
 /// What the line says of them. A file that isn't wanted has no name.
 struct DocumentFiles {
-    std::optional<std::string> html, json, text;
-    std::optional<std::string> csv; ///< a folder
-    std::string profile_name;       ///< empty: the usual one
+    std::optional<std::string> html, pdf, json, text;
+    std::optional<std::string> csv, svg; ///< folders
+    std::string profile_name;            ///< empty: the usual one
     std::optional<std::string> profile_file;
     std::vector<std::string> columns; ///< of all lists; empty: the profile's
     std::optional<documents::Paper> paper;
     bool feet = false; ///< whatever the profile says
 
-    bool wanted() const { return html || json || text || csv; }
+    bool wanted() const { return html || pdf || json || text || csv || svg; }
 };
 
 /// --html to --feet. The JSON document has the name `json_option`, as some commands write one of another kind.
@@ -41,7 +41,8 @@ std::vector<std::string> check_document_files(const DocumentFiles& files, const 
 /// Whether lists count frames: `frames` as the line says, else as the profile does.
 bool counts_frames(const DocumentFiles& files, const documents::Profile& profile, bool frames);
 
-/// Chooses columns and paper, and writes what is wanted.
-void write_document(const DocumentFiles& files, documents::Document document);
+/// Chooses columns and paper, and writes what is wanted. Which drawings there are is known only now, so that they are
+/// held only now, behind the first of them; `overwrite` as of `hold_outputs`.
+void write_document(const DocumentFiles& files, documents::Document document, bool overwrite = false);
 
 } // namespace tool

@@ -90,7 +90,7 @@ void write_documents(const PrintJob& job, const EditOfTable& edit) {
     write_cut_documents(
         job.documents,
         {job.table, strips_of(job, edit), findings_of(job, edit), !edit.film, asks_for_frames(job.options, false)},
-        job.options);
+        job.options, job.output.overwrite);
 }
 
 void check_files(const PrintJob& job) {

@@ -107,3 +107,31 @@ TEST_F(DocumentFiles, GoToStandardOutputToo) {
     ASSERT_EQ(result.status, 0) << result.err;
     EXPECT_THAT(result.out, StartsWith("{"));
 }
+
+TEST_F(DocumentFiles, ArePagesAndDrawingsToo) {
+    std::filesystem::create_directory(path("svg"));
+    const ToolResult result = cutlist({"--pdf", "r.pdf", "--svg", "svg"});
+    ASSERT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(read("r.pdf"), StartsWith("%PDF-"));
+    EXPECT_THAT(read("svg/reel.svg"), AllOf(HasSubstr("<svg"), HasSubstr("data-film=\"event-1\"")));
+}
+
+TEST_F(DocumentFiles, ReplaceDrawingsOnlyWhereTheyMay) {
+    std::filesystem::create_directory(path("svg"));
+    write("svg/reel.svg", "mine");
+    const ToolResult refused = cutlist({"--svg", "svg"});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_THAT(refused.err, HasSubstr("svg/reel.svg: is there already"));
+    EXPECT_EQ(read("svg/reel.svg"), "mine");
+    EXPECT_EQ(cutlist({"--svg", "svg", "--overwrite"}).status, 0);
+    EXPECT_THAT(read("svg/reel.svg"), HasSubstr("<svg"));
+}
+
+TEST_F(DocumentFiles, AreTheSameBytesAtTheSameTime) {
+    std::string bytes[2];
+    for (std::string& made : bytes) {
+        ASSERT_EQ(run({"cutlist", "heron.otio", "-o", "r.txt", "--pdf", "r.pdf", "--overwrite"}).status, 0);
+        made = read("r.pdf");
+    }
+    EXPECT_EQ(bytes[0], bytes[1]);
+}
