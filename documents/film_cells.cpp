@@ -94,6 +94,16 @@ Line number_line(const KeyParts& parts) {
     return line;
 }
 
+KeyParts parts_of(const LabelPoint& point) {
+    Count count;
+    count.kind = point.type();
+    count.prefix = point.get_prefix();
+    const int frame = point.cvt()->samples_per_frame();
+    count.first = Fraction(Fraction(point.sample, frame).floor());
+    count.perforation = point.sample - static_cast<int>(count.first.floor()) * frame;
+    return key_parts(count, 0);
+}
+
 Line span_line(const Ends& ends) {
     Line line = number_line(ends.first_parts);
     line.push_back(mono(" - "));
@@ -258,6 +268,22 @@ Cell key_cell(const std::vector<FilmRun>& runs, bool black, int handles) {
                    value_of(ends_of(tail.key, tail.length(), handles).last),
                    Value(std::string(sureness_names[static_cast<std::size_t>(least.strip->sureness)])),
                    Value(std::int64_t{least.strip->off})};
+    return made;
+}
+
+Column label_column() { return {"key", "First / last frame", Align::left, Wrap::none, {{"key_first"}, {"key_last"}}}; }
+
+Cell label_cell(LabelPoint first, LabelPoint last, bool first_missing, bool last_missing) {
+    Cell made;
+    const auto add = [&made](LabelPoint& point, bool missing) {
+        const bool film = std::string_view(point.get_prefix()).substr(0, 2) != "__"; // else black
+        const bool known = film && point.is_useful() && !missing;
+        const char* const none = film ? "no key number" : "black, no film";
+        made.lines.push_back(known ? number_line(parts_of(point)) : Line{mono(none, Weight::strong)});
+        made.values.push_back(known ? value_of(point.get_string()) : Value());
+    };
+    add(first, first_missing);
+    add(last, last_missing);
     return made;
 }
 

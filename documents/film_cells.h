@@ -57,6 +57,9 @@ Column word_column(const char* key, const std::string& title);
 /// First and last key number, for each run where they are several; where there is none tape and timecode in its place.
 Column key_column();
 Cell key_cell(const std::vector<FilmRun>& runs, bool black, int handles = 0);
+/// The same of labels that steps name; a missing one is said to be so.
+Column label_column();
+Cell label_cell(LabelPoint first, LabelPoint last, bool first_missing, bool last_missing);
 Column ink_column();
 Cell ink_cell(const std::vector<FilmRun>& runs, int handles = 0);
 /// Tape with timecode of the first and last frame.

@@ -11,12 +11,12 @@ namespace {
 
 template <PullOrder order> List pull(const CutFilm& cut) { return pull_list(cut, order); }
 
-struct CutListKind {
+template <class Film> struct ListKind {
     std::string_view id;
-    List (*make)(const CutFilm& cut);
+    List (*make)(const Film& film);
 };
 
-constexpr CutListKind cut_lists[] = {
+constexpr ListKind<CutFilm> cut_lists[] = {
     {"assembly", assembly_list},
     {"pull-roll", pull<PullOrder::roll>},
     {"pull-key", pull<PullOrder::key>},
@@ -29,34 +29,47 @@ constexpr CutListKind cut_lists[] = {
     {"doubts", doubt_list},
 };
 
-constexpr std::string_view change_lists[] = {"changes", "bench", "change-pull", "discard", "transitions", "reels"};
+constexpr ListKind<ChangeFilm> change_lists[] = {
+    {"changes", change_list_of},         {"bench", bench_list_of},
+    {"change-pull", change_pull_of},     {"discard", discard_list_of},
+    {"transitions", transition_list_of}, {"reels", reel_list_of},
+};
 
-const CutListKind* cut_list(std::string_view id) {
-    const auto* const found = std::find_if(std::begin(cut_lists), std::end(cut_lists),
-                                           [id](const CutListKind& kind) { return kind.id == id; });
-    return found == std::end(cut_lists) ? nullptr : found;
+template <class Film, std::size_t n>
+const ListKind<Film>* kind_of(const ListKind<Film> (&kinds)[n], std::string_view id) {
+    const auto* const found =
+        std::find_if(std::begin(kinds), std::end(kinds), [id](const ListKind<Film>& kind) { return kind.id == id; });
+    return found == std::end(kinds) ? nullptr : found;
+}
+
+template <class Film, std::size_t n>
+std::vector<std::string> ids_of(const ListKind<Film> (&kinds)[n], const std::vector<std::string>& ids) {
+    std::vector<std::string> found;
+    for (const std::string& id : ids)
+        if (kind_of(kinds, id)) found.push_back(id);
+    return found;
+}
+
+template <class Film, std::size_t n>
+Document made_of(const ListKind<Film> (&kinds)[n], const Film& film, const Profile& profile) {
+    Document document;
+    document.title = film.title;
+    for (const std::string& id : profile.lists)
+        if (const ListKind<Film>* kind = kind_of(kinds, id)) document.lists.push_back(kind->make(film));
+    apply_profile(profile, document);
+    return document;
 }
 
 } // namespace
 
-bool is_list_id(std::string_view id) {
-    return cut_list(id) || std::find(std::begin(change_lists), std::end(change_lists), id) != std::end(change_lists);
-}
+bool is_list_id(std::string_view id) { return kind_of(cut_lists, id) || kind_of(change_lists, id); }
 
-std::vector<std::string> cut_list_ids(const std::vector<std::string>& ids) {
-    std::vector<std::string> found;
-    for (const std::string& id : ids)
-        if (cut_list(id)) found.push_back(id);
-    return found;
-}
+std::vector<std::string> cut_list_ids(const std::vector<std::string>& ids) { return ids_of(cut_lists, ids); }
 
-Document document_of(const CutFilm& cut, const Profile& profile) {
-    Document document;
-    document.title = cut.title;
-    for (const std::string& id : profile.lists)
-        if (const CutListKind* kind = cut_list(id)) document.lists.push_back(kind->make(cut));
-    apply_profile(profile, document);
-    return document;
-}
+std::vector<std::string> change_list_ids(const std::vector<std::string>& ids) { return ids_of(change_lists, ids); }
+
+Document document_of(const CutFilm& cut, const Profile& profile) { return made_of(cut_lists, cut, profile); }
+
+Document document_of(const ChangeFilm& film, const Profile& profile) { return made_of(change_lists, film, profile); }
 
 } // namespace documents

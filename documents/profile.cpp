@@ -43,7 +43,7 @@ const std::vector<KnownProfile>& known_profiles() {
          "opticals,doubts,transitions",
          {{"opticals", "layer,roll,shot,film_length,key,place,transition,speed"}}},
         {"scan",
-         "rolls,pull-roll,pull-tape",
+         "rolls,pull-roll,pull-tape,change-pull",
          {{"pull-roll", "shot,film_length,key,tape,length"}, {"pull-tape", "roll,shot,film_length,key,tape"}}},
         {"sound",
          "assembly,pull-tape,doubts,changes",

@@ -1,5 +1,6 @@
 // "quillbrook changelist": the cutlists of two cuts into a report of what to do to the cutting copy.
 
+#include "documents/list_kinds.h"
 #include "embedded/services.h"
 #include "embedded/warning.h"
 #include "quillbrook/changelist.h"
@@ -8,11 +9,13 @@
 #include "tool/command.h"
 #include "tool/cut_tables.h"
 #include "tool/cutlist_table.h"
+#include "tool/document_files.h"
 #include "tool/key_values.h"
 #include "tool/list_switches.h"
 #include "tool/open_edit.h"
 #include "tool/open_logs.h"
 #include "tool/output_files.h"
+#include "tool/prove_lists.h"
 #include "tool/run_setup.h"
 #include "tool/shared_options.h"
 #include "tool/tool_error.h"
@@ -20,6 +23,7 @@
 #include "tool/wrong_file.h"
 
 #include <algorithm>
+#include <climits>
 #include <filesystem>
 #include <iostream>
 
@@ -37,7 +41,11 @@ struct ChangelistJob {
     std::optional<std::string> json;      ///< the file of the steps
     bool prove = false;
     bool force = false;
+    DocumentFiles documents;
 };
+
+/// --json is the document of the steps alone.
+constexpr const char* json_option = "--lists-json";
 
 constexpr const char* no_reel = ".CDB";
 constexpr const char* working_files[] = {"oldcut__.chg", "newcut__.chg"};
@@ -92,6 +100,12 @@ void check_files(const ChangelistJob& job) {
     if (job.json) {
         check_output("--json", *job.json, inputs, joined(working, outputs));
         outputs.push_back(*job.json);
+    }
+    if (job.documents.wanted()) {
+        const documents::Profile profile = profile_of(job.documents);
+        outputs =
+            joined(outputs, check_document_files(job.documents, json_option, documents::change_list_ids(profile.lists),
+                                                 inputs, joined(working, outputs)));
     }
     hold_outputs(outputs, job.output.overwrite, working);
 }
@@ -214,6 +228,27 @@ int prove(const LibraryOptions& options, std::ostream& out) {
     return status;
 }
 
+std::vector<documents::CutFilmPtr> cuts_of(const std::vector<std::string>& reels) {
+    std::vector<documents::CutFilmPtr> cuts;
+    for (const std::string& path : reels)
+        if (path != no_reel)
+            cuts.push_back(documents::cut_film(film_of_table(path), recdb(wide_path(path), INT_MAX, false), {}, {}));
+    return cuts;
+}
+
+/// Pages and tables for scripts, of the steps of the run.
+void write_documents(const ChangelistJob& job) {
+    constexpr const char* feet = "1";
+    std::vector<documents::CutFilmPtr> old_reels = cuts_of(job.old_reels), new_reels = cuts_of(job.new_reels);
+    if (old_reels.empty() || new_reels.empty()) throw JobError("there are no pages of a cut without a reel");
+    const documents::Profile profile = profile_of(job.documents);
+    const bool in_feet = job.options.value("chg_lengthunits") == feet;
+    const bool frames = !job.documents.feet && profile.frames.value_or(!in_feet);
+    write_document(job.documents,
+                   documents::document_of(
+                       documents::changes_of_last_run(std::move(old_reels), std::move(new_reels), frames), profile));
+}
+
 /// The report of tables.
 int list_changes(const ChangelistJob& job) {
     check_work_directory();
@@ -228,6 +263,7 @@ int list_changes(const ChangelistJob& job) {
     heads.check(job);
     put_report(made, job.output.report);
     if (job.json) deliver_bytes(*job.json, change_document(heads.old_cut.parameter("film label_std")));
+    if (job.documents.wanted()) write_documents(job);
     const bool taken = is_stream(job.output.report) || (job.json && is_stream(*job.json));
     return job.prove ? prove(job.options, taken ? std::cerr : std::cout) : exit_done;
 }
@@ -291,6 +327,7 @@ void add_options(OptionTable& options, ChangelistJob& job) {
         force(job.force),
         quiet(job.output),
     });
+    add_document_options(options, job.documents, json_option);
 }
 
 constexpr const char* examples = R"(Examples:
@@ -306,6 +343,8 @@ constexpr const char* examples = R"(Examples:
       makes the tables of two edits itself; with --lists-dir they are kept
   quillbrook changelist --old a.cdb --new b.cdb -o bench.txt --lists bench --prove --json bench.json
       the steps for the bench, carried out on the old cut as a check, and written for scripts too
+  quillbrook changelist --old a.cdb --new b.cdb -o changes.txt --html changes.html --feet
+      also a page with the steps, what to pull for them, what comes out, and the lengths of the reels
 
 Exit status: 0 done, 1 the job failed, 2 wrong usage, 3 a list asked for with --prove doesn't make the new cut.)";
 

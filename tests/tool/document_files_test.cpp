@@ -1,5 +1,6 @@
 // Lists as pages and as tables for scripts, beside the report of "quillbrook cutlist" and "quillbrook print".
 
+#include "tests/tool/cut_table.h"
 #include "tests/tool/tool_process.h"
 
 #include <gmock/gmock.h>
@@ -134,4 +135,29 @@ TEST_F(DocumentFiles, AreTheSameBytesAtTheSameTime) {
         made = read("r.pdf");
     }
     EXPECT_EQ(bytes[0], bytes[1]);
+}
+
+namespace {
+
+const CutShot lamp{"KJ123456", 1600, 48, "Lamp", "12", "3"};
+const CutShot wick{"KJ654321", 3200, 36, "Wick", "12A", "1"};
+const CutShot street{"KN111111", 160, 24, "Street", "13", "2"};
+
+} // namespace
+
+TEST_F(DocumentFiles, OfARecutHoldItsSteps) {
+    write("old.cdb", cut_table({lamp, wick}));
+    write("new.cdb", cut_table({lamp, street}));
+    const ToolResult result = run({"changelist", "--old", "old.cdb", "--new", "new.cdb", "-o", "c.txt", "--csv", "csv",
+                                   "--html", "c.html", "--lists-json", "lists.json", "--json", "steps.json", "--feet"});
+    ASSERT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(read("csv/bench.csv"), AllOf(HasSubstr(",insert,"), HasSubstr("KN1111110010+00,KN1111110011+07")));
+    EXPECT_THAT(read("csv/change-pull.csv"),
+                AllOf(HasSubstr("Street"), HasSubstr(",new,\r\n"), Not(HasSubstr("Wick"))));
+    EXPECT_THAT(read("csv/discard.csv"), AllOf(HasSubstr("KJ6543210200+00,KJ6543210202+03"), HasSubstr(",out,\r\n")));
+    EXPECT_THAT(read("csv/reels.csv"), HasSubstr(",72,"));
+    EXPECT_FALSE(exists("csv/assembly.csv"));
+    EXPECT_THAT(read("steps.json"), HasSubstr("quillbrook changes"));
+    EXPECT_THAT(read("lists.json"), HasSubstr("quillbrook lists"));
+    EXPECT_THAT(read("c.html"), AllOf(HasSubstr("KN 11 1111 "), HasSubstr("Insert new"), HasSubstr("4+08")));
 }
