@@ -1,9 +1,11 @@
 #include "documents/change_lists.h"
 
+#include "documents/change_drawing.h"
 #include "documents/film_cells.h"
 
 #include <algorithm>
 #include <iterator>
+#include <memory>
 #include <set>
 #include <tuple>
 #include <utility>
@@ -82,7 +84,7 @@ std::vector<Column> step_columns() {
 Row step_row(const Units& units, const change_step& step, const std::string& list) {
     Row row;
     row.id = list + '-' + std::to_string(step.step);
-    row.film = "step-" + std::to_string(step.step);
+    row.film = (list == "bench" ? "step-" : "change-") + std::to_string(step.step);
     row.tick = true;
     row.marks = {mark_of(step)};
     row.cells = {number_cell(step.step),
@@ -144,6 +146,13 @@ std::vector<change_step> sorted_film(const std::vector<change_step>& steps, chan
     return chosen;
 }
 
+/// Drawings carry the steps of the bench list.
+std::string film_of(const ChangeFilm& film, const change_step& step) {
+    return (film.bench.empty() ? "change-" : "step-") + std::to_string(step.step);
+}
+
+DrawingPtr kept(Drawing drawing) { return std::make_shared<const Drawing>(std::move(drawing)); }
+
 /// The bench list takes film out once where the detailed list may name it in pieces.
 const std::vector<change_step>& film_steps(const ChangeFilm& film) {
     return film.bench.empty() ? film.changes : film.bench;
@@ -159,6 +168,26 @@ Row total_of(const Units& units, const std::vector<change_step>& steps, const st
     total.cells.front().lines = {{strong(counted(static_cast<std::int64_t>(steps.size()), "piece", "pieces"))}};
     total.cells.push_back(length_cell(units, frames));
     return total;
+}
+
+Part* part_of_reel(List& list, std::int32_t reel) {
+    const std::string id = "reel-" + std::to_string(reel);
+    const auto part =
+        std::find_if(list.parts.begin(), list.parts.end(), [&id](const Part& one) { return one.id == id; });
+    return part == list.parts.end() ? nullptr : &*part;
+}
+
+/// The reel ahead of each step and behind it.
+void draw_steps(const ChangeFilm& film, List& list) {
+    constexpr std::size_t most = 100;
+    if (film.bench.size() > most) {
+        list.notes.push_back({Mark::moved, "Without pictures",
+                              "There are more than " + std::to_string(most) + " steps.", "", "not-drawn"});
+        return;
+    }
+    std::vector<Drawing> drawings = step_drawings({film.old_reels, film.new_reels, film.bench});
+    for (std::size_t i = 0; i < drawings.size() && i < film.bench.size(); ++i)
+        if (Part* part = part_of_reel(list, film.bench[i].reel)) part->drawings.push_back(kept(std::move(drawings[i])));
 }
 
 } // namespace
@@ -201,6 +230,8 @@ List bench_list_of(const ChangeFilm& film) {
     for (const change_step& step : film.bench)
         list.parts[0].rows.push_back(step_row(units_of(film), step, list.id));
     show_where_filled(list, "reel_length");
+    for (Drawing& drawing : change_drawings({film.old_reels, film.new_reels, film.bench}))
+        list.drawings.push_back(kept(std::move(drawing)));
     list.empty = "There is nothing to do.";
     return list;
 }
@@ -217,7 +248,7 @@ List change_pull_of(const ChangeFilm& film) {
     for (const change_step& step : steps) {
         Row row;
         row.id = list.id + '-' + std::to_string(list.parts[0].rows.size() + 1);
-        row.film = "step-" + std::to_string(step.step);
+        row.film = film_of(film, step);
         row.tick = true;
         row.marks = {Mark::fresh};
         row.cells = {word_cell(roll_of(step), Weight::strong),
@@ -250,7 +281,7 @@ List discard_list_of(const ChangeFilm& film) {
     for (const change_step& step : steps) {
         Row row;
         row.id = list.id + '-' + std::to_string(list.parts[0].rows.size() + 1);
-        row.film = "step-" + std::to_string(step.step);
+        row.film = film_of(film, step);
         row.tick = true;
         row.marks = {Mark::out};
         row.cells = {word_cell(roll_of(step), Weight::strong),
@@ -332,6 +363,7 @@ List reel_list_of(const ChangeFilm& film) {
         }
         list.parts.push_back(std::move(part));
     }
+    draw_steps(film, list);
     return list;
 }
 

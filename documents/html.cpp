@@ -133,19 +133,20 @@ private:
                     widths_[i] = std::max(widths_[i], display_width(text_of(line)));
     }
 
+    /// Sans letters may be wider than the figure that a "ch" is.
     std::string width_text(std::size_t i) const {
-        const std::string most = std::to_string(std::min(widths_[i], widest_words)) + "ch";
-        const bool stretches = static_cast<int>(i) == note_column_;
-        if (stretches) return "minmax(14ch,3fr)";
+        constexpr std::size_t wider = 2;
+        if (static_cast<int>(i) == note_column_) return "minmax(14ch,3fr)";
         if (list_.columns[i].wrap == Wrap::none) return std::to_string(widths_[i]) + "ch";
-        return "minmax(" + std::to_string(std::min(widths_[i], narrow_words)) + "ch," + most + ")";
+        return "minmax(" + std::to_string(std::min(widths_[i], narrow_words) + wider) + "ch," +
+               std::to_string(std::min(widths_[i], widest_words) + wider) + "ch)";
     }
 
     std::size_t least_width() const {
         std::size_t width = 4;
         for (const std::size_t i : shown_) {
             const bool words = list_.columns[i].wrap != Wrap::none || static_cast<int>(i) == note_column_;
-            width += 2 + (words ? std::clamp<std::size_t>(widths_[i], 6, narrow_words) : widths_[i]);
+            width += 2 + (words ? std::clamp<std::size_t>(widths_[i], 6, narrow_words) + 2 : widths_[i]);
         }
         return width;
     }
@@ -335,8 +336,8 @@ std::string page_rule(const std::string& name, const TitleBlock& title, const st
     return "#" + name + " { page: " + name + "; }\n@page " + name +
            " {\n @bottom-left { content: " + css_string(counting) + ";" + font +
            " width: 40%; text-align: left; }\n @bottom-right { content: " +
-           css_string(joined({subject_of(title), what, "page "}, " \xC2\xB7 ")) +
-           " counter(page) \" of \" counter(pages);" + font + " text-align: right; }\n}\n";
+           css_string(joined({subject_of(title), what, "page\xC2\xA0"}, " \xC2\xB7 ")) +
+           " counter(page) \"\xC2\xA0of\xC2\xA0\" counter(pages);" + font + " text-align: right; }\n}\n";
 }
 
 std::string page_rules(const Document& document) {
