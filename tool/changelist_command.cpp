@@ -246,7 +246,8 @@ void write_documents(const ChangelistJob& job) {
     const bool frames = !job.documents.feet && profile.frames.value_or(!in_feet);
     write_document(job.documents,
                    documents::document_of(
-                       documents::changes_of_last_run(std::move(old_reels), std::move(new_reels), frames), profile));
+                       documents::changes_of_last_run(std::move(old_reels), std::move(new_reels), frames), profile),
+                   job.output.overwrite);
 }
 
 /// The report of tables.
