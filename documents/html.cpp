@@ -177,7 +177,7 @@ private:
     void put_columns_menu() {
         out_ += "<details class=columns hidden><summary>Columns</summary>";
         for (const std::size_t i : shown_)
-            out_ += "<label><input type=checkbox checked value=" + std::to_string(place_of(i)) + "> " +
+            out_ += "<label><input type=checkbox autocomplete=off checked value=" + std::to_string(place_of(i)) + "> " +
                     html_text(list_.columns[i].title) + "</label>";
         out_ += "</details>\n";
     }
@@ -302,7 +302,8 @@ private:
         if (*kind != 0) out_ += std::string(" class=") + kind;
         out_ += "><td role=cell class=tick>";
         if (row.tick)
-            out_ += "<label><input type=checkbox aria-label=" + quoted("Done: " + first_words(row)) + "></label>";
+            out_ += "<label><input type=checkbox autocomplete=off aria-label=" + quoted("Done: " + first_words(row)) +
+                    "></label>";
         out_ += "</td>";
         for (const std::size_t i : shown_)
             put_cell(row, i);

@@ -12,9 +12,10 @@ bool is_name_character(char c) {
 } // namespace
 
 std::string html_text(std::string_view text) {
+    std::string plain = clean(text);
+    if (plain.find_first_of("&<>\"'") == std::string::npos) return plain;
     std::string out;
-    out.reserve(text.size());
-    for (const char c : clean(text)) {
+    for (const char c : plain) {
         switch (c) {
         case '&':
             out += "&amp;";

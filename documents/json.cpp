@@ -175,8 +175,10 @@ private:
 
 // Also what ends a script, should somebody put the document into a page.
 std::string json_string(std::string_view text) {
+    const std::string plain = clean(text);
     std::string out = "\"";
-    for (const char c : clean(text)) {
+    if (plain.find_first_of("\"\\<") == std::string::npos) return out + plain + '"';
+    for (const char c : plain) {
         if (c == '"' || c == '\\') out += '\\';
         if (c == '<')
             out += "\\u003c";
