@@ -71,8 +71,6 @@ expat     formats/xml/
 gsf/      \(formats\|tests\)/compound/
 zlib      formats/bundle/
 glib      \(formats\|tests\)/compound/
-gsf/      formats/compound/
-glib      formats/compound/
 cairo     documents/pdf
 pango     documents/pdf
 WHERE
