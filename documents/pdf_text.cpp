@@ -218,7 +218,6 @@ void PdfText::show(const std::string& text, const PdfStyle& style, double x, dou
     }
     const Face& face = face_of(style);
     std::vector<cairo_glyph_t> glyphs;
-    std::vector<cairo_text_cluster_t> clusters(text.size(), cairo_text_cluster_t{1, 1});
     glyphs.reserve(text.size());
     for (const char c : text) {
         const auto place = static_cast<std::size_t>(c - first_printed);
@@ -226,9 +225,7 @@ void PdfText::show(const std::string& text, const PdfStyle& style, double x, dou
         x += face.widths[place];
     }
     cairo_set_scaled_font(page_, face.font);
-    cairo_show_text_glyphs(page_, text.data(), static_cast<int>(text.size()), glyphs.data(),
-                           static_cast<int>(glyphs.size()), clusters.data(), static_cast<int>(clusters.size()),
-                           static_cast<cairo_text_cluster_flags_t>(0));
+    cairo_show_glyphs(page_, glyphs.data(), static_cast<int>(glyphs.size()));
 }
 
 void PdfText::show(const PdfLine& line, double x, double y) {
