@@ -14,6 +14,11 @@ using film::Finding;
 using film::Piece;
 using film::Severity;
 
+/// Not ink, which is put on later, and not what names look like in lists.
+bool concerns_film(film::Code code) {
+    return code != film::Code::no_ink && code != film::Code::name_cut && code != film::Code::bad_text;
+}
+
 class ReelStrip {
 public:
     explicit ReelStrip(const CutFilm& cut) : cut_(cut) {
@@ -81,7 +86,7 @@ private:
         if (found == found_.end() || piece.first().event == 0) return;
         std::string words;
         for (const Finding* finding : found->second) {
-            if (finding->severity == Severity::note) continue;
+            if (finding->severity == Severity::note || !concerns_film(finding->code)) continue;
             shot.fill = finding->severity == Severity::wrong ? Fill::crossed : std::max(shot.fill, Fill::hatched);
             shot.strong = shot.strong || finding->severity == Severity::wrong;
             const std::string head = head_of(finding->code);

@@ -284,6 +284,21 @@ TEST(ChangeDrawing, StepsThatDontMakeTheReelTieNothing) {
     EXPECT_EQ(step_drawings(recut).size(), recut.steps.size() - 1);
 }
 
+std::string picture(const std::string& name) {
+    return bytes_of_file(project_folder() + "/docs/pictures/" + name + ".svg");
+}
+
+// They were looked at; scripts/make_pictures.sh makes them anew.
+TEST(Pictures, OfThePagesAreThoseOfTheExamples) {
+    const CutFilmPtr cut = cut_of("opticals/expected/lantern");
+    EXPECT_EQ(svg_of(reel_drawing(*cut)), picture("reel"));
+    EXPECT_EQ(svg_of(first_optical()), picture("optical-1"));
+    EXPECT_EQ(svg_of(drawings_of(*cut, *cut->optical(3))[1]), picture("optical-3-layer-2"));
+    const Recut recut = weir();
+    EXPECT_EQ(svg_of(change_drawings(recut)[0]), picture("changes-reel-1"));
+    EXPECT_EQ(svg_of(step_drawings(recut)[5]), picture("step-6"));
+}
+
 change_step step(int number, change_action action, int position, int length, int other = 0) {
     change_step made;
     made.step = number;
