@@ -268,13 +268,25 @@ private:
             static_cast<double>(text_.broken({strong(list.title)}, PdfSize::title, title_width()).size()) *
                 line_height_of(PdfSize::title) +
             static_cast<double>(about_lines().size()) * line_height_of(PdfSize::small);
-        return std::max(titles, 3 * line_height_of(PdfSize::small)) + 14.0 + facts_height(list);
+        return std::max(titles, right_height(list)) + 14.0 + facts_height(list);
     }
     double facts_height(const List& list) const {
         const std::size_t rows = (list.facts.size() + facts_in_row - 1) / facts_in_row;
         return static_cast<double>(rows) * 30.0 + (rows > 0 ? 6.0 : 0.0);
     }
     std::vector<PdfLine> about_lines() { return text_.broken({light(about_edit())}, PdfSize::small, title_width()); }
+
+    std::vector<PdfLine> right_lines(const List& list) {
+        std::vector<PdfLine> lines;
+        const std::string made = document_.title.made.empty() ? "" : "made " + document_.title.made;
+        for (const Line& line : {Line{strong(list.aside)}, Line{light(about_cut())}, Line{light(made)}})
+            for (PdfLine& broken : text_.broken(line, PdfSize::small, paper_.room() - title_width()))
+                lines.push_back(std::move(broken));
+        return lines;
+    }
+    double right_height(const List& list) {
+        return static_cast<double>(right_lines(list).size()) * line_height_of(PdfSize::small);
+    }
 
     void draw_first_head(const List& list) {
         double y = paper_.top();
@@ -287,14 +299,11 @@ private:
             y += line_height_of(PdfSize::small);
         }
         double right_y = paper_.top() + 8.0;
-        for (const Line& line : {Line{strong(list.aside)}, Line{light(about_cut())},
-                                 Line{light(document_.title.made.empty() ? "" : "made " + document_.title.made)}}) {
-            for (const PdfLine& broken : text_.broken(line, PdfSize::small, paper_.room() - title_width())) {
-                text_.show(broken, paper_.right() - broken.width, right_y);
-                right_y += line_height_of(PdfSize::small);
-            }
+        for (const PdfLine& line : right_lines(list)) {
+            text_.show(line, paper_.right() - line.width, right_y);
+            right_y += line_height_of(PdfSize::small);
         }
-        y = std::max(y, paper_.top() + 3 * line_height_of(PdfSize::small)) + 5.0;
+        y = std::max(y, paper_.top() + right_height(list)) + 5.0;
         draw_rule(page_, paper_.left(), paper_.right(), y, 1.2, 0.07);
         draw_facts(list, y + 6.0);
     }
@@ -313,9 +322,10 @@ private:
         Line line{strong(page.list->title)};
         if (page.part != nullptr && !page.part->title.empty())
             line.push_back(strong(" · " + page.part->title + ", continued"));
-        const double half = paper_.room() / 2;
-        text_.show(text_.broken(line, PdfSize::small, half).front(), paper_.left(), paper_.top() + 8.0);
-        const PdfLine cut = text_.broken({light(about_cut())}, PdfSize::small, half).front();
+        const double most = paper_.room() * 0.62;
+        const PdfLine cut = text_.broken({light(about_cut())}, PdfSize::small, most).front();
+        text_.show(text_.broken(line, PdfSize::small, paper_.room() - cut.width - 12.0).front(), paper_.left(),
+                   paper_.top() + 8.0);
         text_.show(cut, paper_.right() - cut.width, paper_.top() + 8.0);
         draw_rule(page_, paper_.left(), paper_.right(), paper_.top() + 15.0, 0.9, 0.07);
     }

@@ -250,7 +250,10 @@ void PdfText::show_on_halo(const std::string& text, const Halo& halo, double x, 
     cairo_save(page_);
     cairo_translate(page_, x, y);
     cairo_scale(page_, scale, scale);
-    cairo_set_font_size(page_, 1.0); // a font that is set already would keep the scale that it was set at
+    // A font that was set before is taken again at its old scale, unless another one was used since.
+    cairo_set_font_size(page_, 1.0);
+    cairo_get_scaled_font(page_);
+    cairo_set_font_size(page_, 2.0);
     white_ = halo.white;
     show(cleaned, style, 0.0, 0.0);
     white_ = false;

@@ -182,12 +182,26 @@ TEST_F(Pdf, DrawingsAreVectorsWithTheirTexts) {
         piece.fill = static_cast<Fill>(i + 1);
         drawing->pieces.push_back(piece);
     }
+    drawing->marks.push_back({"", 0, 100, 100, "plainwords", false, true});
     List list = assembly(3);
+    list.parts[0].rows[0].cells[1] = word_cell("plainwords");
     list.drawings.push_back(drawing);
     const std::string path = file_of(document({list}));
     const std::string text = output_of("pdftotext -layout " + path + " -");
     for (const char* name : {"Film 0", "Film 1", "Film 2", "To scale: one foot is"})
         EXPECT_THAT(text, HasSubstr(name));
+    // One face at two sizes: as wide for its height in both places.
+    std::vector<double> shapes;
+    std::istringstream boxes(output_of("pdftotext -bbox " + path + " -"));
+    for (std::string line; std::getline(boxes, line);) {
+        double left = 0, top = 0, right = 0, bottom = 0;
+        const char* const format = " <word xMin=\"%lf\" yMin=\"%lf\" xMax=\"%lf\" yMax=\"%lf\">plainwords";
+        if (line.find("plainwords") == std::string::npos) continue;
+        ASSERT_EQ(std::sscanf(line.c_str(), format, &left, &top, &right, &bottom), 4) << line;
+        shapes.push_back((right - left) / (bottom - top));
+    }
+    ASSERT_EQ(shapes.size(), 2U);
+    EXPECT_NEAR(shapes[0], shapes[1], 0.05);
     EXPECT_THAT(output_of("pdfimages -list " + path), Not(HasSubstr("image ")));
     EXPECT_THAT(output_of("qpdf --check " + path), HasSubstr("No syntax"));
 }
