@@ -227,10 +227,11 @@ TEST_F(CutLists, RowsHaveNamesThatNoOtherRowHas) {
     builder.add_event(v1, event_of(b, 48, 32));
     const int v2 = builder.add_channel(picture);
     builder.add_event(v2, event_of(b, 20, 200));
+    const EditPtr edit = builder.finish();
     for (const bool neg : {false, true}) {
         std::set<std::string> ids;
         std::size_t rows = 0;
-        for (const List& list : all_lists_of(*cut(neg)).lists)
+        for (const List& list : all_lists_of(*cut_of(edit, neg)).lists)
             for (const Row& row : items_of(list)) {
                 ids.insert(row.id);
                 ++rows;
