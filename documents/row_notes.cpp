@@ -111,7 +111,7 @@ std::vector<Meeting> meetings_of(const CutFilm& cut) {
     return meetings;
 }
 
-RowNotes::RowNotes(const CutFilm& cut) : cut_(cut), units_(units_of(cut)), meetings_(meetings_of(cut)) {
+RowNotes::RowNotes(const CutFilm& cut) : units_(units_of(cut)), meetings_(meetings_of(cut)) {
     for (const film::Finding& finding : cut.findings)
         if (finding.place.event > 0 && stands_in_rows(finding)) findings_.emplace(finding.place.event, &finding);
     for (const Meeting& meeting : meetings_) {

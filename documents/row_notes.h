@@ -33,7 +33,6 @@ public:
 private:
     Note reuse_note(const Meeting& meeting, const film::Piece& piece) const;
 
-    const CutFilm& cut_;
     const Units units_;
     std::vector<Meeting> meetings_;
     std::multimap<int, const film::Finding*> findings_; ///< by event
