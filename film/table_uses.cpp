@@ -3,6 +3,7 @@
 #include "film/edit_film.h"
 #include "film/film_pieces.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <map>
@@ -78,7 +79,9 @@ Count count_of(const dbrecord& record, Column column, Column kind_column, const 
 /// for.
 Fraction speed_of(const dbrecord& record) {
     const std::string text = text_of(record, column_speed);
-    const double value = text.empty() ? 1.0 : std::strtod(text.c_str(), nullptr);
+    constexpr double fastest = 1e6; // no film runs so, and frames stay countable
+    const double told = text.empty() ? 1.0 : std::strtod(text.c_str(), nullptr);
+    const double value = std::isfinite(told) ? std::clamp(told, -fastest, fastest) : 0.0;
     constexpr int most_parts = 1000;
     constexpr double tolerance = 1e-7; // of a float, which events hold their speed in
     for (int parts = 1; parts <= most_parts; ++parts) {
@@ -115,7 +118,7 @@ Fraction timecode_step(label_t kind, const Fraction& speed) {
 Fraction film_step(const dbrecord& record, const Fraction& speed) {
     const Count in = count_of(record, column_key_in, column_key_kind, 1);
     const Count out = count_of(record, column_key_out, column_key_kind, 1);
-    const int length = number_of(record, column_edit_out) - number_of(record, column_edit_in);
+    const std::int64_t length = std::int64_t{number_of(record, column_edit_out)} - number_of(record, column_edit_in);
     if (!in || !out || length < 1) return speed;
     const Fraction film = out.first - in.first, expected = speed * length;
     const bool near = film <= expected + 1 && expected <= film + 1;
