@@ -206,7 +206,7 @@ private:
             for (std::size_t i = 0; i < sketch->parts.size(); ++i)
                 blocks.push_back(sketch_block(sketch, i, wide));
             blocks.back().with_next = true;
-            add_text(blocks, {light(sketch->foot)}, PdfSize::small);
+            add_text(blocks, {light(foot_of(*drawing, sketch->units_of_frame, wide))}, PdfSize::small);
             blocks.back().height += 8.0;
         }
     }

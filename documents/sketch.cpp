@@ -3,6 +3,7 @@
 #include "documents/sketch_draft.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace documents {
 namespace {
@@ -50,18 +51,6 @@ std::string millimetres(std::int64_t units) {
     return std::to_string(tenths / 10) + '.' + std::to_string(tenths % 10) + " mm";
 }
 
-std::string foot_of(const Drawing& drawing, std::int64_t units_of_frame) {
-    const FeetOfFilm feet = feet_of(drawing.film);
-    std::string text = "To scale: ";
-    if (feet)
-        text += "one foot is " + millimetres(units_of_frame * feet.perforations / feet.in_frame);
-    else
-        text += "100 frames are " + millimetres(units_of_frame * 100);
-    text += '.';
-    if (!drawing.patterns.empty()) text += ' ' + drawing.patterns + '.';
-    return text;
-}
-
 Sketch too_long(const Drawing& drawing) {
     Sketch sketch;
     sketch.width = pixels(320);
@@ -78,6 +67,19 @@ Sketch too_long(const Drawing& drawing) {
 
 } // namespace
 
+std::string foot_of(const Drawing& drawing, std::int64_t units_of_frame, double shrunk) {
+    const FeetOfFilm feet = feet_of(drawing.film);
+    const auto printed = [shrunk](std::int64_t units) { return std::llround(static_cast<double>(units) * shrunk); };
+    std::string text = "To scale: ";
+    if (feet)
+        text += "one foot is " + millimetres(printed(units_of_frame * feet.perforations / feet.in_frame));
+    else
+        text += "100 frames are " + millimetres(printed(units_of_frame * 100));
+    text += '.';
+    if (!drawing.patterns.empty()) text += ' ' + drawing.patterns + '.';
+    return text;
+}
+
 Sketch sketch_of(const Drawing& drawing, const SketchOptions& options) {
     const std::int64_t scale = scale_of(drawing, options);
     const std::int64_t room = pixels(drawing.way == Way::along ? options.width : options.height);
@@ -89,7 +91,7 @@ Sketch sketch_of(const Drawing& drawing, const SketchOptions& options) {
             drawing.way == Way::along ? sketch_along(drawing, scale, options) : sketch_down(drawing, scale, options);
     sketch.title = drawing.title;
     sketch.description = drawing.description;
-    sketch.foot = foot_of(drawing, scale);
+    sketch.foot = foot_of(drawing, scale, 1.0);
     sketch.units_of_frame = scale;
     return sketch;
 }

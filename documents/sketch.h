@@ -73,6 +73,10 @@ struct SketchOptions {
     std::int64_t height = 760; ///< those of a part where lanes go down
 };
 
+/// What stands below a drawing that is put down smaller by that factor: how long a foot is on paper, and what patterns
+/// mean.
+std::string foot_of(const Drawing& drawing, std::int64_t units_of_frame, double shrunk);
+
 Sketch sketch_of(const Drawing& drawing, const SketchOptions& options = {});
 
 } // namespace documents
