@@ -3,6 +3,7 @@ include(CMakePackageConfigHelpers)
 
 install(TARGETS quillbrook quillbrook-embedded quillbrook-documents EXPORT quillbrook_targets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS quillbrook-pdf LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} NAMELINK_SKIP)
 if(TARGET quillbrook_tool)
     install(TARGETS quillbrook_tool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()

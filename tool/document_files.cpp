@@ -3,16 +3,15 @@
 #include "documents/csv.h"
 #include "documents/html.h"
 #include "documents/json.h"
-#include "documents/pdf.h"
 #include "documents/plain_text.h"
 #include "documents/svg.h"
 #include "embedded/services.h"
 #include "host/settings.h"
 #include "tool/output_files.h"
+#include "tool/pdf_library.h"
 #include "tool/tool_error.h"
 
 #include <set>
-#include <stdexcept>
 
 namespace tool {
 namespace {
@@ -57,14 +56,6 @@ std::string made_now() {
     date_def now;
     now.convert(present_time());
     return now.get_named_date();
-}
-
-std::string pages_of(const documents::Document& document) {
-    try {
-        return documents::pdf_of(document, {present_time()});
-    } catch (const std::runtime_error& fault) {
-        throw JobError(std::string("the pages couldn't be made: ") + fault.what());
-    }
 }
 
 /// All drawings of a document, each once.
@@ -156,7 +147,7 @@ void write_document(const DocumentFiles& files, documents::Document document, bo
         for (documents::List& list : document.lists)
             documents::choose_columns(list, files.columns);
     if (files.html) deliver_bytes(*files.html, documents::html_of(document));
-    if (files.pdf) deliver_bytes(*files.pdf, pages_of(document));
+    if (files.pdf) deliver_bytes(*files.pdf, loaded_pdf_of(document, {present_time()}));
     if (files.svg) write_drawings(*files.svg, document, overwrite);
     if (files.json) deliver_bytes(*files.json, documents::json_of(document));
     if (files.text) deliver_bytes(*files.text, documents::plain_text_of(document));

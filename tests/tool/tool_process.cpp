@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <sstream>
@@ -25,6 +26,8 @@ std::vector<char*> pointers(std::vector<std::string>& texts) {
 
 std::vector<std::string> environment_of(const std::map<std::string, std::string>& more) {
     std::map<std::string, std::string> values{{"LC_ALL", "C"}, {"TZ", "UTC"}, {"SOURCE_DATE_EPOCH", "0"}};
+    // Under sanitizers the command needs to know what isn't ours.
+    if (const char* leaks = std::getenv("LSAN_OPTIONS")) values["LSAN_OPTIONS"] = leaks;
     for (const auto& [key, value] : more)
         values[key] = value;
     std::vector<std::string> result;
