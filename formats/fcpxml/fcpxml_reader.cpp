@@ -64,7 +64,8 @@ void ChannelMaker::cut_before_start(Runs& runs, bool tell) {
         if (tell && has_picture(run.items))
             context_.warnings.push_back(
                 {WarningKind::dropped, run.items.front().event.label + ": what begins before the edit is cut off"});
-        run.items = trimmed(std::move(run.items), {zero_ - run.start, run.end() - run.start});
+        const timeline::Stretch kept{zero_ - run.start, run.end() - run.start};
+        run.items = trimmed(std::move(run.items), kept);
         run.start = zero_;
     }
 }
