@@ -78,6 +78,17 @@ void add_effect(Items& items, const embedded::EffectDescription& effect) {
         if (item.kind == Item::Kind::event) item.event.effects.push_back(effect);
 }
 
+/// Whether there is a marker on any of its slots.
+bool has_markers(const Mob& mob) {
+    return std::any_of(mob.slots.begin(), mob.slots.end(), [](const Slot& slot) {
+        if (slot.kind != Kind::markers || !slot.segment) return false;
+        const auto& events = slot.segment->children(pid::components);
+        return slot.segment->has(pid::event_position) ||
+               std::any_of(events.begin(), events.end(),
+                           [](const Object* event) { return event && event->has(pid::event_position); });
+    });
+}
+
 } // namespace
 
 /// A component of a sequence with what transitions take of it, or a transition with what it has to both sides.
@@ -269,6 +280,8 @@ Items Flattener::nest(const Object& clip, const Mob& mob, const Stretch& frames,
     if (is_way_to_a_clip(mob)) {
         inside.others = around.others;
         inside.others.insert(inside.others.begin(), &mob);
+    } else if (has_markers(mob)) {
+        context_.warn(WarningKind::dropped, place, "its own markers are left out");
     }
     open_.push_back(&mob);
     Items items = range(*slot->segment, taken, inside);

@@ -163,6 +163,8 @@ Items Flattener::nest(const Placed& placed, const Stretch& own) {
     if (open_.size() >= deepest_nest)
         throw ReadError{place_of(element) + ": sequences lie more than " + std::to_string(deepest_nest) +
                         " deep in each other"};
+    if (element.child("marker") || nested.child("marker"))
+        context_.teller.dropped(element, "is a sequence whose markers are left out");
     const std::vector<Element> tracks = shown_tracks(nested, element);
     if (tracks.empty()) return gap_for(placed, own);
     const bool plain = pieces.size() == 1 && pieces.front().speed == Fraction(1);

@@ -56,6 +56,24 @@ TEST(AafCompositions, WithoutMarksThoseCountThatNoOtherUses) {
     EXPECT_EQ(toUTF8(result.edit->getName()).size(), 4u);
 }
 
+TEST(AafCompositions, MarkersOfANestAreLeftOutWithAWarning) {
+    const auto read_with = [](Objects markers) {
+        Made made;
+        Objects slots{slot(1, {24}, sequence({clip(1, 0, 10), clip(2, 0, 10)}))};
+        if (!markers.empty()) slots.push_back(markers_slot(9, {24}, std::move(markers)));
+        made.mobs = {composition(50, "Nest", std::move(slots), false),
+                     composition(100, "Reel", {slot(1, {24}, sequence({clip(50, 0, 20)}))})};
+        add(made.mobs, shot(1, "A"));
+        add(made.mobs, shot(2, "B"));
+        return read(made);
+    };
+    EXPECT_TRUE(read_with({}).warnings.empty());
+    const auto told = read_with({marker(4, "look", {1})});
+    ASSERT_EQ(told.warnings.size(), 1u);
+    EXPECT_EQ(told.warnings[0].kind, embedded::WarningKind::dropped);
+    EXPECT_THAT(told.warnings[0].text, HasSubstr("its own markers are left out"));
+}
+
 TEST(AafCompositions, FilesWithoutOneAreRefused) {
     Made made;
     made.mobs = shot(1, "A");

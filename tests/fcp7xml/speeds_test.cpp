@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 using namespace fcp7_texts;
 using testing::HasSubstr;
 
@@ -146,6 +148,18 @@ TEST(Fcp7Nests, OneTrackIsSplicedInAndTrimmed) {
 TEST(Fcp7Nests, WhatLacksIsAGap) {
     EXPECT_EQ(shown(read(clip({"N", 0, 20, 20, 40, nest(two)}))), "0-10 Y@01:00:04:14 | 10-20 black");
     EXPECT_EQ(shown(read(clip({"N", 0, 20, 20, 40, nest(track(""))}))), "0-20 black");
+}
+
+TEST(Fcp7Nests, MarkersAreLeftOutWithAWarning) {
+    const auto told = [](const std::string& more) {
+        const auto result = read(clip({"N", 0, 20, 5, 25, nest(two, "N", rate(24) + more)}));
+        return std::count_if(result.warnings.begin(), result.warnings.end(), [](const embedded::Warning& warning) {
+            return warning.kind == embedded::WarningKind::dropped &&
+                   warning.text.find("is a sequence whose markers are left out") != std::string::npos;
+        });
+    };
+    EXPECT_EQ(told(""), 0);
+    EXPECT_EQ(told("<marker><name>look</name><in>3</in><out>-1</out></marker>"), 1);
 }
 
 TEST(Fcp7Nests, SeveralTracksOrAnotherSpeedAreRenderedMaterial) {
