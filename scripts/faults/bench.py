@@ -12,6 +12,18 @@ OWN_NAMES = (".quillbrook", "quillbrook-")
 FILES = ("out/", "r.", "cut__.chg", "quillbrook-", "/tmp", "market.", "weir-", "days.")
 
 
+def can_be(user, tool):
+    """Whether the command can be run as another user: only by root, and where its folders are open to all."""
+    if os.geteuid() != 0:
+        return False
+    try:
+        run = subprocess.run([os.path.abspath(tool), "--version"], user=user, group=user, extra_groups=[], cwd="/",
+                             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)
+        return run.returncode == 0
+    except (PermissionError, FileNotFoundError):
+        return False
+
+
 class Bench:
     """`arguments` is a line of the command that makes files in "out"; `old` are those that stand there before."""
 

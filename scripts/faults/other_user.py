@@ -8,7 +8,7 @@ themselves. No file outside of the folder may change, nothing may be carried out
 the outputs are the old or the new set, whole.
 """
 import fcntl, os, subprocess, sys
-from bench import OWN_NAMES, Count, benches, options_of, untold
+from bench import OWN_NAMES, Count, benches, can_be, options_of, untold
 
 ME, OTHER = 65533, 65534
 CAUSE = r"is a link in a folder where anyone may write|Operation not permitted|Permission denied|another run is writing"
@@ -164,8 +164,8 @@ def try_private_names(bench, new, count):
 
 def main():
     options = options_of(__doc__)
-    if os.geteuid() != 0:
-        print("another user needs root")
+    if not can_be(ME, options.tool):
+        print("another user needs root, and a command that all may run")
         sys.exit(0)
     count = Count()
     for bench in benches(options.tool):
