@@ -65,20 +65,16 @@ void check_files(const OrderJob& job) {
     if (!job.log.empty()) check_is_log_table(job.log);
 }
 
-/// A reel's film, and its name.
-struct Reel {
-    film::EditFilm film;
-    std::string name;
-};
-
-Reel reel_of_table(const std::string& path) {
+/// Each adds what the reel needs, and gives the name of its edit.
+std::string add_table(const std::string& path, int reel, film::ReelNeeds& all) {
     check_kind(path, {formats::FileKind::cutlist}, "an edit or a cutlist table (.cdb)");
     const CutlistTable head(path, 1);
     if (!head.is_readable()) throw JobError(path + ": couldn't be read");
-    return {film::film_of_table(recdb(wide_path(path), INT_MAX, false)), head.parameter("edit_name")};
+    film::add_needs(film::film_of_table(recdb(wide_path(path), INT_MAX, false)), nullptr, reel, all);
+    return head.parameter("edit_name");
 }
 
-Reel reel_of_edit(const OrderJob& job, const std::string& path, const film::LogRows* log) {
+std::string add_edit(const OrderJob& job, const std::string& path, int reel, film::ReelNeeds& all) {
     EditInput input = job.edit;
     input.paths = {path};
     embedded::Warnings warnings;
@@ -88,7 +84,8 @@ Reel reel_of_edit(const OrderJob& job, const std::string& path, const film::LogR
     const film::Findings findings = check_film(film, check, warnings);
     tell_kinds(findings, job.output.quiet, std::cerr);
     if (job.checks.strict && fails(findings, true)) throw JobError(path + ": is in doubt");
-    return {film::film_of_edit(film.edit(), check.uses, log), narrow(edit->getName())};
+    film::add_needs(film::film_of_edit(film.edit(), check.uses, film.log()), film.log(), reel, all);
+    return narrow(edit->getName());
 }
 
 OrderInput input_of(const std::string& path, const std::string& name) {
@@ -98,13 +95,11 @@ OrderInput input_of(const std::string& path, const std::string& name) {
 }
 
 void add_reels(const OrderJob& job, OrderToTell& order) {
-    const auto log = job.log.empty() ? nullptr : open_log_rows(job.log);
     film::ReelNeeds all;
     for (const std::string& path : job.edit.paths) {
-        const bool edit = is_edit(path);
-        const Reel reel = edit ? reel_of_edit(job, path, log.get()) : reel_of_table(path);
-        film::add_needs(reel.film, edit ? log.get() : nullptr, static_cast<int>(order.reels.size()), all);
-        order.reels.push_back(input_of(path, reel.name));
+        const int reel = static_cast<int>(order.reels.size());
+        const std::string name = is_edit(path) ? add_edit(job, path, reel, all) : add_table(path, reel, all);
+        order.reels.push_back(input_of(path, name));
     }
     order.all_needs = std::move(all.needs);
     order.unknown = std::move(all.unknown);
