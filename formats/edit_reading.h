@@ -5,7 +5,9 @@
 #include "embedded/warning.h"
 #include "host/edit.h"
 
+#include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace formats {
@@ -37,5 +39,12 @@ struct ReadResult {
     bool rate_missing = false;       ///< the error is that nothing tells the rate and the options don't either
     bool sequence_missing = false;   ///< the error is that the file holds several and none, or none of them, was named
 };
+
+/// A reader of bytes; messages call them by the path, and the time is that of the file.
+using ReadBytes = ReadResult (*)(std::string_view bytes, const std::string& path_for_messages, std::int64_t file_time,
+                                 const ReadOptions& options);
+
+/// Reads a whole file and gives it to `read` as what lies at `path`: the file itself, or the folder that holds it.
+ReadResult read_whole(ReadBytes read, const std::string& file, const std::string& path, const ReadOptions& options);
 
 } // namespace formats

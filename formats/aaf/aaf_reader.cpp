@@ -1,6 +1,5 @@
 #include "formats/aaf/aaf_reader.h"
 
-#include "embedded/services.h"
 #include "formats/aaf/aaf_composition.h"
 #include "formats/file_names.h"
 #include "formats/sequence_choice.h"
@@ -106,13 +105,7 @@ ReadResult read_aaf_bytes(std::string_view bytes, const std::string& path_for_me
 }
 
 ReadResult read_aaf(const std::string& path, const ReadOptions& options) {
-    ReadResult result;
-    std::string bytes, why;
-    if (!embedded::read_file(path, &bytes, &why)) {
-        result.error = path + ": " + why;
-        return result;
-    }
-    return read_aaf_bytes(bytes, path, embedded::time_of_input(path), options);
+    return read_whole(read_aaf_bytes, path, path, options);
 }
 
 } // namespace formats

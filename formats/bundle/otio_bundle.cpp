@@ -1,6 +1,5 @@
 #include "formats/bundle/otio_bundle.h"
 
-#include "embedded/services.h"
 #include "formats/bundle/zip_entry.h"
 #include "formats/otio/otio_reader.h"
 
@@ -19,13 +18,7 @@ ReadResult read_otioz_bytes(std::string_view archive, const std::string& path_fo
 }
 
 ReadResult read_otioz(const std::string& path, const ReadOptions& options) {
-    ReadResult result;
-    std::string bytes, why;
-    if (!embedded::read_file(path, &bytes, &why)) {
-        result.error = path + ": " + why;
-        return result;
-    }
-    return read_otioz_bytes(bytes, path, embedded::time_of_input(path), options);
+    return read_whole(read_otioz_bytes, path, path, options);
 }
 
 } // namespace formats

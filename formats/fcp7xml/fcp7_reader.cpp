@@ -1,6 +1,5 @@
 #include "formats/fcp7xml/fcp7_reader.h"
 
-#include "embedded/services.h"
 #include "formats/fcp7xml/fcp7_items.h"
 #include "formats/file_names.h"
 #include "formats/sequence_choice.h"
@@ -207,13 +206,7 @@ ReadResult read_fcp7xml_bytes(std::string_view bytes, const std::string& path_fo
 }
 
 ReadResult read_fcp7xml(const std::string& path, const ReadOptions& options) {
-    ReadResult result;
-    std::string bytes, why;
-    if (!embedded::read_file(path, &bytes, &why)) {
-        result.error = path + ": " + why;
-        return result;
-    }
-    return read_fcp7xml_bytes(bytes, path, embedded::time_of_input(path), options);
+    return read_whole(read_fcp7xml_bytes, path, path, options);
 }
 
 } // namespace formats

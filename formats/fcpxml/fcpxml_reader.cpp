@@ -1,6 +1,5 @@
 #include "formats/fcpxml/fcpxml_reader.h"
 
-#include "embedded/services.h"
 #include "formats/bundle/folder_bundle.h"
 #include "formats/fcpxml/fcpxml_project.h"
 #include "formats/fcpxml/fcpxml_story.h"
@@ -275,14 +274,7 @@ ReadResult read_fcpxml_bytes(std::string_view bytes, const std::string& path_for
 }
 
 ReadResult read_fcpxml(const std::string& path, const ReadOptions& options) {
-    ReadResult result;
-    std::string bytes, why;
-    const std::string file = file_of_bundle(path);
-    if (!embedded::read_file(file, &bytes, &why)) {
-        result.error = file + ": " + why;
-        return result;
-    }
-    return read_fcpxml_bytes(bytes, path, embedded::time_of_input(file), options);
+    return read_whole(read_fcpxml_bytes, file_of_bundle(path), path, options);
 }
 
 } // namespace formats

@@ -190,14 +190,7 @@ ReadResult read_otio_bytes(std::string_view bytes, const std::string& path_for_m
 }
 
 ReadResult read_otio(const std::string& path, const ReadOptions& options) {
-    ReadResult result;
-    std::string bytes, why;
-    const std::string file = file_of_bundle(path);
-    if (!embedded::read_file(file, &bytes, &why)) {
-        result.error = file + ": " + why;
-        return result;
-    }
-    return read_otio_bytes(bytes, path, embedded::time_of_input(file), options);
+    return read_whole(read_otio_bytes, file_of_bundle(path), path, options);
 }
 
 } // namespace formats
