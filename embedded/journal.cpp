@@ -60,7 +60,8 @@ int copy_file(const std::string& from, const std::string& to) {
     if (!made.is_open()) return errno;
     if (const int error = pour(from, to)) return error;
     (void)!::fchown(made.number(), status.st_uid, status.st_gid);
-    return ::fchmod(made.number(), status.st_mode & 07777U) != 0 ? errno : made.close();
+    const int changed = retried([&] { return ::fchmod(made.number(), status.st_mode & 07777U); });
+    return changed != 0 ? errno : made.close();
 }
 
 // What is poured into changes the file under all its names, so only a copy keeps it.

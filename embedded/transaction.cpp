@@ -41,15 +41,15 @@ bool take_over(const std::string& staged, const struct stat& former) {
     struct stat made = {};
     if (::stat(staged.c_str(), &made) != 0) return false;
     const bool same = made.st_uid == former.st_uid && made.st_gid == former.st_gid;
-    if (!same && ::chown(staged.c_str(), former.st_uid, former.st_gid) != 0) return false;
-    return ::chmod(staged.c_str(), former.st_mode & 07777U) == 0;
+    if (!same && retried([&] { return ::chown(staged.c_str(), former.st_uid, former.st_gid); }) != 0) return false;
+    return retried([&] { return ::chmod(staged.c_str(), former.st_mode & 07777U); }) == 0;
 }
 
 /// As for a file that the process makes itself.
 int give_usual_mode(const std::string& staged) {
     const mode_t mask = ::umask(0);
     ::umask(mask);
-    return ::chmod(staged.c_str(), 0666U & ~mask) != 0 ? errno : 0;
+    return retried([&] { return ::chmod(staged.c_str(), 0666U & ~mask); }) != 0 ? errno : 0;
 }
 
 std::string told(const FileFailure& failure) { return failure.path + ": " + std::strerror(failure.error); }
