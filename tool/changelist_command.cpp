@@ -252,7 +252,6 @@ void write_documents(const ChangelistJob& job) {
 
 /// The report of tables.
 int list_changes(const ChangelistJob& job) {
-    check_work_directory();
     const std::string made = embedded::work_directory() + "/changes.txt";
     const Heads heads(job);
     const std::string error = make_changelist(job, heads, made);
@@ -276,6 +275,7 @@ int run(const ChangelistJob& job) {
     apply_settings(job.cuts.settings);
     receive_tables(job.output.quiet);
     ChangelistJob listed = job;
+    check_work_directory();
     const std::string folder = job.lists_dir.value_or(embedded::work_directory());
     std::vector<EditPtr> kept_open;
     for (const CutSide* side : {&old_side, &new_side})

@@ -89,8 +89,8 @@ std::string add_edit(const OrderJob& job, const std::string& path, int reel, fil
 }
 
 OrderInput input_of(const std::string& path, const std::string& name) {
-    std::string bytes;
-    embedded::read_file(path, &bytes, nullptr);
+    std::string bytes, why;
+    if (!embedded::read_file(path, &bytes, &why)) throw JobError(path + ": " + why);
     return {path, name, embedded::crc32(bytes)};
 }
 

@@ -2,6 +2,7 @@
 
 #include "embedded/transaction.h"
 #include "tool/environment.h"
+#include "tool/output_files.h"
 
 #include <iostream>
 
@@ -21,6 +22,8 @@ struct Runner {
         std::cout.flush();
         std::string why;
         if (!result.keeps_files || !std::cout) return result.status;
+        check_written();
+        check_tables_read();
         if (!run.commit(&why)) throw JobError(why);
         return result.status;
     }
