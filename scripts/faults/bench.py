@@ -9,7 +9,7 @@ TABLE = os.path.join(EXAMPLES, "reel/expected/reel.cdb")
 PLAIN = {"PATH": os.environ["PATH"], "LC_ALL": "C", "TZ": "UTC", "SOURCE_DATE_EPOCH": "0"}
 OWN_NAMES = (".quillbrook", "quillbrook-")
 # One of these stands in a message that names a file.
-FILES = ("out/", "r.", "cut__.chg", "quillbrook-", "/tmp", "market.", "weir-", "days.")
+FILES = ("out/", "r.", "cut__.chg", "quillbrook-", "/tmp", "market.", "weir-", "days.", "crossing.", "had.json")
 
 
 def can_be(user, tool):
@@ -29,10 +29,12 @@ class Bench:
 
     def __init__(self, tool, name, inputs, arguments, old):
         self.tool, self.name, self.inputs, self.arguments, self.old = tool, name, inputs, arguments, old
+        # An edit that tells no date has that of its file.
+        self.dated = name.startswith(("cutlist", "export"))
         self.top = tempfile.mkdtemp(prefix="bench-")
         self.out, self.tmp = os.path.join(self.top, "out"), os.path.join(self.top, "tmp")
         for path in inputs:
-            shutil.copy(path, self.top)
+            shutil.copy2(path, self.top)
 
     def __enter__(self):
         return self
@@ -48,6 +50,7 @@ class Bench:
                 path = os.path.join(folder, name)
                 shutil.rmtree(path) if os.path.isdir(path) and not os.path.islink(path) else os.remove(path)
         for name, text in self.old.items():
+            os.makedirs(os.path.dirname(os.path.join(self.out, name)), exist_ok=True)
             with open(os.path.join(self.out, name), "w") as file:
                 file.write(text)
 
@@ -63,11 +66,19 @@ class Bench:
         return subprocess.run([self.tool] + arguments, cwd=self.top, env=self.environment(environment), text=True,
                               errors="replace", timeout=120, **more)
 
+    def folders(self):
+        """Of the outputs, each below "out"."""
+        inner = {os.path.dirname(name) for name in self.old} - {""}
+        return [self.out] + [os.path.join(self.out, name) for name in sorted(inner)]
+
     def look_into(self):
-        """The next run in the folder: another command with an output of its own there, which then goes."""
-        result = self.run_line(["print", TABLE, "-o", "out/next.txt", "--overwrite", "--quiet", "--lists", "rolls"])
-        if result.returncode == 0:
-            os.remove(os.path.join(self.out, "next.txt"))
+        """The next run in the folders: another command with an output of its own there, which then goes."""
+        for folder in self.folders():
+            next_output = os.path.join(folder, "next.txt")
+            result = self.run_line(["print", TABLE, "-o", next_output, "--overwrite", "--quiet", "--lists", "rolls"])
+            if result.returncode != 0:
+                break
+            os.remove(next_output)
         return result
 
     def outputs(self):
@@ -90,11 +101,41 @@ class Bench:
         return self.outputs()
 
     def leftovers(self):
-        return [n for n in os.listdir(self.out) if n.startswith(OWN_NAMES)] + os.listdir(self.tmp)
+        return [n for folder in self.folders() for n in os.listdir(folder) if n.startswith(OWN_NAMES)] + os.listdir(self.tmp)
+
+
+def earlier_order(tool):
+    """Of the recut's first version."""
+    path = os.path.join(tempfile.mkdtemp(prefix="had-"), "had.json")
+    subprocess.run([tool, "order", EXAMPLES + "/recut/weir-old-r1.otio", "-o", path + ".txt", "--json", path, "--quiet"],
+                   check=True)
+    return path
+
+
+def later_benches(tool):
+    """Commands on edits of several formats, and with many outputs."""
+    crossing, recut = EXAMPLES + "/formats/crossing", EXAMPLES + "/recut/weir-"
+    pages = {"r.html": "old pages\n", "r.json": "old lists\n", "r.text": "old\n", "csv/assembly.csv": "old rows\n",
+             "svg/reel.svg": "old drawing\n"}
+    old = {"r.txt": "old report\n"}
+    return [
+        Bench(tool, "cutlist with pages", [crossing + ".aaf"],
+              ["cutlist", "crossing.aaf", "-o", "out/r.txt", "--html", "out/r.html", "--csv", "out/csv", "--json",
+               "out/r.json", "--text", "out/r.text", "--svg", "out/svg", "--overwrite", "--quiet"],
+              dict(old, **{"r.cdb": "old table\n"}, **pages)),
+        Bench(tool, "changelist of edits", [recut + "old-r1.otio", recut + "new-r1.otio"],
+              ["changelist", "--old", "weir-old-r1.otio", "--new", "weir-new-r1.otio", "-o", "out/r.txt", "--html",
+               "out/r.html", "--overwrite", "--quiet"], dict(old, **{"r.html": "old pages\n"})),
+        Bench(tool, "order", [recut + "new-r1.otio", earlier_order(tool)],
+              ["order", "weir-new-r1.otio", "--had", "had.json", "-o", "out/r.txt", "--json", "out/r.json",
+               "--overwrite", "--quiet"], dict(old, **{"r.json": "old order\n"})),
+    ] + [Bench(tool, "export of " + kind, [crossing + kind],
+               ["export", "crossing" + kind, "-o", "out/r.otio", "--as", "otio", "--overwrite", "--quiet"],
+               {"r.otio": "old edit\n"}) for kind in (".xml", ".fcpxml", ".aaf")]
 
 
 def benches(tool):
-    """Four commands that make files."""
+    """Commands that make files."""
     recut = [os.path.join(EXAMPLES, "recut/expected", n) for n in ("weir-old-r1.cdb", "weir-new-r1.cdb")]
     old = {"r.txt": "old report\n", "r.cdb": "old table\n"}
     return [
@@ -109,7 +150,7 @@ def benches(tool):
               {"r.txt": "old report\n", "r.json": "old steps\n", "oldcut__.chg": "old\n", "newcut__.chg": "old\n"}),
         Bench(tool, "log import", [EXAMPLES + "/edl/days.ale"],
               ["log", "import", "days.ale", "-o", "out/r.RDB", "--overwrite", "--quiet"], {"r.RDB": "old table\n"}),
-    ]
+    ] + later_benches(tool)
 
 
 def wrong_set(bench, old, new, result):
@@ -118,7 +159,7 @@ def wrong_set(bench, old, new, result):
     if result.returncode < 0:
         return "ended by signal %d" % -result.returncode
     if found not in (old, new):
-        return "neither the old nor the new set: %s" % sorted(found)
+        return "neither the old nor the new set: %s%s" % (sorted(found), result.stderr)
     if bench.leftovers():
         return "left over: %s" % bench.leftovers()
     if found != (new if result.returncode == 0 else old):

@@ -37,7 +37,7 @@ def try_files(bench, old, new, count):
 
 def try_dash(bench, old, count):
     """The report to standard output, which is closed, full, or a pipe that nobody reads."""
-    line = [word if word not in ("out/r.txt", "out/r.RDB") else "-" for word in bench.arguments]
+    line = ["-" if before == "-o" else word for before, word in zip([""] + bench.arguments, bench.arguments)]
     line = [word for word in line if word != "fsl_type3_file=1" and word != "--set"]
     def judge(what, result, cause):
         wrong = "" if bench.outputs() == old else "files are changed"

@@ -42,12 +42,15 @@ def small_files(tool, folder):
     """What the commands read, under short names."""
     first, second = shot("one", "KJ1234560100+00", 10, 48), shot("two", "KJ6543210200+00", 20, 36)
     texts = {"a.otio": edit([first, dissolve(12), second]), "b.otio": edit([second, first]), "a.edl": EVENT_LIST}
+    for kind in (".xml", ".fcpxml", ".aaf"):
+        shutil.copy(EXAMPLES + "/formats/crossing" + kind, os.path.join(folder, "c" + kind))
     for name, text in texts.items():
         with open(os.path.join(folder, name), "w") as file:
             file.write(text)
     shutil.copy(EXAMPLES + "/edl/days.ale", folder)
     for line in (["cutlist", "a.otio", "-o", "a.txt"], ["cutlist", "b.otio", "-o", "b.txt"],
-                 ["log", "import", "days.ale", "-o", "a.RDB"]):
+                 ["log", "import", "days.ale", "-o", "a.RDB"],
+                 ["order", "a.otio", "-o", "a.order", "--json", "a.json"]):
         subprocess.run([tool] + line + ["--quiet"], cwd=folder, env=PLAIN, check=True)
 
 
@@ -63,6 +66,16 @@ LINES = [line.split() for line in (
     "log merge a.RDB a.RDB -o out/g.RDB",
     "log show days.ale",
     "log check days.ale",
+    "edit show c.xml",
+    "edit show c.fcpxml",
+    "edit show c.aaf",
+    "export a.otio -o out/h.otio",
+    "export c.aaf -o out/h.edl",
+    "export c.fcpxml -o out/h.ale",
+    "order a.otio b.cdb -o out/i.txt --json out/i.json --prove --handles 8",
+    "order a.otio b.otio -o out/j.txt --had a.json --prove",
+    "print a.cdb -o out/k.txt --html out/k.html --csv out --json out/k.json --text out/k.text --svg out",
+    "changelist --old a.otio --new b.otio -o out/l.txt --html out/l.html",
     "help cutlist",
     "cutlist",
 )]

@@ -169,6 +169,8 @@ def main():
         sys.exit(0)
     count = Count()
     for bench in benches(options.tool):
+        if len(bench.folders()) > 1:
+            continue
         with bench:
             new = bench.new_set()
             for attempt in (try_links, try_files, try_locks, try_journals):

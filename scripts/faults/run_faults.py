@@ -73,4 +73,5 @@ def main():
     count.end("calls that fail")
 
 
-main()
+if __name__ == "__main__":
+    main()

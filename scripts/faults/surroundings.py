@@ -27,7 +27,7 @@ def try_umasks(bench, new, count):
                     os.remove(path) if fresh else os.chmod(path, 0o640)
                     if who and not fresh:
                         os.chown(path, USER, USER)
-                for folder in (bench.out, bench.tmp):
+                for folder in bench.folders() + [bench.tmp]:
                     os.chmod(folder, 0o777)
                 old = bench.outputs()
                 result = bench.run(preexec_fn=lambda: None, umask=mask, **who)
@@ -58,7 +58,7 @@ def try_locales(bench, old, new, locales, folder, count):
         bench.fill()
         os.remove(os.path.join(bench.top, os.path.basename(bench.inputs[0])))
         result = bench.run({"LC_ALL": locale, "LANG": locale, "LOCPATH": folder})
-        shutil.copy(bench.inputs[0], bench.top)
+        shutil.copy2(bench.inputs[0], bench.top)
         count.take("%s, locale %s, without its input" % (bench.name, locale),
                    wrong_set(bench, old, new, result) or untold(result, "No such file or directory|couldn't be read",
                                                                 [os.path.basename(bench.inputs[0])]))
@@ -91,16 +91,16 @@ def try_inputs(bench, old, new, count):
         result = bench.run()
         feeder.wait()
         made = bench.outputs()
-        same = made.keys() == new.keys() and (made == new or bench.name == "cutlist")  # a pipe has no date
+        same = made.keys() == new.keys() and (made == new or bench.dated)  # a pipe has no date
         count.take("%s, %s is a pipe" % (bench.name, os.path.basename(source)),
                    ("" if result.returncode == 0 and same else "another set: %s" % result.stderr) or
                    "".join(bench.leftovers()))
         pipe.end()
-        shutil.copy(source, bench.top)
+        shutil.copy2(source, bench.top)
 
 
 def report_of(bench):
-    return "r.RDB" if bench.name == "log import" else "r.txt"
+    return os.path.basename(bench.arguments[bench.arguments.index("-o") + 1])
 
 
 def without_lists_beside(bench):
