@@ -60,18 +60,11 @@ private:
         row.tick = true;
         std::string name = "Optical " + std::to_string(optical.number);
         const std::int64_t length = optical.end - optical.start;
-        row.cells = {event_cell(optical.event),
-                     position_cell(units_, optical.start),
-                     length_cell(units_, length),
-                     film_cell(units_, length, length),
-                     {{}, std::vector<Value>(5)},
-                     {{{strong(name)}, {light("from the lab, see its count sheet")}}, {Value(name), Value(), Value()}},
-                     {{}, std::vector<Value>(4)},
-                     {{}, std::vector<Value>(2)},
-                     {{}, std::vector<Value>(3)},
-                     {{}, {Value()}},
-                     {{}, std::vector<Value>(3)},
-                     number_cell(optical.number)};
+        row.cells = vector_of<Cell>(
+            event_cell(optical.event), position_cell(units_, optical.start), length_cell(units_, length),
+            film_cell(units_, length, length), blank_cell(5),
+            Cell{{{strong(name)}, {light("from the lab, see its count sheet")}}, {Value(name), Value(), Value()}},
+            blank_cell(4), blank_cell(2), blank_cell(3), blank_cell(), blank_cell(3), number_cell(optical.number));
         rows_.push_back(std::move(row));
     }
 
@@ -92,23 +85,16 @@ private:
     std::vector<Cell> cells_of(const Share& share, const std::vector<FilmRun>& runs) const {
         const Piece& piece = *share.piece;
         const film::Strip& strip = piece.first();
-        return {event_cell(strip.event),
-                position_cell(units_, share.start),
-                length_cell(units_, share.length()),
-                piece.black() ? Cell{{}, {Value()}} : film_cell(units_, film_frames(runs), share.length()),
-                roll_cell(strip),
-                shot_cell(strip),
-                key_cell(runs, piece.black()),
-                ink_cell(runs),
-                tape_cell(runs),
-                speed_cell(strip),
-                transition_cell(share.out),
-                strip.optical > 0 ? number_cell(strip.optical) : Cell{{}, {Value()}}};
+        return vector_of<Cell>(
+            event_cell(strip.event), position_cell(units_, share.start), length_cell(units_, share.length()),
+            piece.black() ? blank_cell() : film_cell(units_, film_frames(runs), share.length()), roll_cell(strip),
+            shot_cell(strip), key_cell(runs, piece.black()), ink_cell(runs), tape_cell(runs), speed_cell(strip),
+            transition_cell(share.out), strip.optical > 0 ? number_cell(strip.optical) : blank_cell());
     }
 
     static Cell transition_cell(const Joint* joint) {
-        if (!joint) return {{}, std::vector<Value>(3)};
-        return {{}, {value_of(joint->name), Value(joint->start), Value(joint->length)}};
+        if (!joint) return blank_cell(3);
+        return {{}, vector_of<Value>(value_of(joint->name), joint->start, joint->length)};
     }
 
     void add_band(const Joint& joint) {
@@ -159,7 +145,7 @@ Row total_of(const CutFilm& cut, const List& list) {
             if (row.kind == RowKind::item) length += std::get<std::int64_t>(row.cells[2].values[0]);
     Row total;
     total.id = "assembly-total";
-    total.cells = {{}, {{{strong("In all")}}, {Value()}}, length_cell(units, length)};
+    total.cells = vector_of<Cell>(Cell(), cell(strong("In all"), Value()), length_cell(units, length));
     return total;
 }
 

@@ -108,6 +108,7 @@ int display_width(char32_t code) {
 }
 
 std::size_t display_width(std::string_view text) {
+    if (is_plain_ascii(text)) return text.size();
     std::size_t width = 0;
     while (!text.empty()) {
         const CodePoint next = next_code(text);

@@ -12,16 +12,17 @@ bool looks_like_formula(const std::string& text) {
     return !text.empty() && std::string_view("=+-@\t\r").find(text.front()) != std::string_view::npos;
 }
 
-void put_line(std::string& out, const std::vector<std::string>& fields) {
-    for (std::size_t i = 0; i < fields.size(); ++i)
-        out += (i == 0 ? "" : ",") + fields[i];
-    out += line_end;
+/// Behind another field of its line.
+void put_field(std::string& out, std::string_view text) {
+    out += ',';
+    out += csv_field(text);
 }
 
 /// Numbers stay numbers, below 0 too.
-std::string field_of(const Value& value) {
-    if (std::holds_alternative<std::string>(value)) return csv_field(std::get<std::string>(value));
-    return text_of(value);
+void put_value(std::string& out, const Value& value) {
+    if (const auto* text = std::get_if<std::string>(&value)) return put_field(out, *text);
+    out += ',';
+    out += text_of(value);
 }
 
 std::string joined_marks(const Row& row) {
@@ -39,12 +40,12 @@ std::string joined_notes(const Row& row) {
 }
 
 void put_row(std::string& out, const List& list, const Part& part, const Row& row) {
-    std::vector<std::string> fields = {csv_field(row.id), csv_field(part.title)};
-    for (const Value& value : values_of(list, row))
-        fields.push_back(field_of(value));
-    fields.push_back(csv_field(joined_marks(row)));
-    fields.push_back(csv_field(joined_notes(row)));
-    put_line(out, fields);
+    out += csv_field(row.id);
+    put_field(out, part.title);
+    each_value(list, row, [&out](const Value& value) { put_value(out, value); });
+    put_field(out, joined_marks(row));
+    put_field(out, joined_notes(row));
+    out += line_end;
 }
 
 } // namespace
@@ -61,12 +62,10 @@ std::string csv_field(std::string_view text) {
 }
 
 std::string csv_of(const List& list) {
-    std::vector<std::string> names = {"row", "part"};
+    std::string out = "row,part";
     for (const Field& field : fields_of(list))
-        names.emplace_back(field.key);
-    names.insert(names.end(), {"marks", "notes"});
-    std::string out;
-    put_line(out, names);
+        put_field(out, field.key);
+    out += std::string(",marks,notes") + line_end;
     for (const Part& part : list.parts)
         for (const Row& row : part.rows)
             if (row.kind == RowKind::item) put_row(out, list, part, row);

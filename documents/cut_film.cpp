@@ -1,5 +1,6 @@
 #include "documents/cut_film.h"
 
+#include "documents/meetings.h"
 #include "documents/table_head.h"
 
 #include <algorithm>
@@ -189,6 +190,7 @@ CutFilmPtr cut_film(film::Strips strips, const recdb& table, film::Findings find
     cut->shares = shares_of(cut->pieces, cut->joints);
     cut->opticals = opticals_of(rows, cut->pieces);
     cut->findings = std::move(findings);
+    cut->meetings = meetings_of(*cut);
     return cut;
 }
 

@@ -68,6 +68,15 @@ struct LabOptical {
     bool misplaced = false;         ///< it lies over no event of the lowest track
 };
 
+/// Two pieces that meet on the negative.
+struct Meeting {
+    const film::Piece* first = nullptr; ///< earlier in the reel
+    const film::Piece* second = nullptr;
+    std::int64_t shared = 0; ///< frames that both use
+    std::int64_t apart = 0;  ///< where none are, frames that lie between them
+    film::Count key;         ///< of the first shared frame, or of the first frame of the later stretch
+};
+
 struct CutOptions {
     bool frames = false;   ///< positions and lengths in frames, in place of feet and frames
     int handles = 0;       ///< frames pulled beyond both ends
@@ -88,6 +97,7 @@ struct CutFilm {
     std::vector<Share> shares;        ///< of the lowest track, in order
     std::vector<LabOptical> opticals; ///< by number
     film::Findings findings;
+    std::vector<Meeting> meetings;                     ///< by reel
     std::multimap<int, const film::Piece*> in_optical; ///< by its number
 
     std::int64_t length() const;                 ///< of the reel, in frames

@@ -30,7 +30,7 @@ std::string text_of(const std::vector<Line>& lines) {
     return text;
 }
 
-Value value_of(const std::string& text) { return text.empty() ? Value() : Value(text); }
+Value value_of(std::string text) { return text.empty() ? Value() : Value(std::move(text)); }
 
 std::string text_of(const Value& value) {
     if (const auto* number = std::get_if<std::int64_t>(&value)) return std::to_string(*number);
@@ -67,11 +67,7 @@ std::vector<Field> fields_of(const List& list) {
 
 std::vector<Value> values_of(const List& list, const Row& row) {
     std::vector<Value> values;
-    for (std::size_t i = 0; i < list.columns.size(); ++i) {
-        const std::size_t end = values.size() + list.columns[i].fields.size();
-        if (i < row.cells.size()) values.insert(values.end(), row.cells[i].values.begin(), row.cells[i].values.end());
-        values.resize(end);
-    }
+    each_value(list, row, [&values](const Value& value) { values.push_back(value); });
     return values;
 }
 
@@ -100,10 +96,12 @@ int column_of_notes(const List& list) {
 
 Cell cell(Run run, Value value) {
     Cell made;
-    if (!run.text.empty()) made.lines.push_back({std::move(run)});
+    if (!run.text.empty()) made.lines.push_back(line_of(std::move(run)));
     made.values.push_back(std::move(value));
     return made;
 }
+
+Cell blank_cell(std::size_t fields) { return {{}, std::vector<Value>(fields)}; }
 
 Cell word_cell(const std::string& text, Weight weight) { return cell({text, weight, false}, value_of(text)); }
 

@@ -41,7 +41,7 @@ std::string text_of(const std::vector<Line>& lines);
 using Value = std::variant<std::monostate, std::int64_t, std::string>;
 
 /// Nothing where the text is empty.
-Value value_of(const std::string& text);
+Value value_of(std::string text);
 std::string text_of(const Value& value);
 
 /// A value's name, which stays. Keys are lower-case words with underscores.
@@ -169,6 +169,13 @@ std::size_t count_of_rows(const List& list);
 std::vector<Field> fields_of(const List& list);
 /// All values of a row's cells, one a field; nothing for cells that it lacks.
 std::vector<Value> values_of(const List& list, const Row& row);
+/// The same one by one, without copies.
+template <class Each> void each_value(const List& list, const Row& row, const Each& each) {
+    static const Value nothing;
+    for (std::size_t i = 0; i < list.columns.size(); ++i)
+        for (std::size_t k = 0; k < list.columns[i].fields.size(); ++k)
+            each(i < row.cells.size() && k < row.cells[i].values.size() ? row.cells[i].values[k] : nothing);
+}
 /// Its own marks and those of its notes, each once, in the order of `Mark`.
 std::vector<Mark> marks_of(const Row& row);
 /// The place of the column that takes the notes of rows; it has a title. -1 where no column has one.
@@ -181,8 +188,19 @@ inline Run strong(std::string text) { return {std::move(text), Weight::strong, f
 inline Run light(std::string text) { return {std::move(text), Weight::light, false}; }
 inline Run mono(std::string text, Weight weight = Weight::plain) { return {std::move(text), weight, true}; }
 
+/// Lines, cells or values in their order. What is made for the call is moved, where braces alone would copy it.
+template <class One, class... Parts> std::vector<One> vector_of(Parts&&... parts) {
+    std::vector<One> all;
+    all.reserve(sizeof...(parts));
+    (all.emplace_back(std::forward<Parts>(parts)), ...);
+    return all;
+}
+template <class... Runs> Line line_of(Runs&&... runs) { return vector_of<Run>(std::forward<Runs>(runs)...); }
+
 /// A cell of one run, whose value is given.
 Cell cell(Run run, Value value);
+/// A cell that shows nothing; so many fields have nothing in it.
+Cell blank_cell(std::size_t fields = 1);
 /// A cell of words that is its own value.
 Cell word_cell(const std::string& text, Weight weight = Weight::plain);
 /// Takes the titles of the columns that `keys` doesn't name, so that pages leave them out and scripts don't. A list

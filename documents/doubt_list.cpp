@@ -60,14 +60,12 @@ Row row_of(const Units& units, const film::Finding& finding, std::size_t place) 
     row.id = "doubts-" + std::to_string(place + 1);
     if (finding.place.event > 0) row.film = "event-" + std::to_string(finding.place.event);
     row.tick = true;
-    row.cells = {word_cell(film::name_of(finding.severity), Weight::strong),
-                 event_cell(finding.place.event),
-                 at_cell(units, finding.place),
-                 word_cell(finding.place.name),
-                 {{}, {Value(code), Value(finding.what), Value(finding.advice())}},
-                 film_cell(finding.place),
-                 where_cell(finding.place)};
-    row.notes = {finding_note(finding, true)};
+    row.cells =
+        vector_of<Cell>(word_cell(film::name_of(finding.severity), Weight::strong), event_cell(finding.place.event),
+                        at_cell(units, finding.place), word_cell(finding.place.name),
+                        Cell{{}, vector_of<Value>(code, finding.what, finding.advice())}, film_cell(finding.place),
+                        where_cell(finding.place));
+    row.notes.push_back(finding_note(finding, true));
     return row;
 }
 

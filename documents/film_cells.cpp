@@ -75,23 +75,28 @@ std::string grouped_thousands(std::int64_t number) {
 
 /// A count whose first frame and last frame lie `handles` frames of film further out.
 struct Ends {
-    std::string first, last;
-    KeyParts first_parts, last_parts;
+    KeyParts first, last;
 };
 
 Ends ends_of(const Count& count, std::int64_t length, int handles) {
-    const bool back = count.step < Fraction(0);
-    Count first = count, last = count;
-    first.first = Fraction(count.frame_at(0) - (back ? -handles : handles));
-    last.first = Fraction(count.frame_at(length - 1) + (back ? -handles : handles));
-    return {first.text_at(0), last.text_at(0), key_parts(first, 0), key_parts(last, 0)};
+    if (!count) return {};
+    const int out = count.step < Fraction(0) ? -handles : handles;
+    Count end = count;
+    Ends ends;
+    end.first = Fraction(count.frame_at(0) - out);
+    ends.first = key_parts(end, 0);
+    end.first = Fraction(count.frame_at(length - 1) + out);
+    ends.last = key_parts(end, 0);
+    return ends;
 }
 
-Line number_line(const KeyParts& parts) {
-    Line line;
-    if (!parts.prefix.empty()) line.push_back(mono(parts.prefix + ' ', Weight::light));
-    line.push_back(mono(parts.count));
-    return line;
+/// Those of each run, all of the same count of theirs.
+std::vector<Ends> ends_of(const std::vector<FilmRun>& runs, Count FilmRun::*count, int handles) {
+    std::vector<Ends> ends;
+    ends.reserve(runs.size());
+    for (const FilmRun& run : runs)
+        ends.push_back(ends_of(run.*count, run.length(), handles));
+    return ends;
 }
 
 KeyParts parts_of(const LabelPoint& point) {
@@ -105,11 +110,10 @@ KeyParts parts_of(const LabelPoint& point) {
 }
 
 Line span_line(const Ends& ends) {
-    Line line = number_line(ends.first_parts);
+    Line line = number_line(ends.first);
     line.push_back(mono(" - "));
-    const bool same = ends.first_parts.prefix == ends.last_parts.prefix;
-    for (Run& run : number_line(same ? KeyParts{"", ends.last_parts.count} : ends.last_parts))
-        line.push_back(std::move(run));
+    if (ends.last.prefix != ends.first.prefix) line.push_back(mono(ends.last.prefix + ' ', Weight::light));
+    line.push_back(mono(ends.last.count));
     return line;
 }
 
@@ -119,10 +123,11 @@ std::string tape_text(const film::Strip& strip) {
 
 /// What stands where a number should.
 std::vector<Line> lines_without(const char* what, const FilmRun& run) {
-    std::vector<Line> lines = {{mono(what, Weight::strong)}};
     const std::string first = run.first(run.timecode), last = run.last(run.timecode);
-    lines.push_back({mono(tape_text(*run.strip) + (first.empty() ? "" : ' ' + first), Weight::strong)});
-    if (!first.empty()) lines.push_back({mono("to " + last, Weight::strong)});
+    std::vector<Line> lines =
+        vector_of<Line>(line_of(mono(what, Weight::strong)),
+                        line_of(mono(tape_text(*run.strip) + (first.empty() ? "" : ' ' + first), Weight::strong)));
+    if (!first.empty()) lines.push_back(line_of(mono("to " + last, Weight::strong)));
     return lines;
 }
 
@@ -130,19 +135,18 @@ void append(std::vector<Line>& lines, std::vector<Line> more) {
     lines.insert(lines.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
 }
 
-std::vector<Line> number_lines(const Count& count, const FilmRun& run, int handles, bool alone) {
-    const Ends ends = ends_of(count, run.length(), handles);
-    if (!alone) return {span_line(ends)};
-    return {number_line(ends.first_parts), number_line(ends.last_parts)};
+std::vector<Line> number_lines(const Ends& ends, bool alone) {
+    if (!alone) return vector_of<Line>(span_line(ends));
+    return vector_of<Line>(number_line(ends.first), number_line(ends.last));
 }
 
-std::vector<Line> key_lines(const FilmRun& run, int handles, bool alone) {
+std::vector<Line> key_lines(const FilmRun& run, const Ends& ends, bool alone) {
     if (!run.strip->has_film()) return lines_without(run.strip->rendered ? "rendered material" : "film not known", run);
     if (!run.key) return lines_without("no key number", run);
-    std::vector<Line> lines = number_lines(run.key, run, handles, alone);
+    std::vector<Line> lines = number_lines(ends, alone);
     if (run.strip->sureness == film::Sureness::within)
-        lines.push_back({light("within " + film::frames_text(run.strip->off))});
-    if (run.strip->sureness == film::Sureness::beyond) lines.push_back({strong("counted on past the log")});
+        lines.push_back(line_of(light("within " + film::frames_text(run.strip->off))));
+    if (run.strip->sureness == film::Sureness::beyond) lines.push_back(line_of(strong("counted on past the log")));
     return lines;
 }
 
@@ -211,7 +215,7 @@ Column length_column(const char* key, const std::string& title) {
 Cell length_cell(const Units& units, std::optional<std::int64_t> frames) {
     if (!frames) return cell(plain("not known"), Value());
     Cell made = cell(mono(units.length(*frames)), *frames);
-    if (units.feet()) made.lines.push_back({mono(std::to_string(*frames) + " fr", Weight::light)});
+    if (units.feet()) made.lines.push_back(line_of(mono(std::to_string(*frames) + " fr", Weight::light)));
     return made;
 }
 
@@ -244,6 +248,11 @@ Column word_column(const char* key, const std::string& title) {
     return {key, title, Align::left, Wrap::words, {{key}}};
 }
 
+Line number_line(const KeyParts& parts) {
+    if (parts.prefix.empty()) return line_of(mono(parts.count));
+    return line_of(mono(parts.prefix + ' ', Weight::light), mono(parts.count));
+}
+
 Column key_column() {
     return {"key",
             "First / last frame",
@@ -255,19 +264,18 @@ Column key_column() {
 Cell key_cell(const std::vector<FilmRun>& runs, bool black, int handles) {
     Cell made;
     if (black || runs.empty()) {
-        made.lines = {{plain(black ? "black, no film" : "")}};
+        made.lines = vector_of<Line>(line_of(plain(black ? "black, no film" : "")));
         made.values.resize(4);
         return made;
     }
-    for (const FilmRun& run : runs)
-        append(made.lines, key_lines(run, handles, runs.size() == 1));
-    const FilmRun &head = runs.front(), &tail = runs.back();
+    const std::vector<Ends> ends = ends_of(runs, &FilmRun::key, handles);
+    for (std::size_t i = 0; i < runs.size(); ++i)
+        append(made.lines, key_lines(runs[i], ends[i], runs.size() == 1));
     const auto surest = [](const FilmRun& a, const FilmRun& b) { return a.strip->sureness < b.strip->sureness; };
     const FilmRun& least = *std::max_element(runs.begin(), runs.end(), surest);
-    made.values = {value_of(ends_of(head.key, head.length(), handles).first),
-                   value_of(ends_of(tail.key, tail.length(), handles).last),
-                   Value(std::string(sureness_names[static_cast<std::size_t>(least.strip->sureness)])),
-                   Value(std::int64_t{least.strip->off})};
+    made.values = vector_of<Value>(value_of(ends.front().first.label), value_of(ends.back().last.label),
+                                   std::string(sureness_names[static_cast<std::size_t>(least.strip->sureness)]),
+                                   std::int64_t{least.strip->off});
     return made;
 }
 
@@ -279,7 +287,7 @@ Cell label_cell(LabelPoint first, LabelPoint last, bool first_missing, bool last
         const bool film = std::string_view(point.get_prefix()).substr(0, 2) != "__"; // else black
         const bool known = film && point.is_useful() && !missing;
         const char* const none = film ? "no key number" : "black, no film";
-        made.lines.push_back(known ? number_line(parts_of(point)) : Line{mono(none, Weight::strong)});
+        made.lines.push_back(known ? number_line(parts_of(point)) : line_of(mono(none, Weight::strong)));
         made.values.push_back(known ? value_of(point.get_string()) : Value());
     };
     add(first, first_missing);
@@ -290,14 +298,12 @@ Cell label_cell(LabelPoint first, LabelPoint last, bool first_missing, bool last
 Column ink_column() { return {"ink", "Ink numbers", Align::left, Wrap::none, {{"ink_first"}, {"ink_last"}}}; }
 
 Cell ink_cell(const std::vector<FilmRun>& runs, int handles) {
+    if (runs.empty()) return blank_cell(2);
     Cell made;
-    made.values.resize(2);
-    for (const FilmRun& run : runs)
-        if (run.ink) append(made.lines, number_lines(run.ink, run, handles, runs.size() == 1));
-    if (runs.empty()) return made;
-    const FilmRun &head = runs.front(), &tail = runs.back();
-    made.values = {value_of(ends_of(head.ink, head.length(), handles).first),
-                   value_of(ends_of(tail.ink, tail.length(), handles).last)};
+    const std::vector<Ends> ends = ends_of(runs, &FilmRun::ink, handles);
+    for (std::size_t i = 0; i < runs.size(); ++i)
+        if (runs[i].ink) append(made.lines, number_lines(ends[i], runs.size() == 1));
+    made.values = vector_of<Value>(value_of(ends.front().first.label), value_of(ends.back().last.label));
     return made;
 }
 
@@ -306,17 +312,17 @@ Column tape_column() {
 }
 
 Cell tape_cell(const std::vector<FilmRun>& runs) {
+    if (runs.empty()) return blank_cell(3);
     Cell made;
-    made.values.resize(3);
-    if (runs.empty()) return made;
     const FilmRun &head = runs.front(), &tail = runs.back();
-    const std::string first = head.first(head.timecode), last = tail.last(tail.timecode);
+    std::string first = head.first(head.timecode), last = tail.last(tail.timecode);
     Line line;
     if (!head.strip->rolls.tape.empty()) line.push_back(plain(head.strip->rolls.tape + ' '));
     if (!first.empty()) line.push_back(mono(first));
-    if (!line.empty()) made.lines.push_back(line);
-    if (!last.empty()) made.lines.push_back({mono("to " + last, Weight::light)});
-    made.values = {value_of(head.strip->rolls.tape), value_of(first), value_of(last)};
+    if (!line.empty()) made.lines.push_back(std::move(line));
+    if (!last.empty()) made.lines.push_back(line_of(mono("to " + last, Weight::light)));
+    made.values =
+        vector_of<Value>(value_of(head.strip->rolls.tape), value_of(std::move(first)), value_of(std::move(last)));
     return made;
 }
 
@@ -325,11 +331,11 @@ Column shot_column() { return {"shot", "Shot", Align::left, Wrap::words, {{"shot
 Cell shot_cell(const film::Strip& strip) {
     Cell made;
     const std::string name = strip.black ? "Black" : strip.name;
-    if (!name.empty()) made.lines.push_back({plain(name)});
+    if (!name.empty()) made.lines.push_back(line_of(plain(name)));
     const bool scene = !strip.scene.empty() || !strip.take.empty();
     const std::string words = strip.scene + (strip.take.empty() ? "" : '/' + strip.take);
-    if (scene && words != name) made.lines.push_back({light("scene " + words)});
-    made.values = {value_of(name), value_of(strip.scene), value_of(strip.take)};
+    if (scene && words != name) made.lines.push_back(line_of(light("scene " + words)));
+    made.values = vector_of<Value>(value_of(name), value_of(strip.scene), value_of(strip.take));
     return made;
 }
 
@@ -343,6 +349,7 @@ Column roll_column() {
 
 Cell roll_cell(const film::Strip& strip) {
     Cell made = word_cell(strip.rolls.listed, Weight::strong);
+    made.values.reserve(5);
     for (const std::string* roll : {&strip.rolls.camera, &strip.rolls.lab, &strip.rolls.daily, &strip.rolls.sound})
         made.values.push_back(value_of(*roll));
     return made;
@@ -351,7 +358,7 @@ Cell roll_cell(const film::Strip& strip) {
 Column speed_column() { return {"speed", "Speed", Align::right, Wrap::none, {{"speed"}}}; }
 
 Cell speed_cell(const film::Strip& strip) {
-    if (strip.black) return {{}, {Value()}};
+    if (strip.black) return blank_cell();
     return cell(strip.speed == Fraction(1) ? Run() : strong(percent_text(strip.speed)),
                 Value(fraction_text(strip.speed)));
 }

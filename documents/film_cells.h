@@ -3,6 +3,7 @@
 
 #include "documents/cut_film.h"
 #include "documents/document.h"
+#include "documents/film_count.h"
 
 #include <cstdint>
 #include <optional>
@@ -54,6 +55,8 @@ Cell number_cell(std::int64_t number);
 Cell event_cell(std::int64_t number);
 Column word_column(const char* key, const std::string& title);
 
+/// A number in its groups: what tells the strip lighter than what tells the frame.
+Line number_line(const KeyParts& parts);
 /// First and last key number, for each run where they are several; where there is none tape and timecode in its place.
 Column key_column();
 Cell key_cell(const std::vector<FilmRun>& runs, bool black, int handles = 0);

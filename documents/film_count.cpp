@@ -39,10 +39,11 @@ std::string grouped_prefix(const std::string& prefix) {
 
 KeyParts key_parts(const film::Count& count, std::int64_t k) {
     if (!count) return {};
-    const std::string text = count.text_at(k);
-    const std::string prefix = count.point_at(k).get_prefix();
-    if (prefix.empty() || text.compare(0, prefix.size(), prefix) != 0) return {"", text};
-    return {grouped_prefix(prefix), text.substr(prefix.size())};
+    LabelPoint point = count.point_at(k);
+    std::string text = point.get_string();
+    const std::string prefix = point.get_prefix();
+    if (prefix.empty() || text.compare(0, prefix.size(), prefix) != 0) return {"", text, text};
+    return {grouped_prefix(prefix), text.substr(prefix.size()), std::move(text)};
 }
 
 } // namespace documents

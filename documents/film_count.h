@@ -31,6 +31,7 @@ std::string grouped_prefix(const std::string& prefix);
 /// A key number parted into what tells the strip and what tells the frame.
 struct KeyParts {
     std::string prefix, count;
+    std::string label; ///< as labels have it: "KJ2910105867+05"
     std::string whole() const { return prefix.empty() ? count : prefix + ' ' + count; }
 };
 KeyParts key_parts(const film::Count& count, std::int64_t k);

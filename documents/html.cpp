@@ -31,40 +31,45 @@ std::string mark_of(const Document& document) {
     return text;
 }
 
-std::string run_text(const Run& run) {
-    const std::string text = html_text(run.text);
-    const std::string family = run.mono ? "m" : "p";
-    switch (run.weight) {
-    case Weight::strong:
-        return "<b class=" + family + ">" + text + "</b>";
-    case Weight::light:
-        return "<span class=\"" + family + " l\">" + text + "</span>";
-    default:
-        return "<span class=" + family + ">" + text + "</span>";
+constexpr std::pair<std::string_view, std::string_view> run_tags[][2] = {
+    {{"<span class=p>", "</span>"}, {"<span class=m>", "</span>"}},
+    {{"<b class=p>", "</b>"}, {"<b class=m>", "</b>"}},
+    {{"<span class=\"p l\">", "</span>"}, {"<span class=\"m l\">", "</span>"}},
+};
+
+void put_line(std::string& out, const Line& line) {
+    for (const Run& run : line) {
+        const auto& [open, close] = run_tags[static_cast<std::size_t>(run.weight)][run.mono ? 1 : 0];
+        out += open;
+        put_html_text(out, run.text);
+        out += close;
     }
 }
 
-std::string line_text(const Line& line) {
-    std::string text;
+void put_lines(std::string& out, const std::vector<Line>& lines) {
+    if (lines.size() == 1) return put_line(out, lines.front());
+    for (const Line& line : lines) {
+        out += "<i>";
+        put_line(out, line);
+        out += "</i>";
+    }
+}
+
+void put_note(std::string& out, const Note& note) {
+    out += "<span class=\"note ";
+    out += name_of(note.mark);
+    out += "\">";
+    if (!note.head.empty()) out += "<b>" + html_text(note.head) + ".</b> ";
+    put_html_text(out, note.text);
+    if (!note.advice.empty()) out += " <span class=l>" + html_text(note.advice) + "</span>";
+    out += "</span>";
+}
+
+std::size_t width_of(const Line& line) {
+    std::size_t width = 0;
     for (const Run& run : line)
-        text += run_text(run);
-    return text;
-}
-
-std::string lines_text(const std::vector<Line>& lines) {
-    if (lines.size() == 1) return line_text(lines.front());
-    std::string text;
-    for (const Line& line : lines)
-        text += "<i>" + line_text(line) + "</i>";
-    return text;
-}
-
-std::string note_text(const Note& note) {
-    std::string text = "<span class=\"note " + std::string(name_of(note.mark)) + "\">";
-    if (!note.head.empty()) text += "<b>" + html_text(note.head) + ".</b> ";
-    text += html_text(note.text);
-    if (!note.advice.empty()) text += " <span class=l>" + html_text(note.advice) + "</span>";
-    return text + "</span>";
+        width += display_width(run.text);
+    return width;
 }
 
 std::string joined(const std::vector<std::string>& texts, const char* between) {
@@ -94,6 +99,9 @@ public:
         : list_(list), title_(title), out_(out), note_column_(column_of_notes(list)) {
         for (std::size_t i = 0; i < list.columns.size(); ++i)
             if (!list.columns[i].title.empty()) shown_.push_back(i);
+        classes_.resize(list.columns.size());
+        for (const std::size_t i : shown_)
+            classes_[i] = classes_of(i);
         measure();
     }
 
@@ -101,8 +109,11 @@ public:
         const std::string id = html_name(list_.id);
         out_ += "<section id=\"" + id + "\" aria-labelledby=\"" + id + "-title\">\n";
         put_head(id);
-        for (const Note& note : list_.notes)
-            out_ += "<p>" + note_text(note) + "</p>\n";
+        for (const Note& note : list_.notes) {
+            out_ += "<p>";
+            put_note(out_, note);
+            out_ += "</p>\n";
+        }
         put_drawings(list_.drawings);
         put_columns_menu();
         put_tables();
@@ -130,7 +141,7 @@ private:
         for (const std::size_t i : shown_)
             if (i < row.cells.size())
                 for (const Line& line : row.cells[i].lines)
-                    widths_[i] = std::max(widths_[i], display_width(text_of(line)));
+                    widths_[i] = std::max(widths_[i], width_of(line));
     }
 
     /// Sans letters may be wider than the figure that a "ch" is.
@@ -164,8 +175,14 @@ private:
         if (list_.facts.empty()) return;
         out_ += "<dl class=facts>";
         for (const Fact& fact : list_.facts)
-            out_ += "<div><dt>" + html_text(fact.name) + "</dt><dd>" + line_text(fact.value) + "</dd></div>";
+            put_fact(fact);
         out_ += "</dl>\n";
+    }
+
+    void put_fact(const Fact& fact) {
+        out_ += "<div><dt>" + html_text(fact.name) + "</dt><dd>";
+        put_line(out_, fact.value);
+        out_ += "</dd></div>";
     }
 
     void put_drawings(const std::vector<DrawingPtr>& drawings) {
@@ -230,7 +247,7 @@ private:
                 "\" style=\"--cols:" + grid + ";--least:" + std::to_string(least_width()) +
                 "ch\">\n<thead role=rowgroup><tr role=row><td role=cell class=tick></td>";
         for (const std::size_t i : shown_)
-            out_ += "<th scope=col role=columnheader class=\"" + classes_of(i) +
+            out_ += "<th scope=col role=columnheader class=\"" + classes_[i] +
                     "\" style=\"--w:" + std::to_string(std::min<std::size_t>(widths_[i], narrow_words)) + "ch\">" +
                     html_text(list_.columns[i].title) + "</th>";
         out_ += "</tr></thead>\n";
@@ -274,8 +291,9 @@ private:
     }
 
     void put_band(const Row& row) {
-        out_ += "<tr role=row class=band><td role=cell colspan=" + std::to_string(shown_.size() + 1) + ">" +
-                line_text(row.band) + "</td></tr>\n";
+        out_ += "<tr role=row class=band><td role=cell colspan=" + std::to_string(shown_.size() + 1) + ">";
+        put_line(out_, row.band);
+        out_ += "</td></tr>\n";
     }
 
     std::string classes_of(std::size_t column) const {
@@ -287,12 +305,16 @@ private:
         return classes;
     }
 
-    std::string first_words(const Row& row) const {
-        std::vector<std::string> words;
-        for (const std::size_t i : shown_)
-            if (i < row.cells.size() && words.size() < 2 && !row.cells[i].lines.empty())
-                words.push_back(list_.columns[i].title + ' ' + text_of(row.cells[i].lines.front()));
-        return joined(words, ", ");
+    /// What tells the row from others: two of its columns.
+    void put_first_words(const Row& row) {
+        std::size_t words = 0;
+        for (const std::size_t i : shown_) {
+            if (words == 2) return;
+            if (i >= row.cells.size() || row.cells[i].lines.empty()) continue;
+            put_html_text(out_, (words++ == 0 ? "" : ", ") + list_.columns[i].title + ' ');
+            for (const Run& run : row.cells[i].lines.front())
+                put_html_text(out_, run.text);
+        }
     }
 
     void put_row(const Row& row, const char* kind) {
@@ -301,9 +323,11 @@ private:
         if (!row.film.empty()) out_ += " data-film=\"" + html_name(row.film) + '"';
         if (*kind != 0) out_ += std::string(" class=") + kind;
         out_ += "><td role=cell class=tick>";
-        if (row.tick)
-            out_ += "<label><input type=checkbox autocomplete=off aria-label=" + quoted("Done: " + first_words(row)) +
-                    "></label>";
+        if (row.tick) {
+            out_ += "<label><input type=checkbox autocomplete=off aria-label=\"Done: ";
+            put_first_words(row);
+            out_ += "\"></label>";
+        }
         out_ += "</td>";
         for (const std::size_t i : shown_)
             put_cell(row, i);
@@ -312,12 +336,13 @@ private:
 
     void put_cell(const Row& row, std::size_t i) {
         const bool head = i == shown_.front();
-        out_ +=
-            std::string(head ? "<th scope=row role=rowheader" : "<td role=cell") + " class=\"" + classes_of(i) + "\">";
-        if (i < row.cells.size()) out_ += lines_text(row.cells[i].lines);
+        out_ += head ? "<th scope=row role=rowheader class=\"" : "<td role=cell class=\"";
+        out_ += classes_[i];
+        out_ += "\">";
+        if (i < row.cells.size()) put_lines(out_, row.cells[i].lines);
         if (static_cast<int>(i) == note_column_)
             for (const Note& note : row.notes)
-                out_ += note_text(note);
+                put_note(out_, note);
         out_ += head ? "</th>" : "</td>";
     }
 
@@ -327,6 +352,7 @@ private:
     const int note_column_;
     std::vector<std::size_t> shown_;
     std::vector<std::size_t> widths_;
+    std::vector<std::string> classes_; ///< of the cells of each column
 };
 
 /// What stands below each page of that name: how it counts, and what and where it is.
@@ -388,17 +414,21 @@ void put_top(const Document& document, std::string& out) {
 
 } // namespace
 
+// What isn't needed of the bytes that are asked for at first is never touched.
 std::string html_of(const Document& document) {
-    std::string out =
-        "<!DOCTYPE html>\n<html lang=en data-document=" + mark_of(document) +
-        ">\n<head>\n<meta charset=utf-8>\n"
-        "<meta name=viewport content=\"width=device-width, initial-scale=1\">\n"
-        "<meta http-equiv=Content-Security-Policy content=\"default-src 'none'; style-src 'unsafe-inline'; "
-        "script-src 'unsafe-inline'; img-src data:\">\n<title>" +
-        html_text(joined({document.title.edit, document.title.track}, ", ")) + "</title>\n<style>" + html_style +
-        page_rules(document) + narrow_rules(document) +
-        "</style>\n</head>\n<body>\n"
-        "<a class=skip href=\"#lists\">To the lists</a>\n";
+    constexpr std::size_t bytes_of_row = 1500;
+    std::string out;
+    for (const List& list : document.lists)
+        out.reserve(out.capacity() + count_of_rows(list) * bytes_of_row);
+    out += "<!DOCTYPE html>\n<html lang=en data-document=" + mark_of(document) +
+           ">\n<head>\n<meta charset=utf-8>\n"
+           "<meta name=viewport content=\"width=device-width, initial-scale=1\">\n"
+           "<meta http-equiv=Content-Security-Policy content=\"default-src 'none'; style-src 'unsafe-inline'; "
+           "script-src 'unsafe-inline'; img-src data:\">\n<title>" +
+           html_text(joined({document.title.edit, document.title.track}, ", ")) + "</title>\n<style>" + html_style +
+           page_rules(document) + narrow_rules(document) +
+           "</style>\n</head>\n<body>\n"
+           "<a class=skip href=\"#lists\">To the lists</a>\n";
     put_top(document, out);
     out += "<main id=lists>\n";
     for (const List& list : document.lists)

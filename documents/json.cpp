@@ -115,7 +115,8 @@ private:
                 });
             });
             out_.put("counting", list.counting);
-            out_.array("fields", fields_of(list), [this](const Field& field) {
+            fields_ = fields_of(list);
+            out_.array("fields", fields_, [this](const Field& field) {
                 out_.object([&] {
                     out_.put("key", std::string(field.key));
                     out_.put_or_null("unit", field.unit);
@@ -145,10 +146,8 @@ private:
             out_.put("id", row.id);
             out_.put_or_null("film", row.film);
             out_.object("values", [&] {
-                const std::vector<Field> fields = fields_of(list);
-                const std::vector<Value> values = values_of(list, row);
-                for (std::size_t i = 0; i < fields.size(); ++i)
-                    out_.put_value(fields[i].key, values[i]);
+                auto field = fields_.begin();
+                each_value(list, row, [&](const Value& value) { out_.put_value((field++)->key, value); });
             });
             out_.array("marks", marks_of(row),
                        [this](Mark mark) { out_.put_value(Value(std::string(name_of(mark)))); });
@@ -169,6 +168,7 @@ private:
     }
 
     Writer out_;
+    std::vector<Field> fields_; ///< of the list that is written
 };
 
 } // namespace

@@ -105,18 +105,12 @@ private:
         row.id = film_name(optical_) + '-' + film_name(cut_, piece);
         row.film = film_name(cut_, piece);
         row.tick = true;
-        row.cells = {number_cell(optical_.number),
-                     event_cell(strip.event),
-                     number_cell(strip.layer + 1),
-                     roll_cell(strip),
-                     shot_cell(strip),
-                     piece.black() ? Cell{{}, {Value()}} : length_cell(units_, film_frames(runs)),
-                     key_cell(runs, piece.black()),
-                     tape_cell(runs),
-                     {{{mono(span_text(first, last))}}, {Value(first), Value(last)}},
-                     transition_cell(piece),
-                     speed_cell(strip),
-                     position_cell(units_, piece.start)};
+        row.cells = vector_of<Cell>(number_cell(optical_.number), event_cell(strip.event), number_cell(strip.layer + 1),
+                                    roll_cell(strip), shot_cell(strip),
+                                    piece.black() ? blank_cell() : length_cell(units_, film_frames(runs)),
+                                    key_cell(runs, piece.black()), tape_cell(runs),
+                                    Cell{{{mono(span_text(first, last))}}, {Value(first), Value(last)}},
+                                    transition_cell(piece), speed_cell(strip), position_cell(units_, piece.start));
         row.notes = places_.notes.of(piece, runs);
         return row;
     }

@@ -169,18 +169,11 @@ Row PullList::row_of(const Pull& pull) {
     row.id = std::string(order_.id) + '-' + std::to_string(all_pieces_ + 1);
     row.film = film_name(cut_, *pull.piece);
     row.tick = true;
-    row.cells = {event_cell(strip.event),
-                 roll_cell(strip),
-                 shot_cell(strip),
-                 length_cell(units_, film_of(pull)),
-                 key_cell(runs, false, cut_.options.handles),
-                 ink_cell(runs, cut_.options.handles),
-                 tape_cell(runs),
-                 length_cell(units_, pull.run.length()),
-                 position_cell(units_, pull.run.start),
-                 speed_cell(strip),
-                 cell(Run(), std::int64_t{strip.layer + 1}),
-                 strip.optical > 0 ? number_cell(strip.optical) : Cell{{}, {Value()}}};
+    row.cells = vector_of<Cell>(
+        event_cell(strip.event), roll_cell(strip), shot_cell(strip), length_cell(units_, film_of(pull)),
+        key_cell(runs, false, cut_.options.handles), ink_cell(runs, cut_.options.handles), tape_cell(runs),
+        length_cell(units_, pull.run.length()), position_cell(units_, pull.run.start), speed_cell(strip),
+        cell(Run(), std::int64_t{strip.layer + 1}), strip.optical > 0 ? number_cell(strip.optical) : blank_cell());
     row.notes = notes_of(pull);
     return row;
 }
@@ -218,10 +211,8 @@ Row PullList::total_of(const char* id, std::int64_t pieces, std::int64_t film, s
     total.id = id;
     std::string words = counted(pieces, "piece", "pieces");
     if (unknown > 0) words += ", " + std::to_string(unknown) + " of unknown length";
-    total.cells = {{{}, {Value()}},
-                   {{}, std::vector<Value>(5)},
-                   {{{strong(words)}}, std::vector<Value>(3)},
-                   length_cell(units_, film)};
+    total.cells = vector_of<Cell>(blank_cell(), blank_cell(5), Cell{{{strong(words)}}, std::vector<Value>(3)},
+                                  length_cell(units_, film));
     return total;
 }
 

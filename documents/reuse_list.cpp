@@ -2,7 +2,6 @@
 
 #include "documents/cut_lists.h"
 #include "documents/film_cells.h"
-#include "documents/row_notes.h"
 
 #include <cstdlib>
 
@@ -44,15 +43,8 @@ Cell shots_cell(const Meeting& meeting) {
 }
 
 Cell key_from(const film::Count& key) {
-    FilmRun frame;
-    frame.end = 1;
-    frame.key = key;
-    film::Strip strip;
-    frame.strip = &strip;
-    Cell made = key_cell({frame}, false);
-    made.lines.resize(1);
-    made.values.resize(1);
-    return made;
+    const KeyParts parts = key_parts(key, 0);
+    return {vector_of<Line>(number_line(parts)), vector_of<Value>(value_of(parts.label))};
 }
 
 Row row_of(const CutFilm& cut, const Meeting& meeting, std::size_t place) {
@@ -61,29 +53,26 @@ Row row_of(const CutFilm& cut, const Meeting& meeting, std::size_t place) {
     row.id = "reuse-" + std::to_string(place + 1);
     row.film = film_name(cut, *meeting.second);
     row.tick = true;
-    row.cells = {roll_cell(meeting.first->first()),
-                 key_from(meeting.key),
-                 meeting.shared > 0 ? length_cell(units, meeting.shared)
-                                    : Cell{{{light("none")}}, {Value(std::int64_t{0})}},
-                 meeting.shared > 0 ? Cell{{}, {Value()}} : length_cell(units, meeting.apart),
-                 place_cell(units, *meeting.first),
-                 place_cell(units, *meeting.second),
-                 length_cell(units, std::abs(meeting.second->start - meeting.first->start)),
-                 shots_cell(meeting)};
+    row.cells = vector_of<Cell>(
+        roll_cell(meeting.first->first()), key_from(meeting.key),
+        meeting.shared > 0 ? length_cell(units, meeting.shared) : cell(light("none"), std::int64_t{0}),
+        meeting.shared > 0 ? blank_cell() : length_cell(units, meeting.apart), place_cell(units, *meeting.first),
+        place_cell(units, *meeting.second), length_cell(units, std::abs(meeting.second->start - meeting.first->start)),
+        shots_cell(meeting));
     Note note;
     note.mark = Mark::reused;
     note.code = meeting.shared > 0 ? "used-twice" : "too-close";
     note.head = meeting.shared > 0 ? "Used twice" : "Too close";
     note.text = meeting.shared > 0 ? "A duplicate is needed for one of the two places."
                                    : film::frames_text(meeting.apart) + " between the two on the negative.";
-    row.notes = {note};
+    row.notes.push_back(std::move(note));
     return row;
 }
 
 } // namespace
 
 List reuse_list(const CutFilm& cut) {
-    const std::vector<Meeting> meetings = meetings_of(cut);
+    const std::vector<Meeting>& meetings = cut.meetings;
     std::int64_t shared = 0;
     for (const Meeting& meeting : meetings)
         shared += meeting.shared;

@@ -9,20 +9,6 @@
 
 namespace documents {
 
-/// Two pieces that meet on the negative.
-struct Meeting {
-    const film::Piece* first = nullptr; ///< earlier in the reel
-    const film::Piece* second = nullptr;
-    std::int64_t shared = 0; ///< frames that both use
-    std::int64_t apart = 0;  ///< where none are, frames that lie between them
-    film::Count key;         ///< of the first shared frame, or of the first frame of the later stretch
-};
-
-/// All film that two pieces want, or that lies closer than `CutOptions::butt` says; by reel. Of three uses of one frame
-/// each is held against the one before it on the film that reaches furthest. Time goes with pieces times their
-/// logarithm.
-std::vector<Meeting> meetings_of(const CutFilm& cut);
-
 class RowNotes {
 public:
     /// `cut` outlives it.
@@ -34,7 +20,6 @@ private:
     Note reuse_note(const Meeting& meeting, const film::Piece& piece) const;
 
     const Units units_;
-    std::vector<Meeting> meetings_;
     std::multimap<int, const film::Finding*> findings_; ///< by event
     std::multimap<const film::Piece*, const Meeting*> met_;
 };

@@ -142,13 +142,19 @@ std::int64_t within_64_bits(wide value) {
 }
 
 wide whole_part(wide num, wide den) {
+    if (den == 1) return num;
     const wide quotient = num / den;
     return quotient * den > num ? quotient - 1 : quotient;
 }
 
 } // namespace
 
+// Whole numbers, which most are, need no division.
 Fraction::Fraction(wide num, wide den) {
+    if (den == 1 && magnitude(num) <= greatest) {
+        num_ = num;
+        return;
+    }
     const bool negative = (num < 0) != (den < 0);
     const uwide n = magnitude(num), d = magnitude(den);
     const uwide divisor = common_divisor(n, d);

@@ -24,11 +24,11 @@ struct Findings {
     std::size_t texts = 0;
     Warnings first;
 
-    /// False of a plain text.
-    bool take(std::string& text, const std::string& owner) {
+    /// False of a plain text. `owner` makes the name of what has it.
+    template <class Owner> bool take(std::string& text, const Owner& owner) {
         const Received what = receive(text);
         if (what.is_plain()) return false;
-        if (++texts == 1) first = embedded::told(what, owner, text);
+        if (++texts == 1) first = embedded::told(what, owner(), text);
         return true;
     }
     /// Once a file.
@@ -49,7 +49,7 @@ void receive_row(RowFields& fields, std::size_t number, const TableData& table, 
         const char* text = fields.get(field);
         if (!text) continue;
         std::string name(text);
-        if (findings.take(name, owner_of(number, table.columns[field].name))) fields.set(field, name);
+        if (findings.take(name, [&] { return owner_of(number, table.columns[field].name); })) fields.set(field, name);
     }
 }
 
@@ -61,7 +61,7 @@ void receive_table(TableData& table, const std::string& path) {
     if (!door().tell) return;
     Findings findings;
     for (Parameter& parameter : table.parameters)
-        findings.take(parameter.value, parameter.name);
+        findings.take(parameter.value, [&parameter] { return parameter.name; });
     for (std::size_t row = 0; row < table.rows.size(); ++row)
         receive_row(table.rows[row]->fields, row + 1, table, findings);
     findings.tell_of(path);
@@ -73,7 +73,7 @@ void receive_rows(recdb& table, const std::string& path) {
     for (unsigned row = 0; row < table.get_num_records(); ++row) {
         for (unsigned field = 0; field < table.get_num_fields(); ++field) {
             std::string text = table.getField(row, field).c_str();
-            if (findings.take(text, owner_of(row + 1, table.get_fieldname(field))))
+            if (findings.take(text, [&] { return owner_of(row + 1, table.get_fieldname(field)); }))
                 table.set_field(row, field, text.c_str());
         }
     }

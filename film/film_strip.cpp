@@ -21,9 +21,11 @@ LabelPoint Count::point_at(std::int64_t k) const {
 std::string Count::text_at(std::int64_t k) const { return kind == label_none ? "" : point_at(k).get_string(); }
 
 void sort_strips(Strips& strips) {
-    std::stable_sort(strips.begin(), strips.end(), [](const Strip& a, const Strip& b) {
+    const auto before = [](const Strip& a, const Strip& b) {
         return std::tuple(a.start, a.layer, a.role) < std::tuple(b.start, b.layer, b.role);
-    });
+    };
+    // They are large, and mostly made in order.
+    if (!std::is_sorted(strips.begin(), strips.end(), before)) std::stable_sort(strips.begin(), strips.end(), before);
 }
 
 } // namespace film

@@ -1,10 +1,8 @@
 #include "tool/cut_documents.h"
 
 #include "documents/list_kinds.h"
-#include "tool/open_logs.h"
 #include "tool/tool_error.h"
 
-#include <climits>
 #include <cstdlib>
 #include <utility>
 
@@ -38,8 +36,8 @@ void write_cut_documents(const DocumentFiles& files, ListedCut cut, const Librar
     if (!options.value("butt").empty()) choices.butt = std::atoi(options.value("butt").c_str());
     choices.reel = options.value("pgm_id");
     choices.by_table = cut.by_table;
-    const documents::CutFilmPtr film = documents::cut_film(
-        std::move(cut.strips), recdb(wide_path(cut.table), INT_MAX, false), std::move(cut.findings), choices);
+    const documents::CutFilmPtr film =
+        documents::cut_film(std::move(cut.strips), *cut.table, std::move(cut.findings), choices);
     write_document(files, documents::document_of(*film, profile), overwrite);
 }
 

@@ -3,9 +3,11 @@
 
 #include "film/film_strip.h"
 #include "film/finding.h"
+#include "host/recdb.h"
 #include "tool/document_files.h"
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -20,7 +22,7 @@ std::vector<std::string> check_cut_documents(const DocumentFiles& files, const s
 
 /// What the lists of a cut are made of.
 struct ListedCut {
-    std::string table;
+    std::shared_ptr<const recdb> table; ///< with all its records
     film::Strips strips;
     film::Findings findings;
     bool by_table = false; ///< strips and findings are those of the table alone

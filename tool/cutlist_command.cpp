@@ -134,10 +134,10 @@ void list_doubts(const CutlistJob& job, embedded::settings_block options, const 
 
 void write_documents(const CutlistJob& job, const ListedFilm& film, const film::Findings& findings) {
     const std::string table = beside_report(made_at(job.output.report), ".cdb");
-    write_cut_documents(
-        job.documents,
-        {table, film_of_edit(film, table, job.options), findings, false, asks_for_frames(job.options, job.frames)},
-        job.options, job.output.overwrite);
+    write_cut_documents(job.documents,
+                        {table_with_records(table), film_of_edit(film, table, job.options), findings, false,
+                         asks_for_frames(job.options, job.frames)},
+                        job.options, job.output.overwrite);
 }
 
 int run(const CutlistJob& job) {

@@ -101,13 +101,17 @@ film::Findings check_film(const ListedFilm& film, const film::CheckOptions& opti
 }
 
 film::Findings check_table(const std::string& table, const LibraryOptions& options) {
-    const CutlistTable head(table, 1);
+    return check_table(recdb(wide_path(table), INT_MAX, false), table, options);
+}
+
+film::Findings check_table(const recdb& table, const std::string& name, const LibraryOptions& options) {
+    const CutlistTable head(name, 1);
     film::CheckOptions checked;
-    checked.edit_file = table;
+    checked.edit_file = name;
     if (head.is_sound()) checked.uses.kind = sound_kind;
     if (head.is_sound()) checked.uses.number = head.channel_number();
     take_list_options(options, head.parameter("cutlist_type") == "neg-cut", checked);
-    return film::check_table(recdb(wide_path(table), INT_MAX, false), checked);
+    return film::check_table(table, checked);
 }
 
 std::string line_of(const film::Finding& finding) {

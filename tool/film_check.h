@@ -5,6 +5,7 @@
 #include "film/find.h"
 #include "film/log_rows.h"
 #include "host/edit.h"
+#include "host/recdb.h"
 #include "tool/job_parts.h"
 #include "tool/listed_edit.h"
 #include "tool/option_table.h"
@@ -52,6 +53,8 @@ film::Findings check_film(const ListedFilm& film, const film::CheckOptions& opti
                           const embedded::Warnings& warnings);
 /// What the table alone tells; `options` are those of its lists.
 film::Findings check_table(const std::string& table, const LibraryOptions& options);
+/// The same of a table that is open; `name` is its file.
+film::Findings check_table(const recdb& table, const std::string& name, const LibraryOptions& options);
 
 /// "wrong: log-overrun: reel.edl: line 12: event 4 of V1 at 240 (00:00:10:00), "name": what; what to do".
 std::string line_of(const film::Finding& finding);

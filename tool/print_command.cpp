@@ -1,5 +1,6 @@
 // "quillbrook print": the lists of a saved table.
 
+#include "film/film_uses.h"
 #include "quillbrook/cutlist.h"
 #include "tool/command.h"
 #include "tool/cut_documents.h"
@@ -87,10 +88,11 @@ int prove(const PrintJob& job, const EditOfTable& edit) {
 }
 
 void write_documents(const PrintJob& job, const EditOfTable& edit) {
-    write_cut_documents(
-        job.documents,
-        {job.table, strips_of(job, edit), findings_of(job, edit), !edit.film, asks_for_frames(job.options, false)},
-        job.options, job.output.overwrite);
+    const std::shared_ptr<const recdb> table = table_with_records(job.table);
+    ListedCut cut{table, {}, {}, !edit.film, asks_for_frames(job.options, false)};
+    cut.strips = edit.film ? strips_of(job, edit) : film::uses_of_table(*table);
+    cut.findings = edit.film ? findings_of(job, edit) : check_table(*table, job.table, job.options);
+    write_cut_documents(job.documents, std::move(cut), job.options, job.output.overwrite);
 }
 
 void check_files(const PrintJob& job) {

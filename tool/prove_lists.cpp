@@ -81,8 +81,10 @@ film::Strips film_of_edit(const ListedFilm& film, const std::string& table, cons
     return strips;
 }
 
-film::Strips film_of_table(const std::string& table) {
-    return film::uses_of_table(recdb(wide_path(table), INT_MAX, false));
+film::Strips film_of_table(const std::string& table) { return film::uses_of_table(*table_with_records(table)); }
+
+std::shared_ptr<const recdb> table_with_records(const std::string& table) {
+    return std::make_shared<const recdb>(wide_path(table), INT_MAX, false);
 }
 
 int prove_lists(const std::string& report, const std::string& table, const film::Strips& strips,
