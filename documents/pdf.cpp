@@ -83,7 +83,7 @@ class Book {
 public:
     Book(const Document& document, Surface& surface)
         : document_(document), surface_(surface), page_(surface.page()), paper_(paper_of(document.paper)),
-          text_(surface.page()) {}
+          text_(surface.page()), strokes_(surface.page()) {}
 
     void run() {
         for (const List& list : document_.lists)
@@ -104,7 +104,7 @@ private:
     void lay(const List& list) {
         LaidList laid;
         laid.list = &list;
-        laid.table = std::make_unique<PdfTable>(page_, text_, paper_, list);
+        laid.table = std::make_unique<PdfTable>(PdfInk{page_, text_, strokes_}, paper_, list);
         laid.heads.columns = laid.table->head_height();
         laid.heads.first = first_head_height(list);
         laid.heads.other = 30.0;
@@ -230,19 +230,9 @@ private:
             if (place.empty() || !shape.closed || film_places_.count(place) == 0) continue;
             const double unit = points_of_unit * scale;
             const SketchPoint &from = shape.points.front(), &to = shape.points[2];
-            const auto text = [](double value) { return std::to_string(static_cast<std::int64_t>(value * 100)); };
-            const auto number = [&text](double value) {
-                const std::string digits = text(std::abs(value));
-                return digits.size() > 2 ? digits.substr(0, digits.size() - 2) + '.' + digits.substr(digits.size() - 2)
-                                         : "0." + std::string(2 - digits.size(), '0') + digits;
-            };
-            const std::string attributes = "dest='" + place + "' rect=[" +
-                                           number(paper_.left() + static_cast<double>(from.x) * unit) + ' ' +
-                                           number(y + static_cast<double>(from.y) * unit) + ' ' +
-                                           number(static_cast<double>(to.x - from.x) * unit) + ' ' +
-                                           number(static_cast<double>(to.y - from.y) * unit) + ']';
-            cairo_tag_begin(page_, CAIRO_TAG_LINK, attributes.c_str());
-            cairo_tag_end(page_, CAIRO_TAG_LINK);
+            put_link(page_, place, paper_.left() + static_cast<double>(from.x) * unit,
+                     y + static_cast<double>(from.y) * unit, static_cast<double>(to.x - from.x) * unit,
+                     static_cast<double>(to.y - from.y) * unit);
         }
     }
 
@@ -304,7 +294,7 @@ private:
             right_y += line_height_of(PdfSize::small);
         }
         y = std::max(y, paper_.top() + right_height(list)) + 5.0;
-        draw_rule(page_, paper_.left(), paper_.right(), y, 1.2, 0.07);
+        strokes_.rule(paper_.left(), paper_.right(), y, 1.2, 0.07);
         draw_facts(list, y + 6.0);
     }
 
@@ -327,12 +317,12 @@ private:
         text_.show(text_.broken(line, PdfSize::small, paper_.room() - cut.width - 12.0).front(), paper_.left(),
                    paper_.top() + 8.0);
         text_.show(cut, paper_.right() - cut.width, paper_.top() + 8.0);
-        draw_rule(page_, paper_.left(), paper_.right(), paper_.top() + 15.0, 0.9, 0.07);
+        strokes_.rule(paper_.left(), paper_.right(), paper_.top() + 15.0, 0.9, 0.07);
     }
 
     void draw_foot(const List& list, std::size_t i) {
         const double y = paper_.bottom() + 10.0;
-        draw_rule(page_, paper_.left(), paper_.right(), y, 0.4, 0.6);
+        strokes_.rule(paper_.left(), paper_.right(), y, 0.4, 0.6);
         const std::string number = "page " + std::to_string(i + 1) + " of " + std::to_string(pages_.size());
         const std::string whose = joined({document_.title.edit, list.title}, ", ") + " · " + number;
         const std::vector<PdfLine> names = text_.broken({light(whose)}, PdfSize::small, paper_.room() * 0.6);
@@ -364,6 +354,8 @@ private:
             place.block->draw(place.y);
         }
         draw_foot(*page.list, i);
+        text_.flush();
+        strokes_.flush();
         cairo_show_page(page_);
     }
 
@@ -387,6 +379,7 @@ private:
     cairo_t* page_;
     const PdfPaper paper_;
     PdfText text_;
+    PdfStrokes strokes_;
     std::vector<LaidList> lists_;
     std::vector<PdfPage> pages_;
     std::map<std::string, const List*> film_places_; ///< the list that has the film's place

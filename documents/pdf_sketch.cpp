@@ -1,6 +1,6 @@
 #include "documents/pdf_sketch.h"
 
-#include <cmath>
+#include "documents/pdf_strokes.h"
 
 namespace documents {
 namespace {
@@ -19,8 +19,10 @@ public:
     void draw(const SketchPart& part) {
         for (const SketchShape& shape : part.shapes)
             draw(shape);
+        std::vector<PdfLabel> labels;
         for (const SketchText& text : part.texts)
-            draw(text);
+            labels.push_back(label_of(text));
+        text_.show(labels);
     }
 
 private:
@@ -55,52 +57,38 @@ private:
         if (shape.ink == Ink::dots || shape.ink == Ink::hatched || shape.ink == Ink::crossed) fill_pattern(shape);
     }
 
-    // Lines and dots as such, at places of the whole drawing: they stay sharp, and neighbours go on in each other.
+    // At places of the whole drawing, and neighbours go on in each other.
     void fill_pattern(const SketchShape& shape) {
         cairo_save(page_);
         trace(shape);
         cairo_clip(page_);
-        double left = 0, top = 0, right = 0, bottom = 0;
-        cairo_clip_extents(page_, &left, &top, &right, &bottom);
+        PdfArea area{};
+        cairo_clip_extents(page_, &area.left, &area.top, &area.right, &area.bottom);
         const double step = 56 * unit_;
         if (shape.ink == Ink::dots) {
             paint(0.33);
-            dots(left, top, right, bottom, step);
+            put_dots(page_, area, step, step * 2 / 7);
         } else {
             paint(0.4);
-            cairo_set_line_width(page_, (shape.ink == Ink::hatched ? 11 : 8) * unit_);
-            hatch(left, top, right, bottom, step, 1.0);
-            if (shape.ink == Ink::crossed) hatch(left, top, right, bottom, step, -1.0);
-            cairo_stroke(page_);
+            const double width = (shape.ink == Ink::hatched ? 11 : 8) * unit_;
+            put_hatch(page_, area, step, width, 1.0);
+            if (shape.ink == Ink::crossed) put_hatch(page_, area, step, width, -1.0);
         }
         cairo_restore(page_);
     }
-    void dots(double left, double top, double right, double bottom, double step) {
-        for (double y = std::floor(top / step) * step + step / 2; y < bottom; y += step)
-            for (double x = std::floor(left / step) * step + step / 2; x < right; x += step) {
-                cairo_new_sub_path(page_);
-                cairo_arc(page_, x, y, step / 7, 0.0, 6.2832);
-            }
-        cairo_fill(page_);
-    }
-    void hatch(double left, double top, double right, double bottom, double step, double slope) {
-        const double height = bottom - top;
-        for (double x = std::floor((left - height) / step) * step; x < right + height; x += step) {
-            cairo_move_to(page_, x, slope > 0 ? bottom : top);
-            cairo_line_to(page_, x + height, slope > 0 ? top : bottom);
-        }
-    }
 
-    void draw(const SketchText& text) {
-        PdfText::Halo halo;
-        halo.bold = text.letters == Letters::bold;
-        halo.mono = text.letters == Letters::mono;
-        halo.light = text.grey;
-        halo.white = text.light;
-        halo.size = static_cast<double>(text.size) * unit_;
-        halo.anchor = text.anchor == Anchor::start ? 0.0 : text.anchor == Anchor::middle ? 0.5 : 1.0;
-        text_.show_on_halo(text.text, halo, static_cast<double>(text.at.x) * unit_,
-                           static_cast<double>(text.at.y) * unit_);
+    PdfLabel label_of(const SketchText& text) const {
+        PdfLabel label;
+        label.text = text.text;
+        label.bold = text.letters == Letters::bold;
+        label.mono = text.letters == Letters::mono;
+        label.light = text.grey;
+        label.white = text.light;
+        label.size = static_cast<double>(text.size) * unit_;
+        label.x = static_cast<double>(text.at.x) * unit_;
+        label.y = static_cast<double>(text.at.y) * unit_;
+        label.anchor = text.anchor == Anchor::start ? 0.0 : text.anchor == Anchor::middle ? 0.5 : 1.0;
+        return label;
     }
 
     cairo_t* page_;

@@ -1,6 +1,7 @@
 #include "documents/pdf_table.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace documents {
 namespace {
@@ -8,6 +9,13 @@ namespace {
 constexpr double column_gap = 9.0, tick_width = 17.0, padding = 4.5, base = 9.6;
 
 double base_of(PdfSize size) { return size == PdfSize::small ? 8.2 : base; }
+
+/// With two places, whatever the locale's point is.
+std::string decimal_of(double number) {
+    const auto hundredths = static_cast<std::int64_t>(std::abs(number) * 100);
+    const std::string rest = std::to_string(100 + hundredths % 100);
+    return (number < 0.0 ? "-" : "") + std::to_string(hundredths / 100) + '.' + rest.substr(1);
+}
 
 } // namespace
 
@@ -23,8 +31,8 @@ struct PdfTable::LaidRow {
     std::string link, place;
 };
 
-PdfTable::PdfTable(cairo_t* page, PdfText& text, const PdfPaper& paper, const List& list)
-    : page_(page), text_(text), paper_(paper), list_(list) {
+PdfTable::PdfTable(const PdfInk& ink, const PdfPaper& paper, const List& list)
+    : page_(ink.page), text_(ink.text), strokes_(ink.strokes), paper_(paper), list_(list) {
     for (std::size_t i = 0; i < list.columns.size(); ++i)
         if (!list.columns[i].title.empty()) columns_.push_back({i, 0.0, 0.0, 0.0, 0.0});
     measure();
@@ -61,6 +69,7 @@ void PdfTable::measure(const Row& row) {
         for (const Line& line : row.cells[column.index].lines) {
             const double width = text_.width_of(line, PdfSize::body);
             column.natural = std::max(column.natural, width);
+            if (width <= column.least) continue;
             const double least = wrap == Wrap::none    ? width
                                  : wrap == Wrap::words ? text_.widest_word(line, PdfSize::body)
                                                        : std::min(width, 40.0);
@@ -124,7 +133,7 @@ void PdfTable::draw_head(double y) {
             line_y += line_height_of(PdfSize::small);
         }
     }
-    draw_rule(page_, paper_.left(), paper_.right(), y + head_height_ - 3.0, 0.9, 0.15);
+    strokes_.rule(paper_.left(), paper_.right(), y + head_height_ - 3.0, 0.9, 0.15);
 }
 
 std::shared_ptr<PdfTable::LaidRow> PdfTable::lay(const Row& row) {
@@ -193,12 +202,7 @@ void PdfTable::add_band(std::vector<PdfBlock>& blocks, const Row& row) {
         cairo_rectangle(page_, paper_.left(), y, paper_.room(), height);
         cairo_clip(page_);
         cairo_set_source_rgb(page_, 0.86, 0.86, 0.86);
-        cairo_set_line_width(page_, 2.4);
-        for (double x = paper_.left() - height; x < paper_.right(); x += 9.0) {
-            cairo_move_to(page_, x, y + height);
-            cairo_line_to(page_, x + height, y);
-        }
-        cairo_stroke(page_);
+        put_hatch(page_, {paper_.left(), y, paper_.right(), y + height}, 9.0, 2.4, 1.0);
         cairo_restore(page_);
         double line_y = y + base + 3.0;
         for (const PdfLine& line : *lines) {
@@ -209,7 +213,7 @@ void PdfTable::add_band(std::vector<PdfBlock>& blocks, const Row& row) {
             text_.show(line, x, line_y);
             line_y += line_height_of(PdfSize::body);
         }
-        draw_rule(page_, paper_.left(), paper_.right(), y + height, 0.4, 0.75);
+        strokes_.rule(paper_.left(), paper_.right(), y + height, 0.4, 0.75);
     };
     if (!blocks.empty() && blocks.back().row) blocks.back().with_next = true;
     blocks.push_back(std::move(block));
@@ -217,40 +221,36 @@ void PdfTable::add_band(std::vector<PdfBlock>& blocks, const Row& row) {
 
 void PdfTable::draw(const LaidRow& row, std::size_t from, std::size_t to, double y, double height, bool total) {
     if (from == 0 && !row.place.empty()) {
-        const std::string attributes = "name='" + row.place + "'";
+        const std::string attributes =
+            "name='" + row.place + "' x=" + decimal_of(paper_.left()) + " y=" + decimal_of(y);
         cairo_tag_begin(page_, CAIRO_TAG_DEST, attributes.c_str());
         cairo_tag_end(page_, CAIRO_TAG_DEST);
     }
     if (row.row->tick && from == 0) {
-        cairo_set_source_rgb(page_, 0.07, 0.07, 0.07);
-        cairo_set_line_width(page_, 0.8);
-        cairo_rectangle(page_, paper_.left() + 0.5, y + padding + 1.2, 8.6, 8.6);
-        cairo_stroke(page_);
+        strokes_.box(paper_.left() + 0.5, y + padding + 1.2, 8.6);
     }
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-        const PageColumn& column = columns_[i];
-        const bool right = list_.columns[column.index].align == Align::right;
-        const bool linked = i == 0 && from == 0;
-        if (linked) begin_link(page_, row.link);
-        for (std::size_t k = from; k < std::min(to, row.cells[i].size()); ++k) {
+    // Line by line, as letters on one base line cost less.
+    for (std::size_t k = from; k < to; ++k)
+        for (std::size_t i = 0; i < columns_.size(); ++i) {
+            if (row.cells[i].size() <= k) continue;
+            const PageColumn& column = columns_[i];
             const PdfLine& line = row.cells[i][k];
+            const bool right = list_.columns[column.index].align == Align::right;
             text_.show(line, column.x + (right ? column.width - line.width : 0.0),
                        y + padding + base + static_cast<double>(k - from) * line_height_of(PdfSize::body));
         }
-        if (linked) end_link(page_, row.link);
-    }
-    if (total && from == 0) draw_rule(page_, paper_.left(), paper_.right(), y, 0.9, 0.15);
+    if (from == 0 && !row.link.empty() && !columns_.empty())
+        put_link(page_, row.link, columns_[0].x, y + padding, columns_[0].width, line_height_of(PdfSize::body));
+    if (total && from == 0) strokes_.rule(paper_.left(), paper_.right(), y, 0.9, 0.15);
     if (row.notes.empty() && to == row.lines && !total)
-        draw_rule(page_, paper_.left(), paper_.right(), y + height, 0.4, 0.75);
+        strokes_.rule(paper_.left(), paper_.right(), y + height, 0.4, 0.75);
 }
 
 void PdfTable::draw_notes(const LaidRow& row, double y) {
     double at = y - 2.0;
     for (const LaidRow::LaidNote& note : row.notes) {
         const double height = static_cast<double>(note.lines.size()) * line_height_of(PdfSize::small);
-        cairo_set_source_rgb(page_, 0.07, 0.07, 0.07);
-        cairo_rectangle(page_, notes_x_, at, 2.6, height);
-        cairo_fill(page_);
+        strokes_.bar(notes_x_, at, 2.6, height);
         double line_y = at + base_of(PdfSize::small);
         for (const PdfLine& line : note.lines) {
             text_.show(line, notes_x_ + 8.0, line_y);
@@ -258,25 +258,16 @@ void PdfTable::draw_notes(const LaidRow& row, double y) {
         }
         at += height + 4.0;
     }
-    draw_rule(page_, paper_.left(), paper_.right(), y + row.notes_height, 0.4, 0.75);
+    strokes_.rule(paper_.left(), paper_.right(), y + row.notes_height, 0.4, 0.75);
 }
 
-void draw_rule(cairo_t* page, double left, double right, double y, double width, double grey) {
-    cairo_set_source_rgb(page, grey, grey, grey);
-    cairo_set_line_width(page, width);
-    cairo_move_to(page, left, y);
-    cairo_line_to(page, right, y);
-    cairo_stroke(page);
-}
-
-void begin_link(cairo_t* page, const std::string& place) {
-    if (place.empty()) return;
-    const std::string attributes = "dest='" + place + "'";
+void put_link(cairo_t* page, const std::string& place, double x, double y, double width, double height) {
+    std::string rect;
+    for (const double number : {x, y, width, height})
+        rect += (rect.empty() ? "" : " ") + decimal_of(number);
+    const std::string attributes = "dest='" + place + "' rect=[" + rect + ']';
     cairo_tag_begin(page, CAIRO_TAG_LINK, attributes.c_str());
-}
-
-void end_link(cairo_t* page, const std::string& place) {
-    if (!place.empty()) cairo_tag_end(page, CAIRO_TAG_LINK);
+    cairo_tag_end(page, CAIRO_TAG_LINK);
 }
 
 } // namespace documents

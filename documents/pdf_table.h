@@ -2,6 +2,7 @@
 // The columns of a list on a page, and its rows as blocks.
 
 #include "documents/pdf_pages.h"
+#include "documents/pdf_strokes.h"
 
 #include <memory>
 #include <string>
@@ -9,9 +10,16 @@
 
 namespace documents {
 
+/// What puts something on the pages; outlives all that uses it.
+struct PdfInk {
+    cairo_t* page;
+    PdfText& text;
+    PdfStrokes& strokes;
+};
+
 class PdfTable {
 public:
-    PdfTable(cairo_t* page, PdfText& text, const PdfPaper& paper, const List& list);
+    PdfTable(const PdfInk& ink, const PdfPaper& paper, const List& list);
 
     double head_height() const { return head_height_; }
     void draw_head(double y);
@@ -40,6 +48,7 @@ private:
 
     cairo_t* page_;
     PdfText& text_;
+    PdfStrokes& strokes_;
     const PdfPaper& paper_;
     const List& list_;
     bool ticks_ = false;
@@ -49,10 +58,7 @@ private:
     double notes_x_ = 0.0;
 };
 
-/// A thin line across the page.
-void draw_rule(cairo_t* page, double left, double right, double y, double width, double grey);
-/// Something as a link to a place; nothing around it where that is empty.
-void begin_link(cairo_t* page, const std::string& place);
-void end_link(cairo_t* page, const std::string& place);
+/// Leads from an area of the page to a place.
+void put_link(cairo_t* page, const std::string& place, double x, double y, double width, double height);
 
 } // namespace documents

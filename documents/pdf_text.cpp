@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <stdexcept>
+#include <tuple>
 
 namespace documents {
 namespace {
@@ -12,13 +14,15 @@ namespace {
 constexpr double sizes[] = {16.0, 9.5, 8.0}, line_heights[] = {21.0, 13.0, 11.0};
 constexpr double greys[] = {0.07, 0.07, 0.42};
 
-bool is_plain(const std::string& text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7F; });
-}
-
 std::size_t index_of(const PdfStyle& style) {
     return static_cast<std::size_t>(style.size) * 4 + (style.weight == Weight::strong ? 2U : 0U) +
            (style.mono ? 1U : 0U);
+}
+
+double grey_of(const PdfStyle& style) { return greys[static_cast<std::size_t>(style.weight)]; }
+
+PdfStyle style_of(const PdfLabel& label) {
+    return {PdfSize::body, label.bold ? Weight::strong : label.light ? Weight::light : Weight::plain, label.mono};
 }
 
 /// What shaped texts are kept by.
@@ -99,20 +103,46 @@ void PdfText::load(Face& face, const PdfStyle& style) {
     if (font == nullptr) throw std::runtime_error("no font was found");
     face.font = cairo_scaled_font_reference(pango_cairo_font_get_scaled_font(PANGO_CAIRO_FONT(font)));
     g_object_unref(font);
-    for (int i = 0; i < printed; ++i) {
-        const char text[] = {static_cast<char>(first_printed + i), '\0'};
-        cairo_glyph_t* glyphs = nullptr;
-        int count = 0;
-        cairo_scaled_font_text_to_glyphs(face.font, 0.0, 0.0, text, 1, &glyphs, &count, nullptr, nullptr, nullptr);
-        const auto place = static_cast<std::size_t>(i);
-        if (count == 1) {
-            cairo_text_extents_t extents;
-            cairo_scaled_font_glyph_extents(face.font, glyphs, 1, &extents);
-            face.glyphs[place] = glyphs[0].index;
-            face.widths[place] = extents.x_advance;
-        }
-        cairo_glyph_free(glyphs);
+    for (char32_t code = first_printed; code < behind_printed; ++code)
+        load(face, code);
+}
+
+void PdfText::load(Face& face, char32_t code) {
+    const bool two_bytes = code >= 0x80;
+    const char text[] = {static_cast<char>(two_bytes ? 0xC0 | code >> 6 : code),
+                         static_cast<char>(two_bytes ? 0x80 | (code & 0x3F) : 0), '\0'};
+    cairo_glyph_t* glyphs = nullptr;
+    int count = 0;
+    cairo_scaled_font_text_to_glyphs(face.font, 0.0, 0.0, text, -1, &glyphs, &count, nullptr, nullptr, nullptr);
+    if (count == 1 && glyphs[0].index != 0 && display_width(code) == 1) {
+        cairo_text_extents_t extents;
+        cairo_scaled_font_glyph_extents(face.font, glyphs, 1, &extents);
+        face.letters[code - first_printed] = {glyphs[0].index, extents.x_advance};
     }
+    cairo_glyph_free(glyphs);
+}
+
+/// Null of one that goes through Pango.
+const PdfText::Face::Letter* PdfText::Face::letter(char32_t code) const {
+    if (code < first_printed || code >= behind_printed) return nullptr;
+    const Letter& letter = letters[code - first_printed];
+    return letter.width < 0.0 ? nullptr : &letter;
+}
+
+bool PdfText::put(const Face& face, std::string_view text, double x, double y, Glyphs& glyphs) {
+    const std::size_t before = glyphs.size();
+    while (!text.empty()) {
+        const CodePoint next = next_code(text);
+        const Face::Letter* const letter = face.letter(next.code);
+        if (letter == nullptr) {
+            glyphs.resize(before);
+            return false;
+        }
+        glyphs.push_back({letter->glyph, x, y});
+        x += letter->width;
+        text.remove_prefix(next.bytes);
+    }
+    return true;
 }
 
 const PdfText::Shaped& PdfText::shaped(const std::string& text, const PdfStyle& style) {
@@ -128,11 +158,15 @@ const PdfText::Shaped& PdfText::shaped(const std::string& text, const PdfStyle& 
 }
 
 double PdfText::width_of(const std::string& text, const PdfStyle& style) {
-    if (!is_plain(text)) return shaped(text, style).width;
     const Face& face = face_of(style);
     double width = 0.0;
-    for (const char c : text)
-        width += face.widths[static_cast<std::size_t>(c - first_printed)];
+    for (std::string_view rest = text; !rest.empty();) {
+        const CodePoint next = next_code(rest);
+        const Face::Letter* const letter = face.letter(next.code);
+        if (letter == nullptr) return shaped(text, style).width;
+        width += letter->width;
+        rest.remove_prefix(next.bytes);
+    }
     return width;
 }
 
@@ -196,8 +230,24 @@ void PdfText::append_parts(std::vector<PdfLine>& lines, const std::string& word,
     put();
 }
 
+PdfLine PdfText::whole(const Line& line, PdfSize size) {
+    PdfLine made;
+    for (const Run& run : line) {
+        std::string text = clean(run.text);
+        if (text.empty()) continue;
+        const PdfStyle style{size, run.weight, run.mono};
+        const double width = width_of(text, style);
+        made.spans.push_back({made.width, width, std::move(text), style});
+        made.width += width;
+    }
+    return made;
+}
+
 std::vector<PdfLine> PdfText::broken(const Line& line, PdfSize size, double width, bool anywhere) {
-    std::vector<PdfLine> lines(1);
+    std::vector<PdfLine> lines;
+    lines.push_back(whole(line, size));
+    if (lines.front().width <= width) return lines;
+    lines.assign(1, {});
     for (const Words& word : words_in(line, size)) {
         if (anywhere && lines.back().width + width_of(word.text, word.style) > width)
             append_parts(lines, word.text, word.style, width);
@@ -208,24 +258,29 @@ std::vector<PdfLine> PdfText::broken(const Line& line, PdfSize size, double widt
 }
 
 void PdfText::show(const std::string& text, const PdfStyle& style, double x, double y) {
-    if (text.empty()) return;
-    const double grey = white_ ? 1.0 : greys[static_cast<std::size_t>(style.weight)];
+    const bool light = style.weight == Weight::light;
+    if (!put(face_of(style), text, x, y, held_[index_of(style) * 2 + (light ? 1U : 0U)]))
+        show_shaped(text, style, grey_of(style), x, y);
+}
+
+void PdfText::show_shaped(const std::string& text, const PdfStyle& style, double grey, double x, double y) {
     cairo_set_source_rgb(page_, grey, grey, grey);
-    if (!is_plain(text)) {
-        cairo_move_to(page_, x, y);
-        pango_cairo_show_layout_line(page_, pango_layout_get_line_readonly(shaped(text, style).layout, 0));
-        return;
-    }
-    const Face& face = face_of(style);
-    std::vector<cairo_glyph_t> glyphs;
-    glyphs.reserve(text.size());
-    for (const char c : text) {
-        const auto place = static_cast<std::size_t>(c - first_printed);
-        glyphs.push_back({face.glyphs[place], x, y});
-        x += face.widths[place];
-    }
+    cairo_move_to(page_, x, y);
+    pango_cairo_show_layout_line(page_, pango_layout_get_line_readonly(shaped(text, style).layout, 0));
+}
+
+void PdfText::show(const Face& face, const Glyphs& glyphs, double grey) {
+    cairo_set_source_rgb(page_, grey, grey, grey);
     cairo_set_scaled_font(page_, face.font);
     cairo_show_glyphs(page_, glyphs.data(), static_cast<int>(glyphs.size()));
+}
+
+void PdfText::flush() {
+    for (std::size_t i = 0; i < held_.size(); ++i) {
+        if (held_[i].empty()) continue;
+        show(faces_[i / 2], held_[i], greys[i % 2 == 0 ? 0 : 2]);
+        held_[i].clear();
+    }
 }
 
 void PdfText::show(const PdfLine& line, double x, double y) {
@@ -233,30 +288,47 @@ void PdfText::show(const PdfLine& line, double x, double y) {
         show(span.text, span.style, x + span.x, y);
 }
 
-void PdfText::show_on_halo(const std::string& text, const Halo& halo, double x, double y) {
-    const std::string cleaned = clean(text);
-    const PdfStyle style{PdfSize::body,
-                         halo.bold    ? Weight::strong
-                         : halo.light ? Weight::light
-                                      : Weight::plain,
-                         halo.mono};
-    const double scale = halo.size / points_of(PdfSize::body), width = width_of(cleaned, style) * scale;
-    x -= halo.anchor * width;
-    if (!halo.white) {
-        cairo_set_source_rgb(page_, 1.0, 1.0, 1.0);
-        cairo_rectangle(page_, x - 1.0, y - halo.size * 0.8, width + 2.0, halo.size);
-        cairo_fill(page_);
+void PdfText::show(const std::vector<PdfLabel>& labels) {
+    struct Placed {
+        const PdfLabel* label;
+        PdfStyle style;
+        double scale, x, width;
+        std::string text;
+    };
+    std::vector<Placed> all;
+    for (const PdfLabel& label : labels) {
+        const PdfStyle style = style_of(label);
+        std::string text = clean(label.text);
+        const double scale = label.size / points_of(style.size), width = width_of(text, style) * scale;
+        all.push_back({&label, style, scale, label.x - label.anchor * width, width, std::move(text)});
+        if (label.white) continue;
+        cairo_rectangle(page_, all.back().x - 1.0, label.y - label.size * 0.8, width + 2.0, label.size);
     }
+    cairo_set_source_rgb(page_, 1.0, 1.0, 1.0);
+    cairo_fill(page_);
+
+    std::map<std::tuple<double, double, std::size_t>, Glyphs> held; // by size, grey and font
+    for (const Placed& one : all) {
+        const double grey = one.label->white ? 1.0 : grey_of(one.style), y = one.label->y;
+        Glyphs& glyphs = held[{one.scale, grey, index_of(one.style)}];
+        if (put(face_of(one.style), one.text, one.x / one.scale, y / one.scale, glyphs)) continue;
+        show_scaled(one.scale, [&] { show_shaped(one.text, one.style, grey, one.x / one.scale, y / one.scale); });
+    }
+    for (const auto& [kind, glyphs] : held)
+        if (!glyphs.empty())
+            show_scaled(std::get<0>(kind), [&, &look = kind, &letters = glyphs] {
+                show(faces_[std::get<2>(look)], letters, std::get<1>(look));
+            });
+}
+
+void PdfText::show_scaled(double scale, const std::function<void()>& show) {
     cairo_save(page_);
-    cairo_translate(page_, x, y);
     cairo_scale(page_, scale, scale);
     // A font that was set before is taken again at its old scale, unless another one was used since.
     cairo_set_font_size(page_, 1.0);
     cairo_get_scaled_font(page_);
     cairo_set_font_size(page_, 2.0);
-    white_ = halo.white;
-    show(cleaned, style, 0.0, 0.0);
-    white_ = false;
+    show();
     cairo_restore(page_);
 }
 
