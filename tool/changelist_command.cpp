@@ -59,11 +59,6 @@ struct ProvableList {
 constexpr ProvableList provable_lists[] = {{detailed_changes, "changes", "chg_verbose_list"},
                                            {bench_changes, "bench", "chg_bench_list"}};
 
-std::vector<std::string> joined(std::vector<std::string> all, const std::vector<std::string>& more) {
-    all.insert(all.end(), more.begin(), more.end());
-    return all;
-}
-
 /// The tables of both cuts, the old one's first.
 std::vector<std::string> tables_of(const ChangelistJob& job) { return joined(job.old_reels, job.new_reels); }
 

@@ -13,6 +13,7 @@
 #include <iosfwd>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace tool {
 
@@ -33,7 +34,9 @@ class ListedFilm {
 public:
     /// `log` is empty without one. Throws `JobError`.
     ListedFilm(const EditPtr& edit, const std::string& log)
-        : listed_(edit), log_(log.empty() ? nullptr : open_log_rows(log)) {}
+        : ListedFilm(edit, std::shared_ptr<const film::LogRows>(log.empty() ? nullptr : open_log_rows(log))) {}
+    /// The same with a log that is open already, for several edits; null without one.
+    ListedFilm(const EditPtr& edit, std::shared_ptr<const film::LogRows> log) : listed_(edit), log_(std::move(log)) {}
 
     const EditPtr& edit() const { return listed_.edit(); }
     /// Null without one.
@@ -41,7 +44,7 @@ public:
 
 private:
     const ListedEdit listed_;
-    const std::unique_ptr<film::LogRows> log_;
+    const std::shared_ptr<const film::LogRows> log_;
 };
 
 /// How a channel is checked, by the options that its lists have.

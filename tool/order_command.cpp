@@ -43,11 +43,6 @@ struct OrderJob {
     CheckChoices checks;
 };
 
-std::vector<std::string> joined(std::vector<std::string> all, const std::vector<std::string>& more) {
-    all.insert(all.end(), more.begin(), more.end());
-    return all;
-}
-
 void check_files(const OrderJob& job) {
     std::vector<std::string> inputs = joined(job.edit.paths, job.had);
     if (!job.log.empty()) inputs.push_back(job.log);
@@ -74,12 +69,13 @@ std::string add_table(const std::string& path, int reel, film::ReelNeeds& all) {
     return head.parameter("edit_name");
 }
 
-std::string add_edit(const OrderJob& job, const std::string& path, int reel, film::ReelNeeds& all) {
+std::string add_edit(const OrderJob& job, const std::shared_ptr<const film::LogRows>& log, const std::string& path,
+                     int reel, film::ReelNeeds& all) {
     EditInput input = job.edit;
     input.paths = {path};
     embedded::Warnings warnings;
     const EditPtr edit = open_edit(input, warnings);
-    const ListedFilm film(edit, job.log);
+    const ListedFilm film(edit, log);
     const film::CheckOptions check = check_options(input, job.channel, job.log, false, job.options, job.checks);
     const film::Findings findings = check_film(film, check, warnings);
     tell_kinds(findings, job.output.quiet, std::cerr);
@@ -95,10 +91,11 @@ OrderInput input_of(const std::string& path, const std::string& name) {
 }
 
 void add_reels(const OrderJob& job, OrderToTell& order) {
+    const std::shared_ptr<const film::LogRows> log = job.log.empty() ? nullptr : open_log_rows(job.log);
     film::ReelNeeds all;
     for (const std::string& path : job.edit.paths) {
         const int reel = static_cast<int>(order.reels.size());
-        const std::string name = is_edit(path) ? add_edit(job, path, reel, all) : add_table(path, reel, all);
+        const std::string name = is_edit(path) ? add_edit(job, log, path, reel, all) : add_table(path, reel, all);
         order.reels.push_back(input_of(path, name));
     }
     order.all_needs = std::move(all.needs);

@@ -56,7 +56,7 @@ void add_columns(TextTable& table) {
 }
 
 void add_piece(TextTable& table, const OrderToTell& order, const OrderPiece& piece, std::size_t number) {
-    const PieceFacts facts = facts_of(order, piece);
+    const film::PieceFacts facts = film::facts_of(order, piece);
     const std::int64_t frames = piece.frames.length();
     table.add_row({std::to_string(number), order.by_roll ? "" : name_of(piece.run),
                    piece.run.text_at(piece.frames.first), piece.run.text_at(piece.frames.last), std::to_string(frames),

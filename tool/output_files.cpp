@@ -183,6 +183,11 @@ std::string plain_copy_of(const std::string& input) {
     return copy;
 }
 
+std::vector<std::string> joined(std::vector<std::string> all, const std::vector<std::string>& more) {
+    all.insert(all.end(), more.begin(), more.end());
+    return all;
+}
+
 void check_named_input(const std::string& path) {
     if (path.empty()) throw JobError(shown(path) + ": names no file");
 }

@@ -29,6 +29,9 @@ std::string work_file(const char* name);
 /// or a device.
 std::string plain_copy_of(const std::string& input);
 
+/// All files of two lists of them.
+std::vector<std::string> joined(std::vector<std::string> all, const std::vector<std::string>& more);
+
 /// Throws `JobError` where a name is empty.
 void check_named_input(const std::string& path);
 /// Throws `JobError` unless the report and the files beside it can be made: the report's folder is there and
