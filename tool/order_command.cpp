@@ -1,17 +1,13 @@
 // "quillbrook order": what film is to be pulled or scanned for the reels of a programme.
 
-#include "embedded/crc32.h"
-#include "embedded/services.h"
 #include "tool/command.h"
-#include "tool/cut_tables.h"
-#include "tool/cutlist_table.h"
-#include "tool/event_rows.h"
 #include "tool/film_check.h"
 #include "tool/key_values.h"
-#include "tool/open_edit.h"
+#include "tool/open_logs.h"
 #include "tool/order_file.h"
 #include "tool/order_text.h"
 #include "tool/output_files.h"
+#include "tool/reel_films.h"
 #include "tool/run_setup.h"
 #include "tool/shared_options.h"
 #include "tool/tool_logger.h"
@@ -60,43 +56,13 @@ void check_files(const OrderJob& job) {
     if (!job.log.empty()) check_is_log_table(job.log);
 }
 
-/// Each adds what the reel needs, and gives the name of its edit.
-std::string add_table(const std::string& path, int reel, film::ReelNeeds& all) {
-    check_kind(path, {formats::FileKind::cutlist}, "an edit or a cutlist table (.cdb)");
-    const CutlistTable head(path, 1);
-    if (!head.is_readable()) throw JobError(path + ": couldn't be read");
-    film::add_needs(film::film_of_table(recdb(wide_path(path), INT_MAX, false)), nullptr, reel, all);
-    return head.parameter("edit_name");
-}
-
-std::string add_edit(const OrderJob& job, const std::shared_ptr<const film::LogRows>& log, const std::string& path,
-                     int reel, film::ReelNeeds& all) {
-    EditInput input = job.edit;
-    input.paths = {path};
-    embedded::Warnings warnings;
-    const EditPtr edit = open_edit(input, warnings);
-    const ListedFilm film(edit, log);
-    const film::CheckOptions check = check_options(input, job.channel, job.log, false, job.options, job.checks);
-    const film::Findings findings = check_film(film, check, warnings);
-    tell_kinds(findings, job.output.quiet, std::cerr);
-    if (job.checks.strict && fails(findings, true)) throw JobError(path + ": is in doubt");
-    film::add_needs(film::film_of_edit(film.edit(), check.uses, film.log()), film.log(), reel, all);
-    return narrow(edit->getName());
-}
-
-OrderInput input_of(const std::string& path, const std::string& name) {
-    std::string bytes, why;
-    if (!embedded::read_file(path, &bytes, &why)) throw JobError(path + ": " + why);
-    return {path, name, embedded::crc32(bytes)};
-}
-
-void add_reels(const OrderJob& job, OrderToTell& order) {
-    const std::shared_ptr<const film::LogRows> log = job.log.empty() ? nullptr : open_log_rows(job.log);
+void add_reels(const OrderJob& job, film::OrderToTell& order) {
+    const ReelReader reader({job.edit, job.channel, job.log, job.options, job.checks, job.output.quiet});
     film::ReelNeeds all;
     for (const std::string& path : job.edit.paths) {
-        const int reel = static_cast<int>(order.reels.size());
-        const std::string name = is_edit(path) ? add_edit(job, log, path, reel, all) : add_table(path, reel, all);
-        order.reels.push_back(input_of(path, name));
+        ReelFilm reel = reader.read(path);
+        film::add_needs(reel.film, reel.log, static_cast<int>(order.reels.size()), all);
+        order.reels.push_back(std::move(reel.input));
     }
     order.all_needs = std::move(all.needs);
     order.unknown = std::move(all.unknown);

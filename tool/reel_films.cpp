@@ -1,0 +1,58 @@
+#include "tool/reel_films.h"
+
+#include "embedded/crc32.h"
+#include "embedded/services.h"
+#include "tool/cut_tables.h"
+#include "tool/cutlist_table.h"
+#include "tool/event_rows.h"
+#include "tool/open_edit.h"
+#include "tool/tool_error.h"
+#include "tool/wrong_file.h"
+
+#include <climits>
+#include <iostream>
+
+namespace tool {
+namespace {
+
+film::OrderInput input_of(const std::string& path, const std::string& name) {
+    std::string bytes, why;
+    if (!embedded::read_file(path, &bytes, &why)) throw JobError(path + ": " + why);
+    return {path, name, embedded::crc32(bytes)};
+}
+
+void leave_out_meetings(film::Findings& findings) {
+    std::erase_if(findings, [](const film::Finding& finding) {
+        return finding.code == film::Code::used_twice || finding.code == film::Code::too_close;
+    });
+}
+
+} // namespace
+
+ReelFilm ReelReader::read(const std::string& path) const { return is_edit(path) ? read_edit(path) : read_table(path); }
+
+ReelFilm ReelReader::read_table(const std::string& path) const {
+    check_kind(path, {formats::FileKind::cutlist}, "an edit or a cutlist table (.cdb)");
+    const CutlistTable head(path, 1);
+    if (!head.is_readable()) throw JobError(path + ": couldn't be read");
+    return {input_of(path, head.parameter("edit_name")), film::film_of_table(recdb(wide_path(path), INT_MAX, false)),
+            nullptr};
+}
+
+ReelFilm ReelReader::read_edit(const std::string& path) const {
+    EditInput input = reading_.edit;
+    input.paths = {path};
+    embedded::Warnings warnings;
+    const EditPtr edit = open_edit(input, warnings);
+    const ListedFilm film(edit, log_);
+    const film::CheckOptions check =
+        check_options(input, reading_.channel, reading_.log, false, reading_.options, reading_.checks);
+    film::Findings findings = check_film(film, check, warnings);
+    if (!reading_.tells_meetings) leave_out_meetings(findings);
+    tell_kinds(findings, reading_.quiet, std::cerr);
+    if (reading_.checks.strict && fails(findings, true)) throw JobError(path + ": is in doubt");
+    return {input_of(path, narrow(edit->getName())), film::film_of_edit(film.edit(), check.uses, film.log()),
+            film.log()};
+}
+
+} // namespace tool
