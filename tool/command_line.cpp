@@ -76,6 +76,14 @@ private:
         });
         return parser.add_option(option.name, target.paths.get(), option.help);
     }
+    CLI::Option* add(CLI::App& parser, const Option& option, const InputGroups& target) {
+        takes_.push_back([this, &target] {
+            for (std::vector<std::string>& group : target.groups.get())
+                for (std::string& path : group)
+                    name_standard_input(path);
+        });
+        return parser.add_option(option.name, target.groups.get(), option.help);
+    }
     CLI::Option* add(CLI::App& parser, const Option& option, const OneText& target) {
         Raw& raw = raws_.emplace_back(Raw{false, target.preset, {}});
         CLI::Option* added = parser.add_option(option.name, raw.text, option.help);

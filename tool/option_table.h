@@ -12,6 +12,7 @@
 //     std::vector<std::string>&   one or more values
 //     WholeNumber                 a number within limits, preset to what it is
 //     InputFile, InputFiles       a file, or one or more, to be read; "-" is standard input
+//     InputGroups                 one or more files each time, as often as one likes
 //     OneText                     one value, turned into what the job holds
 //     EachText                    one value each time, as often as one likes
 //
@@ -46,6 +47,11 @@ struct InputFiles {
     std::reference_wrapper<std::vector<std::string>> paths;
 };
 
+/// The files of each time that the option stands on the line.
+struct InputGroups {
+    std::reference_wrapper<std::vector<std::vector<std::string>>> groups;
+};
+
 /// `take` throws `UsageError`.
 struct OneText {
     std::function<void(const std::string& text)> take;
@@ -61,7 +67,7 @@ struct EachText {
 using Target =
     std::variant<std::reference_wrapper<bool>, std::reference_wrapper<std::string>,
                  std::reference_wrapper<std::optional<std::string>>, std::reference_wrapper<std::vector<std::string>>,
-                 WholeNumber, Switch, InputFile, InputFiles, OneText, EachText>;
+                 WholeNumber, Switch, InputFile, InputFiles, InputGroups, OneText, EachText>;
 
 enum class Needed : bool { no, yes };
 
