@@ -6,7 +6,8 @@ import sys
 
 sys.dont_write_bytecode = True
 
-from make import crossing, desert, ferry, ferryman, harbour, heron, lantern, market, newsroom, reel, weir  # noqa: E402
+from make import (crossing, desert, ferry, ferryman, harbour, heron, lantern, market, newsroom, reel,  # noqa: E402
+                  weir, weir_later)
 from make.otio import write, write_text  # noqa: E402
 
 EXAMPLES = {
@@ -27,6 +28,8 @@ def main():
         write(folder / name, example.edit())
     for name, edit in weir.EDITS.items():
         write(folder / "recut" / (name + ".otio"), edit())
+    for name, edit in weir_later.EDITS.items():
+        write(folder / "versions" / (name + ".otio"), edit())
     for name, text in ferryman.FILES.items():
         write_text(folder / "edl" / name, text())
     write(folder / "formats" / "crossing.otio", crossing.otio())

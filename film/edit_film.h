@@ -38,6 +38,7 @@ struct EditFilm {
     Strips strips; ///< `Strip::item` is a place in `events`
     std::vector<FilmEvent> events;
     std::vector<Optical> opticals;
+    std::vector<int> effects; ///< numbers of the opticals that effects make, in order; the others chain transitions
 };
 
 /// See `uses_of_edit`.

@@ -26,6 +26,16 @@ struct Stretch {
     int number = 0, optical = 0, layer = 0;
 };
 
+/// The numbers of those that effects make; several may share one.
+std::vector<int> effects_among(const std::vector<Optical>& opticals) {
+    std::vector<int> numbers;
+    for (const Optical& optical : opticals)
+        if (!optical.channels.empty() && !optical.error) numbers.push_back(optical.number);
+    std::sort(numbers.begin(), numbers.end());
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
+    return numbers;
+}
+
 class EditUses {
 public:
     EditUses(const EditPtr& edit, const UseOptions& options, const LogRows* log)
@@ -37,7 +47,8 @@ public:
         else
             add_sound();
         sort_strips(strips_);
-        return {std::move(strips_), std::move(events_), std::move(opticals_)};
+        std::vector<int> effects = effects_among(opticals_);
+        return {std::move(strips_), std::move(events_), std::move(opticals_), std::move(effects)};
     }
 
 private:

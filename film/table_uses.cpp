@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <map>
+#include <set>
 
 namespace film {
 namespace {
@@ -17,6 +18,7 @@ enum Column : unsigned short {
     column_optical_record = 1,
     column_optical = 2,
     column_track = 3,
+    column_optical_layers = 5,
     column_optical_error = 6,
     column_edit_in = 7,
     column_edit_out = 8,
@@ -265,6 +267,18 @@ std::vector<Optical> opticals_in_error(const recdb& table) {
     return opticals;
 }
 
+/// Chains of transitions draw on no layers.
+std::vector<int> effects_of(const recdb& table) {
+    std::set<int> numbers;
+    for (unsigned i = 0; i < table.get_num_records(); ++i) {
+        const dbrecord& record = *table.get_record(i);
+        const bool effect =
+            number_of(record, column_optical_record) != 0 && number_of(record, column_optical_layers) > 0;
+        if (effect && number_of(record, column_optical_error) == 0) numbers.insert(number_of(record, column_optical));
+    }
+    return {numbers.begin(), numbers.end()};
+}
+
 } // namespace
 
 Strips uses_of_table(const recdb& table) { return TableUses(table).run(); }
@@ -280,6 +294,7 @@ EditFilm film_of_table(const recdb& table) {
         film.events[row] = event_of(*table.get_record(row), piece);
     }
     film.opticals = opticals_in_error(table);
+    film.effects = effects_of(table);
     return film;
 }
 
