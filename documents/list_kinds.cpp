@@ -35,6 +35,13 @@ constexpr ListKind<ChangeFilm> change_lists[] = {
     {"transitions", transition_list_of}, {"reels", reel_list_of},
 };
 
+constexpr ListKind<OrderFilm> order_lists[] = {
+    {"order", order_list_of},
+    {"order-longer", longer_list_of},
+    {"order-discard", order_discard_of},
+    {"order-unknown", not_ordered_of},
+};
+
 template <class Film, std::size_t n>
 const ListKind<Film>* kind_of(const ListKind<Film> (&kinds)[n], std::string_view id) {
     const auto* const found =
@@ -60,16 +67,33 @@ Document made_of(const ListKind<Film> (&kinds)[n], const Film& film, const Profi
     return document;
 }
 
+/// Without earlier orders it has nothing to say.
+bool is_of_change_alone(std::string_view id) { return id == "order-longer" || id == "order-discard"; }
+
 } // namespace
 
-bool is_list_id(std::string_view id) { return kind_of(cut_lists, id) || kind_of(change_lists, id); }
+bool is_list_id(std::string_view id) {
+    return kind_of(cut_lists, id) || kind_of(change_lists, id) || kind_of(order_lists, id);
+}
 
 std::vector<std::string> cut_list_ids(const std::vector<std::string>& ids) { return ids_of(cut_lists, ids); }
 
 std::vector<std::string> change_list_ids(const std::vector<std::string>& ids) { return ids_of(change_lists, ids); }
 
+std::vector<std::string> order_list_ids(const std::vector<std::string>& ids, bool change) {
+    std::vector<std::string> found = ids_of(order_lists, ids);
+    if (!change) std::erase_if(found, [](const std::string& id) { return is_of_change_alone(id); });
+    return found;
+}
+
 Document document_of(const CutFilm& cut, const Profile& profile) { return made_of(cut_lists, cut, profile); }
 
 Document document_of(const ChangeFilm& film, const Profile& profile) { return made_of(change_lists, film, profile); }
+
+Document document_of(const OrderFilm& film, const Profile& profile) {
+    Profile chosen = profile;
+    chosen.lists = order_list_ids(profile.lists, film.change);
+    return made_of(order_lists, film, chosen);
+}
 
 } // namespace documents

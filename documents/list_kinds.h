@@ -4,6 +4,7 @@
 #include "documents/change_lists.h"
 #include "documents/cut_film.h"
 #include "documents/document.h"
+#include "documents/order_lists.h"
 #include "documents/profile.h"
 
 #include <string_view>
@@ -19,8 +20,12 @@ std::vector<std::string> cut_list_ids(const std::vector<std::string>& ids);
 /// The same of a recut.
 std::vector<std::string> change_list_ids(const std::vector<std::string>& ids);
 
+/// And of an order; `change`: one that was held against earlier ones.
+std::vector<std::string> order_list_ids(const std::vector<std::string>& ids, bool change);
+
 /// The lists of a profile that a cut has.
 Document document_of(const CutFilm& cut, const Profile& profile);
 Document document_of(const ChangeFilm& film, const Profile& profile);
+Document document_of(const OrderFilm& film, const Profile& profile);
 
 } // namespace documents

@@ -20,38 +20,46 @@ struct KnownProfile {
 
 constexpr const char* bench_columns = "event,start,length,film_length,roll,shot,key";
 constexpr const char* pull_columns = "event,shot,film_length,key,start";
+constexpr const char* order_columns = "scan,roll,key,tape,frames,handles,events,shot";
 constexpr const char* roll_pull_columns = "event,roll,shot,film_length,key,start";
 
 const std::vector<KnownProfile>& known_profiles() {
     static const std::vector<KnownProfile> known = {
         {"",
-         "assembly,pull-roll,opticals,reuse,rolls,scenes,doubts,changes,bench,change-pull,discard,transitions,reels",
+         "assembly,pull-roll,opticals,reuse,rolls,scenes,doubts,changes,bench,change-pull,discard,transitions,"
+         "reels,order,order-longer,order-discard,order-unknown",
          {{"assembly", bench_columns},
           {"pull-roll", pull_columns},
+          {"order", order_columns},
           {"opticals", "layer,roll,shot,film_length,key,place,transition"}}},
         {"assistant",
-         "assembly,pull-scene,scenes,rolls,reuse,doubts,changes,change-pull,discard,reels",
-         {{"assembly", "event,start,length,roll,shot,key,tape"},
+         "assembly,pull-scene,scenes,rolls,reuse,doubts,changes,change-pull,discard,reels,order,order-longer,"
+         "order-discard,order-unknown",
+         {{"order", order_columns},
+          {"assembly", "event,start,length,roll,shot,key,tape"},
           {"pull-scene", "roll,shot,film_length,key,tape,start"}}},
         {"cutter",
-         "assembly,pull-roll,reuse,doubts,bench,change-pull,discard,reels",
-         {{"assembly", bench_columns}, {"pull-roll", pull_columns}}},
+         "assembly,pull-roll,reuse,doubts,bench,change-pull,discard,reels,order,order-longer,order-discard",
+         {{"order", "scan,roll,key,frames,events,shot"}, {"assembly", bench_columns}, {"pull-roll", pull_columns}}},
         {"lab",
-         "rolls,pull-key,opticals,reuse,change-pull",
-         {{"pull-key", roll_pull_columns}, {"opticals", "layer,roll,shot,film_length,key,place,transition"}}},
+         "rolls,pull-key,opticals,reuse,change-pull,order,order-longer",
+         {{"order", "scan,roll,key,frames,handles,shot"},
+          {"pull-key", roll_pull_columns},
+          {"opticals", "layer,roll,shot,film_length,key,place,transition"}}},
         {"optical",
          "opticals,doubts,transitions",
          {{"opticals", "layer,roll,shot,film_length,key,place,transition,speed"}}},
         {"scan",
-         "rolls,pull-roll,pull-tape,change-pull",
-         {{"pull-roll", "shot,film_length,key,tape,length"}, {"pull-tape", "roll,shot,film_length,key,tape"}}},
+         "rolls,pull-roll,pull-tape,change-pull,order,order-longer",
+         {{"order", "scan,roll,key,tape,frames,frame_in,file"},
+          {"pull-roll", "shot,film_length,key,tape,length"},
+          {"pull-tape", "roll,shot,film_length,key,tape"}}},
         {"sound",
          "assembly,pull-tape,doubts,changes",
          {{"assembly", "event,start,length,shot,tape"}, {"pull-tape", "event,shot,film_length,tape,start"}}},
         {"all",
-         "assembly,pull-roll,pull-key,pull-scene,pull-tape,opticals,reuse,rolls,scenes,doubts,changes,bench,change-"
-         "pull,"
-         "discard,transitions,reels",
+         "assembly,pull-roll,pull-key,pull-scene,pull-tape,opticals,reuse,rolls,scenes,doubts,changes,bench,"
+         "change-pull,discard,transitions,reels,order,order-longer,order-discard,order-unknown",
          {}},
     };
     return known;

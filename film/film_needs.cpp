@@ -54,6 +54,8 @@ bool wants_film(const Strip& strip) { return !strip.black && strip.end > strip.s
 
 } // namespace
 
+bool FilmRun::has_key() const { return kind != label_none && label_t_to_key_label_t(kind) == kind; }
+
 LabelPoint FilmRun::point_at(std::int64_t frame) const {
     Count count;
     count.kind = kind;

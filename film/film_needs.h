@@ -24,6 +24,8 @@ struct FilmRun {
     friend bool operator==(const FilmRun& a, const FilmRun& b) { return a.key() == b.key(); }
     friend bool operator<(const FilmRun& a, const FilmRun& b) { return a.key() < b.key(); }
 
+    /// Whether its numbers are key numbers, and not timecode.
+    bool has_key() const;
     LabelPoint point_at(std::int64_t frame) const;
     std::string text_at(std::int64_t frame) const;
 };

@@ -86,11 +86,14 @@ void write_drawings(const std::string& folder, const documents::Document& docume
 
 } // namespace
 
-void add_document_options(OptionTable& options, DocumentFiles& files, const char* json_option) {
+void add_document_options(OptionTable& options, DocumentFiles& files, const char* json_option, bool drawings) {
     options.add({
         {"--html", "FILE", "Lists as one page for a browser and for paper", files.html},
         {"--pdf", "FILE", "The same as pages to be printed", files.pdf},
-        {"--svg", "DIR", "The drawings of these lists, an SVG file each, into a folder", files.svg},
+    });
+    if (drawings)
+        options.add({{"--svg", "DIR", "The drawings of these lists, an SVG file each, into a folder", files.svg}});
+    options.add({
         {"--csv", "DIR", "A CSV file of each list, into a folder", files.csv},
         {json_option, "FILE", "Lists as one JSON document", files.json},
         {"--text", "FILE", "Lists as text in aligned columns, names whole", files.text},

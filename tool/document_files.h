@@ -26,7 +26,8 @@ struct DocumentFiles {
 };
 
 /// --html to --feet. The JSON document has the name `json_option`, as some commands write one of another kind.
-void add_document_options(OptionTable& options, DocumentFiles& files, const char* json_option);
+/// `drawings`: the lists have some.
+void add_document_options(OptionTable& options, DocumentFiles& files, const char* json_option, bool drawings = true);
 
 /// Throws `JobError` where the profile's file can't be read or understood.
 documents::Profile profile_of(const DocumentFiles& files);

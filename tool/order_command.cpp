@@ -5,6 +5,7 @@
 #include "tool/key_values.h"
 #include "tool/open_logs.h"
 #include "tool/order_file.h"
+#include "tool/order_outputs.h"
 #include "tool/order_text.h"
 #include "tool/output_files.h"
 #include "tool/reel_films.h"
@@ -37,6 +38,7 @@ struct OrderJob {
     LibraryOptions options;
     Settings settings;
     CheckChoices checks;
+    OrderOutputs outputs;
 };
 
 void check_files(const OrderJob& job) {
@@ -50,6 +52,7 @@ void check_files(const OrderJob& job) {
         check_output("--json", *job.json, inputs, outputs);
         outputs.push_back(*job.json);
     }
+    outputs = joined(outputs, check_order_outputs(job.outputs, !job.had.empty(), inputs, outputs));
     hold_outputs(outputs, job.output.overwrite);
     for (const std::string& input : inputs)
         check_readable(input);
@@ -145,6 +148,7 @@ int run(const OrderJob& job) {
     make_order(job, order);
     deliver_bytes(job.output.report, order_text(order));
     if (job.json) deliver_bytes(*job.json, order_document(order));
+    write_order_outputs(job.outputs, order, !job.had.empty());
     const bool taken = is_stream(job.output.report) || (job.json && is_stream(*job.json));
     return job.prove ? prove(order, taken ? std::cerr : std::cout) : exit_done;
 }
@@ -197,6 +201,7 @@ void add_options(OptionTable& options, OrderJob& job) {
         quiet(job.output),
     });
     add_check_options(options, job.checks);
+    add_order_outputs(options, job.outputs);
 }
 
 constexpr const char* examples = R"(Examples:

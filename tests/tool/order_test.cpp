@@ -5,10 +5,14 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
+
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
+using testing::StartsWith;
 
 namespace {
 
@@ -128,6 +132,37 @@ TEST_F(Order, SortsPiecesAsAsked) {
     EXPECT_THAT(ordered({recut("weir-new-r1.otio"), "--sort", "edit"}), HasSubstr("    3  A004  FN4401004002+00"));
     EXPECT_THAT(ordered({recut("weir-new-r1.otio"), "--sort", "scene"}), HasSubstr("    1  A001  KJ1020011002+00"));
     EXPECT_EQ(order({recut("weir-new-r1.otio"), "--sort", "colour"}).status, 2);
+}
+
+TEST_F(Order, StandsOnPagesAndInTablesForScripts) {
+    std::filesystem::create_directory(path("csv"));
+    ordered({recut("weir-old-r1.otio"), "--json", "one.json"});
+    ordered({recut("weir-new-r1.otio"), "--handles", "8", "--had", "one.json", "--json", "two.json", "--html", "o.html",
+             "--pdf", "o.pdf", "--text", "o.txt", "--csv", "csv", "--lists-json", "lists.json"});
+    EXPECT_THAT(read("csv/order.csv"),
+                AllOf(StartsWith("row,part,scan,roll,lab_roll,key_first,key_last,offset,tape,timecode_in,timecode_out,"
+                                 "frames,frame_in,head,tail,cut_first,cut_last,events,clip,scene,take,file,"),
+                      HasSubstr("KJ1020011201+08,KJ1020011207+07,,WR001,01:20:01:00,01:20:05:00,96,24,8,8,")));
+    EXPECT_THAT(read("csv/order-longer.csv"), HasSubstr(",KJ1020011202+00,KJ1020011205+15,64,16,one.json: piece 3"));
+    EXPECT_TRUE(exists("csv/order-discard.csv"));
+    EXPECT_THAT(read("o.html"), AllOf(StartsWith("<!DOCTYPE html>"), HasSubstr("Order of what is missing")));
+    EXPECT_THAT(read("o.pdf"), StartsWith("%PDF-"));
+    EXPECT_THAT(read("o.txt"), HasSubstr("| Longer than what was had. one.json: piece 3"));
+    EXPECT_THAT(read("lists.json"), HasSubstr("\"format\": \"quillbrook lists\""));
+    EXPECT_THAT(read("two.json"), HasSubstr("\"format\": \"quillbrook order\""));
+}
+
+TEST_F(Order, ThatFailsLeavesNoPagesBehind) {
+    write("o.html", "old");
+    const ToolResult result =
+        run({"order", recut("weir-old-r1.otio"), "-o", "o.txt", "--html", "o.html", "--json", "j"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("o.html: is there already"));
+    EXPECT_EQ(read("o.html"), "old");
+    EXPECT_FALSE(exists("j"));
+    EXPECT_FALSE(exists("o.txt"));
+    EXPECT_THAT(order({recut("weir-old-r1.otio"), "--text", "t", "--for", "sound"}).err,
+                HasSubstr("the profile names no list of an order"));
 }
 
 } // namespace

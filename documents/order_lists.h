@@ -1,0 +1,34 @@
+#pragma once
+// The lists of an order: what to pull or scan, what of it was had shorter, what no reel uses any more, and what can't
+// be ordered.
+
+#include "documents/document.h"
+#include "film/order_facts.h"
+
+#include <string>
+#include <vector>
+
+namespace documents {
+
+/// An order as its lists see it.
+struct OrderFilm {
+    TitleBlock title;
+    film::OrderToTell order;
+    std::vector<std::string> files; ///< what the scans of each piece are called, by place in the pieces; may be empty
+    bool change = false;            ///< it was held against earlier orders
+    bool frames = false;            ///< lengths in frames, in place of feet and frames
+};
+
+/// The names of its reels, numbered as its uses have them, and their gauge where it is one.
+TitleBlock title_of(const film::OrderToTell& order);
+
+/// The pieces in their order, those of a roll under its name.
+List order_list_of(const OrderFilm& film);
+/// The pieces of which an earlier order holds a part.
+List longer_list_of(const OrderFilm& film);
+/// What earlier orders hold, and no reel uses any more.
+List order_discard_of(const OrderFilm& film);
+/// What has neither key number nor timecode.
+List not_ordered_of(const OrderFilm& film);
+
+} // namespace documents

@@ -1,0 +1,28 @@
+#pragma once
+// What an order is written as beside its text: pages, and tables for scripts.
+
+#include "film/order_facts.h"
+#include "tool/document_files.h"
+#include "tool/option_table.h"
+
+#include <string>
+#include <vector>
+
+namespace tool {
+
+/// What the line says of them.
+struct OrderOutputs {
+    DocumentFiles documents;
+};
+
+void add_order_outputs(OptionTable& options, OrderOutputs& outputs);
+
+/// The files that are wanted, to be held with the order; streams are left out. `change`: earlier orders are given.
+/// Throws `JobError` where one takes the place of one of `inputs` or of one of the `others` that the run makes.
+std::vector<std::string> check_order_outputs(const OrderOutputs& outputs, bool change,
+                                             const std::vector<std::string>& inputs,
+                                             const std::vector<std::string>& others);
+
+void write_order_outputs(const OrderOutputs& outputs, const film::OrderToTell& order, bool change);
+
+} // namespace tool
