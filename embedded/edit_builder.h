@@ -33,6 +33,15 @@ struct LabelDescription {
     std::optional<Fraction> rate;
 };
 
+/// The files that film was scanned to, or is to be: one an image, numbered.
+struct ImageFiles {
+    std::string folder; ///< with its closing "/"; may be empty
+    std::string prefix, suffix;
+    std::int64_t first_frame = 0; ///< the number of the medium's first frame
+    int digits = 0;               ///< that numbers are filled up to
+    Fraction rate = 24;           ///< frames of film a second
+};
+
 /// Where an event's picture or sound comes from: one stored edit of the host.
 struct SourceDescription {
     /// What its cookie's text is the hash of; equal for all clips of one medium.
@@ -49,7 +58,8 @@ struct SourceDescription {
     std::map<std::pair<int, int>, std::string> reels;
     std::optional<LabelDescription> video_timecode, sound_timecode, timecode_24p, key, ink;
     std::string scene, take, description; ///< absent where empty
-    std::optional<Fraction> length;       ///< seconds of material from the first frame; unset where not known
+    std::optional<ImageFiles> images;
+    std::optional<Fraction> length; ///< seconds of material from the first frame; unset where not known
 };
 
 /// One effect of an event.

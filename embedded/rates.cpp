@@ -78,6 +78,13 @@ const RateInfo* rate_info(Qb::FrameRate code) {
     return nullptr;
 }
 
+std::vector<const RateInfo*> rates_counting(label_t timecode) {
+    std::vector<const RateInfo*> counting;
+    for (const RateInfo& rate : rates)
+        if (rate.timecode == timecode || rate.drop_timecode == timecode) counting.push_back(&rate);
+    return counting;
+}
+
 const RateInfo* nearest_rate(double frames_per_second) {
     const RateInfo* nearest = nullptr;
     double least = 0.01;

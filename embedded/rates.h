@@ -5,6 +5,7 @@
 #include "host/labels.h"
 
 #include <optional>
+#include <vector>
 
 namespace embedded {
 
@@ -23,6 +24,8 @@ struct RateInfo {
 
 /// Null for 0 and for unknown codes.
 const RateInfo* rate_info(Qb::FrameRate code);
+/// The rates whose timecode is of that kind, with drop-frame or without, in the order of their codes.
+std::vector<const RateInfo*> rates_counting(label_t timecode);
 /// The listed rate within 0.01 of `frames_per_second`, the nearest of several; null if there is none.
 const RateInfo* nearest_rate(double frames_per_second);
 /// Film frames of one frame at a counting of 24, 25, 30, 48, 50 or 60; 1 at others.

@@ -1,6 +1,7 @@
 #pragma once
 // An order with all that is told of it, whatever the output.
 
+#include "embedded/rates.h"
 #include "film/order.h"
 
 #include <cstdint>
@@ -12,8 +13,9 @@ namespace film {
 /// A file that an order was made of.
 struct OrderInput {
     std::string file;
-    std::string edit;        ///< its name
-    std::uint32_t crc32 = 0; ///< of its bytes
+    std::string edit;                         ///< its name
+    std::uint32_t crc32 = 0;                  ///< of its bytes
+    const embedded::RateInfo* rate = nullptr; ///< of the edit; null where it isn't known
 };
 
 struct OrderToTell {
@@ -39,5 +41,13 @@ struct PieceFacts {
     std::int64_t from_take = -1; ///< frames from the first of the log's row or the media; -1 where that isn't known
 };
 PieceFacts facts_of(const OrderToTell& order, const OrderPiece& piece);
+
+/// The timecode of a piece's film, by the first of its uses that has one.
+struct PieceTimecode {
+    Count count; ///< of the piece's first frame; a frame of film is a step. Of kind none where no use has one
+    std::string tape;
+    bool runs_on = true; ///< no use of the piece has another timecode for its film
+};
+PieceTimecode timecode_of(const OrderToTell& order, const OrderPiece& piece);
 
 } // namespace film

@@ -148,7 +148,7 @@ int run(const OrderJob& job) {
     make_order(job, order);
     deliver_bytes(job.output.report, order_text(order));
     if (job.json) deliver_bytes(*job.json, order_document(order));
-    write_order_outputs(job.outputs, order, !job.had.empty());
+    write_order_outputs(job.outputs, order, !job.had.empty(), job.output.quiet);
     const bool taken = is_stream(job.output.report) || (job.json && is_stream(*job.json));
     return job.prove ? prove(order, taken ? std::cerr : std::cout) : exit_done;
 }

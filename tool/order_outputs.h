@@ -1,10 +1,13 @@
 #pragma once
-// What an order is written as beside its text: pages, and tables for scripts.
+// What an order is written as beside its text: pages and tables for scripts, and files for scanners and programs that
+// conform.
 
 #include "film/order_facts.h"
 #include "tool/document_files.h"
 #include "tool/option_table.h"
+#include "tool/order_scans.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,6 +16,8 @@ namespace tool {
 /// What the line says of them.
 struct OrderOutputs {
     DocumentFiles documents;
+    std::optional<std::string> ale, edl, otio, cut_file;
+    ScanWriting scans;
 };
 
 void add_order_outputs(OptionTable& options, OrderOutputs& outputs);
@@ -23,6 +28,7 @@ std::vector<std::string> check_order_outputs(const OrderOutputs& outputs, bool c
                                              const std::vector<std::string>& inputs,
                                              const std::vector<std::string>& others);
 
-void write_order_outputs(const OrderOutputs& outputs, const film::OrderToTell& order, bool change);
+/// What a file can't hold is told, unless the run is quiet.
+void write_order_outputs(const OrderOutputs& outputs, const film::OrderToTell& order, bool change, bool quiet);
 
 } // namespace tool

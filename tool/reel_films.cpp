@@ -15,10 +15,10 @@
 namespace tool {
 namespace {
 
-film::OrderInput input_of(const std::string& path, const std::string& name) {
+film::OrderInput input_of(const std::string& path, const std::string& name, const embedded::RateInfo* rate) {
     std::string bytes, why;
     if (!embedded::read_file(path, &bytes, &why)) throw JobError(path + ": " + why);
-    return {path, name, embedded::crc32(bytes)};
+    return {path, name, embedded::crc32(bytes), rate};
 }
 
 void leave_out_meetings(film::Findings& findings) {
@@ -35,8 +35,9 @@ ReelFilm ReelReader::read_table(const std::string& path) const {
     check_kind(path, {formats::FileKind::cutlist}, "an edit or a cutlist table (.cdb)");
     const CutlistTable head(path, 1);
     if (!head.is_readable()) throw JobError(path + ": couldn't be read");
-    return {input_of(path, head.parameter("edit_name")), film::film_of_table(recdb(wide_path(path), INT_MAX, false)),
-            nullptr};
+    const tv_standard_t video = edlstr_to_tv_standard(head.parameter("edit_vidtc_std").c_str());
+    return {input_of(path, head.parameter("edit_name"), embedded::rate_info(video.rate)),
+            film::film_of_table(recdb(wide_path(path), INT_MAX, false)), nullptr};
 }
 
 ReelFilm ReelReader::read_edit(const std::string& path) const {
@@ -51,8 +52,8 @@ ReelFilm ReelReader::read_edit(const std::string& path) const {
     if (!reading_.tells_meetings) leave_out_meetings(findings);
     tell_kinds(findings, reading_.quiet, std::cerr);
     if (reading_.checks.strict && fails(findings, true)) throw JobError(path + ": is in doubt");
-    return {input_of(path, narrow(edit->getName())), film::film_of_edit(film.edit(), check.uses, film.log()),
-            film.log()};
+    return {input_of(path, narrow(edit->getName()), embedded::rate_info(edit->getFrameRate())),
+            film::film_of_edit(film.edit(), check.uses, film.log()), film.log()};
 }
 
 } // namespace tool

@@ -68,8 +68,11 @@ private:
         return true;
     }
 
+    // Blanks may stand ahead of "+" alone: behind them the others begin something else.
     void take_frames() {
         const std::size_t before = at_;
+        blanks();
+        if (at_ > before && !(at_ < text_.size() && text_[at_] == '+')) at_ = before;
         const std::size_t digits = take(parts_frames) ? run_of_digits(at_) : 0;
         if (digits < 1 || digits > 2) {
             at_ = before;

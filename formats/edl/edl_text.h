@@ -3,6 +3,7 @@
 
 #include "embedded/fraction.h"
 #include "embedded/rates.h"
+#include "formats/key_spelling.h"
 #include "host/labels.h"
 
 #include <cstdint>
@@ -41,7 +42,7 @@ std::optional<std::string> exact_speed(const embedded::Fraction& speed, const em
 std::string nearest_speed(const embedded::Fraction& speed, const embedded::RateInfo& rate);
 
 /// "* KEY NUMBER: KJ1234560100+05 35mm-4p"; nothing where it wouldn't be read again as that.
-std::optional<std::string> key_comment(LabelPoint key);
+std::optional<std::string> key_comment(LabelPoint key, const KeySpelling& spelling = plain_spelling());
 
 /// The text in one line, its blanks as a list's fields keep them.
 std::string field_text(const std::string& text);

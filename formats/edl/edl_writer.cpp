@@ -2,6 +2,7 @@
 
 #include "embedded/edit_recipe.h"
 #include "formats/edl/edl_event.h"
+#include "formats/edl/edl_list.h"
 #include "formats/edl/edl_text.h"
 #include "formats/source_labels.h"
 #include "host/ascii_text.h"
@@ -75,6 +76,7 @@ private:
     void write_comments(const Side& side, const Fraction& to, const char* part);
     std::optional<LabelPoint> key_of(const Side& side, const Fraction& to) const;
     void write_key(const Side& side, const Fraction& to);
+    std::string last_key_comment(const Side& side, const Fraction& to, LabelPoint key);
     void write_effects(const Side& side, bool with_transition);
     void write_transition_name(const TransitionDescription& transition);
     /// Those before a time, or all that are left.
@@ -266,10 +268,12 @@ void ListWriter::write_comments(const Side& side, const Fraction& to, const char
     constexpr std::string_view by_name = "name:";
     const SourceDescription* source = source_of(side);
     if (!source) return;
+    const bool like_a_key = find_key_number(source->name, true).has_value(); // the first that is found counts
+    if (like_a_key) write_key(side, to);
     written_.text += std::string("* ") + part + " CLIP NAME: " + field_text(source->name) + "\n";
     if (source->identity.substr(0, by_name.size()) != by_name)
         written_.text += "* SOURCE FILE: " + field_text(source->identity) + "\n";
-    write_key(side, to);
+    if (!like_a_key) write_key(side, to);
     tell_of_source(*source);
 }
 
@@ -293,10 +297,19 @@ std::optional<LabelPoint> ListWriter::key_of(const Side& side, const Fraction& t
     return key;
 }
 
+std::string ListWriter::last_key_comment(const Side& side, const Fraction& to, LabelPoint key) {
+    const Fraction speed = side.item->event.speed, magnitude = speed < Fraction(0) ? -speed : speed;
+    const Fraction frames = Fraction(record_frame(to) - record_frame(side.from) - 1) * magnitude;
+    const Fraction film = frames * film_rate_of(*source_of(side), rate_) / rate_.rate();
+    key += static_cast<int>(film.floor() * key.cvt()->samples_per_frame());
+    return "* KEY OUT: " + spelled(key, *writing_.keys) + "\n";
+}
+
 void ListWriter::write_key(const Side& side, const Fraction& to) {
     const std::optional<LabelPoint> key = key_of(side, to);
-    const std::optional<std::string> comment = key ? key_comment(*key) : std::nullopt;
+    const std::optional<std::string> comment = key ? key_comment(*key, *writing_.keys) : std::nullopt;
     if (comment) written_.text += *comment;
+    if (comment && writing_.last_keys) written_.text += last_key_comment(side, to, *key);
     if (!comment && (key || (!writing_.key_of_frame && source_of(side)->key)))
         tell(name_of(side) + ": its key number isn't kept");
 }

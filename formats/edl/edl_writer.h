@@ -3,6 +3,7 @@
 
 #include "formats/edit_writing.h"
 #include "formats/key_lookup.h"
+#include "formats/key_spelling.h"
 #include "host/edit.h"
 
 namespace formats {
@@ -11,6 +12,8 @@ struct EdlWriting {
     int channel = 0; ///< absolute
     /// Unset: the edit's own key numbers.
     KeyOfFrame key_of_frame = {};
+    const KeySpelling* keys = &plain_spelling();
+    bool last_keys = false; ///< the number of the last frame too, in a comment behind that of the first
 };
 
 /// Reels, timecodes, clip and file names, speeds as `M2`, black as `BL`, dissolves and wipes in two lines, key numbers

@@ -34,6 +34,7 @@ struct AleRow {
     const ShotUse* use = nullptr;
     std::int64_t from = 0;
     std::optional<LabelPoint> key;
+    const AleWriting* writing = nullptr;
 };
 
 struct Column {
@@ -64,8 +65,9 @@ std::string key_end(const AleRow& row) {
     if (!row.key) return {};
     LabelPoint end = *row.key;
     const Fraction film = Fraction(frames(row)) / row.use->rate->rate() * row.use->film_rate;
-    end += static_cast<int>(-(-film).floor() * end.cvt()->samples_per_frame());
-    return end.get_string();
+    const std::int64_t whole = row.writing->cycles ? -(-film).floor() : film.floor();
+    end += static_cast<int>(whole * end.cvt()->samples_per_frame());
+    return spelled(end, *row.writing->keys);
 }
 
 std::string duration(const AleRow& row) {
@@ -76,7 +78,7 @@ std::string duration(const AleRow& row) {
 /// The letter of a frame in the cycle of five that film goes to 30 frames by; rows begin where a cycle does.
 std::string pulldown(const AleRow& row) {
     constexpr int counting_of_pulldown = 30;
-    return row.use->rate->nominal == counting_of_pulldown && row.key ? "A" : "";
+    return row.use->rate->nominal == counting_of_pulldown && row.key && row.writing->cycles ? "A" : "";
 }
 
 const Column columns[] = {
@@ -87,7 +89,7 @@ const Column columns[] = {
     {"End", [](const AleRow& row) { return timecode(row, row.use->to); }},
     {"Duration", duration},
     {"FPS", [](const AleRow& row) { return std::string(row.use->rate->name); }},
-    {"KN Start", [](const AleRow& row) { return row.key ? std::string(LabelPoint(*row.key).get_string()) : ""; }},
+    {"KN Start", [](const AleRow& row) { return row.key ? spelled(*row.key, *row.writing->keys) : std::string(); }},
     {"KN End", key_end},
     {"KN Film", [](const AleRow& row) { return row.key ? film_text(row.key->type()) : std::string(); }},
     {"Pullin", pulldown},
@@ -144,7 +146,7 @@ private:
             const auto& sound = use.source->sound_timecode;
             const bool other_count = sound && TvStd_to_label_type({use.rate->code, 0}) != sound->type &&
                                      TvStd_to_label_type({use.rate->code, 1}) != sound->type;
-            if (reel({&use, 0, {}}, 1, 2).empty())
+            if (reel({&use, 0, {}, &writing_}, 1, 2).empty())
                 tell(*use.source, "has no reel: as a log, its row is one of any reel", WarningKind::doubt);
             if (other_count)
                 tell(*use.source, "its sound timecode counts otherwise than its rows are read", WarningKind::rate);
@@ -167,11 +169,11 @@ private:
     /// Rows begin with a frame of film: up to a cycle of pulldown before the first that is used.
     AleRow row_of(const ShotUse& use) {
         constexpr int longest_cycle = 5;
-        AleRow row{&use, use.from, {}};
+        AleRow row{&use, use.from, {}, &writing_};
         const auto film = [&](std::int64_t frame) {
             return (use.seconds_at(frame) - use.source->start_strip) * use.film_rate;
         };
-        for (int back = 0; back < longest_cycle; ++back)
+        for (int back = 0; writing_.cycles && back < longest_cycle; ++back)
             if (film(use.from - back).den() == 1 && use.seconds_at(use.from - back) >= Fraction(0)) {
                 row.from = use.from - back;
                 break;

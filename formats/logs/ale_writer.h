@@ -3,6 +3,7 @@
 
 #include "formats/edit_writing.h"
 #include "formats/key_lookup.h"
+#include "formats/key_spelling.h"
 #include "host/edit.h"
 
 #include <vector>
@@ -13,6 +14,10 @@ struct AleWriting {
     std::vector<int> channels; ///< absolute; FX channels are passed over
     /// Unset: the edit's own key numbers.
     KeyOfFrame key_of_frame = {};
+    const KeySpelling* keys = &plain_spelling();
+    /// Rows begin with a cycle of pulldown and say so, and end with a frame of film that they begin; else the first
+    /// frame that is used begins one, and the last one ends with the row.
+    bool cycles = true;
 };
 
 /// A row for each shot that is used, from the first frame that any event shows of it to behind the last, with its

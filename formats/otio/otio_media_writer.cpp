@@ -80,8 +80,22 @@ std::string_view address_of(const SourceDescription& source) {
     return generated || identity == std::string(by_name) + source.name ? std::string_view() : identity;
 }
 
+JsonValue image_sequence(const Values& values, const embedded::ImageFiles& images) {
+    JsonValue sequence = values.object("ImageSequenceReference.1");
+    values.add(sequence, "target_url_base", images.folder);
+    values.add(sequence, "name_prefix", images.prefix);
+    values.add(sequence, "name_suffix", images.suffix);
+    values.add(sequence, "start_frame", JsonValue(images.first_frame));
+    values.add(sequence, "frame_step", JsonValue(1));
+    values.add(sequence, "rate", Values::number(images.rate.to_double()));
+    values.add(sequence, "frame_zero_padding", JsonValue(images.digits));
+    values.add(sequence, "missing_frame_policy", "error");
+    return sequence;
+}
+
 JsonValue reference_of(const Values& values, const SourceDescription& source) {
     const std::string_view address = address_of(source);
+    if (source.images) return image_sequence(values, *source.images);
     if (!source.video_timecode) {
         JsonValue generator = values.object("GeneratorReference.1");
         // Of a source without a name the kind would be the name.
@@ -115,10 +129,27 @@ void add_timecodes(const Values& values, const SourceDescription& source, const 
     if (source.timecode_24p) values.add(own, "timecode_24p", formats::text_of(*source.timecode_24p));
 }
 
-void add_film_numbers(const Values& values, const SourceDescription& source, JsonValue& own) {
+/// A number that isn't to be spelled in another way stays as it was given.
+std::string key_text(const LabelDescription& key, const KeySpelling& keys) {
+    return &keys == &plain_spelling() ? formats::text_of(key) : spelled(point_of(key), keys);
+}
+
+/// Of images both ends are told.
+void add_last_key(const Values& values, const SourceDescription& source, const RateInfo& edit_rate,
+                  const KeySpelling& keys, JsonValue& own) {
+    if (!source.images || !source.length) return;
+    LabelPoint last = point_of(*source.key);
+    const std::int64_t frames = (*source.length * film_rate_of(source, edit_rate)).floor() - 1;
+    last += static_cast<int>(frames * last.cvt()->samples_per_frame());
+    values.add(own, "keycode_last", spelled(last, keys));
+}
+
+void add_film_numbers(const Values& values, const SourceDescription& source, const RateInfo& edit_rate,
+                      const KeySpelling& keys, JsonValue& own) {
     if (source.key) {
         values.add(own, "film", label_type_to_edlstr(source.key->type));
-        values.add(own, "keycode", formats::text_of(*source.key));
+        values.add(own, "keycode", key_text(*source.key, keys));
+        add_last_key(values, source, edit_rate, keys, own);
     }
     if (source.ink) {
         values.add(own, "ink", label_type_to_edlstr(source.ink->type));
@@ -126,13 +157,14 @@ void add_film_numbers(const Values& values, const SourceDescription& source, Jso
     }
 }
 
-JsonValue own_metadata(const Values& values, const SourceDescription& source, const RateInfo& edit_rate) {
+JsonValue own_metadata(const Values& values, const SourceDescription& source, const RateInfo& edit_rate,
+                       const KeySpelling& keys) {
     JsonValue own = values.object();
     for (const ReelField& field : reel_fields)
         if (const auto reel = source.reels.find(field.medium); reel != source.reels.end())
             values.add_given(own, field.name.own.data(), reel->second);
     add_timecodes(values, source, edit_rate, own);
-    add_film_numbers(values, source, own);
+    add_film_numbers(values, source, edit_rate, keys, own);
     values.add_given(own, "scene", source.scene);
     values.add_given(own, "take", source.take);
     values.add_given(own, "description", source.description);
@@ -141,7 +173,8 @@ JsonValue own_metadata(const Values& values, const SourceDescription& source, co
         values.add(own, "start_strip", Values::number(source.start_strip.to_double()));
     if (!source.opens) values.add(own, "lost", JsonValue(true));
     const bool told_by_name = source.identity == std::string(by_name) + source.name;
-    if (!told_by_name && address_of(source).empty()) values.add_given(own, "identity", source.identity);
+    const bool told_by_address = !source.images && !address_of(source).empty();
+    if (!told_by_name && !told_by_address) values.add_given(own, "identity", source.identity);
     return own;
 }
 
@@ -164,9 +197,10 @@ Fraction start_of_media(const SourceDescription& source, const RateInfo& edit_ra
     return frames / read_rate_of(rate_of(source, edit_rate), edit_rate).rate();
 }
 
-JsonValue media_reference(const Values& values, const SourceDescription& source, const RateInfo& edit_rate) {
+JsonValue media_reference(const Values& values, const SourceDescription& source, const RateInfo& edit_rate,
+                          const KeySpelling& keys) {
     JsonValue reference = reference_of(values, source);
-    JsonValue own = own_metadata(values, source, edit_rate);
+    JsonValue own = own_metadata(values, source, edit_rate, keys);
     values.add(reference, "name", source.name);
     values.add(reference, "available_range",
                has_range(source, edit_rate) ? available_range(values, source, edit_rate, own) : JsonValue());

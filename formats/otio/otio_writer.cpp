@@ -34,8 +34,8 @@ using Cues = std::vector<PlacedCue>;
 /// Writes one recipe.
 class TimelineWriter {
 public:
-    TimelineWriter(const EditRecipe& recipe, JsonPool& pool)
-        : recipe_(recipe), rate_(*recipe.edit.rate), values_(pool) {}
+    TimelineWriter(const EditRecipe& recipe, const KeySpelling& keys, JsonPool& pool)
+        : recipe_(recipe), keys_(keys), rate_(*recipe.edit.rate), values_(pool) {}
 
     JsonValue timeline();
 
@@ -49,6 +49,7 @@ private:
     bool is_clip(const ChannelItem& item, std::size_t number) const;
     JsonValue clip(const ChannelItem& item, const Cues& cues);
     JsonValue gap(const ChannelItem& item, bool nothing);
+    void add_cmx_reel(const embedded::SourceDescription& source, JsonValue& clip);
     void add_times(const EventDescription& event, const Fraction& start, JsonValue& clip, JsonValue& own);
     JsonValue effects_of(const EventDescription& event, bool timed);
     JsonValue speed_effect(const Fraction& speed);
@@ -66,6 +67,7 @@ private:
     Cues cues_of(int channel, EditBuilder::CueLevel level) const;
 
     const EditRecipe& recipe_;
+    const KeySpelling& keys_;
     const RateInfo& rate_;
     const Values values_;
 };
@@ -181,11 +183,22 @@ JsonValue TimelineWriter::clip(const ChannelItem& item, const Cues& cues) {
     if (!event.effect_tracks.empty()) values_.add(own, "tracks", numbers(event.effect_tracks));
     values_.add(clip, "name", source ? source->name : "black");
     add_times(event, start, clip, own);
-    values_.add(clip, "media_reference", source ? media_reference(values_, *source, rate_) : black_reference(values_));
+    values_.add(clip, "media_reference",
+                source ? media_reference(values_, *source, rate_, keys_) : black_reference(values_));
     values_.add(clip, "effects", effects_of(event, source != nullptr));
     values_.add(clip, "markers", markers(cues, start, "offset"));
     values_.add_own(clip, std::move(own));
+    if (source && source->images) add_cmx_reel(*source, clip);
     return clip;
+}
+
+// Programs that conform look for the reel here.
+void TimelineWriter::add_cmx_reel(const embedded::SourceDescription& source, JsonValue& clip) {
+    const auto reel = source.reels.find({1, 2});
+    if (reel == source.reels.end()) return;
+    JsonValue cmx = values_.object();
+    values_.add(cmx, "reel", reel->second);
+    values_.add(clip["metadata"], "cmx_3600", std::move(cmx));
 }
 
 void TimelineWriter::add_times(const EventDescription& event, const Fraction& start, JsonValue& clip, JsonValue& own) {
@@ -320,7 +333,7 @@ void compare(const EditRecipe& recipe, Written& written) {
 } // namespace
 } // namespace otio
 
-Written write_otio(const EditPtr& edit) {
+Written write_otio(const EditPtr& edit, const KeySpelling& keys) {
     Written written;
     const embedded::EditRecipe* recipe = embedded::recipe_of(edit);
     if (!recipe) {
@@ -328,7 +341,7 @@ Written write_otio(const EditPtr& edit) {
         return written;
     }
     JsonTree document;
-    JsonValue timeline = otio::TimelineWriter(*recipe, document.GetAllocator()).timeline();
+    JsonValue timeline = otio::TimelineWriter(*recipe, keys, document.GetAllocator()).timeline();
     written.text = json_to_lines(timeline);
     otio::compare(*recipe, written);
     return written;

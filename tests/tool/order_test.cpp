@@ -165,4 +165,67 @@ TEST_F(Order, ThatFailsLeavesNoPagesBehind) {
                 HasSubstr("the profile names no list of an order"));
 }
 
+TEST_F(Order, IsWrittenForScanners) {
+    ordered({recut("weir-old-r1.otio"),
+             "--handles",
+             "8",
+             "--edl",
+             "s.edl",
+             "--ale",
+             "s.ale",
+             "--otio",
+             "s.otio",
+             "--cut-file",
+             "s.cut",
+             "--keys",
+             "dashed",
+             "--edl-reel",
+             "tape",
+             "--file-name",
+             "{roll}.{frame:6}.dpx",
+             "--text",
+             "s.txt",
+             "--for",
+             "scan"});
+    EXPECT_THAT(read("s.edl"),
+                HasSubstr("001  WR001    V     C        01:00:01:00 01:00:05:16 01:00:00:00 01:00:04:16\n"
+                          "* FROM CLIP NAME: 1/2\n* KEY NUMBER: KJ 10 2001-1001+08 35mm-4p\n"
+                          "* KEY OUT: KJ 10 2001-1008+07\n"));
+    EXPECT_THAT(read("s.ale"), HasSubstr("1/2\tWR001\tV\t01:00:01:00\t01:00:05:16\t00:00:04:16\t24\t"
+                                         "KJ 10 2001-1001+08\tKJ 10 2001-1008+08\t35mm,4perf\t"));
+    EXPECT_THAT(read("s.otio"), AllOf(HasSubstr("\"name_prefix\": \"A001.\""), HasSubstr("\"start_frame\": 86424"),
+                                      HasSubstr("\"frame_zero_padding\": 6")));
+    EXPECT_THAT(read("s.cut"), HasSubstr("001  0000+00  0007+00   KJ 10 2001  1001+08   1008+08    A001\n"));
+    EXPECT_THAT(read("s.txt"), HasSubstr("A001.{frame}.dpx"));
+}
+
+// What is read again is ordered as the same pieces.
+TEST_F(Order, OfItsOwnFilesIsTheSameOrder) {
+    ordered({recut("weir-old-r1.otio"), "--handles", "8", "--json", "one.json", "--edl", "s.edl", "--otio", "s.otio"});
+    EXPECT_THAT(ordered({"s.otio", "--whole-takes", "--had", "one.json"}), HasSubstr("Nothing is to be pulled."));
+    const std::string again = ordered({"s.otio", "--whole-takes", "--set", "film_reel=2"});
+    EXPECT_THAT(again, HasSubstr("KJ1020011001+08  KJ1020011008+07     112"));
+    EXPECT_THAT(again, HasSubstr("IN ALL  35mm-4p  9 pieces, 1063 frames"));
+    EXPECT_THAT(ordered({"s.edl"}), HasSubstr("IN ALL  35mm-4p  9 pieces, 1063 frames"));
+}
+
+TEST_F(Order, OfNothingWritesNoFileForScanners) {
+    ordered({recut("weir-old-r1.otio"), "--json", "one.json"});
+    const ToolResult result =
+        run({"order", recut("weir-old-r1.otio"), "-o", "two.txt", "--had", "one.json", "--edl", "s.edl"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(result.err, HasSubstr("s.edl: isn't written, as nothing is to be pulled"));
+    EXPECT_FALSE(exists("s.edl"));
+}
+
+TEST_F(Order, ForScannersIsRefusedAsItIsAsked) {
+    EXPECT_EQ(order({recut("weir-old-r1.otio"), "--keys", "loud"}).status, 2);
+    EXPECT_EQ(order({recut("weir-old-r1.otio"), "--edl-reel", "can"}).status, 2);
+    EXPECT_EQ(order({recut("weir-old-r1.otio"), "--frames-from", "zero"}).status, 2);
+    EXPECT_EQ(order({recut("weir-old-r1.otio"), "--file-name", "{roll}.dpx"}).status, 2);
+    expect_refused({recut("weir-old-r1.otio"), "--edl", "order.txt"},
+                   "order.txt: the run makes another file of that name");
+    expect_refused({project_folder() + "/examples/23.976/ferry.otio", "--edl", "f.edl"}, "such a file has one rate");
+}
+
 } // namespace

@@ -1,0 +1,122 @@
+// Orders of random films against a model that knows single frames only.
+
+#include "film/order.h"
+#include "tests/orders/random_film.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+using namespace orders_test;
+using film::ChangeOrder;
+using film::HadPiece;
+
+namespace {
+
+/// Walks a strip frame by frame: what is shown, and all film that passes the gate on the way to the next.
+void walk(const film::Strip& strip, Frames& frames) {
+    const film::Count& count = strip.key ? strip.key : strip.timecode;
+    if (strip.black || !count) return;
+    std::string roll = strip.key ? strip.rolls.listed : strip.rolls.tape;
+    std::int64_t at = count.frame_at(0);
+    for (std::int64_t k = 0; k < strip.length(); ++k) {
+        const std::int64_t shown = count.frame_at(k);
+        for (const std::int64_t way = shown < at ? -1 : 1; at != shown; at += way)
+            frames.emplace(roll, count.kind, count.prefix, count.perforation, at);
+        frames.emplace(roll, count.kind, count.prefix, count.perforation, shown);
+    }
+}
+
+Frames walked(const EditPtr& edit) {
+    Frames frames;
+    for (const film::Strip& strip : film::film_of_edit(edit, {}, nullptr).strips)
+        walk(strip, frames);
+    return frames;
+}
+
+bool holds_all(const Frames& frames, const Frames& some) {
+    return std::includes(frames.begin(), frames.end(), some.begin(), some.end());
+}
+
+Frames held_by(const std::vector<HadPiece>& had) {
+    Frames frames;
+    for (const HadPiece& piece : had)
+        add_frames(piece.run, piece.frames, frames);
+    return frames;
+}
+
+bool meet(const Frames& a, const Frames& b) {
+    return std::any_of(a.begin(), a.end(), [&b](const Frame& frame) { return b.count(frame) > 0; });
+}
+
+} // namespace
+
+RC_GTEST_PROP(RandomFilm, NeedsTheFramesThatAreWalkedOver, ()) {
+    const RandomFilm random;
+    const EditPtr edit = random.reel();
+    RC_ASSERT(frames_of(needs_of(edit).needs) == walked(edit));
+}
+
+RC_GTEST_PROP(RandomFilm, IsOrderedOnceWithItsHandlesAndJoins, ()) {
+    const RandomFilm random;
+    const FilmNeeds needs = random.version(between(1, 3));
+    const film::OrderOptions options = any_options();
+    const film::OrderPieces pieces = film::order_of(needs, options);
+    RC_ASSERT(film::prove_order(pieces, needs, options).failures.empty());
+    std::size_t in_pieces = 0;
+    for (const film::OrderPiece& piece : pieces)
+        in_pieces += static_cast<std::size_t>(piece.frames.length());
+    const Frames ordered = frames_of(pieces);
+    RC_ASSERT(ordered.size() == in_pieces); // none twice
+    RC_ASSERT(holds_all(ordered, frames_of(needs)));
+}
+
+// What was ordered for each version, and all before it, holds the version; nothing is ordered that one piece holds, and
+// the discard list has what no frame is wanted of.
+RC_GTEST_PROP(RandomFilm, IsCoveredInEachVersionByAllOrdersSoFar, (bool ends_alone)) {
+    const RandomFilm random;
+    const film::OrderOptions options = any_options();
+    const int reels = between(1, 2);
+    std::vector<HadPiece> had;
+    for (int version = 0; version < 4; ++version) {
+        const FilmNeeds needs = random.version(reels);
+        const ChangeOrder order = film::change_order(needs, had, options, ends_alone);
+        RC_ASSERT(film::prove_order(order.pieces, order.needs, options).failures.empty());
+        RC_ASSERT(film::prove_cover(order.pieces, had, needs).failures.empty());
+
+        const Frames wanted = frames_of(needs), held = held_by(had);
+        Frames missing;
+        for (const film::FilmNeed& need : needs) {
+            const Frames own = frames_of(need.run, need.frames);
+            const bool whole = std::any_of(had.begin(), had.end(), [&](const HadPiece& piece) {
+                return holds_all(frames_of(piece.run, piece.frames), own);
+            });
+            for (const Frame& frame : own)
+                if (ends_alone ? held.count(frame) == 0 : !whole) missing.insert(frame);
+        }
+        RC_ASSERT(frames_of(order.needs) == missing);
+
+        for (std::size_t i = 0; i < had.size(); ++i) {
+            const bool used = meet(frames_of(had[i].run, had[i].frames), wanted);
+            const bool told = std::count(order.unused.begin(), order.unused.end(), i) == 1;
+            RC_ASSERT(used != told);
+        }
+        for (const ChangeOrder::Longer& longer : order.longer)
+            RC_ASSERT(order.pieces[longer.piece].run == had[longer.had].run);
+        for (const film::OrderPiece& piece : order.pieces)
+            had.push_back({piece.run, piece.frames});
+        RC_ASSERT(holds_all(held_by(had), wanted));
+    }
+}
+
+RC_GTEST_PROP(RandomFilm, ThatIsOrderedTwiceNeedsNothingMore, (bool ends_alone)) {
+    const RandomFilm random;
+    const FilmNeeds needs = random.version(2);
+    std::vector<HadPiece> had;
+    for (const film::OrderPiece& piece : film::order_of(needs, any_options()))
+        had.push_back({piece.run, piece.frames});
+    const ChangeOrder again = film::change_order(needs, had, any_options(), ends_alone);
+    RC_ASSERT(again.pieces.empty());
+    RC_ASSERT(again.unused.empty());
+    RC_ASSERT(again.longer.empty());
+}
