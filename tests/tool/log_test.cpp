@@ -24,19 +24,6 @@ protected:
         write("day2.ale", heading + second);
         write("bad.ale", heading + bad);
     }
-    ToolResult expect_done(const std::vector<std::string>& arguments) {
-        const ToolResult result = run(arguments);
-        EXPECT_EQ(result.status, 0) << result.err;
-        return result;
-    }
-    void expect_failure(const std::vector<std::string>& arguments, int status, const std::string& text) {
-        const std::vector<std::string> before = names();
-        const ToolResult result = run(arguments);
-        EXPECT_EQ(result.status, status) << result.out;
-        EXPECT_THAT(result.err, HasSubstr(text));
-        EXPECT_EQ(result.err.find('\n'), result.err.size() - 1) << result.err;
-        EXPECT_EQ(names(), before);
-    }
 };
 
 TEST_F(Logs, ImportPutsSeveralFilesIntoOneTable) {

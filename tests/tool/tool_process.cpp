@@ -1,5 +1,7 @@
 #include "tests/tool/tool_process.h"
 
+#include <gmock/gmock.h>
+
 #include <algorithm>
 #include <atomic>
 #include <cstdlib>
@@ -133,6 +135,21 @@ ToolResult ToolTest::run_with_input(const std::string& input, const std::vector<
     fs::remove(out);
     fs::remove(err);
     return result;
+}
+
+ToolResult ToolTest::expect_done(const std::vector<std::string>& arguments) const {
+    const ToolResult result = run(arguments);
+    EXPECT_EQ(result.status, 0) << result.err;
+    return result;
+}
+
+void ToolTest::expect_failure(const std::vector<std::string>& arguments, int status, const std::string& text) const {
+    const std::vector<std::string> before = names();
+    const ToolResult result = run(arguments);
+    EXPECT_EQ(result.status, status) << result.out;
+    EXPECT_THAT(result.err, testing::HasSubstr(text));
+    EXPECT_EQ(result.err.find('\n'), result.err.size() - 1) << result.err;
+    EXPECT_EQ(names(), before);
 }
 
 std::vector<std::string> ToolTest::names() const {

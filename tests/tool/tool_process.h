@@ -31,6 +31,11 @@ protected:
     ToolResult run_with_input(const std::string& input, const std::vector<std::string>& arguments,
                               const std::map<std::string, std::string>& environment = {}) const;
 
+    /// Runs that should end in status 0, and runs that should end in another one with a single line of error and leave
+    /// no new file.
+    ToolResult expect_done(const std::vector<std::string>& arguments) const;
+    void expect_failure(const std::vector<std::string>& arguments, int status, const std::string& text) const;
+
     std::string path(const std::string& name) const { return folder_ / name; }
     bool exists(const std::string& name) const { return std::filesystem::exists(folder_ / name); }
     /// The names in the folder, sorted.

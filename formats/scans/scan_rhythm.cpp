@@ -1,0 +1,58 @@
+#include "formats/scans/scan_rhythm.h"
+
+#include "embedded/label_kinds.h"
+
+#include <algorithm>
+
+namespace formats {
+namespace {
+
+std::optional<int> most_frequent(const std::map<int, int>& counts) {
+    const auto most = std::max_element(counts.begin(), counts.end(),
+                                       [](const auto& a, const auto& b) { return a.second < b.second; });
+    return most == counts.end() ? std::nullopt : std::optional(most->first);
+}
+
+/// Whether a figure was shown and is another one.
+bool differs(const std::optional<int>& shown, int figure) { return shown && *shown != figure; }
+
+} // namespace
+
+void RhythmTaker::take(const HeaderKey& key, const HeaderKey& next) {
+    if (key.film != next.film || key.prefix != next.prefix) return;
+    if (key.count == next.count) ++steps_[next.offset - key.offset];
+    if (key.count + 1 == next.count) ++falls_[key.offset - next.offset];
+}
+
+ScanRhythm RhythmTaker::rhythm() const {
+    ScanRhythm rhythm;
+    rhythm.step = most_frequent(steps_);
+    const std::optional<int> fall = most_frequent(falls_);
+    if (fall && rhythm.step) rhythm.count = *fall + *rhythm.step;
+    return rhythm;
+}
+
+label_t film_of_rhythm(const ScanRhythm& rhythm) {
+    label_t found = label_none;
+    for (int number = 0; number < embedded::kind_numbers; ++number) {
+        const embedded::LabelKind& kind = embedded::label_kind(static_cast<label_t>(number));
+        const bool fits = kind.use == embedded::LabelUse::key && rhythm.step == kind.samples_per_frame &&
+                          !differs(rhythm.count, kind.samples_per_count);
+        if (!fits) continue;
+        if (!found)
+            found = kind.type;
+        else if (embedded::label_kind(found).samples_per_count != kind.samples_per_count)
+            return label_none;
+    }
+    return found;
+}
+
+OffsetUnit offset_unit(const ScanRhythm& rhythm, label_t film) {
+    const embedded::LabelKind& kind = embedded::label_kind(film);
+    const int frame = kind.samples_per_frame, count = kind.samples_per_count;
+    if (!differs(rhythm.step, frame) && !differs(rhythm.count, count)) return OffsetUnit::perforations;
+    const bool counts_frames = rhythm.step == 1 && count % frame == 0 && !differs(rhythm.count, count / frame);
+    return counts_frames ? OffsetUnit::frames : OffsetUnit::neither;
+}
+
+} // namespace formats
