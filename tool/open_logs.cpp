@@ -2,6 +2,7 @@
 
 #include "embedded/services.h"
 #include "formats/logs/film_values.h"
+#include "formats/logs/joined_events.h"
 #include "formats/logs/log_reader.h"
 #include "formats/logs/log_table.h"
 #include "tool/output_files.h"
@@ -54,6 +55,7 @@ std::vector<formats::LogRow> open_logs(const LogInput& input, embedded::Warnings
         rows.insert(rows.end(), std::make_move_iterator(log.rows.begin()), std::make_move_iterator(log.rows.end()));
         check_row_count(path, rows.size());
     }
+    formats::join_events(rows, warnings);
     return rows;
 }
 

@@ -3,6 +3,7 @@
 #include "formats/logs/column_names.h"
 #include "formats/logs/log_builder.h"
 #include "formats/logs/table_rows.h"
+#include "host/ascii_text.h"
 
 #include <deque>
 
@@ -61,6 +62,13 @@ private:
         return !builder_.refused();
     }
 
+    /// Sound, black and gaps of an index of events are no film.
+    static bool is_film(const LogCells& row) {
+        const std::string_view track = row[LogField::track].text;
+        const bool sound = !track.empty() && (track.front() == 'A' || track.front() == 'a');
+        return !sound && !row[LogField::start].text.empty() && !ascii::same(row[LogField::reel].text, "BL");
+    }
+
     void read_rows() {
         for (; at_ < text_.count(); ++at_) {
             if (without_blanks_around(text_.line(at_)).empty()) continue;
@@ -74,7 +82,8 @@ private:
             if (const int extra = first_extra_cell(cells_, names_.size()))
                 builder_.warn(row.line, extra, "more cells than there are columns; left out");
             columns_.fill(cells_, row);
-            builder_.add(row);
+            row.event = columns_.has(LogField::record_in);
+            if (!row.event || is_film(row)) builder_.add(row);
         }
     }
 

@@ -148,6 +148,7 @@ void LogBuilder::add(const LogCells& cells) {
     LogRow& row = made.row;
     row.file = path_;
     row.line = cells.line;
+    row.event = cells.event;
     copy_texts(cells, row);
     read_standards(cells, row);
     read_film(cells, row);

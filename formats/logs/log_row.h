@@ -45,6 +45,8 @@ enum class LogField {
     description,
     notes,
     tag,
+    track,     ///< of an index of events, as "V1"
+    record_in, ///< likewise; what tells such an index
     count
 };
 
@@ -62,6 +64,7 @@ struct LogCells {
     std::array<LogCell, log_fields> cells;
     bool drop = false;     ///< the file says that the row's timecode drops frames
     bool snd_drop = false; ///< the same of its sound timecode
+    bool event = false;    ///< the row is an event of an edit, and no shot of a log
 
     LogCell& operator[](LogField field) { return cells[static_cast<std::size_t>(field)]; }
     const LogCell& operator[](LogField field) const { return cells[static_cast<std::size_t>(field)]; }
@@ -81,6 +84,7 @@ struct LogRow {
     LabelPoint key_end;            ///< as written
     std::optional<int> key_frames; ///< length on film as the log has it, in film frames
     bool key_refused = false;      ///< there is a key number, and it can't be read
+    bool event = false;            ///< it is an event of an edit, for `join_events`
     bool pulldown = false;
     int phase = 0; ///< of the first frame: 0 to 4 for A, B, X, C, D
 

@@ -36,7 +36,8 @@ std::string digits(int value, int width) {
     return text;
 }
 
-// Maker, stock, prefix, count, offset, perforations of a frame and of a count.
+// Maker, stock, prefix, count, offset, perforations of a frame and of a count. Of an attribute that stands twice the
+// last counts, as of all of them.
 void read_key(const Value& value, ScanHeader& header) {
     const int maker = value.number(0), stock = value.number(1), prefix = value.number(2);
     HeaderKey key;
@@ -44,6 +45,7 @@ void read_key(const Value& value, ScanHeader& header) {
     key.offset = value.number(4);
     header.frame_perforations = value.number(5);
     header.count_perforations = value.number(6);
+    header.key.reset();
     header.key_faulty = !lies_within(maker, highest_code) || !lies_within(stock, highest_code) ||
                         !lies_within(prefix, highest_prefix) || !lies_within(key.count, highest_count) ||
                         !lies_within(key.offset, most_offset);
@@ -58,6 +60,8 @@ void read_time(const Value& value, ScanHeader& header) {
     constexpr std::uint32_t masks[] = {0x3F, 0x7F, 0x7F, 0x3F};
     const auto coded = static_cast<std::uint32_t>(value.number(0));
     HeaderTime time;
+    header.time.reset();
+    header.time_faulty = false;
     for (std::size_t i = 0; i < time.parts.size(); ++i) {
         const std::uint32_t pair = coded >> (24 - 8 * i) & masks[i];
         header.time_faulty = header.time_faulty || (pair & 0xF) > 9;

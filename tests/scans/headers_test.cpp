@@ -190,6 +190,17 @@ TEST(ExrHeader, ValuesOutsideTheirLimitsAreFaulty) {
     EXPECT_EQ(exr({frames_per_second(-24, 1)}).rate, nullptr);
 }
 
+TEST(ExrHeader, OfAnAttributeThatStandsTwiceTheLastCounts) {
+    const ExrAttribute good = key_code({2, 74, 291010, 5867, 56, 4, 64}), bad = key_code({-1, 0, 0, 0, 0, 0, 0});
+    EXPECT_FALSE(exr({good, bad}).key);
+    EXPECT_TRUE(exr({good, bad}).key_faulty);
+    expect_key(exr({bad, good}), "0274", "291010", 5867, 56);
+    const ExrAttribute time = time_code(0x01020312), no_time = time_code(0x0000000F);
+    EXPECT_FALSE(exr({time, no_time}).time);
+    EXPECT_TRUE(exr({no_time, time}).time);
+    EXPECT_FALSE(exr({no_time, time}).time_faulty);
+}
+
 TEST(ExrHeader, AttributesOfOtherTypesOrTooFewBytesSayNothing) {
     ExrAttribute short_key = key_code({2, 74, 291010, 5867, 56, 4});
     ExrAttribute text_key = key_code({2, 74, 291010, 5867, 56, 4, 64});

@@ -86,6 +86,18 @@ TEST_F(Logs, KeylogFilesAreReadByNamesOrByPlaces) {
                    "day1.ale: is an ALE log; ");
 }
 
+// 1-1 is 01:00:00:00 at 1000+00; the event begins 48 frames later, 3 counts of 16.
+TEST_F(Logs, IndexOfEventsNamesTheReelsThatEditListsGoBy) {
+    write("reel.csv", "#,Reel,V,C,Source In,Source Out,Record In,Record Out,Name,Source FPS\n"
+                      "1,A012C1,V1,C,01:00:02:00,01:00:03:00,10:00:00:00,10:00:01:00,1-1,24.000\n");
+    write("reel.edl", "TITLE: R\nFCM: NON-DROP FRAME\n\n"
+                      "001  A012C1  V  C  01:00:02:00 01:00:03:00 10:00:00:00 10:00:01:00\n");
+    expect_done({"log", "import", "reel.csv", "day1.ale", "-o", "show.RDB"});
+    EXPECT_THAT(read("show.RDB"), HasSubstr("\n1-1\tA012C1\t01:00:00:00\t01:00:10:00\t"));
+    expect_done({"cutlist", "reel.edl", "--rate", "24", "--log", "show.RDB", "-o", "reel.txt", "--neg-cut"});
+    EXPECT_THAT(read("reel.txt"), HasSubstr("1003+00"));
+}
+
 TEST_F(Logs, MergePutsTablesTogether) {
     expect_done({"log", "import", "day1.ale", "-o", "1.RDB"});
     expect_done({"log", "import", "day2.ale", "-o", "2.RDB"});
