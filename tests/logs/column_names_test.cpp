@@ -14,7 +14,7 @@ struct Names {
 };
 
 const std::vector<Names> spellings = {
-    {LogField::name, {"Name", "Clip name", "Clip", "Shot name"}},
+    {LogField::name, {"Name", "Clip name", "Clip", "Shot name", "EDL clip name"}},
     {LogField::reel,
      {"Tape", "Tape name", "TapeID", "Video reel", "VTRoll", "Reel", "Reel name", "Source tape", "source_tape"}},
     {LogField::start,
