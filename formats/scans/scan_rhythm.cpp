@@ -27,8 +27,14 @@ void RhythmTaker::take(const HeaderKey& key, const HeaderKey& next) {
 ScanRhythm RhythmTaker::rhythm() const {
     ScanRhythm rhythm;
     rhythm.step = most_frequent(steps_);
-    const std::optional<int> fall = most_frequent(falls_);
-    if (fall && rhythm.step) rhythm.count = *fall + *rhythm.step;
+    if (!rhythm.step) return rhythm;
+    // A jump over a count is none of any film.
+    std::map<int, int> counts, of_films;
+    for (const auto& [fall, times] : falls_) {
+        counts[fall + *rhythm.step] = times;
+        if (film_of_rhythm({rhythm.step, fall + *rhythm.step})) of_films[fall + *rhythm.step] = times;
+    }
+    rhythm.count = most_frequent(of_films.empty() ? counts : of_films);
     return rhythm;
 }
 

@@ -184,6 +184,14 @@ TEST(ExrHeader, ValuesOutsideTheirLimitsAreFaulty) {
             EXPECT_TRUE(exr({key_code(numbers)}).key_faulty) << i;
         }
     }
+    const int most[] = {99, 99, 999'999, 9999, 119};
+    for (std::size_t i = 0; i < 5; ++i) {
+        std::vector<int> numbers = good;
+        numbers[i] = most[i];
+        EXPECT_FALSE(exr({key_code(numbers)}).key_faulty) << i;
+        ++numbers[i];
+        EXPECT_TRUE(exr({key_code(numbers)}).key_faulty) << i;
+    }
     EXPECT_FALSE(exr({key_code({0, 0, 0, 0, 0, 4, 64})}).key) << "what a program writes that knows none";
     EXPECT_TRUE(exr({time_code(0x0000000F)}).time_faulty);
     EXPECT_EQ(exr({frames_per_second(24, 0)}).rate, nullptr);

@@ -202,6 +202,63 @@ TEST_F(ScanRows, DigitsWithoutLettersLeaveKeysOutAndAreToldOnce) {
     EXPECT_EQ(rows(read()).at(1), "01:00:00:00 01:00:00:02 EN2910105867+14");
 }
 
+TEST_F(ScanRows, LettersOfHeadersNeedNobody) {
+    options_.letters.clear();
+    for (int i = 0; i < 3; ++i) {
+        Dpx header = frame_of_roll(i);
+        header.maker = "K";
+        header.stock = "U";
+        put_frame(i, header);
+    }
+    EXPECT_THAT(rows(read()), ElementsAre("01:00:00:00 01:00:00:03 KU2910105867+14"));
+}
+
+TEST_F(ScanRows, HeadersWithoutMakerAndStockTakeTheLettersOfAllOthers) {
+    for (int i = 0; i < 3; ++i) {
+        Dpx header = frame_of_roll(i);
+        header.maker = header.stock = "";
+        put_frame(i, header);
+    }
+    EXPECT_THAT(told(read()), ElementsAre("A012/A012.0000.dpx: the header names neither maker nor stock; name their "
+                                          "letters with --letters, as KJ"));
+    options_.letters[""] = "KJ";
+    EXPECT_THAT(rows(read()), ElementsAre("01:00:00:00 01:00:00:03 KJ2910105867+14"));
+}
+
+TEST_F(ScanRows, OddNeighboursDontMakeTheRhythm) {
+    for (int i = 0; i < 30; ++i) {
+        Dpx header = frame_of_roll(i < 15 ? i : i + 3);
+        if (i % 10 == 9) header.prefix = "291011";
+        put_frame(i, header);
+    }
+    const Log log = read();
+    EXPECT_EQ(log.rows.size(), 7u);
+    EXPECT_EQ(log.rows[0].film, label_key_35mm_4p);
+}
+
+TEST(ScanRhythm, PairsOfOtherFilmOrPrefixDontCount) {
+    const HeaderKey key{"0274", "291010", 100, 10}, other_film{"0275", "291010", 100, 11};
+    const HeaderKey other_prefix{"0274", "291011", 100, 11}, next{"0274", "291010", 100, 14};
+    RhythmTaker taker;
+    taker.take(key, other_film);
+    taker.take(key, other_film);
+    taker.take(key, other_prefix);
+    EXPECT_FALSE(taker.rhythm().step);
+    taker.take(key, next);
+    EXPECT_EQ(taker.rhythm().step, 4);
+    EXPECT_FALSE(taker.rhythm().count);
+}
+
+TEST_F(ScanRows, ControlCharactersOfHeadersBecomeSigns) {
+    Dpx header = frame_of_roll(0);
+    header.slate = "12\n3";
+    put_frame(1, header);
+    options_.film = label_key_35mm_4p;
+    const Log log = read();
+    EXPECT_EQ(log.rows.at(0)[LogField::description], "12\u240a3");
+    EXPECT_EQ(log.warnings.size(), 1u);
+}
+
 TEST_F(ScanRows, AFewHeadersWithoutACountAreFilledInBetweenThoseThatAgree) {
     put_roll(10);
     for (const int i : {3, 4}) {
