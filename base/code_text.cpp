@@ -1,10 +1,10 @@
 #include "base/code_text.h"
 
 #include "base/frame_math.h"
+#include "host/decimal_number.h"
 #include "host/fixed_text.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdio>
 #include <cstring>
 #include <string_view>
@@ -111,6 +111,6 @@ CodePair missing_codes(const char* words) {
 ListText speed_text(double speed) {
     ListText out;
     char* const last = out.text + sizeof out.text - 1;
-    *std::to_chars(out.text, last, speed, std::chars_format::general, 2).ptr = '\0';
+    *decimal::write(out.text, last, speed, 2) = '\0';
     return out;
 }

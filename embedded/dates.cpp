@@ -5,19 +5,22 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <limits>
 
 namespace {
 
 constexpr const char* month_names[12] = {"January", "February", "March",     "April",   "May",      "June",
                                          "July",    "August",   "September", "October", "November", "December"};
 
-// Seconds from the epoch to the last years that a calendar date can be made of, both ways.
-constexpr std::int64_t farthest = 67'768'000'000'000'000;
+// Seconds from the epoch to the last years that a calendar date can be made of, both ways, where the system counts so
+// far.
+constexpr std::int64_t farthest =
+    std::min<std::int64_t>(67'768'000'000'000'000, std::numeric_limits<std::time_t>::max());
 
 } // namespace
 
 void date_def::convert(std::int64_t seconds) {
-    const std::time_t time = std::clamp(seconds, -farthest, farthest);
+    const auto time = static_cast<std::time_t>(std::clamp(seconds, -farthest, farthest));
     std::tm date = {};
     ::tzset();
     ::localtime_r(&time, &date);

@@ -1,6 +1,6 @@
 #include "embedded/decimal_text.h"
+#include "host/decimal_number.h"
 
-#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -11,8 +11,7 @@ namespace {
 
 std::string with_digits(double value, int digits) {
     char text[40];
-    const auto end = std::to_chars(text, text + sizeof text, value, std::chars_format::general, digits).ptr;
-    return std::string(text, end);
+    return std::string(text, decimal::write(text, text + sizeof text, value, digits));
 }
 
 } // namespace
@@ -23,7 +22,7 @@ double double_of_text(const char* text) {
     std::string_view rest(text + std::strspn(text, " \t\n\v\f\r"));
     if (rest.size() > 1 && rest[0] == '+' && rest[1] != '-') rest.remove_prefix(1);
     double value = 0.0;
-    std::from_chars(rest.data(), rest.data() + rest.size(), value);
+    decimal::read(rest.data(), rest.data() + rest.size(), value);
     return value;
 }
 

@@ -16,7 +16,7 @@ void set_limits(const Limits& limits) {
 
 const Limits& limits() { return chosen; }
 
-std::string fault_of_size(std::size_t bytes) {
+std::string fault_of_size(std::uint64_t bytes) {
     constexpr std::size_t mebibyte = std::size_t{1} << 20;
     if (bytes <= chosen.input_bytes) return {};
     return "is larger than " + std::to_string(chosen.input_bytes / mebibyte) +

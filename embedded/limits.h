@@ -3,6 +3,7 @@
 // doesn't take all memory.
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace embedded {
@@ -18,6 +19,6 @@ void set_limits(const Limits& limits);
 const Limits& limits();
 
 /// Why a file of that size isn't read; empty where it is.
-std::string fault_of_size(std::size_t bytes);
+std::string fault_of_size(std::uint64_t bytes);
 
 } // namespace embedded

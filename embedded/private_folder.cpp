@@ -8,7 +8,6 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 #include <vector>
 
@@ -72,7 +71,7 @@ void remove_files_of(int folder) noexcept {
     alignas(RawEntry) char block[4096];
     bool all = true;
     for (;;) {
-        const long got = ::syscall(SYS_getdents64, folder, block, sizeof block);
+        const auto got = ::getdents64(folder, reinterpret_cast<dirent*>(block), sizeof block);
         if (got <= 0) break;
         all = remove_listed(folder, block, got) && all;
     }

@@ -131,7 +131,7 @@ void Array::printOn(GrowString& out) const {
 }
 
 void Array::insertDatum(ArrayRec* record, unsigned index) {
-    records_.insert(records_.begin() + std::min(index, size()), record);
+    records_.insert(records_.begin() + static_cast<std::ptrdiff_t>(std::min(index, size())), record);
 }
 
 void Array::appendDatum(ArrayRec* record) { records_.push_back(record); }

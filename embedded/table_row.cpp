@@ -46,7 +46,7 @@ void RowFields::clear() {
 }
 
 void RowFields::make_block(std::size_t size) {
-    block_ = std::make_unique_for_overwrite<char[]>(size);
+    block_.reset(new char[size]);
     block_size_ = size;
     block_used_ = 0;
 }

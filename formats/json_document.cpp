@@ -1,4 +1,5 @@
 #include "formats/json_document.h"
+#include "host/decimal_number.h"
 
 #include <algorithm>
 #include <charconv>
@@ -27,7 +28,7 @@ constexpr NamedNumber named_numbers[] = {
 };
 
 template <typename Number> std::errc number_from(std::string_view text, Number& number) {
-    const auto [end, trouble] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const auto [end, trouble] = decimal::read(text.data(), text.data() + text.size(), number);
     return end == text.data() + text.size() ? trouble : std::errc::invalid_argument;
 }
 
@@ -101,8 +102,7 @@ std::string place_and_reason(std::string_view bytes, std::size_t offset, const s
 
 std::string number_text(double number) {
     char text[40];
-    const auto end = std::to_chars(text, text + sizeof text, number).ptr;
-    std::string plain(text, end);
+    std::string plain(text, decimal::write(text, text + sizeof text, number));
     if (plain.find('e') == std::string::npos) return plain;
     char fixed[400];
     const int length = std::snprintf(fixed, sizeof fixed, "%.0f", number);

@@ -1,11 +1,11 @@
 #include "base/guard.h"
 #include "base/number_text.h"
 #include "host/ascii_text.h"
+#include "host/decimal_number.h"
 #include "host/settings.h"
 #include "logging/log_columns.h"
 #include "quillbrook/logging_tables.h"
 
-#include <charconv>
 #include <cstdio>
 #include <memory>
 #include <utility>
@@ -25,8 +25,7 @@ int revision_of(const recdb& table) { return revision_number(table.get_param_val
 // Six significant digits, filled up with blanks to six characters; the point is a point in any locale.
 template <std::size_t N> void put_rate(char (&text)[N], double rate) {
     char digits[N];
-    const auto end = std::to_chars(digits, digits + N - 1, rate, std::chars_format::general, 6).ptr;
-    *end = '\0';
+    *decimal::write(digits, digits + N - 1, rate, 6) = '\0';
     std::snprintf(text, N, "%-6s", digits);
 }
 

@@ -45,6 +45,7 @@ embedded    embedded/|host/
 formats     formats/|embedded/|host/|rapidjson/
 film        film/|quillbrook/|embedded/|host/
 documents   documents/|film/|quillbrook/|embedded/|host/
+web/entry   tool/
 tool        tool/|documents/|quillbrook/|film/|embedded/|formats/|host/|rapidjson/
 WHO
 
@@ -58,6 +59,10 @@ done
 exceptions='(^|[^_[:alnum:]])(try|catch|throw)([^_[:alnum:]]|$).*[{(;]'
 lines=$(grep -nE "$exceptions" $(files_of base/ cutlist/ reports/ changelist/ logging/ include/ | grep -vx base/guard.cpp) /dev/null)
 [ -z "$lines" ] || complain "the library knows of exceptions in base/guard.cpp only" "$lines"
+
+# Libraries for browsers lack these for numbers with a fraction, and arrays without values.
+lines=$(grep -nE 'chars_format|make_unique_for_overwrite' $(files_of '*.h' '*.cpp' | grep -vE '^(host/decimal_number\.h|tests/|fuzz/|bench/)') /dev/null)
+[ -z "$lines" ] || complain "host/decimal_number.h alone turns numbers with a fraction into text" "$lines"
 
 readers_of_the_line=$(grep -lE '# *include [<"]CLI/' $(files_of tool/ embedded/ formats/ host/ include/) /dev/null | wc -l)
 [ "$readers_of_the_line" -le 1 ] || complain "one file of tool/ reads the command line" "$readers_of_the_line do"

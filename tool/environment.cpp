@@ -1,12 +1,12 @@
 #include "tool/environment.h"
 
+#include "host/decimal_number.h"
 #include "tool/key_values.h"
 #include "tool/suggestion.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
 #include <cstdlib>
 #include <string_view>
@@ -17,7 +17,7 @@ namespace {
 
 template <class Number> bool is_number(std::string_view text) {
     Number value = 0;
-    const auto [end, trouble] = std::from_chars(text.data(), text.data() + text.size(), value);
+    const auto [end, trouble] = decimal::read(text.data(), text.data() + text.size(), value);
     return trouble == std::errc() && end == text.data() + text.size();
 }
 

@@ -1,12 +1,12 @@
 #include "tool/key_values.h"
 
+#include "host/decimal_number.h"
 #include "quillbrook/changelist.h"
 #include "quillbrook/cutlist.h"
 #include "tool/suggestion.h"
 #include "tool/tool_error.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -21,7 +21,7 @@ constexpr int most_channel = 9999;
 template <class Number> std::optional<Number> parse_number(std::string_view text) {
     Number value = 0;
     const char* end = text.data() + text.size();
-    const auto [stop, trouble] = std::from_chars(text.data(), end, value);
+    const auto [stop, trouble] = decimal::read(text.data(), end, value);
     if (text.empty() || trouble != std::errc() || stop != end) return std::nullopt;
     return value;
 }

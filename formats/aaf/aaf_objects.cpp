@@ -28,13 +28,13 @@ Class known_class(Auid id) {
 /// The keys of the elements in the index of a vector or set, which name them.
 std::vector<std::uint64_t> element_keys(const Bytes& index, bool set) {
     constexpr std::size_t head = 12;
-    const std::size_t key_size = set ? index.number(head + 2, 1).value_or(0) : 0;
+    const auto key_size = static_cast<std::size_t>(set ? index.number(head + 2, 1).value_or(0) : 0);
     const std::size_t first = set ? head + 3 : head;
     const std::size_t row = set ? 8 + key_size : 4;
     const std::uint64_t count = index.number(0, 4).value_or(0);
     std::vector<std::uint64_t> keys;
-    for (std::uint64_t i = 0; i < count; ++i) {
-        const auto key = index.number(first + i * row, 4);
+    for (std::size_t at = first; keys.size() < count; at += row) {
+        const auto key = index.number(at, 4);
         if (!key) break;
         keys.push_back(*key);
     }

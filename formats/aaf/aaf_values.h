@@ -21,7 +21,7 @@ struct Auid {
     std::uint16_t second = 0, third = 0;
     std::array<std::uint8_t, 8> rest{};
 
-    friend constexpr auto operator<=>(const Auid&, const Auid&) = default;
+    friend constexpr std::strong_ordering operator<=>(const Auid&, const Auid&) = default;
 };
 
 namespace detail {

@@ -50,7 +50,7 @@ std::uint64_t number(std::string_view bytes, std::size_t at, std::size_t size) {
 std::uint32_t word(std::string_view bytes, std::size_t at) { return static_cast<std::uint32_t>(number(bytes, at, 4)); }
 
 std::string name_of(std::string_view entry) {
-    const std::size_t size = std::min<std::size_t>(number(entry, at_name_size, 2), at_name_size);
+    const std::size_t size = std::min<std::size_t>(word(entry, at_name_size) & 0xFFFF, at_name_size);
     return utf8_of_wide(entry.substr(0, size));
 }
 

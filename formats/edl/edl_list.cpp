@@ -1,9 +1,9 @@
 #include "formats/edl/edl_list.h"
 
 #include "host/ascii_text.h"
+#include "host/decimal_number.h"
 
 #include <algorithm>
-#include <charconv>
 #include <utility>
 
 namespace formats::edl {
@@ -358,7 +358,7 @@ void ListParser::take_real_reel(std::string_view text) {
 void ListParser::take_rate(std::string_view text, const Line& line) {
     const std::vector<std::string_view> words = words_of(text);
     double rate = 0;
-    if (!words.empty()) std::from_chars(words[0].data(), words[0].data() + words[0].size(), rate);
+    if (!words.empty()) decimal::read(words[0].data(), words[0].data() + words[0].size(), rate);
     if (!(rate > 0)) return not_understood(line);
     if (!list_.rate) list_.rate = rate;
 }

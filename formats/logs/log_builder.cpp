@@ -5,6 +5,7 @@
 #include "embedded/clamped.h"
 #include "embedded/decimal_text.h"
 #include "formats/logs/film_values.h"
+#include "host/decimal_number.h"
 
 #include <algorithm>
 #include <charconv>
@@ -108,7 +109,7 @@ std::string with_two_digits_of_hours(std::string_view text) {
 const RateInfo* rate_of_text(std::string_view text, bool* drop) {
     const std::string plain = lower_case(without_blanks_around(text));
     double number = 0;
-    const auto [stop, trouble] = std::from_chars(plain.data(), plain.data() + plain.size(), number);
+    const auto [stop, trouble] = decimal::read(plain.data(), plain.data() + plain.size(), number);
     if (trouble != std::errc()) return nullptr;
     const std::string_view unit =
         without_blanks_around(std::string_view(stop, plain.size() - static_cast<std::size_t>(stop - plain.data())));
