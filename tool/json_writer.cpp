@@ -17,6 +17,11 @@ std::string clean(const LightweightString<wchar_t>& text) {
 
 } // namespace
 
+void JsonWriter::add(std::string_view text) {
+    const std::string plain = clean(fromUTF8(LightweightString<char>(text)));
+    out_.String(plain.data(), static_cast<rapidjson::SizeType>(plain.size()));
+}
+
 void JsonWriter::put(const char* key, std::int64_t number) {
     out_.Key(key);
     out_.Int64(number);

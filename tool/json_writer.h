@@ -28,6 +28,8 @@ public:
         out_.StartObject();
     }
 
+    /// A text of an array.
+    void add(std::string_view text);
     void put(const char* key, std::int64_t number);
     void put(const char* key, std::string_view text);
     void put(const char* key, const LightweightString<wchar_t>& text);
