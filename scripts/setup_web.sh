@@ -1,0 +1,46 @@
+#!/bin/bash
+# Installs what the page for browsers is built with, and gets the sources of the two libraries that are compiled for it
+# into build/web-sources/: Debian's, with Debian's patches. Only what is missing. Needs root, or sudo, for packages.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+packages=(emscripten dpkg-dev)
+
+missing=()
+for package in "${packages[@]}"; do
+    dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+done
+# Any node will do, not only Debian's.
+command -v node >/dev/null || missing+=(nodejs)
+if [ ${#missing[@]} -gt 0 ]; then
+    as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || { echo "setup: missing ${missing[*]}; run me as root" >&2; exit 1; }
+        as_root=(sudo)
+    fi
+    echo "Installing ${missing[*]}"
+    export DEBIAN_FRONTEND=noninteractive
+    "${as_root[@]}" apt-get update -qq
+    "${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+fi
+
+sources=build/web-sources
+have() { compgen -G "$sources/$1" >/dev/null; }
+if have 'expat-*/expat/lib/xmlparse.c' && have 'zlib-*/inflate.c'; then exit 0; fi
+
+# apt knows packages of sources only where it is told to; it is told so here alone, beside the machine's own lists.
+echo "Fetching the sources of Expat and zlib"
+rm -rf "$sources"
+mkdir -p "$sources"/apt/{lists/partial,cache/archives/partial,parts}
+for list in /etc/apt/sources.list.d/debian.sources; do
+    [ ! -f "$list" ] || sed 's/^Types: .*/Types: deb-src/' "$list" >"$sources/apt/parts/debian.sources"
+done
+[ ! -f /etc/apt/sources.list ] || sed -n 's/^deb /deb-src /p' /etc/apt/sources.list >"$sources/apt/parts/debian.list"
+cd "$sources"
+apt=(-qq -o Dir::Etc::sourcelist=/dev/null -o "Dir::Etc::sourceparts=$PWD/apt/parts" -o "Dir::State::lists=$PWD/apt/lists"
+    -o "Dir::Cache=$PWD/apt/cache" -o "APT::Sandbox::User=$(id -un)")
+apt-get "${apt[@]}" update
+# Mirrors don't all keep the sources of security updates.
+for name in expat zlib; do
+    apt-get "${apt[@]}" source "$name" >/dev/null 2>&1 || apt-get "${apt[@]}" source "$name/bookworm" >/dev/null
+done
+rm -rf apt ./*.tar.* ./*.dsc

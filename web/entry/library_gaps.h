@@ -1,0 +1,42 @@
+#pragma once
+// What the sources use of the standard library and the one for browsers lacks, for code that runs on one thread. It is
+// included ahead of every source of that build, and holds only what a later library brings itself.
+
+#include <atomic>
+#include <bit>
+#include <cstring>
+
+namespace std {
+
+#ifndef __cpp_lib_bit_cast
+template <class To, class From> To bit_cast(const From& from) noexcept {
+    static_assert(sizeof(To) == sizeof(From));
+    To to;
+    std::memcpy(&to, &from, sizeof to);
+    return to;
+}
+#endif
+
+#ifndef __cpp_lib_atomic_ref
+template <class Value> class atomic_ref {
+public:
+    explicit atomic_ref(Value& value) : value_(value) {}
+
+    Value load(memory_order = memory_order_seq_cst) const { return value_; }
+    Value fetch_add(Value more, memory_order = memory_order_seq_cst) const {
+        const Value before = value_;
+        value_ += more;
+        return before;
+    }
+    Value fetch_sub(Value less, memory_order = memory_order_seq_cst) const {
+        const Value before = value_;
+        value_ -= less;
+        return before;
+    }
+
+private:
+    Value& value_;
+};
+#endif
+
+} // namespace std
