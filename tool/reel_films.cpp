@@ -35,7 +35,7 @@ ReelFilm ReelReader::read_table(const std::string& path) const {
     check_kind(path, {formats::FileKind::cutlist}, "an edit or a cutlist table (.cdb)");
     const CutlistTable head(path, 1);
     if (!head.is_readable()) throw JobError(path + ": couldn't be read");
-    const tv_standard_t video = edlstr_to_tv_standard(head.parameter("edit_vidtc_std").c_str());
+    const TCInf video = edlstr_to_tv_standard(head.parameter("edit_vidtc_std").c_str());
     return {input_of(path, head.parameter("edit_name"), embedded::rate_info(video.rate)),
             film::film_of_table(recdb(wide_path(path), INT_MAX, false)), nullptr};
 }
