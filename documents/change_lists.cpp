@@ -225,6 +225,7 @@ List change_list_of(const ChangeFilm& film) {
 
 List bench_list_of(const ChangeFilm& film) {
     List list = begun(film, "bench", "Bench list", film.bench);
+    list.picture_first = true;
     list.counting = "Positions are of the reel as it stands when the step begins. " + list.counting;
     list.columns = step_columns();
     for (const change_step& step : film.bench)

@@ -136,6 +136,7 @@ struct List {
     std::string counting; ///< how it counts, said once a page
     std::vector<Column> columns;
     std::vector<DrawingPtr> drawings; ///< of the list as a whole, ahead of its parts
+    bool picture_first = false;       ///< pages have the drawings ahead of the rows though they take pages
     std::vector<Part> parts;
     std::vector<Row> totals; ///< of all parts together, below them
     std::vector<Note> notes; ///< of the list as a whole
@@ -150,7 +151,6 @@ struct TitleBlock {
     std::string rate;  ///< "24 fps"
     std::string reel;
     std::string cut_date; ///< of the edit
-    std::string version;  ///< of the edit
     std::string made;     ///< when the lists were made
 };
 

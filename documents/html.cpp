@@ -82,7 +82,6 @@ std::string joined(const std::vector<std::string>& texts, const char* between) {
 /// "The Lamplighter R2, reel 2, cut of 20 September 2026".
 std::string subject_of(const TitleBlock& title) {
     return joined({title.edit, title.reel.empty() ? "" : "reel " + title.reel,
-                   title.version.empty() ? "" : "version " + title.version,
                    title.cut_date.empty() ? "" : "cut of " + title.cut_date},
                   ", ");
 }
@@ -167,10 +166,7 @@ private:
                 html_text(format_of(title_)) + "</p></div><div class=aside>";
         const std::string aside = joined({title_.reel.empty() ? "" : "Reel " + title_.reel, list_.aside}, ", ");
         if (!aside.empty()) out_ += "<b>" + html_text(aside) + "</b>";
-        const std::string date = joined({title_.version.empty() ? "" : "Version " + title_.version,
-                                         title_.cut_date.empty() ? "" : "Cut of " + title_.cut_date},
-                                        ", ");
-        if (!date.empty()) out_ += "<p>" + html_text(date) + "</p>";
+        if (!title_.cut_date.empty()) out_ += "<p>Cut of " + html_text(title_.cut_date) + "</p>";
         out_ += "</div></div>\n";
         if (list_.facts.empty()) return;
         out_ += "<dl class=facts>";
@@ -399,7 +395,6 @@ void put_top(const Document& document, std::string& out) {
     out += "<header class=top><h1>" + html_text(title.edit.empty() ? "Lists" : title.edit) + "</h1><p>" +
            html_text(joined({title.project, title.track, title.gauge, title.rate,
                              title.reel.empty() ? "" : "reel " + title.reel,
-                             title.version.empty() ? "" : "version " + title.version,
                              title.cut_date.empty() ? "" : "cut of " + title.cut_date,
                              title.made.empty() ? "" : "listed " + title.made},
                             " \xC2\xB7 ")) +

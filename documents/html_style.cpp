@@ -115,8 +115,10 @@ svg .here { outline: 3px solid #000; outline-offset: 2px; }
   .head { break-after: avoid; }
   .sheet { break-before: page; }
   .sheet.first { break-before: auto; }
-  figure, .facts { break-inside: avoid; overflow: visible; }
+  .facts, figure svg { break-inside: avoid; }
+  figure { overflow: visible; }
   figure svg { max-width: 100%; height: auto; }
+  figcaption { break-before: avoid; }
   .scroll { overflow: visible; }
   table { display: table; width: 100%; min-width: 0; border-collapse: collapse; }
   thead { display: table-header-group; }
@@ -128,7 +130,8 @@ svg .here { outline: 3px solid #000; outline-offset: 2px; }
   tr.part { break-after: avoid; }
   th, td, tr.band td { display: table-cell; vertical-align: top; padding: .4rem .8rem .4rem 0; border-bottom: .5pt solid #bbb; }
   tr.band td { background: var(--hatch); padding-left: 3rem; }
-  thead th { border-bottom: 1pt solid #000; vertical-align: bottom; min-width: var(--w); overflow-wrap: normal; }
+  thead th { border-bottom: 1pt solid #000; vertical-align: bottom; min-width: calc(var(--w) * 1.25 + .8rem); overflow-wrap: normal; }
+  .show { text-decoration: none; }
   .hide, td.hide, th.hide { display: none; }
   .tick label { margin: 0; padding: 0; min-width: 0; min-height: 0; }
   .tick input { width: 9pt; height: 9pt; border-width: .75pt; }

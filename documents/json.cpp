@@ -99,7 +99,6 @@ private:
             out_.put_or_null("rate", title.rate);
             out_.put_or_null("reel", title.reel);
             out_.put_or_null("cut_date", title.cut_date);
-            out_.put_or_null("version", title.version);
             out_.put_or_null("made", title.made);
         });
     }

@@ -87,6 +87,8 @@ public:
 
     void run() {
         for (const List& list : document_.lists)
+            paper_.foot = std::max(paper_.foot, height_of_foot(running_foot(list, "page 9999 of 9999")));
+        for (const List& list : document_.lists)
             lay(list);
         for (LaidList& laid : lists_)
             paginate(*laid.list, laid.blocks, laid.heads, paper_, pages_);
@@ -107,8 +109,10 @@ private:
         laid.table = std::make_unique<PdfTable>(PdfInk{page_, text_, strokes_}, paper_, list);
         laid.heads.columns = laid.table->head_height();
         laid.heads.first = first_head_height(list);
-        laid.heads.other = 30.0;
-        const bool ahead = drawings_height(list.drawings) < 300.0;
+        laid.heads.other = height_of_head(running_head(list, nullptr));
+        for (const Part& part : list.parts)
+            laid.heads.other = std::max(laid.heads.other, height_of_head(running_head(list, &part)));
+        const bool ahead = list.picture_first || drawings_height(list.drawings) < 300.0;
         if (ahead) add_drawings(laid.blocks, list.drawings, nullptr);
         for (const Note& note : list.notes)
             add_text(laid.blocks, {strong(note.head + ". "), plain(note.text + " " + note.advice)}, PdfSize::small);
@@ -246,10 +250,9 @@ private:
     }
     std::string about_cut() const {
         const TitleBlock& title = document_.title;
-        return joined({title.reel.empty() ? "" : "Reel " + title.reel,
-                       title.cut_date.empty() ? "" : "cut of " + title.cut_date,
-                       title.version.empty() ? "" : "version " + title.version},
-                      ", ");
+        return joined(
+            {title.reel.empty() ? "" : "Reel " + title.reel, title.cut_date.empty() ? "" : "cut of " + title.cut_date},
+            ", ");
     }
     double title_width() const { return paper_.room() * 0.66; }
 
@@ -260,9 +263,32 @@ private:
             static_cast<double>(about_lines().size()) * line_height_of(PdfSize::small);
         return std::max(titles, right_height(list)) + 14.0 + facts_height(list);
     }
-    double facts_height(const List& list) const {
-        const std::size_t rows = (list.facts.size() + facts_in_row - 1) / facts_in_row;
-        return static_cast<double>(rows) * 30.0 + (rows > 0 ? 6.0 : 0.0);
+    struct LaidFact {
+        std::vector<PdfLine> name, value;
+        double height() const {
+            return static_cast<double>(name.size()) * line_height_of(PdfSize::small) +
+                   static_cast<double>(value.size()) * line_height_of(PdfSize::body) + 6.0;
+        }
+    };
+    double fact_width() const { return paper_.room() / facts_in_row; }
+    LaidFact laid(const Fact& fact) {
+        const double width = fact_width() - 6.0;
+        return {text_.broken({light(fact.name)}, PdfSize::small, width),
+                text_.broken(fact.value, PdfSize::body, width)};
+    }
+    /// Of the facts that stand side by side with this one.
+    double height_beside(const List& list, std::size_t i) {
+        double height = 0.0;
+        const std::size_t first = i / facts_in_row * facts_in_row;
+        for (std::size_t k = first; k < std::min(first + facts_in_row, list.facts.size()); ++k)
+            height = std::max(height, laid(list.facts[k]).height());
+        return height;
+    }
+    double facts_height(const List& list) {
+        double height = list.facts.empty() ? 0.0 : 6.0;
+        for (std::size_t i = 0; i < list.facts.size(); i += facts_in_row)
+            height += height_beside(list, i);
+        return height;
     }
     std::vector<PdfLine> about_lines() { return text_.broken({light(about_edit())}, PdfSize::small, title_width()); }
 
@@ -280,65 +306,97 @@ private:
 
     void draw_first_head(const List& list) {
         double y = paper_.top();
-        for (const PdfLine& line : text_.broken({strong(list.title)}, PdfSize::title, title_width())) {
-            text_.show(line, paper_.left(), y + 14.0);
-            y += line_height_of(PdfSize::title);
-        }
-        for (const PdfLine& line : about_lines()) {
-            text_.show(line, paper_.left(), y + 8.0);
-            y += line_height_of(PdfSize::small);
-        }
-        double right_y = paper_.top() + 8.0;
-        for (const PdfLine& line : right_lines(list)) {
-            text_.show(line, paper_.right() - line.width, right_y);
-            right_y += line_height_of(PdfSize::small);
-        }
+        const std::vector<PdfLine> title = text_.broken({strong(list.title)}, PdfSize::title, title_width());
+        y = draw_lines(title, PdfSize::title, paper_.left(), y + 14.0) - 14.0;
+        y = draw_lines(about_lines(), PdfSize::small, paper_.left(), y + 8.0) - 8.0;
+        draw_lines(right_lines(list), PdfSize::small, paper_.right(), paper_.top() + 8.0, true);
         y = std::max(y, paper_.top() + right_height(list)) + 5.0;
         strokes_.rule(paper_.left(), paper_.right(), y, 1.2, 0.07);
         draw_facts(list, y + 6.0);
     }
 
     void draw_facts(const List& list, double y) {
-        const double width = paper_.room() / facts_in_row;
+        double top = y;
         for (std::size_t i = 0; i < list.facts.size(); ++i) {
-            const double x = paper_.left() + static_cast<double>(i % facts_in_row) * width;
-            const double top = y + static_cast<double>(i / facts_in_row) * 30.0;
-            text_.show(text_.broken({light(list.facts[i].name)}, PdfSize::small, width - 6.0).front(), x, top + 9.0);
-            text_.show(text_.broken(list.facts[i].value, PdfSize::body, width - 6.0).front(), x, top + 21.0);
+            const double x = paper_.left() + static_cast<double>(i % facts_in_row) * fact_width();
+            const LaidFact fact = laid(list.facts[i]);
+            const double below = draw_lines(fact.name, PdfSize::small, x, top + 9.0);
+            draw_lines(fact.value, PdfSize::body, x, below + 1.0);
+            if (i % facts_in_row + 1 == facts_in_row) top += height_beside(list, i);
         }
     }
 
-    void draw_other_head(const PdfPage& page) {
-        Line line{strong(page.list->title)};
-        if (page.part != nullptr && !page.part->title.empty())
-            line.push_back(strong(" · " + page.part->title + ", continued"));
-        const double most = paper_.room() * 0.62;
-        const PdfLine cut = text_.broken({light(about_cut())}, PdfSize::small, most).front();
-        text_.show(text_.broken(line, PdfSize::small, paper_.room() - cut.width - 12.0).front(), paper_.left(),
-                   paper_.top() + 8.0);
-        text_.show(cut, paper_.right() - cut.width, paper_.top() + 8.0);
-        strokes_.rule(paper_.left(), paper_.right(), paper_.top() + 15.0, 0.9, 0.07);
+    /// The base line of what stands below them.
+    double draw_lines(const std::vector<PdfLine>& lines, PdfSize size, double x, double y, bool to_the_left = false) {
+        for (const PdfLine& line : lines) {
+            text_.show(line, to_the_left ? x - line.width : x, y);
+            y += line_height_of(size);
+        }
+        return y;
     }
 
+    /// What stands at the left of the page and at its right, and again on each page: names that take more lines than
+    /// there should be end in "…", as they stand whole where they first are.
+    struct Sides {
+        std::vector<PdfLine> left, right;
+    };
+    static double height_of(const Sides& sides, double around) {
+        return around +
+               static_cast<double>(std::max(sides.left.size(), sides.right.size())) * line_height_of(PdfSize::small);
+    }
+    std::vector<PdfLine> at_most(std::vector<PdfLine> lines, std::size_t most) {
+        if (lines.size() <= most) return lines;
+        lines.resize(most);
+        PdfLine& last = lines.back();
+        const PdfStyle style = last.spans.back().style;
+        last.spans.push_back({last.width, text_.width_of("…", style), "…", style});
+        last.width += last.spans.back().width;
+        return lines;
+    }
+
+    Sides running_head(const List& list, const Part* part) {
+        constexpr std::size_t most = 4;
+        Line line{strong(list.title)};
+        if (part != nullptr && !part->title.empty()) line.push_back(strong(" · " + part->title + ", continued"));
+        Sides head;
+        head.right = at_most(text_.broken({light(about_cut())}, PdfSize::small, paper_.room() * 0.55), most);
+        double widest = 0.0;
+        for (const PdfLine& right : head.right)
+            widest = std::max(widest, right.width);
+        head.left = at_most(text_.broken(line, PdfSize::small, paper_.room() - widest - 12.0), most);
+        return head;
+    }
+    static double height_of_head(const Sides& head) { return height_of(head, 19.0); }
+    void draw_other_head(const PdfPage& page, double height) {
+        const Sides head = running_head(*page.list, page.part);
+        draw_lines(head.left, PdfSize::small, paper_.left(), paper_.top() + 8.0);
+        draw_lines(head.right, PdfSize::small, paper_.right(), paper_.top() + 8.0, true);
+        strokes_.rule(paper_.left(), paper_.right(), paper_.top() + height - 15.0, 0.9, 0.07);
+    }
+
+    Sides running_foot(const List& list, const std::string& number) {
+        constexpr std::size_t most = 3;
+        const double room = paper_.room() * 0.6;
+        const std::string name = joined({document_.title.edit, list.title}, ", ");
+        Sides foot;
+        foot.right = text_.broken({light(name + " · " + number)}, PdfSize::small, room);
+        if (foot.right.size() > most) {
+            foot.right = at_most(text_.broken({light(name)}, PdfSize::small, room - 12.0), most - 1);
+            foot.right.push_back(text_.broken({light(number)}, PdfSize::small, room).front());
+        }
+        double widest = 0.0;
+        for (const PdfLine& line : foot.right)
+            widest = std::max(widest, line.width);
+        foot.left = text_.broken({light(list.counting)}, PdfSize::small, paper_.room() - widest - 24.0);
+        return foot;
+    }
+    static double height_of_foot(const Sides& foot) { return height_of(foot, 30.0); }
     void draw_foot(const List& list, std::size_t i) {
         const double y = paper_.bottom() + 10.0;
         strokes_.rule(paper_.left(), paper_.right(), y, 0.4, 0.6);
-        const std::string number = "page " + std::to_string(i + 1) + " of " + std::to_string(pages_.size());
-        const std::string whose = joined({document_.title.edit, list.title}, ", ") + " · " + number;
-        const std::vector<PdfLine> names = text_.broken({light(whose)}, PdfSize::small, paper_.room() * 0.6);
-        double widest = 0.0;
-        double line_y = y + 12.0;
-        for (const PdfLine& line : names) {
-            text_.show(line, paper_.right() - line.width, line_y);
-            line_y += line_height_of(PdfSize::small);
-            widest = std::max(widest, line.width);
-        }
-        line_y = y + 12.0;
-        for (const PdfLine& line :
-             text_.broken({light(list.counting)}, PdfSize::small, paper_.room() - widest - 24.0)) {
-            text_.show(line, paper_.left(), line_y);
-            line_y += line_height_of(PdfSize::small);
-        }
+        const Sides foot = running_foot(list, "page " + std::to_string(i + 1) + " of " + std::to_string(pages_.size()));
+        draw_lines(foot.right, PdfSize::small, paper_.right(), y + 12.0, true);
+        draw_lines(foot.left, PdfSize::small, paper_.left(), y + 12.0);
     }
 
     void draw(std::size_t i) {
@@ -346,9 +404,9 @@ private:
         if (page.first)
             draw_first_head(*page.list);
         else
-            draw_other_head(page);
+            draw_other_head(page, laid_of(*page.list).heads.other);
         if (page.first) list_bookmark_ = bookmark(CAIRO_PDF_OUTLINE_ROOT, page.list->title, i, paper_.top());
-        if (page.head >= 0.0) table_of(*page.list).draw_head(page.head);
+        if (page.head >= 0.0) laid_of(*page.list).table->draw_head(page.head);
         for (const PdfPlace& place : page.places) {
             if (!place.block->bookmark.empty()) bookmark(list_bookmark_, place.block->bookmark, i, place.y);
             place.block->draw(place.y);
@@ -359,10 +417,8 @@ private:
         cairo_show_page(page_);
     }
 
-    PdfTable& table_of(const List& list) {
-        return *std::find_if(lists_.begin(), lists_.end(), [&list](const LaidList& laid) {
-                    return laid.list == &list;
-                })->table;
+    const LaidList& laid_of(const List& list) const {
+        return *std::find_if(lists_.begin(), lists_.end(), [&list](const LaidList& one) { return one.list == &list; });
     }
 
     int bookmark(int parent, const std::string& text, std::size_t page, double y) {
@@ -377,7 +433,7 @@ private:
     const Document& document_;
     Surface& surface_;
     cairo_t* page_;
-    const PdfPaper paper_;
+    PdfPaper paper_;
     PdfText text_;
     PdfStrokes strokes_;
     std::vector<LaidList> lists_;

@@ -78,8 +78,8 @@ private:
 } // namespace
 
 PdfPaper paper_of(Paper paper) {
-    if (paper == Paper::letter) return {612.0, 792.0};
-    return {595.28, 841.89};
+    if (paper == Paper::letter) return {612.0, 792.0, 52.0};
+    return {595.28, 841.89, 52.0};
 }
 
 void paginate(const List& list, const std::vector<PdfBlock>& blocks, const PdfHeads& heads, const PdfPaper& paper,

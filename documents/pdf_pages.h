@@ -13,10 +13,11 @@ namespace documents {
 /// The page, and what of it lists may take. Points.
 struct PdfPaper {
     double width = 0.0, height = 0.0;
+    double foot = 52.0; ///< what the foot takes, with the edge below it
     double left() const { return 42.0; }
     double right() const { return width - 42.0; }
     double top() const { return 40.0; }
-    double bottom() const { return height - 52.0; }
+    double bottom() const { return height - foot; }
     double room() const { return right() - left(); }
 };
 PdfPaper paper_of(Paper paper);

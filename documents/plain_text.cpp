@@ -170,9 +170,7 @@ void put_head(std::string& out, const TitleBlock& title, const List& list) {
     out += std::string(std::max<std::size_t>(display_width(fit(list.title)), 1), '=') + '\n';
     const std::string reel = title.reel.empty() ? "" : "reel " + title.reel;
     const std::string date = title.cut_date.empty() ? "" : "cut of " + title.cut_date;
-    const std::string version = title.version.empty() ? "" : "version " + title.version;
-    put_line(out, joined({fit(title.edit), fit(reel), fit(title.track), fit(title.gauge), fit(title.rate), fit(date),
-                          fit(version)},
+    put_line(out, joined({fit(title.edit), fit(reel), fit(title.track), fit(title.gauge), fit(title.rate), fit(date)},
                          ", "));
     Texts facts;
     for (const Fact& fact : list.facts)

@@ -36,17 +36,10 @@ public:
         : drawing_(drawing), options_(options), sketch_(sketch_of(drawing, options.sketch)) {}
 
     std::string run() {
-        begin();
-        put_patterns();
-        std::int64_t y = 0;
-        for (const SketchPart& part : sketch_.parts) {
-            out_ += "<g transform=\"translate(0 " + std::to_string(y) + ")\">\n";
-            put(part);
-            out_ += "</g>\n";
-            y += part.height;
-        }
-        put_foot(y);
-        out_ += "</svg>\n";
+        if (options_.inside_page)
+            put_by_parts();
+        else
+            put_whole();
         return std::move(out_);
     }
 
@@ -62,26 +55,56 @@ private:
         std::int64_t sum = foot_height;
         for (const SketchPart& part : sketch_.parts)
             sum += part.height;
-        return (sum + units_of_pixel - 1) / units_of_pixel * units_of_pixel;
+        return sum;
     }
 
-    void begin() {
-        if (!options_.inside_page) out_ += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
-        out_ += R"(<svg role="img")";
-        if (!options_.inside_page) out_ += R"( xmlns="http://www.w3.org/2000/svg")";
+    void put_whole() {
+        out_ += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+        begin(R"(role="img" xmlns="http://www.w3.org/2000/svg")", height());
+        put_words();
+        out_ += R"(<rect width="100%" height="100%" fill="#fff"/>)"
+                "\n";
+        put_patterns();
+        std::int64_t y = 0;
+        for (const SketchPart& part : sketch_.parts) {
+            out_ += "<g transform=\"translate(0 " + std::to_string(y) + ")\">\n";
+            put(part);
+            out_ += "</g>\n";
+            y += part.height;
+        }
+        put_foot(y);
+        out_ += "</svg>\n";
+    }
+
+    /// A picture for each, so that paper is turned between them. The first one says what there is to say of all.
+    void put_by_parts() {
+        for (const SketchPart& part : sketch_.parts) {
+            const bool first = &part == &sketch_.parts.front(), last = &part == &sketch_.parts.back();
+            const std::string label = "role=\"img\" aria-label=\"" + html_text(sketch_.title) + '"';
+            begin(first ? label : R"(aria-hidden="true")", part.height + (last ? foot_height : 0));
+            if (first) put_words();
+            if (first) put_patterns();
+            put(part);
+            if (last) put_foot(part.height);
+            out_ += "</svg>\n";
+        }
+    }
+
+    void begin(const std::string& role, std::int64_t high) {
+        const std::int64_t pixels_high = (high + units_of_pixel - 1) / units_of_pixel;
+        out_ += "<svg " + role;
         attribute("width", width() / units_of_pixel);
-        attribute("height", height() / units_of_pixel);
-        out_ += " viewBox=\"0 0 " + std::to_string(width()) + ' ' + std::to_string(height()) + '"';
+        attribute("height", pixels_high);
+        out_ += " viewBox=\"0 0 " + std::to_string(width()) + ' ' + std::to_string(pixels_high * units_of_pixel) + '"';
         attribute("data-units", sketch_.units_of_frame);
         attribute("data-begin", drawing_.begin);
         attribute("data-frames", drawing_.length());
-        if (options_.inside_page) attribute("aria-label", sketch_.title);
-        out_ += R"( font-family="'DejaVu Sans',Inter,'Noto Sans',sans-serif" fill="none">)";
+        out_ += R"( font-family="'DejaVu Sans',Inter,'Noto Sans',sans-serif" fill="none">)"
+                "\n";
+    }
+    void put_words() {
         out_ +=
-            "\n<title>" + html_text(sketch_.title) + "</title>\n<desc>" + html_text(sketch_.description) + "</desc>\n";
-        if (!options_.inside_page)
-            out_ += R"(<rect width="100%" height="100%" fill="#fff"/>)"
-                    "\n";
+            "<title>" + html_text(sketch_.title) + "</title>\n<desc>" + html_text(sketch_.description) + "</desc>\n";
     }
 
     void attribute(const char* name, std::int64_t value) {

@@ -10,7 +10,9 @@ namespace documents {
 
 struct SvgOptions {
     SketchOptions sketch;
-    bool inside_page = false; ///< no XML declaration, and names that no other drawing of the page has
+    /// For pages: no XML declaration, names that no other drawing of the page has, and a picture for each part, so that
+    /// paper can be turned between them.
+    bool inside_page = false;
 };
 
 /// The same drawing gives the same bytes. Shapes tell what they are of:

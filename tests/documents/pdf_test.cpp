@@ -11,6 +11,7 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <map>
 #include <sstream>
 
 namespace {
@@ -245,6 +246,67 @@ TEST_F(Pdf, NothingAtAllIsAPageStill) {
     List empty = assembly(0);
     empty.empty = "Nothing is missing.";
     EXPECT_THAT(text_of(document({empty})), HasSubstr("Nothing is missing."));
+}
+
+// On all pages inside the edges, and above or below nothing else.
+TEST_F(Pdf, LongHeadsFeetAndFactsAreWrapped) {
+    Document made = document({assembly(60)});
+    std::string name;
+    for (int i = 1; i <= 40; ++i)
+        name += (i == 1 ? "word" : " word") + std::to_string(i);
+    made.title.edit = made.title.reel = name;
+    List& list = made.lists[0];
+    list.parts[0].title = name;
+    list.facts[1].value = {plain(name)};
+    list.counting = name + " end";
+    const std::string path = file_of(made), first = output_of("pdftotext -l 1 " + path + " -");
+    EXPECT_THAT(first, HasSubstr("word40\n")) << "of the fact or the edit";
+    std::istringstream boxes(output_of("pdftotext -bbox " + path + " -"));
+    std::map<std::string, int> shown;
+    const PdfPaper paper = paper_of(Paper::a4);
+    for (std::string line; std::getline(boxes, line);) {
+        double left = 0, top = 0, right = 0, bottom = 0;
+        char word[64];
+        const char* const format = " <word xMin=\"%lf\" yMin=\"%lf\" xMax=\"%lf\" yMax=\"%lf\">%63[^<]";
+        if (std::sscanf(line.c_str(), format, &left, &top, &right, &bottom, word) != 5) continue;
+        ++shown[word];
+        EXPECT_GT(left, paper.left() - 1.0) << word;
+        EXPECT_LT(right, paper.right() + 1.0) << word;
+        EXPECT_GT(top, 30.0) << word;
+        EXPECT_LT(bottom, paper.height - 3.0) << word;
+    }
+    const int pages = pages_of(path);
+    EXPECT_EQ(shown["end"], pages) << "how it counts, whole on each";
+    EXPECT_EQ(shown["page"], pages);
+    // Edit, part and fact on the first page, and how it counts on each; a comma ends the reel.
+    EXPECT_EQ(shown["word40"], 3 + pages);
+    EXPECT_EQ(shown["word40,"], 1);
+    EXPECT_GE(shown["word1"], 4 + 4 * (pages - 1)) << "names begin again on each";
+}
+
+TEST_F(Pdf, PicturesStandFirstWhereTheListSaysSo) {
+    List list = assembly(3);
+    const auto drawing = std::make_shared<Drawing>();
+    drawing->id = "reel";
+    drawing->title = "The whole reel";
+    drawing->film = label_key_35mm_4p;
+    drawing->end = 20000;
+    drawing->lanes.emplace_back();
+    for (int i = 0; i < 200; ++i) {
+        DrawnPiece piece;
+        piece.start = i * 100;
+        piece.length = 100;
+        piece.name = "Film";
+        drawing->pieces.push_back(piece);
+    }
+    list.drawings.push_back(drawing);
+    const auto behind = [this](const List& one) {
+        const std::string text = text_of(document({one}));
+        return text.find("The whole reel") > text.find("Shot 1");
+    };
+    EXPECT_TRUE(behind(list)) << "it takes pages";
+    list.picture_first = true;
+    EXPECT_FALSE(behind(list));
 }
 
 PdfBlock block(double height, bool with_next = false) {
