@@ -12,6 +12,7 @@ namespace documents {
 namespace {
 
 constexpr std::size_t rows_together = 40; ///< that a browser lays out or skips as one
+constexpr std::size_t rems_of_row = 4;    ///< about as high as it becomes
 constexpr std::size_t widest_words = 26;  ///< characters that a column of words asks for at most
 constexpr std::size_t narrow_words = 14;  ///< and that it is not narrower than, where its texts are as long
 
@@ -46,11 +47,21 @@ void put_line(std::string& out, const Line& line) {
     }
 }
 
+constexpr std::string_view line_tags[] = {"<i>", "<i class=m>", "<i class=l>", "<i class=\"m l\">"};
+
+/// Elements are few where they can be, as long lists have a million.
 void put_lines(std::string& out, const std::vector<Line>& lines) {
-    if (lines.size() == 1) return put_line(out, lines.front());
+    const auto is_simple = [](const Line& line) { return line.size() == 1 && line[0].weight != Weight::strong; };
+    if (lines.size() == 1) {
+        const Line& line = lines.front();
+        const bool bare = is_simple(line) && line[0].weight == Weight::plain && !line[0].mono;
+        return bare ? put_html_text(out, line[0].text) : put_line(out, line);
+    }
     for (const Line& line : lines) {
-        out += "<i>";
-        put_line(out, line);
+        const bool simple = is_simple(line);
+        const bool light = simple && line[0].weight == Weight::light, mono = simple && line[0].mono;
+        out += line_tags[(light ? 2 : 0) + (mono ? 1 : 0)];
+        simple ? put_html_text(out, line[0].text) : put_line(out, line);
         out += "</i>";
     }
 }
@@ -215,7 +226,10 @@ private:
         }
         for (const Part& part : list_.parts)
             put_drawings(part.drawings);
-        begin_table(list_.title);
+        std::size_t rows = 0;
+        for (const Part& part : list_.parts)
+            rows += part.rows.size();
+        begin_table(list_.title, rows);
         for (const Part& part : list_.parts)
             put_part(part);
         end_table(list_.totals);
@@ -226,20 +240,21 @@ private:
         out_ += std::string("<div class=\"sheet") + (first ? " first" : "") + "\" id=\"" + sheet_name(list_, part) +
                 "\"><h3>" + html_text(part.title) + " <span class=about>" + html_text(part.about) + "</span></h3>\n";
         put_drawings(part.drawings);
-        begin_table(part.title);
+        begin_table(part.title, part.rows.size());
         put_rows(part.rows);
         end_table(part.totals);
         out_ += "</div>\n";
     }
 
     // Roles are said as browsers forget them where a table is laid out as a grid.
-    void begin_table(const std::string& name) {
+    void begin_table(const std::string& name, std::size_t rows) {
         std::string widths = "2.2rem";
         for (const std::size_t i : shown_)
             widths += '|' + width_text(i);
         std::string grid = widths;
         std::replace(grid.begin(), grid.end(), '|', ' ');
-        out_ += "<div class=scroll><table role=table aria-label=" + quoted(name) + " data-widths=\"" + widths +
+        out_ += "<div class=scroll style=\"--tall:" + std::to_string((rows + 1) * rems_of_row) +
+                "rem\"><table role=table aria-label=" + quoted(name) + " data-widths=\"" + widths +
                 "\" style=\"--cols:" + grid + ";--least:" + std::to_string(least_width()) +
                 "ch\">\n<thead role=rowgroup><tr role=row><td role=cell class=tick></td>";
         for (const std::size_t i : shown_)
@@ -279,7 +294,7 @@ private:
             if (i % rows_together == 0) {
                 const std::size_t count = std::min(rows_together, rows.size() - i);
                 out_ += (i == 0 ? "" : "</tbody>\n") +
-                        ("<tbody role=rowgroup style=\"--tall:" + std::to_string(count * 4) + "rem\">\n");
+                        ("<tbody role=rowgroup style=\"--tall:" + std::to_string(count * rems_of_row) + "rem\">\n");
             }
             rows[i].kind == RowKind::band ? put_band(rows[i]) : put_row(rows[i], "");
         }

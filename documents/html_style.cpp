@@ -60,6 +60,8 @@ figure svg { display: block; max-width: none; background: #fff; }
 
 table, thead, tbody, tfoot { display: block; }
 .scroll { overflow-x: auto; }
+.strip { width: var(--wide); }
+.scroll, .strip { content-visibility: auto; contain-intrinsic-height: auto var(--tall); }
 table { margin-top: .75rem; min-width: var(--least); }
 tbody { content-visibility: auto; contain-intrinsic-size: auto var(--tall, 10rem); }
 tr { display: grid; grid-template-columns: var(--cols); column-gap: 1rem; border-bottom: 1px solid var(--rule);
@@ -115,11 +117,13 @@ svg .here { outline: 3px solid #000; outline-offset: 2px; }
   .head { break-after: avoid; }
   .sheet { break-before: page; }
   .sheet.first { break-before: auto; }
-  .facts, figure svg { break-inside: avoid; }
+  .facts, .strip { break-inside: avoid; }
   figure { overflow: visible; }
   figure svg { max-width: 100%; height: auto; }
   figcaption { break-before: avoid; }
   .scroll { overflow: visible; }
+  .scroll, .strip { content-visibility: visible; }
+  .strip { width: auto; }
   table { display: table; width: 100%; min-width: 0; border-collapse: collapse; }
   thead { display: table-header-group; }
   tbody { display: table-row-group; content-visibility: visible; }

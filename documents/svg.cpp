@@ -81,21 +81,26 @@ private:
         for (const SketchPart& part : sketch_.parts) {
             const bool first = &part == &sketch_.parts.front(), last = &part == &sketch_.parts.back();
             const std::string label = "role=\"img\" aria-label=\"" + html_text(sketch_.title) + '"';
-            begin(first ? label : R"(aria-hidden="true")", part.height + (last ? foot_height : 0));
+            const std::int64_t high = part.height + (last ? foot_height : 0);
+            out_ += "<div class=strip style=\"--wide:" + std::to_string(width() / units_of_pixel) +
+                    "px;--tall:" + std::to_string(in_pixels(high)) + "px\">";
+            begin(first ? label : R"(aria-hidden="true")", high);
             if (first) put_words();
             if (first) put_patterns();
             put(part);
             if (last) put_foot(part.height);
-            out_ += "</svg>\n";
+            out_ += "</svg></div>\n";
         }
     }
 
+    static std::int64_t in_pixels(std::int64_t units) { return (units + units_of_pixel - 1) / units_of_pixel; }
+
     void begin(const std::string& role, std::int64_t high) {
-        const std::int64_t pixels_high = (high + units_of_pixel - 1) / units_of_pixel;
         out_ += "<svg " + role;
         attribute("width", width() / units_of_pixel);
-        attribute("height", pixels_high);
-        out_ += " viewBox=\"0 0 " + std::to_string(width()) + ' ' + std::to_string(pixels_high * units_of_pixel) + '"';
+        attribute("height", in_pixels(high));
+        out_ +=
+            " viewBox=\"0 0 " + std::to_string(width()) + ' ' + std::to_string(in_pixels(high) * units_of_pixel) + '"';
         attribute("data-units", sketch_.units_of_frame);
         attribute("data-begin", drawing_.begin);
         attribute("data-frames", drawing_.length());
