@@ -63,9 +63,12 @@ struct Difference {
 
 embedded::Warnings film_differences(const EditPtr& edit, const LogRows* log, const EditPtr& again,
                                     const UseOptions& options) {
+    return film_differences(uses_of_edit(edit, options, log), uses_of_edit(again, options));
+}
+
+embedded::Warnings film_differences(const Strips& strips, const Strips& again) {
     constexpr std::size_t most = 20;
-    const Strips strips = uses_of_edit(edit, options, log);
-    const Film wanted = film_of(strips), got = film_of(uses_of_edit(again, options));
+    const Film wanted = film_of(strips), got = film_of(again);
     std::map<int, Difference> differences;
     for (const Strip& strip : strips)
         for (std::int64_t k = 0; strip.layer == 0 && k < strip.length(); ++k) {

@@ -12,5 +12,7 @@ namespace film {
 /// the numbers of `edit` come from, if not from itself.
 embedded::Warnings film_differences(const EditPtr& edit, const LogRows* log, const EditPtr& again,
                                     const UseOptions& options);
+/// The same of strips, of their lowest layer.
+embedded::Warnings film_differences(const Strips& strips, const Strips& again);
 
 } // namespace film

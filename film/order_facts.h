@@ -3,6 +3,7 @@
 
 #include "embedded/rates.h"
 #include "film/order.h"
+#include "film/select_rolls.h"
 
 #include <cstdint>
 #include <string>
@@ -31,6 +32,7 @@ struct OrderToTell {
     std::vector<std::string> had_names;      ///< "order1.json piece 4", one for each
     std::vector<ChangeOrder::Longer> longer; ///< by place in `pieces` and in `had`
     std::vector<std::size_t> unused;         ///< by place in `had`
+    SelectRolls selects;                     ///< that the pieces are laid on; none where they weren't asked for
 };
 
 /// What people and scripts are told of a piece, from all its uses.

@@ -9,6 +9,7 @@
 #include "tool/reel_films.h"
 #include "tool/run_setup.h"
 #include "tool/shared_options.h"
+#include "tool/splice_options.h"
 #include "tool/tool_logger.h"
 #include "tool/wrong_file.h"
 
@@ -97,25 +98,6 @@ JobResult run(const ConformJob& job) {
     return told.conforms() ? exit_done : JobResult::found();
 }
 
-Option method_option(film::SpliceRules& rules) {
-    return {"--method", "METHOD", "How the negative is put together: ab, single or ultrasonic",
-            OneText{[&rules](const std::string& text) { rules.method = *film::method_named(text); }, "ab",
-                    [](const std::string& text) {
-                        return std::string(film::method_named(text) ? "" : "it is none of ab, single, ultrasonic");
-                    }}};
-}
-
-Option loss_option(film::SpliceRules& rules) {
-    return {"--splice-loss", "N[p]", "Frames, or with p perforations, that a splice spends on either side of a cut",
-            OneText{[&rules](const std::string& text) { rules.own = film::splice_loss_of(text); },
-                    {},
-                    [](const std::string& text) {
-                        return std::string(film::splice_loss_of(text)
-                                               ? ""
-                                               : "it is no number of frames, as 2, or of perforations, as 2p");
-                    }}};
-}
-
 void add_options(OptionTable& options, ConformJob& job) {
     options.add({
         {"EDIT", "", "The reels of the cut: edits, or their cutlist tables (.cdb)", InputFiles{job.edit.paths},
@@ -125,7 +107,7 @@ void add_options(OptionTable& options, ConformJob& job) {
         {"-o", "FILE", "The report, in place of standard output", job.report},
         {"--json", "FILE", "The same for scripts", job.json},
         method_option(job.rules),
-        loss_option(job.rules),
+        splice_loss_option(job.rules),
     });
     add_channel_and_log(options, job.channel, job.log);
     add_edit_reading(options, job.edit);

@@ -9,6 +9,7 @@
 #include "tool/order_text.h"
 #include "tool/output_files.h"
 #include "tool/reel_films.h"
+#include "tool/roll_choices.h"
 #include "tool/run_setup.h"
 #include "tool/shared_options.h"
 #include "tool/tool_logger.h"
@@ -39,6 +40,7 @@ struct OrderJob {
     Settings settings;
     CheckChoices checks;
     OrderOutputs outputs;
+    RollChoices rolls;
 };
 
 void check_files(const OrderJob& job) {
@@ -124,16 +126,18 @@ void make_order(const OrderJob& job, OrderToTell& order) {
         order.unused = std::move(change.unused);
     }
     sort_pieces(order, job.sorting);
+    build_select_rolls(job.rolls, order);
 }
 
 /// The order by itself, and with all that was had.
 int prove(const OrderToTell& order, std::ostream& out) {
     const film::OrderProof alone = film::prove_order(order.pieces, order.needs, order.options);
     const film::OrderProof cover = film::prove_cover(order.pieces, order.had, order.all_needs);
-    for (const film::OrderProof* proof : {&alone, &cover})
-        for (const std::string& failure : proof->failures)
+    const std::vector<std::string> rolls = failures_of_rolls(order);
+    for (const std::vector<std::string>* failures : {&alone.failures, &cover.failures, &rolls})
+        for (const std::string& failure : *failures)
             out << "order: " << one_line(failure) << '\n';
-    if (!alone.failures.empty() || !cover.failures.empty()) return exit_not_proved;
+    if (!alone.failures.empty() || !cover.failures.empty() || !rolls.empty()) return exit_not_proved;
     out << "proved: " << order.pieces.size() << (order.pieces.size() == 1 ? " piece, " : " pieces, ") << cover.frames
         << " needed frames" << (order.had.empty() ? "" : ", with what was had") << '\n';
     return exit_done;
@@ -190,6 +194,7 @@ void add_options(OptionTable& options, OrderJob& job) {
          output_file(job.output, "The order to write"),
          {"--json", "FILE", "The order for scripts and for --had", job.json}});
     add_pieces(options, job);
+    add_roll_options(options, job.rolls);
     add_channel_and_log(options, job.channel, job.log);
     add_edit_reading(options, job.edit);
     options.add({

@@ -1,7 +1,9 @@
 #include "tool/order_file.h"
 
+#include "embedded/label_kinds.h"
 #include "embedded/services.h"
 #include "tool/json_writer.h"
+#include "tool/select_rolls_json.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
 
@@ -69,6 +71,7 @@ void put_piece(JsonWriter& out, const OrderToTell& order, const OrderPiece& piec
     out.put_or_null("scene", facts.scenes);
     out.put_or_null("take", facts.takes);
     put_uses(out, order, piece);
+    put_roll_place(out, order.selects, static_cast<std::size_t>(number) - 1);
     out.end_object();
 }
 
@@ -148,6 +151,35 @@ film::HadPiece piece_of(const formats::JsonValue& value, const std::string& plac
     return piece;
 }
 
+PieceOnRoll piece_on_roll(const formats::JsonValue& value, const formats::JsonValue& on_roll,
+                          const std::string& place) {
+    PieceOnRoll piece;
+    static_cast<film::HadPiece&>(piece) = piece_of(value, place);
+    piece.roll = formats::json_string(formats::json_member(on_roll, "roll"));
+    const std::string kind(formats::json_string(formats::json_member(on_roll, "timecode_kind")));
+    piece.timecode = edlstr_to_label_type(kind.c_str());
+    piece.first = whole_number(on_roll, "first_timecode", place);
+    if (piece.roll.empty() || !embedded::timecode_base(piece.timecode) || piece.first < 0 || piece.first > most_frame)
+        throw JobError(place + ": \"on_roll\" names no place on a roll");
+    return piece;
+}
+
+/// Of an order; refuses what is none.
+template <class Take> void each_piece(const std::string& path, const Take& take) {
+    std::string bytes, why;
+    if (!embedded::read_file(path, &bytes, &why)) refuse(path, why);
+    formats::JsonDocument document;
+    if (!document.parse(bytes)) refuse(path, "isn't an order: " + document.error());
+    const formats::JsonValue& root = document.root();
+    if (formats::json_string(formats::json_member(root, "format")) != document_format) refuse(path, "isn't an order");
+    const std::int64_t version = whole_number(root, "version", path);
+    if (version > document_version) refuse(path, "is an order of a newer version, " + std::to_string(version));
+    const formats::JsonValue* all = formats::json_member(root, "pieces");
+    if (!all || !all->IsArray()) refuse(path, "holds no pieces");
+    for (rapidjson::SizeType i = 0; i < all->Size(); ++i)
+        take((*all)[i], path + ": piece " + std::to_string(i + 1));
+}
+
 } // namespace
 
 std::string order_document(const OrderToTell& order) {
@@ -159,6 +191,7 @@ std::string order_document(const OrderToTell& order) {
     for (const OrderPiece& piece : order.pieces)
         put_piece(out, order, piece, ++number);
     out.end_array();
+    put_select_rolls(out, order.selects);
     put_had(out, order);
     put_unknown(out, order);
     out.end_object();
@@ -166,21 +199,20 @@ std::string order_document(const OrderToTell& order) {
 }
 
 void read_order(const std::string& path, std::vector<film::HadPiece>& pieces, std::vector<std::string>& names) {
-    std::string bytes, why;
-    if (!embedded::read_file(path, &bytes, &why)) refuse(path, why);
-    formats::JsonDocument document;
-    if (!document.parse(bytes)) refuse(path, "isn't an order: " + document.error());
-    const formats::JsonValue& root = document.root();
-    if (formats::json_string(formats::json_member(root, "format")) != document_format) refuse(path, "isn't an order");
-    const std::int64_t version = whole_number(root, "version", path);
-    if (version > document_version) refuse(path, "is an order of a newer version, " + std::to_string(version));
-    const formats::JsonValue* all = formats::json_member(root, "pieces");
-    if (!all || !all->IsArray()) refuse(path, "holds no pieces");
-    for (rapidjson::SizeType i = 0; i < all->Size(); ++i) {
-        const std::string name = path + ": piece " + std::to_string(i + 1);
-        pieces.push_back(piece_of((*all)[i], name));
+    each_piece(path, [&](const formats::JsonValue& value, const std::string& name) {
+        pieces.push_back(piece_of(value, name));
         names.push_back(name);
-    }
+    });
+}
+
+std::vector<PieceOnRoll> read_pieces_on_rolls(const std::string& path) {
+    std::vector<PieceOnRoll> pieces;
+    each_piece(path, [&](const formats::JsonValue& value, const std::string& name) {
+        const formats::JsonValue* on_roll = formats::json_member(value, "on_roll");
+        if (on_roll) pieces.push_back(piece_on_roll(value, *on_roll, name));
+    });
+    if (pieces.empty()) refuse(path, "none of its pieces lies on a new roll; order with --build-rolls");
+    return pieces;
 }
 
 } // namespace tool

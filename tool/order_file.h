@@ -17,4 +17,14 @@ std::string order_document(const OrderToTell& order);
 /// wrong: it is no order, a newer one, or damaged.
 void read_order(const std::string& path, std::vector<film::HadPiece>& pieces, std::vector<std::string>& names);
 
+/// A piece of an order that lies on a new roll.
+struct PieceOnRoll : film::HadPiece {
+    std::string roll;
+    label_t timecode = label_none;
+    std::int64_t first = 0; ///< timecode of its first frame there, as a number of frames
+};
+
+/// The pieces of an order whose rolls were built. Throws `JobError` as `read_order`, and where they weren't.
+std::vector<PieceOnRoll> read_pieces_on_rolls(const std::string& path);
+
 } // namespace tool

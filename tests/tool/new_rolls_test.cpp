@@ -1,0 +1,175 @@
+// Rolls of selects from outside: an order lays its pieces on new rolls, and edits go by those.
+
+#include "tests/support/project_paths.h"
+#include "tests/tool/tool_process.h"
+#include "tool/new_rolls.h"
+
+#include <gmock/gmock.h>
+#include <rapidcheck/gtest.h>
+
+#include <set>
+
+using testing::HasSubstr;
+using testing::Not;
+using tool::NewRolls;
+using tool::PieceOnRoll;
+
+namespace {
+
+class OnRolls : public ToolTest {
+protected:
+    static std::string example(const std::string& name) { return project_folder() + "/examples/" + name; }
+
+    ToolResult order(const std::vector<std::string>& more) {
+        std::vector<std::string> line{"order",     "-o", "order.txt", "--json", "order.json", "--overwrite",
+                                      "--handles", "8",  "--leader",  "6",      "--prove",    "--quiet"};
+        line.insert(line.end(), more.begin(), more.end());
+        return run(line);
+    }
+    ToolResult exported(const std::string& edit, const std::string& file, const std::vector<std::string>& more = {}) {
+        std::vector<std::string> line{"export",     edit,          "-o",      file,     "--on-rolls",
+                                      "order.json", "--overwrite", "--prove", "--quiet"};
+        line.insert(line.end(), more.begin(), more.end());
+        return run(line);
+    }
+};
+
+TEST_F(OnRolls, PiecesHaveTheirPlacesInFeetAndTimecode) {
+    const ToolResult result = order({example("recut/weir-old-r1.otio"), "--build-rolls", "40"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    const std::string text = read("order.txt");
+    EXPECT_THAT(text, HasSubstr("ROLLS OF SELECTS of at most 40 feet, with 6 feet of leader at the head\n"));
+    EXPECT_THAT(text,
+                HasSubstr("NEW ROLL SEL001  35mm-4p  4 pieces, 623 frames, 0038+15 feet, 1 frame at each splice\n"));
+    // 6 feet are 96 frames; 112 frames of 1/2 and one for the splice behind them.
+    EXPECT_THAT(text, HasSubstr("    209  0013+01  01:00:08:17  01:00:14:17     144      2  A001  KJ1020011102+08"));
+    EXPECT_THAT(read("order.json"), HasSubstr("\"first_place\": 209,\n    \"last_place\": 352,"));
+    EXPECT_THAT(read("order.json"), HasSubstr("\"first_timecode\": 86609,"));
+}
+
+TEST_F(OnRolls, TakeTheirNamesTimecodeAndSplicesFromTheLine) {
+    EXPECT_EQ(order({example("recut/weir-old-r1.otio"), "--build-rolls", "400", "--roll-name", "WEIR-",
+                     "--start-timecode", "10:00:00:00", "--splice-loss", "0"})
+                  .status,
+              0);
+    EXPECT_THAT(read("order.txt"), HasSubstr("NEW ROLL WEIR-001  "));
+    EXPECT_THAT(read("order.txt"), HasSubstr("    208  0013+00  10:00:08:16  "));
+}
+
+TEST_F(OnRolls, RefuseWhatNoRollHolds) {
+    const ToolResult result = order({example("recut/weir-old-r1.otio"), "--build-rolls", "12"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("A001 KJ1020011001+08 to KJ1020011008+07: 112 frames and the leader's 96 are "
+                                      "longer than a roll of 12 feet, which holds 192"));
+    EXPECT_FALSE(exists("order.txt"));
+    EXPECT_EQ(order({example("recut/weir-old-r1.otio"), "--build-rolls", "400", "--start-timecode", "1:00"}).status, 1);
+}
+
+TEST_F(OnRolls, FilmWithoutKeyNumbersStaysOnItsReel) {
+    EXPECT_EQ(order({example("16mm/heron.otio"), "--build-rolls", "400"}).status, 0);
+    EXPECT_THAT(read("order.txt"), HasSubstr("ON NO NEW ROLL, for without key numbers they have no length in feet"));
+    const ToolResult result = exported(example("16mm/heron.otio"), "heron.edl");
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(read("heron.edl"), HasSubstr("001  VT101 "));
+    EXPECT_THAT(read("heron.edl"), HasSubstr("SEL001 "));
+}
+
+TEST_F(OnRolls, EditsShowTheSameFilmInEachFormat) {
+    const std::vector<std::string> edits{"recut/weir-old-r1.otio", "3perf/harbour.otio", "65mm/desert.otio",
+                                         "reel/reel.otio"};
+    for (const std::string& edit : edits) {
+        ASSERT_EQ(order({example(edit), "--build-rolls", "400"}).status, 0) << edit;
+        for (const char* file : {"out.edl", "out.ale", "out.otio"}) {
+            const ToolResult result = exported(example(edit), file);
+            EXPECT_EQ(result.status, 0) << edit << ' ' << file << '\n' << result.err;
+            EXPECT_THAT(result.out, HasSubstr(" frames on new rolls\n"));
+        }
+    }
+    ASSERT_EQ(order({example("recut/weir-old-r1.otio"), "--build-rolls", "400"}).status, 0);
+    EXPECT_EQ(exported(example("recut/weir-old-r1.otio"), "weir.edl").out, "proved: 872 frames on new rolls\n");
+    EXPECT_THAT(read("weir.edl"), HasSubstr("002  SEL001   V     C        01:00:09:01 01:00:14:09 01:00:04:00 "));
+}
+
+TEST_F(OnRolls, EditsTakeKeyNumbersFromALog) {
+    ASSERT_EQ(
+        run({"log", "import", example("edl/days.ale"), example("edl/night.flx"), "-o", "show.RDB", "--quiet"}).status,
+        0);
+    const std::vector<std::string> reading{"--rate", "25", "--log", "show.RDB"};
+    std::vector<std::string> line{example("edl/ferryman.edl"), "--build-rolls", "400"};
+    line.insert(line.end(), reading.begin(), reading.end());
+    ASSERT_EQ(order(line).status, 0);
+    for (const char* file : {"out.edl", "out.ale", "out.otio"}) {
+        const ToolResult result = exported(example("edl/ferryman.edl"), file, reading);
+        EXPECT_EQ(result.status, 0) << file << '\n' << result.err;
+        EXPECT_EQ(result.out, "proved: 4188 frames on new rolls\n");
+    }
+}
+
+TEST_F(OnRolls, AnEditListThatCountsOtherwiseThanTheRollsIsntProved) {
+    ASSERT_EQ(order({example("29.97df/newsroom.otio"), "--build-rolls", "400"}).status, 0);
+    const ToolResult result = exported(example("29.97df/newsroom.otio"), "out.edl");
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.out, HasSubstr("export: from film frame 0 on, 80 frames are read again as other film: "));
+    EXPECT_EQ(exported(example("29.97df/newsroom.otio"), "out.otio").status, 0);
+}
+
+TEST_F(OnRolls, FilmOfAnotherCutIsRefused) {
+    ASSERT_EQ(order({example("recut/weir-old-r1.otio"), "--build-rolls", "400"}).status, 0);
+    const ToolResult other = exported(example("recut/weir-new-r1.otio"), "out.edl");
+    EXPECT_EQ(other.status, 1);
+    EXPECT_THAT(other.err, HasSubstr("\"11/1\": its film, from FN4401004002+00 on, lies on no new roll"));
+    ASSERT_EQ(order({example("recut/weir-old-r1.otio")}).status, 0);
+    EXPECT_THAT(exported(example("recut/weir-old-r1.otio"), "out.edl").err,
+                HasSubstr("order.json: none of its pieces lies on a new roll; order with --build-rolls"));
+    EXPECT_EQ(run({"export", example("recut/weir-old-r1.otio"), "-o", "a.edl", "--prove"}).status, 2);
+    EXPECT_EQ(exported(example("reel/reel.otio"), "a.edl", {"--channel", "A1"}).status, 1);
+}
+
+/// Every frame of every piece goes to a timecode of its own, and back.
+RC_GTEST_PROP(NewRolls, MapEachFrameToOneTimecodeAndBack, ()) {
+    film::OrderPieces pieces;
+    std::int64_t first = *rc::gen::inRange(-20, 20);
+    for (const auto& [gap, length] : *rc::gen::nonEmpty(rc::gen::container<std::vector<std::pair<int, int>>>(
+             rc::gen::pair(rc::gen::inRange(0, 30), rc::gen::inRange(1, 40))))) {
+        film::OrderPiece piece;
+        piece.run = {"A1", edlstr_to_label_type("35mm-3p"), gap % 2 == 0 ? "KJ111111" : "KJ222222", gap % 3};
+        piece.frames = {first + gap, first + gap + length - 1};
+        first = piece.frames.last + 1;
+        pieces.push_back(piece);
+    }
+    film::RollBuilding building;
+    building.feet = *rc::gen::inRange(3, 30);
+    building.start = 86400;
+    const film::SelectRolls selects = film::build_rolls(pieces, building);
+    RC_PRE(selects.fault.empty());
+    std::vector<PieceOnRoll> laid;
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        PieceOnRoll piece;
+        piece.run = pieces[i].run;
+        piece.frames = pieces[i].frames;
+        piece.roll = selects.rolls[selects.places[i].roll].name;
+        piece.timecode = label_tc_24;
+        piece.first = building.start + selects.places[i].frames.first;
+        laid.push_back(piece);
+    }
+    const NewRolls rolls(laid);
+    std::set<std::pair<std::string, std::int64_t>> taken;
+    for (const film::OrderPiece& piece : pieces)
+        for (std::int64_t frame = piece.frames.first; frame <= piece.frames.last; ++frame) {
+            const PieceOnRoll* holds = rolls.holding(piece.run, {frame, frame});
+            RC_ASSERT(holds != nullptr);
+            const std::int64_t timecode = holds->first + frame - holds->frames.first;
+            RC_ASSERT(taken.emplace(holds->roll, timecode).second);
+            RC_ASSERT(rolls.at(holds->roll, timecode) == holds);
+            film::Strip strip;
+            strip.end = 1;
+            strip.rolls.tape = holds->roll;
+            strip.timecode.kind = label_tc_24;
+            strip.timecode.first = timecode;
+            const film::Strips back = rolls.back_to_film({strip});
+            RC_ASSERT(back.front().key.text_at(0) == piece.run.text_at(frame));
+            RC_ASSERT(back.front().key.perforation == piece.run.perforation);
+        }
+}
+
+} // namespace

@@ -1,0 +1,252 @@
+#include "tool/new_rolls.h"
+
+#include "embedded/edit_recipe.h"
+#include "film/cut_uses.h"
+#include "formats/source_labels.h"
+#include "host/ascii_text.h"
+#include "host/channel_kinds.h"
+#include "tool/tool_error.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace tool {
+namespace {
+
+using embedded::ChannelItem;
+using embedded::EditBuilder;
+using embedded::EditRecipe;
+using embedded::EventDescription;
+using embedded::Fraction;
+using embedded::LabelDescription;
+using embedded::RecipeChannel;
+using embedded::SourceDescription;
+using film::FilmRun;
+using film::FrameRange;
+
+constexpr std::pair<int, int> tape{1, 2};
+
+/// The film of a source: which frame of the run lies at which second of it.
+struct SourceFilm {
+    FilmRun run;
+    Fraction first; ///< frame of the run at the source's first frame
+    Fraction rate;  ///< frames a second
+
+    Fraction frame_at(const Fraction& seconds) const { return first + seconds * rate; }
+    Fraction seconds_at(const Fraction& frame) const { return (frame - first) / rate; }
+};
+
+/// `seconds`: where in the source the number stands.
+SourceFilm film_from(const LabelPoint& key, const Fraction& seconds, const Fraction& rate) {
+    SourceFilm film;
+    const int perforations = key.cvt()->samples_per_frame();
+    const std::int64_t frame = Fraction(key.sample, perforations).floor();
+    film.run = {"", key.type(), key.get_prefix(), static_cast<int>(key.sample - frame * perforations)};
+    film.first = Fraction(frame) - seconds * rate;
+    film.rate = rate;
+    return film;
+}
+
+std::string reel_of(const SourceDescription& source) {
+    const auto found = source.reels.find(tape);
+    return found == source.reels.end() ? std::string() : found->second;
+}
+
+class Moving {
+public:
+    Moving(const EditRecipe& recipe, const NewRolls& rolls, const formats::KeyOfFrame& keys,
+           embedded::Warnings& warnings)
+        : recipe_(recipe), rolls_(rolls), keys_(keys), warnings_(warnings), builder_(recipe.edit) {}
+
+    EditPtr run();
+
+private:
+    void add_channel(const RecipeChannel& channel, int number);
+    void add_item(int number, const RecipeChannel& channel, const ChannelItem& item);
+    bool move(EventDescription& event);
+    std::optional<SourceFilm> film_of(const SourceDescription& source, const Fraction& seconds) const;
+    std::optional<LabelPoint> logged_key(const SourceDescription& source, const Fraction& seconds,
+                                         Fraction& stands_at) const;
+    embedded::SourceId piece_as_source(int source, const SourceFilm& film, const PieceOnRoll& piece);
+    const SourceDescription& source_of(const EventDescription& event) const {
+        return recipe_.sources[static_cast<std::size_t>(event.source)];
+    }
+    Fraction film_rate_of(const SourceDescription& source) const {
+        return formats::film_rate_of(source, *recipe_.edit.rate);
+    }
+
+    const EditRecipe& recipe_;
+    const NewRolls& rolls_;
+    const formats::KeyOfFrame& keys_;
+    embedded::Warnings& warnings_;
+    EditBuilder builder_;
+    std::map<int, embedded::SourceId> kept_;                                           ///< sources that stay
+    std::map<std::pair<int, const PieceOnRoll*>, embedded::SourceId> pieces_on_rolls_; ///< of a source and a piece
+};
+
+EditPtr Moving::run() {
+    for (const RecipeChannel& channel : recipe_.channels)
+        add_channel(channel, builder_.add_channel(channel.kind, channel.subtype));
+    for (const embedded::RecipeCue& cue : recipe_.cues) {
+        if (cue.channel < 0)
+            builder_.add_stack_cue(cue.cue);
+        else
+            builder_.add_cue(cue.channel, cue.level, cue.cue);
+    }
+    return builder_.finish();
+}
+
+void Moving::add_channel(const RecipeChannel& channel, int number) {
+    std::size_t cut = 0;
+    for (std::size_t i = 0; i <= channel.items.size(); ++i) {
+        for (; cut < channel.cuts.size() && channel.cuts[cut].before_item <= i; ++cut)
+            builder_.add_transition(number, channel.cuts[cut].transition);
+        if (i < channel.items.size()) add_item(number, channel, channel.items[i]);
+    }
+}
+
+void Moving::add_item(int number, const RecipeChannel& channel, const ChannelItem& item) {
+    EventDescription event = item.event;
+    switch (item.kind) {
+    case ChannelItem::Kind::gap:
+        return builder_.add_gap(number, event.duration, event.effects, event.effect_tracks);
+    case ChannelItem::Kind::black:
+        return builder_.add_black(number, event.duration, event.effects, event.effect_tracks);
+    case ChannelItem::Kind::event:
+        break;
+    }
+    if (channel.kind != picture_channel || !move(event)) {
+        const auto [kept, fresh] = kept_.try_emplace(event.source, 0);
+        if (fresh) kept->second = builder_.add_source(source_of(event));
+        event.source = kept->second;
+    }
+    builder_.add_event(number, std::move(event));
+}
+
+/// False where it has no number to be found by.
+bool Moving::move(EventDescription& event) {
+    const SourceDescription& source = source_of(event);
+    if (!source.opens || source.rendered) return false;
+    const std::optional<SourceFilm> film = film_of(source, event.source_in);
+    if (!film) {
+        warnings_.push_back({embedded::WarningKind::note,
+                             event.label + " \"" + source.name + "\": has no key number, and stays on its own reel"});
+        return false;
+    }
+    const Fraction length = event.duration * (event.speed < Fraction(0) ? -event.speed : event.speed);
+    const Fraction behind = film->frame_at(event.source_in + length);
+    FrameRange frames{film->frame_at(event.source_in).floor(), -(-behind).floor() - 1};
+    frames.last = std::max(frames.last, frames.first);
+    const PieceOnRoll* piece = rolls_.holding(film->run, frames);
+    if (!piece)
+        throw JobError(event.label + " \"" + source.name + "\": its film, from " + film->run.text_at(frames.first) +
+                       " on, lies on no new roll; was the order made of another cut?");
+    event.source_in = event.source_in - film->seconds_at(Fraction(piece->frames.first));
+    event.source = piece_as_source(event.source, *film, *piece);
+    return true;
+}
+
+std::optional<SourceFilm> Moving::film_of(const SourceDescription& source, const Fraction& seconds) const {
+    if (keys_) {
+        Fraction stands_at;
+        const std::optional<LabelPoint> key = logged_key(source, seconds, stands_at);
+        if (!key || !key->is_useful()) return std::nullopt;
+        return film_from(*key, stands_at, film_rate_of(source));
+    }
+    if (!source.key) return std::nullopt;
+    return film_from(formats::point_of(*source.key), source.start_strip, film_rate_of(source));
+}
+
+std::optional<LabelPoint> Moving::logged_key(const SourceDescription& source, const Fraction& seconds,
+                                             Fraction& stands_at) const {
+    if (!source.video_timecode) return std::nullopt;
+    const Fraction rate = source.video_timecode->rate ? *source.video_timecode->rate
+                                                      : (source.rate ? source.rate : recipe_.edit.rate)->rate();
+    const std::int64_t first = formats::point_of(*source.video_timecode).sample;
+    const std::int64_t frame = first + (seconds * rate).floor();
+    stands_at = Fraction(frame - first) / rate;
+    return keys_(reel_of(source), frame, film_rate_of(source) / rate);
+}
+
+embedded::SourceId Moving::piece_as_source(int source, const SourceFilm& film, const PieceOnRoll& piece) {
+    const auto [known, fresh] = pieces_on_rolls_.try_emplace({source, &piece}, 0);
+    if (!fresh) return known->second;
+    const SourceDescription& old = recipe_.sources[static_cast<std::size_t>(source)];
+    SourceDescription made;
+    made.name = old.name;
+    made.identity = "name:" + old.name;
+    made.reels = old.reels;
+    made.reels[tape] = piece.roll;
+    made.rate = old.rate;
+    made.film_rate = film.rate;
+    made.scene = old.scene;
+    made.take = old.take;
+    made.description = old.description;
+    made.length = Fraction(piece.frames.length()) / film.rate;
+    made.key = LabelDescription{film.run.kind, film.run.text_at(piece.frames.first), std::nullopt, std::nullopt};
+    made.video_timecode = LabelDescription{piece.timecode, "", static_cast<int>(piece.first), std::nullopt};
+    const embedded::RateInfo& own = *(old.rate ? old.rate : recipe_.edit.rate);
+    if (own.timecode != piece.timecode || !(own.rate() == film.rate)) {
+        made.rate = embedded::nearest_rate(film.rate.to_double());
+        made.video_timecode->rate = film.rate;
+    }
+    return known->second = builder_.add_source(std::move(made));
+}
+
+} // namespace
+
+NewRolls::NewRolls(std::vector<PieceOnRoll> pieces) : pieces_(std::move(pieces)) {
+    for (const PieceOnRoll& piece : pieces_) {
+        by_film_[{piece.run.kind, piece.run.prefix, piece.run.perforation}].push_back(&piece);
+        at_[{ascii::upper_case(piece.roll), piece.first}] = &piece;
+    }
+    for (auto& [key, all] : by_film_)
+        std::sort(all.begin(), all.end(),
+                  [](const PieceOnRoll* a, const PieceOnRoll* b) { return a->frames.first < b->frames.first; });
+}
+
+const PieceOnRoll* NewRolls::holding(const FilmRun& run, const FrameRange& frames) const {
+    const auto film = by_film_.find({run.kind, run.prefix, run.perforation});
+    if (film == by_film_.end()) return nullptr;
+    const PieceOnRoll* best = nullptr;
+    std::int64_t most = 0;
+    for (const PieceOnRoll* piece : film->second) {
+        const std::int64_t held =
+            std::min(piece->frames.last, frames.last) - std::max(piece->frames.first, frames.first) + 1;
+        if (held > most) best = piece;
+        most = std::max(most, held);
+    }
+    return best;
+}
+
+const PieceOnRoll* NewRolls::at(const std::string& roll, std::int64_t timecode) const {
+    const std::string name = ascii::upper_case(roll);
+    const auto behind = at_.upper_bound({name, timecode});
+    if (behind == at_.begin()) return nullptr;
+    const auto& [place, piece] = *std::prev(behind);
+    return place.first == name && timecode < piece->first + piece->frames.length() ? piece : nullptr;
+}
+
+film::Strips NewRolls::back_to_film(film::Strips strips) const {
+    for (film::Strip& strip : strips) {
+        strip.key = {};
+        if (!strip.timecode || strip.length() <= 0) continue;
+        const PieceOnRoll* piece = at(strip.rolls.tape, strip.timecode.frame_at(0));
+        if (!piece || at(strip.rolls.tape, strip.timecode.frame_at(strip.length() - 1)) != piece) continue;
+        strip.key.kind = piece->run.kind;
+        strip.key.prefix = piece->run.prefix;
+        strip.key.perforation = piece->run.perforation;
+        strip.key.first = strip.timecode.first + Fraction(piece->frames.first - piece->first);
+        strip.key.step = strip.timecode.step;
+    }
+    return strips;
+}
+
+EditPtr on_new_rolls(const EditPtr& edit, const NewRolls& rolls, const formats::KeyOfFrame& keys,
+                     embedded::Warnings& warnings) {
+    const EditRecipe* recipe = embedded::recipe_of(edit);
+    if (!recipe) throw JobError("the edit holds nothing that could be moved to new rolls");
+    return Moving(*recipe, rolls, keys, warnings).run();
+}
+
+} // namespace tool
