@@ -1,8 +1,10 @@
 // "quillbrook conform": whether the negative still holds what a cut needs.
 
+#include "documents/conform_lists.h"
 #include "tool/command.h"
 #include "tool/conform_json.h"
 #include "tool/conform_text.h"
+#include "tool/document_files.h"
 #include "tool/key_values.h"
 #include "tool/open_logs.h"
 #include "tool/output_files.h"
@@ -16,15 +18,18 @@
 namespace tool {
 namespace {
 
+/// --json is the report for scripts.
+constexpr const char* lists_json = "--lists-json";
+
 struct ConformJob {
     EditInput edit;                             ///< its paths are the reels, edits or tables
     std::vector<std::vector<std::string>> cuts; ///< carried out, each with its reels
-    ChannelName channel;
     std::string log;
     Output output;
     std::optional<std::string> report, json;
     film::SpliceRules rules;
     bool force = false;
+    DocumentFiles documents;
     LibraryOptions options;
     Settings settings;
 };
@@ -47,6 +52,9 @@ void check_files(const ConformJob& job) {
         check_output(option, **file, inputs, outputs);
         outputs.push_back(**file);
     }
+    if (job.documents.wanted())
+        outputs = joined(
+            outputs, check_document_files(job.documents, lists_json, documents::conform_list_ids(), inputs, outputs));
     hold_outputs(outputs, job.output.overwrite);
     for (const std::string& input : inputs)
         check_readable(input);
@@ -59,6 +67,7 @@ film::CutFilm read_cut(const ReelReader& reader, const std::vector<std::string>&
     film::CutFilm cut;
     for (const std::string& path : paths) {
         ReelFilm reel = reader.read(path);
+        if (reel.sound) throw JobError(path + ": is a table of sound, and only picture negative is cut");
         film::add_cut(reel.film, reel.log, method, static_cast<int>(inputs.size()), cut);
         inputs.push_back(std::move(reel.input));
     }
@@ -68,7 +77,7 @@ film::CutFilm read_cut(const ReelReader& reader, const std::vector<std::string>&
 film::ConformToTell conform(const ConformJob& job) {
     CheckChoices checks;
     checks.splice_frames = 0;
-    const ReelReader reader({job.edit, job.channel, job.log, job.options, checks, job.output.quiet, false});
+    const ReelReader reader({job.edit, {}, job.log, job.options, checks, job.output.quiet, false});
     film::ConformToTell told;
     told.log = job.log;
     told.rules = job.rules;
@@ -95,6 +104,10 @@ JobResult run(const ConformJob& job) {
     const film::ConformToTell told = conform(job);
     deliver_bytes(job.report.value_or("-"), conform_text(told));
     if (job.json) deliver_bytes(*job.json, conform_document(told));
+    if (job.documents.wanted()) {
+        const bool frames = counts_frames(job.documents, profile_of(job.documents), false);
+        write_document(job.documents, documents::conform_lists(told, frames));
+    }
     return told.conforms() ? exit_done : JobResult::found();
 }
 
@@ -109,7 +122,8 @@ void add_options(OptionTable& options, ConformJob& job) {
         method_option(job.rules),
         splice_loss_option(job.rules),
     });
-    add_channel_and_log(options, job.channel, job.log);
+    add_document_options(options, job.documents, lists_json);
+    options.add({log_table(job.log)});
     add_edit_reading(options, job.edit);
     options.add({
         library_set(job.options, parse_options),

@@ -37,7 +37,7 @@ ReelFilm ReelReader::read_table(const std::string& path) const {
     if (!head.is_readable()) throw JobError(path + ": couldn't be read");
     const TCInf video = edlstr_to_tv_standard(head.parameter("edit_vidtc_std").c_str());
     return {input_of(path, head.parameter("edit_name"), embedded::rate_info(video.rate)),
-            film::film_of_table(recdb(wide_path(path), INT_MAX, false)), nullptr};
+            film::film_of_table(recdb(wide_path(path), INT_MAX, false)), nullptr, head.is_sound()};
 }
 
 ReelFilm ReelReader::read_edit(const std::string& path) const {
@@ -53,7 +53,7 @@ ReelFilm ReelReader::read_edit(const std::string& path) const {
     tell_kinds(findings, reading_.quiet, std::cerr);
     if (reading_.checks.strict && fails(findings, true)) throw JobError(path + ": is in doubt");
     return {input_of(path, narrow(edit->getName()), embedded::rate_info(edit->getFrameRate())),
-            film::film_of_edit(film.edit(), check.uses, film.log()), film.log()};
+            film::film_of_edit(film.edit(), check.uses, film.log()), film.log(), false};
 }
 
 } // namespace tool

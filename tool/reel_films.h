@@ -26,6 +26,7 @@ struct ReelFilm {
     film::OrderInput input;
     film::EditFilm film;
     const film::LogRows* log = nullptr; ///< that its numbers came from, the reader's; null without one
+    bool sound = false;                 ///< a table of a sound channel
 };
 
 /// Opens the log once for all reels.

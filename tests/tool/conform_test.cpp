@@ -126,6 +126,29 @@ TEST_F(Conforming, WritesADocumentThatKeepsToItsSchema) {
     EXPECT_NE(fault_by_schema(wrong, "conform.schema.json"), "");
 }
 
+TEST_F(Conforming, IsGivenAsPagesAndTablesToo) {
+    const ToolResult result = conform(
+        cut(6), {cut(3), cut(5)}, {"--html", "c.html", "--csv", ".", "--lists-json", "lists.json", "--text", "c.text"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(from_project(result.out), expected("conform-6.list"));
+    EXPECT_EQ(fault_by_schema(read("lists.json"), "lists.schema.json"), "");
+    EXPECT_THAT(
+        read("conform.csv"),
+        HasSubstr("\nconform-5,Gone,5,gone,R1 event 8,624,113,A003,KN6300443001+15,KN6300443008+15,1,7/1,,,"
+                  "missing,\"Gone. 1 frame is gone, at its head: KN6300443001+15. Shorten R1 event 8 by 1 frame "
+                  "at its head (624 of reel 1); or "));
+    EXPECT_THAT(read("c.text"), HasSubstr("\nUsed twice\n[ ]   9  R1 event 11  "));
+    EXPECT_THAT(read("c.html"), HasSubstr("KN6300443206+15"));
+    EXPECT_EQ(conform(cut(3), {}, {"--text", "first.text"}).status, 0);
+    EXPECT_THAT(read("first.text"), HasSubstr("The negative holds all that the cut needs."));
+}
+
+TEST_F(Conforming, IsOfPicturesAlone) {
+    const ToolResult result = conform({example("reel/expected/reel-a1.cdb")}, {});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("reel-a1.cdb: is a table of sound, and only picture negative is cut"));
+}
+
 TEST_F(Conforming, TakesTheLabsOwnFigure) {
     EXPECT_THAT(conform(cut(5), {cut(3)}, {"--splice-loss", "1"}).out,
                 HasSubstr("Splices in 35mm-4p: 1 frame on either side (as given)\n"));
