@@ -25,7 +25,8 @@ install(FILES ${PROJECT_SOURCE_DIR}/formats/otio/otio_reader.h DESTINATION ${ins
 # What users and hosts read, and the schemas of what is written as JSON.
 file(GLOB pages ${PROJECT_SOURCE_DIR}/docs/*.md)
 install(FILES ${pages} ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(FILES ${PROJECT_SOURCE_DIR}/docs/changes.schema.json ${PROJECT_SOURCE_DIR}/docs/lists.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/quillbrook)
+install(FILES ${PROJECT_SOURCE_DIR}/docs/changes.schema.json ${PROJECT_SOURCE_DIR}/docs/lists.schema.json
+    ${PROJECT_SOURCE_DIR}/docs/order.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/quillbrook)
 
 # find_package(quillbrook): quillbrook::quillbrook and quillbrook::embedded.
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/quillbrook)

@@ -7,7 +7,6 @@
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
 
-#include <algorithm>
 #include <cstdio>
 
 namespace tool {
@@ -133,18 +132,26 @@ std::int64_t whole_number(const formats::JsonValue& piece, const char* key, cons
     return value->GetInt64();
 }
 
+std::string text_member(const formats::JsonValue& piece, const char* key, const std::string& place) {
+    const formats::JsonValue* value = formats::json_member(piece, key);
+    if (!value || !value->IsString()) throw JobError(place + ": \"" + key + "\" isn't a text");
+    return std::string(formats::json_string(value));
+}
+
 /// Frames of an order lie within what labels can count.
 constexpr std::int64_t most_frame = 1'000'000'000;
 
 film::HadPiece piece_of(const formats::JsonValue& value, const std::string& place) {
     film::HadPiece piece;
-    piece.run.roll = formats::json_string(formats::json_member(value, "roll"));
-    piece.run.prefix = formats::json_string(formats::json_member(value, "prefix"));
-    const std::string kind(formats::json_string(formats::json_member(value, "kind")));
+    piece.run.roll = text_member(value, "roll", place);
+    piece.run.prefix = text_member(value, "prefix", place);
+    const std::string kind = text_member(value, "kind", place);
     piece.run.kind = edlstr_to_label_type(kind.c_str());
     if (piece.run.kind == label_none) throw JobError(place + ": \"kind\" names no kind of film or timecode");
-    piece.run.perforation =
-        static_cast<int>(std::clamp<std::int64_t>(whole_number(value, "perforation", place), 0, 64));
+    const std::int64_t perforation = whole_number(value, "perforation", place);
+    if (perforation < 0 || perforation >= get_static_label_cvt(piece.run.kind)->samples_per_frame())
+        throw JobError(place + ": \"perforation\" is none that a frame of its film has");
+    piece.run.perforation = static_cast<int>(perforation);
     piece.frames = {whole_number(value, "first_frame", place), whole_number(value, "last_frame", place)};
     if (piece.frames.length() <= 0 || piece.frames.first < -most_frame || piece.frames.last > most_frame)
         throw JobError(place + ": its frames are no stretch of film");
@@ -165,14 +172,19 @@ PieceOnRoll piece_on_roll(const formats::JsonValue& value, const formats::JsonVa
 }
 
 /// Of an order; refuses what is none.
-template <class Take> void each_piece(const std::string& path, const Take& take) {
+std::string bytes_of_order(const std::string& path) {
     std::string bytes, why;
     if (!embedded::read_file(path, &bytes, &why)) refuse(path, why);
+    return bytes;
+}
+
+template <class Take> void each_piece(const std::string& bytes, const std::string& path, const Take& take) {
     formats::JsonDocument document;
     if (!document.parse(bytes)) refuse(path, "isn't an order: " + document.error());
     const formats::JsonValue& root = document.root();
     if (formats::json_string(formats::json_member(root, "format")) != document_format) refuse(path, "isn't an order");
     const std::int64_t version = whole_number(root, "version", path);
+    if (version < 1) refuse(path, "isn't an order");
     if (version > document_version) refuse(path, "is an order of a newer version, " + std::to_string(version));
     const formats::JsonValue* all = formats::json_member(root, "pieces");
     if (!all || !all->IsArray()) refuse(path, "holds no pieces");
@@ -199,7 +211,12 @@ std::string order_document(const OrderToTell& order) {
 }
 
 void read_order(const std::string& path, std::vector<film::HadPiece>& pieces, std::vector<std::string>& names) {
-    each_piece(path, [&](const formats::JsonValue& value, const std::string& name) {
+    read_order_bytes(bytes_of_order(path), path, pieces, names);
+}
+
+void read_order_bytes(const std::string& bytes, const std::string& path, std::vector<film::HadPiece>& pieces,
+                      std::vector<std::string>& names) {
+    each_piece(bytes, path, [&](const formats::JsonValue& value, const std::string& name) {
         pieces.push_back(piece_of(value, name));
         names.push_back(name);
     });
@@ -207,7 +224,7 @@ void read_order(const std::string& path, std::vector<film::HadPiece>& pieces, st
 
 std::vector<PieceOnRoll> read_pieces_on_rolls(const std::string& path) {
     std::vector<PieceOnRoll> pieces;
-    each_piece(path, [&](const formats::JsonValue& value, const std::string& name) {
+    each_piece(bytes_of_order(path), path, [&](const formats::JsonValue& value, const std::string& name) {
         const formats::JsonValue* on_roll = formats::json_member(value, "on_roll");
         if (on_roll) pieces.push_back(piece_on_roll(value, *on_roll, name));
     });

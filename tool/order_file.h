@@ -16,6 +16,9 @@ std::string order_document(const OrderToTell& order);
 /// Adds the pieces of an order that was written by an earlier run. Throws `JobError`, naming the file and what is
 /// wrong: it is no order, a newer one, or damaged.
 void read_order(const std::string& path, std::vector<film::HadPiece>& pieces, std::vector<std::string>& names);
+/// The same of bytes; `path` is for messages.
+void read_order_bytes(const std::string& bytes, const std::string& path, std::vector<film::HadPiece>& pieces,
+                      std::vector<std::string>& names);
 
 /// A piece of an order that lies on a new roll.
 struct PieceOnRoll : film::HadPiece {

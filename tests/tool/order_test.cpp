@@ -84,7 +84,7 @@ TEST_F(Order, OfEndsAloneLeavesWhatIsThere) {
 
 TEST_F(Order, OfFilesThatAreNoOrdersIsRefused) {
     write("cut.json", "{\"format\": \"quillbrook order\", \"version\": 1, \"pieces\": [{\"roll\": \"A\"}]}");
-    expect_refused({recut("weir-old-r1.otio"), "--had", "cut.json"}, "cut.json: piece 1: \"kind\" names no kind");
+    expect_refused({recut("weir-old-r1.otio"), "--had", "cut.json"}, "cut.json: piece 1: \"prefix\" isn't a text");
     write("newer.json", "{\"format\": \"quillbrook order\", \"version\": 2, \"pieces\": []}");
     expect_refused({recut("weir-old-r1.otio"), "--had", "newer.json"}, "newer.json: is an order of a newer version, 2");
     write("other.json", "{\"format\": \"quillbrook changes\"}");
