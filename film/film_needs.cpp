@@ -3,6 +3,7 @@
 #include "host/ascii_text.h"
 
 #include <algorithm>
+#include <map>
 
 namespace film {
 namespace {
@@ -49,6 +50,40 @@ FilmRun run_of(const Strip& strip) {
             count.perforation};
 }
 
+/// The next of an event's strips takes its film on from the one before.
+bool runs_on(const Strip& before, const Strip& next) {
+    const Count &count = told_by(before), &further = told_by(next);
+    return before.item >= 0 && before.item == next.item && before.layer == next.layer && before.end == next.start &&
+           before.log_row == next.log_row && count.kind == further.kind && count.prefix == further.prefix &&
+           count.perforation == further.perforation && count.step == further.step &&
+           count.at(before.length()) == further.at(0);
+}
+
+/// An event with its share of the transitions at its ends is one pass through the gate, and to be pulled as that.
+///
+///     | cut . . . . . . . |\ outgoing \|         strips of one event
+///     | . . . . . . . . . . . . . . . . |         what is needed of it
+class Passes {
+public:
+    explicit Passes(FilmNeeds& needs) : needs_(needs) {}
+
+    /// False where it begins a need of its own.
+    bool lengthens(const Strip& strip) {
+        const auto last = last_.find(strip.item);
+        if (last == last_.end()) return false;
+        FilmNeed& need = needs_[last->second];
+        if (!runs_on(need.strip, strip)) return false;
+        need.strip.end = strip.end;
+        need.frames = frames_of(told_by(need.strip), need.strip.length());
+        return true;
+    }
+    void begin(const Strip& strip) { last_[strip.item] = needs_.size() - 1; }
+
+private:
+    FilmNeeds& needs_;
+    std::map<int, std::size_t> last_; ///< by item
+};
+
 /// Upper tracks are needed too, whether a list shows them or not.
 bool wants_film(const Strip& strip) { return !strip.black && strip.end > strip.start; }
 
@@ -68,14 +103,16 @@ LabelPoint FilmRun::point_at(std::int64_t frame) const {
 std::string FilmRun::text_at(std::int64_t frame) const { return point_at(frame).get_string(); }
 
 void add_needs(const EditFilm& film, const LogRows* log, int reel, ReelNeeds& all) {
+    Passes passes(all.needs);
     for (const Strip& strip : film.strips) {
-        if (!wants_film(strip)) continue;
+        if (!wants_film(strip) || passes.lengthens(strip)) continue;
         if (!told_by(strip)) {
             all.unknown.push_back({reel, strip});
             continue;
         }
         all.needs.push_back(
             {run_of(strip), frames_of(told_by(strip), strip.length()), take_of(strip, film, log), reel, strip});
+        passes.begin(strip);
     }
 }
 

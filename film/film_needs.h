@@ -40,7 +40,7 @@ struct FrameRange {
     friend bool operator==(const FrameRange& a, const FrameRange& b) = default;
 };
 
-/// What one strip of a reel needs.
+/// What an event of a reel needs: its strips, as far as their film runs on.
 ///
 ///     roll     - - - | take . . . . . . . . . . . | - - -     what is known to be there
 ///                        | frames . . . |                     what the reel needs of it
@@ -49,7 +49,7 @@ struct FilmNeed {
     FrameRange frames;
     std::optional<FrameRange> take; ///< that the log's row or the media holds, where it is known
     int reel = 0;                   ///< among the reels, from 0
-    Strip strip;
+    Strip strip;                    ///< the first of them, as long as all of them
 };
 
 using FilmNeeds = std::vector<FilmNeed>;

@@ -13,25 +13,39 @@ using film::HadPiece;
 
 namespace {
 
-/// Walks a strip frame by frame: what is shown, and all film that passes the gate on the way to the next.
-void walk(const film::Strip& strip, Frames& frames) {
-    const film::Count& count = strip.key ? strip.key : strip.timecode;
-    if (strip.black || !count) return;
-    std::string roll = strip.key ? strip.rolls.listed : strip.rolls.tape;
-    std::int64_t at = count.frame_at(0);
-    for (std::int64_t k = 0; k < strip.length(); ++k) {
-        const std::int64_t shown = count.frame_at(k);
-        for (const std::int64_t way = shown < at ? -1 : 1; at != shown; at += way)
-            frames.emplace(roll, count.kind, count.prefix, count.perforation, at);
-        frames.emplace(roll, count.kind, count.prefix, count.perforation, shown);
+/// The film that passes the gate, frame by frame: what is shown, and all that lies on the way to the next. A strip of
+/// an event goes on from the strip before it.
+class Gate {
+public:
+    void walk(const film::Strip& strip) {
+        const film::Count& count = strip.key ? strip.key : strip.timecode;
+        if (strip.black || !count) return;
+        const auto before = at_.find(strip.item);
+        const bool goes_on = before != at_.end() && before->second.first == strip.start;
+        std::int64_t at = goes_on ? before->second.second : count.frame_at(0);
+        for (std::int64_t k = 0; k < strip.length(); ++k) {
+            const std::int64_t shown = count.frame_at(k);
+            for (const std::int64_t way = shown < at ? -1 : 1; at != shown; at += way)
+                add(strip, count, at);
+            add(strip, count, shown);
+        }
+        at_[strip.item] = {strip.end, at};
     }
-}
+    Frames frames;
+
+private:
+    void add(const film::Strip& strip, const film::Count& count, std::int64_t frame) {
+        frames.emplace(strip.key ? strip.rolls.listed : strip.rolls.tape, count.kind, count.prefix, count.perforation,
+                       frame);
+    }
+    std::map<int, std::pair<std::int64_t, std::int64_t>> at_; ///< by event: where its strip ended, and on which frame
+};
 
 Frames walked(const EditPtr& edit) {
-    Frames frames;
+    Gate gate;
     for (const film::Strip& strip : film::film_of_edit(edit, {}, nullptr).strips)
-        walk(strip, frames);
-    return frames;
+        gate.walk(strip);
+    return gate.frames;
 }
 
 bool holds_all(const Frames& frames, const Frames& some) {

@@ -92,8 +92,8 @@ TEST_F(Order, OfFilesThatAreNoOrdersIsRefused) {
     write("half.json", "{\"format\": \"quillbrook or");
     expect_refused({recut("weir-old-r1.otio"), "--had", "half.json"}, "half.json: isn't an order: line 1, byte ");
     write("turned.json",
-          "{\"format\": \"quillbrook order\", \"version\": 1, \"pieces\": [{\"roll\": \"A\", \"kind\": \"35mm-4p\", "
-          "\"perforation\": 0, \"first_frame\": 5, \"last_frame\": 4}]}");
+          "{\"format\": \"quillbrook order\", \"version\": 1, \"pieces\": [{\"roll\": \"A\", \"prefix\": \"\", "
+          "\"kind\": \"35mm-4p\", \"perforation\": 0, \"first_frame\": 5, \"last_frame\": 4}]}");
     expect_refused({recut("weir-old-r1.otio"), "--had", "turned.json"},
                    "turned.json: piece 1: its frames are no stretch");
 }
