@@ -33,9 +33,9 @@ constexpr int reuse_every = 5;
 int length_of(int index) { return shortest + index * 13 % 90; }
 
 // Clips of a roll advance through it, so that most material is used once and some again.
-std::string clip(int index, int material) {
+std::string clip(int index, int material, int slipped = 0) {
     const int roll = material * 7 % rolls;
-    const int start = 86400 * (roll % 23) + 100 + material * 37 % 40000;
+    const int start = 86400 * (roll % 23) + 100 + material * 37 % 40000 + slipped;
     return printed(R"({"OTIO_SCHEMA":"Clip.1","name":"shot %d","source_range":)", index) +
            range(start, length_of(index)) + R"(,"media_reference":)" + media(roll) + '}';
 }
@@ -52,13 +52,19 @@ std::string dissolve() {
 /// The last of every five events repeats the one four before it.
 int material_of(int index) { return index % reuse_every == reuse_every - 1 ? index - reuse_every + 1 : index; }
 
-std::string picture(int events, bool reuse) {
+template <class ClipAt> std::string picture(int events, const ClipAt& clip_at) {
     std::string children;
     for (int i = 0; i < events; ++i) {
         if (i > 0) children += i % 10 == 0 ? ",\n" + dissolve() + ",\n" : std::string(",\n");
-        children += clip(i, reuse ? material_of(i) : i);
+        children += clip_at(i);
     }
     return R"({"OTIO_SCHEMA":"Track.1","kind":"Video","name":"V1","children":[)" + children + "]}";
+}
+
+/// Frames that a clip has slipped up to that version, each clip in its turn.
+int slip_of(int index, int version) {
+    constexpr int turns = 20, frames = 10;
+    return frames * ((version + turns - 1 - index % turns) / turns);
 }
 
 std::string effects_over(int events) {
@@ -81,11 +87,18 @@ std::string timeline(const std::string& tracks) {
 
 } // namespace
 
-std::string long_edit(int events) { return timeline(picture(events, false)); }
+std::string long_edit(int events) {
+    return timeline(picture(events, [](int i) { return clip(i, i); }));
+}
+
+std::string long_reel(int events, int reel, int version) {
+    return timeline(picture(events, [&](int i) { return clip(i, (reel - 1) * events + i, slip_of(i, version)); }));
+}
 
 std::string long_optical_edit(int records) {
     const int events = records * effect_every / (effect_every + 1);
-    return timeline(picture(events, true) + ",\n" + effects_over(events));
+    const std::string clips = picture(events, [](int i) { return clip(i, material_of(i)); });
+    return timeline(clips + ",\n" + effects_over(events));
 }
 
 } // namespace bench

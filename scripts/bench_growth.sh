@@ -3,7 +3,8 @@
 # 5,000 and 9,999 events. Fails where twice the events cost more than 2.2 times the instructions; with opticals,
 # re-use and the single-layer lists the limit is 2.3, as it is of what is found wrong or doubtful of such an edit, and of the
 # lists with their proof and the list of doubts. Then the same of the changelist of a recut. At 9,999 events what is found and
-# the proof together may cost no more than reading the edit and making its lists.
+# the proof together may cost no more than reading the edit and making its lists. Last the order of 20 reels with as many
+# events together, against 30 earlier orders.
 # Usage: scripts/bench_growth.sh [BUILD], by default build/release.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -19,6 +20,11 @@ run() { # events, then what runs the command
     if [ "$kind" = changes ]; then
         "$@" "$build/quillbrook" changelist --old "$work/$events-old.cdb" --new "$work/$events-new.cdb" \
             -o "$work/changes.txt" --overwrite --quiet --lists summary,new,changes,transitions,bench
+        return
+    fi
+    if [ "$kind" = orders ]; then
+        "$@" "$build/quillbrook" order "$work/film-$events"/r*.otio --had "$work/film-$events"/had*.json -o "$work/order.txt" \
+            --json "$work/order.json" --handles 8 --prove --overwrite --quiet
         return
     fi
     if [ "$kind" = findings ]; then
@@ -44,6 +50,19 @@ peak_memory() {
     run "$1" /usr/bin/time -f '%M' 2>&1 | tail -1
 }
 
+# Version 31 of a film of 20 reels, and the orders of all versions before it.
+make_film() { # events
+    local folder=$work/film-$1 had=()
+    mkdir "$folder"
+    for version in $(seq -w 1 31); do
+        "$build/bench/make_film" $(($1 / 20)) 20 $((10#$version)) "$folder"
+        [ "$version" = 31 ] && return
+        "$build/quillbrook" order "$folder"/r*.otio "${had[@]}" -o "$work/order.txt" --json "$folder/had$version.json" \
+            --handles 8 --overwrite --quiet
+        had=(--had "$folder"/had*.json)
+    done
+}
+
 measure() { # kind of edit, limit
     local kind=$1 limit=$2 before= count ratio
     echo "$kind"
@@ -53,6 +72,7 @@ measure() { # kind of edit, limit
         plain) "$build/bench/make_edit" "$events" >"$work/$events-plain.otio" ;;
         opticals) "$build/bench/make_edit" "$events" opticals >"$work/$events-opticals.otio" ;;
         findings | proof) "$build/bench/make_edit" "$events" opticals >"$work/$events-$kind.otio" ;;
+        orders) make_film "$events" ;;
         changes) "$build/bench/make_recut" "$events" "$work/$events-old.cdb" "$work/$events-new.cdb" ;;
         esac
         count=$(instructions "$events")
@@ -91,3 +111,4 @@ measure findings 2.3
 measure proof 2.3
 measure_share
 measure changes 2.2
+measure orders 2.2
