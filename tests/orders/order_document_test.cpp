@@ -1,17 +1,13 @@
 // Orders as documents: what is written keeps to the schema, and is read again as the same pieces.
 
-#include "embedded/services.h"
 #include "tests/orders/random_film.h"
-#include "tests/support/project_paths.h"
+#include "tests/support/json_schema.h"
 #include "tool/order_file.h"
 #include "tool/tool_error.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
-#include <rapidjson/document.h>
-#include <rapidjson/schema.h>
-#include <rapidjson/stringbuffer.h>
 
 using namespace orders_test;
 using film::HadPiece;
@@ -19,28 +15,7 @@ using testing::HasSubstr;
 
 namespace {
 
-const rapidjson::SchemaDocument& schema() {
-    static const rapidjson::SchemaDocument compiled = [] {
-        std::string bytes;
-        EXPECT_TRUE(embedded::read_file(project_folder() + "/docs/order.schema.json", &bytes, nullptr));
-        rapidjson::Document text;
-        text.Parse(bytes.c_str());
-        EXPECT_FALSE(text.HasParseError());
-        return rapidjson::SchemaDocument(text);
-    }();
-    return compiled;
-}
-
-/// Empty where the document keeps to the schema.
-std::string fault_of(const std::string& document) {
-    rapidjson::Document parsed;
-    if (parsed.Parse(document.c_str()).HasParseError()) return "it is no JSON";
-    rapidjson::SchemaValidator validator(schema());
-    if (parsed.Accept(validator)) return "";
-    rapidjson::StringBuffer where;
-    validator.GetInvalidDocumentPointer().StringifyUriFragment(where);
-    return std::string(where.GetString()) + ": " + validator.GetInvalidSchemaKeyword();
-}
+std::string fault_of(const std::string& document) { return fault_by_schema(document, "order.schema.json"); }
 
 std::vector<HadPiece> read_again(const std::string& document) {
     std::vector<HadPiece> pieces;

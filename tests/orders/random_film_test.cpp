@@ -134,3 +134,67 @@ RC_GTEST_PROP(RandomFilm, ThatIsOrderedTwiceNeedsNothingMore, (bool ends_alone))
     RC_ASSERT(again.unused.empty());
     RC_ASSERT(again.longer.empty());
 }
+
+// Of the whole shot, as far as the dissolve takes it, one piece; its end is what the dissolve takes more.
+TEST(FilmNeeds, OfAShotReachOverItsTransitions) {
+    const auto reel = [](int half) {
+        embedded::EditBuilder builder(generator_test::plain_edit());
+        const int channel = builder.add_channel(generator_test::picture);
+        const embedded::SourceId house = builder.add_source(generator_test::shot("house")),
+                                 kitchen = builder.add_source(generator_test::shot("kitchen", "KJ1234560200+00"));
+        builder.add_event(channel, generator_test::event_of(house, 160, 32));
+        builder.add_transition(channel, generator_test::dissolve(half, half));
+        builder.add_event(channel, generator_test::event_of(kitchen, 96, 32));
+        return needs_of(builder.finish()).needs;
+    };
+    constexpr std::int64_t house_at = 100 * 16, kitchen_at = 200 * 16;
+    const FilmNeeds before = reel(12), after = reel(24);
+    ASSERT_EQ(before.size(), 2U);
+    EXPECT_EQ(before[0].frames, (film::FrameRange{house_at + 32, house_at + 203}));
+    EXPECT_EQ(before[1].frames, (film::FrameRange{kitchen_at + 20, kitchen_at + 127}));
+    EXPECT_EQ(before[0].strip.length(), 172);
+
+    film::OrderOptions options;
+    options.handles = 8;
+    std::vector<HadPiece> had;
+    for (const film::OrderPiece& piece : film::order_of(before, options))
+        had.push_back({piece.run, piece.frames});
+    const film::OrderPieces whole = film::change_order(after, had, options, false).pieces;
+    ASSERT_EQ(whole.size(), 2U);
+    EXPECT_EQ(whole[0].frames, (film::FrameRange{house_at + 24, house_at + 223}));
+    EXPECT_EQ(whole[1].frames, (film::FrameRange{kitchen_at, kitchen_at + 135}));
+    const film::OrderPieces ends = film::change_order(after, had, options, true).pieces;
+    ASSERT_EQ(ends.size(), 2U);
+    EXPECT_EQ(ends[0].frames, (film::FrameRange{house_at + 204, house_at + 223}));
+    EXPECT_EQ(ends[1].frames, (film::FrameRange{kitchen_at, kitchen_at + 19}));
+}
+
+TEST(FilmNeeds, OfAShotAtTwiceTheSpeedHaveNoGapAtItsTransitions) {
+    embedded::EditBuilder builder(generator_test::plain_edit());
+    const int channel = builder.add_channel(generator_test::picture);
+    const embedded::SourceId run = builder.add_source(generator_test::shot("run"));
+    builder.add_event(channel, generator_test::event_of(run, 48, 32, 2));
+    builder.add_transition(channel, generator_test::dissolve(6, 6));
+    builder.add_event(channel, generator_test::event_of(builder.add_source(generator_test::shot("next")), 48, 32));
+    const FilmNeeds needs = needs_of(builder.finish()).needs;
+    EXPECT_EQ(needs.at(0).frames, (film::FrameRange{1632, 1632 + 53 * 2}));
+}
+
+// Each slip is less than the handles, both together are more.
+TEST(ChangeOrders, CountSlipsFromWhatWasPulledAndNotFromTheCutBefore) {
+    const auto slipped = [](std::int64_t frames) {
+        film::FilmNeed need;
+        need.run = {"A001", label_key_35mm_4p, "KJ102001", 0};
+        need.frames = {32 - frames, 111 - frames};
+        return FilmNeeds{need};
+    };
+    film::OrderOptions options;
+    options.handles = 8;
+    std::vector<HadPiece> had;
+    for (const auto& [slip, pieces] : {std::pair(0, 1U), {4, 0U}, {10, 1U}, {12, 0U}, {19, 1U}}) {
+        const ChangeOrder order = film::change_order(slipped(slip), had, options, false);
+        EXPECT_EQ(order.pieces.size(), pieces) << slip;
+        for (const film::OrderPiece& piece : order.pieces)
+            had.push_back({piece.run, piece.frames});
+    }
+}
