@@ -44,7 +44,7 @@ WATCHERS = {
     "formats/timeline": "otio fcp7xml golden",
     "formats/xml": "xml fcp7xml",
     "formats/logs": "logs edl golden tool",
-    "formats/scans": "scans",
+    "formats/scans": "scans orders",
 }
 SLOW = "*TenThousand*"
 NOT_TRIED = {"base/allocation.cpp"}  # linked into the shared library alone

@@ -300,4 +300,8 @@ TEST(KeySpellings, AllAreReadAgain) {
     EXPECT_EQ(formats::spelled(key, *formats::key_spelling_named("stock")), "KJ12 3456 0075+01");
     EXPECT_EQ(formats::spelled(key, *formats::key_spelling_named("apart")), "KJ 12 3456 0075 +01");
     EXPECT_EQ(formats::key_spelling_named("loud"), nullptr);
+    LabelPoint three(16 * 3, edlstr_to_label_type("35mm-3p"));
+    three.set_prefix("KJ123456");
+    EXPECT_EQ(formats::spelled(three, formats::plain_spelling()), "KJ1234560000+16.1");
+    EXPECT_EQ(formats::spelled(three, *formats::key_spelling_named("roll")), "KJ123456 0000+16(1)");
 }

@@ -193,8 +193,9 @@ TEST_F(Order, IsWrittenForScanners) {
                           "* KEY OUT: KJ 10 2001-1008+07\n"));
     EXPECT_THAT(read("s.ale"), HasSubstr("1/2\tWR001\tV\t01:00:01:00\t01:00:05:16\t00:00:04:16\t24\t"
                                          "KJ 10 2001-1001+08\tKJ 10 2001-1008+08\t35mm,4perf\t"));
-    EXPECT_THAT(read("s.otio"), AllOf(HasSubstr("\"name_prefix\": \"A001.\""), HasSubstr("\"start_frame\": 86424"),
-                                      HasSubstr("\"frame_zero_padding\": 6")));
+    EXPECT_THAT(read("s.otio"),
+                AllOf(HasSubstr("\"name_prefix\": \"A001.\""), HasSubstr("\"start_frame\": 86424"),
+                      HasSubstr("\"frame_zero_padding\": 6"), HasSubstr("\"keycode_last\": \"KJ 10 2001-1008+07\"")));
     EXPECT_THAT(read("s.cut"), HasSubstr("001  0000+00  0007+00   KJ 10 2001  1001+08   1008+08    A001\n"));
     EXPECT_THAT(read("s.txt"), HasSubstr("A001.{frame}.dpx"));
 }
