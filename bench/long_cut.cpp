@@ -22,6 +22,20 @@ Cut long_cut(int events, int rolls) {
     return cut;
 }
 
+Cut reused_cut(int events) {
+    constexpr int rolls = 40, uses = 35, starts = 250, frames_between_takes = 1000;
+    Cut cut = long_cut(events, rolls);
+    const int takes = (events + uses - 1) / uses;
+    for (int event = 0; event < events; ++event) {
+        const int take = event * 37 % takes;
+        Shot& shot = cut[static_cast<std::size_t>(event)];
+        shot.roll = "KJ0000" + std::to_string(10 + take % rolls);
+        shot.cam_reel = "A0" + std::to_string(10 + take % rolls);
+        shot.frame = frames_between_takes * (take / rolls) + event * 13 % starts;
+    }
+    return cut;
+}
+
 Cut recut_of(Cut cut) {
     std::mt19937 random(7);
     const auto any = [&] { return random() % cut.size(); };

@@ -18,6 +18,7 @@ struct OptionField {
 
 constexpr const char* units_key = "chg_lengthunits";
 constexpr const char* bench_key = "chg_bench_list";
+constexpr const char* cost_key = "chg_bench_cost";
 
 // In the order in which the block is read.
 constexpr OptionField option_fields[] = {
@@ -26,6 +27,7 @@ constexpr OptionField option_fields[] = {
     {.name = "chg_verbose_list", .list = &ChangelistOptions::verbose_list},
     {.name = "chg_dissolve_list", .list = &ChangelistOptions::dissolve_list},
     {.name = bench_key, .list = &ChangelistOptions::bench_list},
+    {.name = cost_key},
     {.name = "chg_useshotscenetake", .number = &ChangelistOptions::use_scene_take},
     {.name = "chg_showedgecodes", .flag = &ChangelistOptions::show_edge_codes},
     {.name = units_key},
@@ -45,11 +47,13 @@ void read_field(const configb& block, const OptionField& field, ChangelistOption
     }
 }
 
-// The units and the bench list start afresh with every run. Hosts that don't know of the bench list never turn it off:
-// left on, it would be a list that nobody asked for.
+// The units, the bench list and its cost start afresh with every run. Hosts that don't know of the bench list never
+// turn it off: left on, it would be a list that nobody asked for.
 void start_afresh(const configb* block, ChangelistOptions& options) {
     options.bench_list = 0;
+    options.bench_cost = 0;
     if (block) block->in(bench_key, options.bench_list);
+    if (block) block->in(cost_key, options.bench_cost);
     unsigned units = 0;
     if (block) block->in(units_key, units);
     options.units_frames = units == 0;

@@ -2,9 +2,9 @@
 # How the cost of a whole run grows: instructions (callgrind) and peak memory of the command on edits of 2,500,
 # 5,000 and 9,999 events. Fails where twice the events cost more than 2.2 times the instructions; with opticals,
 # re-use and the single-layer lists the limit is 2.3, as it is of what is found wrong or doubtful of such an edit, and of the
-# lists with their proof and the list of doubts. Then the same of the changelist of a recut. At 9,999 events what is found and
-# the proof together may cost no more than reading the edit and making its lists. Last the order of 20 reels with as many
-# events together, against 30 earlier orders.
+# lists with their proof and the list of doubts. Then the same of the changelist of a recut, and of one of film used 35
+# times, at each cost of the bench list. At 9,999 events what is found and the proof together may cost no more than reading
+# the edit and making its lists. Last the order of 20 reels with as many events together, against 30 earlier orders.
 # Usage: scripts/bench_growth.sh [BUILD], by default build/release.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -13,13 +13,15 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 export SOURCE_DATE_EPOCH=0
 
-# What is measured: a cutlist of "plain" cuts or of ones with "opticals", or the "changes" of a recut.
+# What is measured: a cutlist of "plain" cuts or of ones with "opticals", or the "changes" of a recut, of film used
+# again for "reused".
+cost=
 run() { # events, then what runs the command
     local events=$1 lists=()
     shift
-    if [ "$kind" = changes ]; then
+    if [ "$kind" = changes ] || [ "$kind" = reused ]; then
         "$@" "$build/quillbrook" changelist --old "$work/$events-old.cdb" --new "$work/$events-new.cdb" \
-            -o "$work/changes.txt" --overwrite --quiet --lists summary,new,changes,transitions,bench
+            -o "$work/changes.txt" --overwrite --quiet --lists summary,new,changes,transitions,bench ${cost:+--cost "$cost"}
         return
     fi
     if [ "$kind" = orders ]; then
@@ -74,6 +76,7 @@ measure() { # kind of edit, limit
         findings | proof) "$build/bench/make_edit" "$events" opticals >"$work/$events-$kind.otio" ;;
         orders) make_film "$events" ;;
         changes) "$build/bench/make_recut" "$events" "$work/$events-old.cdb" "$work/$events-new.cdb" ;;
+        reused) "$build/bench/make_recut" "$events" "$work/$events-old.cdb" "$work/$events-new.cdb" reused ;;
         esac
         count=$(instructions "$events")
         ratio=-
@@ -111,4 +114,9 @@ measure findings 2.3
 measure proof 2.3
 measure_share
 measure changes 2.2
+measure reused 2.2
+for cost in moves splices frames; do
+    measure reused 2.2
+done
+cost=
 measure orders 2.2

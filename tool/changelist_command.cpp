@@ -56,6 +56,13 @@ struct ProvableList {
     const char* key; ///< of the option that prints it
 };
 
+/// What "chg_bench_cost" may ask for.
+struct CostName {
+    std::string_view value;
+    const char* name;
+    std::int64_t change_cost::*count;
+};
+
 constexpr ProvableList provable_lists[] = {{detailed_changes, "changes", "chg_verbose_list"},
                                            {bench_changes, "bench", "chg_bench_list"}};
 
@@ -209,18 +216,58 @@ std::string outcome(const change_proof& proof) {
     return "step " + std::to_string(proof.step) + " parts from the new cut at " + reel + ", " + place;
 }
 
-/// Proves the lists that were asked for, or else the detailed one.
-int prove(const LibraryOptions& options, std::ostream& out) {
+/// By the values of "chg_bench_cost".
+constexpr CostName cost_names[] = {{"1", "moves", &change_cost::moves},
+                                   {"2", "splices", &change_cost::splices},
+                                   {"3", "frames", &change_cost::frames}};
+
+const CostName* cost_asked_for(const LibraryOptions& options) {
+    const auto* const found = std::find_if(std::begin(cost_names), std::end(cost_names), [&](const CostName& cost) {
+        return options.value("chg_bench_cost") == cost.value;
+    });
+    return found == std::end(cost_names) ? nullptr : found;
+}
+
+void tell_cost(const CostName& cost, std::ostream& out) {
+    change_cost planned, simple;
+    bench_list_costs(planned, simple);
+    out << "bench: " << planned.*cost.count << ' ' << cost.name << ", " << simple.*cost.count
+        << " by deleting and inserting\n";
+}
+
+/// Whether a list is proved: those that were asked for, or else the detailed one; the bench list always where a cost
+/// was asked for.
+bool is_to_prove(const ChangelistJob& job, const ProvableList& list) {
+    const LibraryOptions& options = job.options;
+    if (list.list == bench_changes && cost_asked_for(options)) return true;
+    const bool only = list.list == detailed_changes && !options.is_on(provable_lists[1].key);
+    return job.prove && (only || options.is_on(list.key));
+}
+
+int prove(const ChangelistJob& job, std::ostream& out) {
     int status = exit_done;
     for (const ProvableList& list : provable_lists) {
-        const bool only = list.list == detailed_changes && !options.is_on(provable_lists[1].key);
-        if (!only && !options.is_on(list.key)) continue;
+        if (!is_to_prove(job, list)) continue;
         const change_proof proof = prove_change_steps(list.list);
         if (std::string_view(proof.reason) == "Out of memory") throw std::bad_alloc();
         out << list.name << ": " << outcome(proof) << '\n';
         if (!proof.proved) status = exit_not_proved;
     }
+    if (const CostName* cost = cost_asked_for(job.options)) tell_cost(*cost, out);
     return status;
+}
+
+/// Film that lies in many places is matched piece by piece there, each piece with any of the places.
+void tell_long_list(const ChangelistJob& job) {
+    constexpr unsigned worth_telling = 1000;
+    unsigned detailed = 0, bench = 0;
+    change_steps(detailed_changes, detailed);
+    change_steps(bench_changes, bench);
+    if (!job.options.is_on(provable_lists[0].key) || detailed < worth_telling || detailed / 2 < bench) return;
+    tell_warnings({job.output.report + ": the detailed list has " + steps_text(static_cast<int>(detailed)) +
+                   ", as film that is used again falls into pieces there; the bench list needs " +
+                   std::to_string(bench)},
+                  job.output.quiet);
 }
 
 std::vector<documents::CutFilmPtr> cuts_of(const std::vector<std::string>& reels) {
@@ -257,10 +304,11 @@ int list_changes(const ChangelistJob& job) {
     check_tables_read();
     heads.check(job);
     put_report(made, job.output.report);
+    tell_long_list(job);
     if (job.json) deliver_bytes(*job.json, change_document(heads.old_cut.parameter("film label_std")));
     if (job.documents.wanted()) write_documents(job);
     const bool taken = is_stream(job.output.report) || (job.json && is_stream(*job.json));
-    return job.prove ? prove(job.options, taken ? std::cerr : std::cout) : exit_done;
+    return prove(job, taken ? std::cerr : std::cout);
 }
 
 int run(const ChangelistJob& job) {
@@ -271,6 +319,7 @@ int run(const ChangelistJob& job) {
     receive_tables(job.output.quiet);
     ChangelistJob listed = job;
     check_work_directory();
+    if (cost_asked_for(job.options)) listed.options.set[provable_lists[1].key] = "1";
     const std::string folder = job.lists_dir.value_or(embedded::work_directory());
     std::vector<EditPtr> kept_open;
     for (const CutSide* side : {&old_side, &new_side})
@@ -304,6 +353,7 @@ void add_list_options(OptionTable& options, ChangelistJob& job) {
     library.switches = {{"chg_showedgecodes", "1"}, {"chg_useshotscenetake", "0"}};
     options.add({
         change_lists_option(library),
+        bench_cost_option(library),
         change_units_option(library),
         library_switch("--no-keys", library, "chg_showedgecodes", "0", "Leave the columns of key numbers out"),
         library_switch("--scene-take", library, "chg_useshotscenetake", "1",
@@ -339,6 +389,8 @@ constexpr const char* examples = R"(Examples:
       makes the tables of two edits itself; with --lists-dir they are kept
   quillbrook changelist --old a.cdb --new b.cdb -o bench.txt --lists bench --prove --json bench.json
       the steps for the bench, carried out on the old cut as a check, and written for scripts too
+  quillbrook changelist --old a.cdb --new b.cdb -o bench.txt --lists bench --cost splices
+      the same with the fewest splices opened and made, and what that saves
   quillbrook changelist --old a.cdb --new b.cdb -o changes.txt --html changes.html --feet
       also a page with the steps, what to pull for them, what comes out, and the lengths of the reels
 

@@ -36,12 +36,15 @@ constexpr ChangeListWord change_lists[] = {
     {"bench", "chg_bench_list", false},
 };
 
-struct UnitsWord {
+/// A word and the value of an option that it stands for.
+struct ValueWord {
     const char* word;
     const char* value;
 };
 
-constexpr UnitsWord change_units[] = {{"frames", "0"}, {"feet", "1"}, {"timecode", "2"}};
+constexpr ValueWord bench_costs[] = {{"moves", "1"}, {"splices", "2"}, {"frames", "3"}};
+
+constexpr ValueWord change_units[] = {{"frames", "0"}, {"feet", "1"}, {"timecode", "2"}};
 
 std::vector<std::string> split_words(const std::vector<std::string>& values) {
     std::vector<std::string> words;
@@ -119,6 +122,14 @@ Option change_lists_option(LibraryOptions& library) {
     return word_option("--lists", "LIST,...",
                        "Only these lists: summary, new, changes, transitions, bench; by default all but bench", library,
                        choose_changes);
+}
+
+Option bench_cost_option(LibraryOptions& library) {
+    const auto take = [&library](const std::string& text) {
+        library.switches["chg_bench_cost"] = find_word("--cost", bench_costs, text).value;
+    };
+    return {"--cost", "COST", "Plan the bench list for the fewest moves or splices, or the least frames, and prove it",
+            OneText{take}};
 }
 
 Option change_units_option(LibraryOptions& library) {

@@ -15,6 +15,8 @@ Option printed_lists_option(LibraryOptions& library, bool& doubts);
 Option single_layer_option(LibraryOptions& library);
 /// --lists of a changelist. Sets which are on by default.
 Option change_lists_option(LibraryOptions& library);
+/// --cost of a changelist.
+Option bench_cost_option(LibraryOptions& library);
 /// --units of a changelist.
 Option change_units_option(LibraryOptions& library);
 

@@ -7,6 +7,7 @@
 #include "host/fixed_text.h"
 #include "reports/cutdb.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <string_view>
 
@@ -91,15 +92,40 @@ void print_step(report& out, const change_step& step) {
               point_text(step.last_ink).text, names.second.text, feet(step.reel_length).text);
 }
 
+/// What the plan was to save, and how each way of counting it is told.
+struct CostWords {
+    bench_goal goal;
+    const char* heading;
+    const char* name;
+    std::int64_t change_cost::*cost;
+};
+
+constexpr CostWords cost_words[] = {{bench_fewest_moves, "FEWEST MOVES", "Moves", &change_cost::moves},
+                                    {bench_fewest_splices, "FEWEST SPLICES", "Splices", &change_cost::splices},
+                                    {bench_least_film, "LEAST FILM", "Frames", &change_cost::frames}};
+
+int shown(std::int64_t frames) { return static_cast<int>(std::clamp<std::int64_t>(frames, 0, INT32_MAX)); }
+
+void print_costs(report& out, const KeptRun& run, bench_goal goal) {
+    constexpr int lines = 6;
+    out.need_lines(lines);
+    for (const CostWords& words : cost_words)
+        if (words.goal == goal) out.print("\n\t%-16s    THIS LIST    DELETE AND INSERT\n", words.heading);
+    for (const CostWords& words : cost_words)
+        out.print("\t%-16s %12d %20d\n", words.name, shown(run.bench_cost.*words.cost),
+                  shown(run.simple_cost.*words.cost));
+    out.print("\t%-16s %12s %20s\n", "Feet", feet(shown(run.bench_cost.frames)).text,
+              feet(shown(run.simple_cost.frames)).text);
+}
+
 } // namespace
 
 void write_bench_list(report& out, const KeptRun& run) {
     start_section(out, "BENCH LIST:\n\n", changelist_options().use_scene_take ? take_heads : shot_heads);
-    if (run.bench.empty()) {
-        out.print("\tTHERE ARE NO CHANGES TO MAKE\n");
-        return;
-    }
+    const bench_goal goal = changelist_options().goal();
+    if (run.bench.empty()) out.print("\tTHERE ARE NO CHANGES TO MAKE\n");
     for (const change_step& step : run.bench)
         print_step(out, step);
-    out.plain_rule();
+    if (!run.bench.empty()) out.plain_rule();
+    if (goal != bench_usual) print_costs(out, run, goal);
 }

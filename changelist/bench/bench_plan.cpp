@@ -7,8 +7,7 @@
 // the new comes in, so all film ahead of the gap is as it will be. What is needed before the walk comes to it is
 // picked up ahead of everything else.
 
-#include "changelist/bench/film_on_reels.h"
-#include "changelist/bench/heaviest_run.h"
+#include "changelist/bench/choose_pieces.h"
 #include "changelist/steps/kept_steps.h"
 
 #include <algorithm>
@@ -17,35 +16,12 @@
 namespace {
 
 /// Film that is on both sides.
-struct Piece {
-    FilmPlace old_at = 0;
-    FilmPlace new_at = 0;
-    std::int64_t length = 0;
-    std::size_t old_reel = 0;
-    std::size_t new_reel = 0;
-    bool stays = false;
+struct Piece : KeptPiece {
+    explicit Piece(const KeptPiece& kept) : KeptPiece(kept) {}
+
     bool early = false;        ///< put down before the walk comes to where it lies
     std::size_t picked_up = 0; ///< index of the step
 };
-
-/// In the order of `place`; drops what lies on a piece that begins before it.
-template <FilmPlace Piece::*place> void drop_overlaps(Vector<Piece>& pieces) {
-    std::sort(pieces.begin(), pieces.end(), [](const Piece& a, const Piece& b) {
-        if (a.*place != b.*place) return a.*place < b.*place;
-        return a.length != b.length ? a.length > b.length : a.old_at + a.new_at < b.old_at + b.new_at;
-    });
-    FilmPlace free_from = 0;
-    std::erase_if(pieces, [&](const Piece& piece) {
-        if (piece.*place < free_from) return true;
-        free_from = piece.*place + piece.length;
-        return false;
-    });
-}
-
-bool continues(const Piece& ahead, const Piece& behind) {
-    return ahead.old_reel == behind.old_reel && ahead.new_reel == behind.new_reel &&
-           ahead.old_at + ahead.length == behind.old_at && ahead.new_at + ahead.length == behind.new_at;
-}
 
 /// Old film that leaves at one place.
 struct Lift {
@@ -66,26 +42,14 @@ int shown(std::int64_t frames) {
         std::clamp<std::int64_t>(frames, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
 }
 
-ReelNumbers reels_of(const KeptRun& run) {
-    ReelNumbers reels;
-    for (const Vector<CutEvent>* cut : {&run.old_cut, &run.new_cut}) {
-        for (const CutEvent& event : *cut)
-            reels.add(event.reel);
-    }
-    reels.close();
-    return reels;
-}
-
 class BenchPlan {
 public:
-    explicit BenchPlan(KeptRun& run)
-        : run_(run), reels_(reels_of(run)), old_(run.old_cut, reels_), new_(run.new_cut, reels_), steps_(run.bench) {}
+    BenchPlan(const BenchCuts& cuts, const KeptPieces& pieces, Vector<change_step>& steps)
+        : reels_(cuts.reels), old_(cuts.old_film), new_(cuts.new_film), steps_(steps),
+          pieces_(pieces.begin(), pieces.end()), new_order_(in_new_order(pieces)) {}
 
     void make() {
         steps_.clear();
-        find_pieces();
-        choose_what_stays();
-        sort_new_order();
         find_early_ones();
         for (std::size_t reel = 0; reel < reels_.size(); ++reel)
             reel_length_.push_back(old_.reel_length(reel));
@@ -95,13 +59,11 @@ public:
     }
 
 private:
-    void find_pieces();
-    void join_neighbours();
-    void choose_what_stays();
-    void sort_new_order();
     void find_early_ones();
     void pick_up_early_ones();
     void walk(std::size_t reel);
+    bool is_lift_parted(std::size_t reel, FilmPlace from) const;
+    FilmPlace end_of_gap(std::size_t reel, std::size_t next) const;
     FilmPlace take_out(std::size_t reel, FilmPlace from);
     FilmPlace bring_in(std::size_t reel, FilmPlace from);
 
@@ -112,10 +74,9 @@ private:
     void put_down(const Piece& piece);
     void insert(std::size_t reel, FilmPlace from, FilmPlace to);
 
-    KeptRun& run_;
-    ReelNumbers reels_;
-    FilmOnReels old_;
-    FilmOnReels new_;
+    const ReelNumbers& reels_;
+    const FilmOnReels& old_;
+    const FilmOnReels& new_;
     Vector<change_step>& steps_;
     Vector<Piece> pieces_;          ///< in old order
     Vector<std::size_t> new_order_; ///< indices of pieces
@@ -124,54 +85,6 @@ private:
     std::int64_t position_ = 0;     ///< of the gap on the reel of the walk
     Vector<std::int64_t> reel_length_;
 };
-
-void BenchPlan::find_pieces() {
-    for (const MatchedPiece& match : run_.matched) {
-        const auto old_at = old_.find(match.old_reel, match.old_frame, match.length);
-        const auto new_at = new_.find(match.new_reel, match.new_frame, match.length);
-        if (!old_at || !new_at) continue;
-        if (!is_same_film(old_.event_at(*old_at), *old_at, new_.event_at(*new_at), *new_at, match.length)) continue;
-        pieces_.push_back({*old_at, *new_at, match.length, reels_.index(match.old_reel), reels_.index(match.new_reel)});
-    }
-    drop_overlaps<&Piece::new_at>(pieces_);
-    drop_overlaps<&Piece::old_at>(pieces_);
-    join_neighbours();
-}
-
-void BenchPlan::join_neighbours() {
-    Vector<Piece> joined;
-    for (const Piece& piece : pieces_) {
-        if (!joined.empty() && continues(joined.back(), piece)) {
-            joined.back().length += piece.length;
-        } else {
-            joined.push_back(piece);
-        }
-    }
-    pieces_ = std::move(joined);
-}
-
-void BenchPlan::choose_what_stays() {
-    for (std::size_t first = 0; first < pieces_.size();) {
-        Vector<WeighedPlace> row;
-        Vector<std::size_t> of_row;
-        const std::size_t reel = pieces_[first].old_reel;
-        for (; first < pieces_.size() && pieces_[first].old_reel == reel; ++first) {
-            if (pieces_[first].new_reel != reel) continue;
-            row.push_back({pieces_[first].new_at, pieces_[first].length});
-            of_row.push_back(first);
-        }
-        for (const std::size_t kept : heaviest_rising_run(row))
-            pieces_[of_row[kept]].stays = true;
-    }
-}
-
-void BenchPlan::sort_new_order() {
-    new_order_.resize(pieces_.size());
-    for (std::size_t i = 0; i < new_order_.size(); ++i)
-        new_order_[i] = i;
-    std::sort(new_order_.begin(), new_order_.end(),
-              [&](std::size_t a, std::size_t b) { return pieces_[a].new_at < pieces_[b].new_at; });
-}
 
 // The walk passes gaps in the order of what stays behind them, which is the same on both sides.
 void BenchPlan::find_early_ones() {
@@ -223,20 +136,41 @@ void BenchPlan::walk(std::size_t reel) {
     }
 }
 
-/// Up to what stays next, or to the reel's end.
+/// What is picked up on the way would cut the film that leaves here in two.
+bool BenchPlan::is_lift_parted(std::size_t reel, FilmPlace from) const {
+    int lifts = 0;
+    bool lifted = false;
+    std::size_t next = next_old_;
+    for (; next < pieces_.size() && pieces_[next].old_reel == reel && !pieces_[next].stays; ++next) {
+        lifted = lifted || from < pieces_[next].old_at;
+        from = pieces_[next].old_end();
+        if (pieces_[next].early) continue;
+        lifts += lifted;
+        lifted = false;
+    }
+    return lifts + (lifted || from < end_of_gap(reel, next)) > 1;
+}
+
+FilmPlace BenchPlan::end_of_gap(std::size_t reel, std::size_t next) const {
+    const bool at_end = next == pieces_.size() || pieces_[next].old_reel != reel;
+    return at_end ? old_.reel_end(reel) : pieces_[next].old_at;
+}
+
+/// Up to what stays next, or to the reel's end. The film that leaves goes in one lift, if need be behind what is
+/// picked up from between.
 FilmPlace BenchPlan::take_out(std::size_t reel, FilmPlace from) {
+    const bool parted = is_lift_parted(reel, from);
     Lift lift;
     for (; next_old_ < pieces_.size(); ++next_old_) {
         Piece& piece = pieces_[next_old_];
         if (piece.old_reel != reel || piece.stays) break;
         lift.add(from, piece.old_at);
-        from = piece.old_at + piece.length;
+        from = piece.old_end();
         if (piece.early) continue;
-        lift_out(reel, lift);
-        pick_up(piece, position_);
+        if (!parted) lift_out(reel, lift);
+        pick_up(piece, position_ + lift.frames);
     }
-    const bool at_end = next_old_ == pieces_.size() || pieces_[next_old_].old_reel != reel;
-    const FilmPlace end = at_end ? old_.reel_end(reel) : pieces_[next_old_].old_at;
+    const FilmPlace end = end_of_gap(reel, next_old_);
     lift.add(from, end);
     lift_out(reel, lift);
     return end;
@@ -249,7 +183,7 @@ FilmPlace BenchPlan::bring_in(std::size_t reel, FilmPlace from) {
         insert(reel, from, piece.new_at);
         if (piece.stays) return piece.new_at;
         put_down(piece);
-        from = piece.new_at + piece.length;
+        from = piece.new_end();
     }
     insert(reel, from, new_.reel_end(reel));
     return new_.reel_end(reel);
@@ -283,12 +217,12 @@ void BenchPlan::lift_out(std::size_t reel, Lift& lift) {
 void BenchPlan::pick_up(Piece& piece, std::int64_t position) {
     piece.picked_up = steps_.size();
     change_step& step = add_step(change_pick_up, piece.old_reel, position, piece.length);
-    name_old_film(step, piece.old_at, piece.old_at + piece.length);
+    name_old_film(step, piece.old_at, piece.old_end());
 }
 
 void BenchPlan::put_down(const Piece& piece) {
     change_step& step = add_step(change_put_down, piece.new_reel, position_, piece.length);
-    name_old_film(step, piece.old_at, piece.old_at + piece.length);
+    name_old_film(step, piece.old_at, piece.old_end());
     step.other_step = steps_[piece.picked_up].step;
     steps_[piece.picked_up].other_step = step.step;
     position_ += piece.length;
@@ -305,4 +239,10 @@ void BenchPlan::insert(std::size_t reel, FilmPlace from, FilmPlace to) {
 
 } // namespace
 
-void plan_bench_steps(KeptRun& run) { BenchPlan(run).make(); }
+void plan_bench_steps(KeptRun& run, bench_goal goal) {
+    const BenchCuts cuts(run);
+    const ChosenPieces chosen = choose_pieces(cuts, run.matched, goal);
+    run.bench_cost = chosen.cost;
+    run.simple_cost = chosen.simple_cost;
+    BenchPlan(cuts, chosen.pieces, run.bench).make();
+}

@@ -76,9 +76,10 @@ std::optional<FilmPlace> FilmOnReels::find(int reel_number, int frame, int lengt
     return laid.at + offset;
 }
 
-const LaidEvent& FilmOnReels::event_at(FilmPlace place) const {
-    return std::upper_bound(events_.begin(), events_.end(), place,
-                            [](FilmPlace wanted, const LaidEvent& laid) { return wanted < laid.at; })[-1];
+std::size_t FilmOnReels::events_ahead(FilmPlace place) const {
+    const auto behind = std::lower_bound(events_.begin(), events_.end(), place,
+                                         [](const LaidEvent& laid, FilmPlace wanted) { return laid.at < wanted; });
+    return static_cast<std::size_t>(behind - events_.begin());
 }
 
 void name_film(change_step& step, const FilmOnReels& film, FilmPlace first, FilmPlace end) {

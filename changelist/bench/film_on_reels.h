@@ -34,7 +34,12 @@ public:
     /// Where a stretch begins that the cutlist counts from `frame`; nothing unless one event holds all of it.
     std::optional<FilmPlace> find(int reel_number, int frame, int length) const;
     /// The event whose film lies at a place; there must be some.
-    const LaidEvent& event_at(FilmPlace place) const;
+    const LaidEvent& event_at(FilmPlace place) const { return events_[index_at(place)]; }
+    std::size_t index_at(FilmPlace place) const { return events_ahead(place + 1) - 1; }
+    /// How many events begin ahead of a place.
+    std::size_t events_ahead(FilmPlace place) const;
+    /// In order.
+    const Vector<LaidEvent>& events() const { return events_; }
 
 private:
     Vector<LaidEvent> events_;

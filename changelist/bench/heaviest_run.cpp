@@ -1,5 +1,7 @@
 #include "changelist/bench/heaviest_run.h"
 
+#include "changelist/bench/best_below.h"
+
 #include <algorithm>
 
 namespace {
@@ -9,28 +11,8 @@ constexpr std::size_t nobody = SIZE_MAX;
 struct RunEnd {
     std::int64_t weight = 0;
     std::size_t item = nobody;
-};
 
-/// The heaviest run so far that ends ahead of each place, in a binary indexed tree over the ranks of places.
-class RunEnds {
-public:
-    explicit RunEnds(std::size_t places) : best_(places + 1) {}
-
-    RunEnd heaviest_below(std::size_t rank) const {
-        RunEnd best;
-        for (; rank > 0; rank -= rank & (~rank + 1)) {
-            if (best_[rank].weight > best.weight) best = best_[rank];
-        }
-        return best;
-    }
-    void add(std::size_t rank, const RunEnd& end) {
-        for (std::size_t at = rank + 1; at < best_.size(); at += at & (~at + 1)) {
-            if (end.weight >= best_[at].weight) best_[at] = end;
-        }
-    }
-
-private:
-    Vector<RunEnd> best_;
+    bool operator<(const RunEnd& other) const { return weight < other.weight; }
 };
 
 Vector<std::size_t> ranks_of(const Vector<WeighedPlace>& row) {
@@ -48,11 +30,11 @@ Vector<std::size_t> ranks_of(const Vector<WeighedPlace>& row) {
 
 Vector<std::size_t> heaviest_rising_run(const Vector<WeighedPlace>& row) {
     const Vector<std::size_t> ranks = ranks_of(row);
-    RunEnds ends(row.size());
+    BestBelow<RunEnd> ends(row.size());
     Vector<std::size_t> before(row.size(), nobody);
     RunEnd heaviest;
     for (std::size_t item = 0; item < row.size(); ++item) {
-        const RunEnd below = ends.heaviest_below(ranks[item]);
+        const RunEnd below = ends.best_below(ranks[item]);
         before[item] = below.item;
         const RunEnd end{below.weight + row[item].weight, item};
         ends.add(ranks[item], end);

@@ -165,3 +165,11 @@ const change_step* change_steps(change_list list, unsigned& count) {
     });
     return first;
 }
+
+void bench_list_costs(change_cost& planned, change_cost& simple) {
+    planned = simple = change_cost();
+    run_alone([&] {
+        planned = kept_run().bench_cost;
+        simple = kept_run().simple_cost;
+    });
+}

@@ -34,6 +34,8 @@ struct KeptRun {
     Vector<MatchedPiece> matched;
     Vector<change_step> detailed;
     Vector<change_step> bench;
+    change_cost bench_cost;
+    change_cost simple_cost;
 };
 
 /// The run that succeeded last, or is in progress; one a process.
@@ -47,5 +49,5 @@ void keep_cut(const chgdb& events, Vector<CutEvent>& cut);
 void keep_matches(const chgdb& changes, Vector<MatchedPiece>& matched);
 /// The steps of the detailed list, by step. To be called once they are numbered.
 void keep_detailed_steps(const chgdb& changes, Vector<change_step>& steps);
-/// Plans the bench list's steps out of both cuts and what matched.
-void plan_bench_steps(KeptRun& run);
+/// Plans the bench list's steps out of both cuts and what matched, and tells what they cost.
+void plan_bench_steps(KeptRun& run, bench_goal goal = bench_usual);

@@ -17,9 +17,9 @@ using changelist_reels = std::vector<std::pair<LightweightString<wchar_t>, Light
 /// Compares two cuts by key number and prints what changed into `report_file`.
 ///
 /// `config` holds the keys that `changelist_option_keys` lists; one that the block lacks keeps its value of the
-/// run before, but for the units of length and the bench list, which start as frames and off with every run; null
-/// stands for a block without keys. At most 49 reels a side. Two working
-/// files, "oldcut__.chg" and "newcut__.chg", stay in the lists directory.
+/// run before, but for the units of length, the bench list and its cost, which start as frames, off and 0 with every
+/// run; null stands for a block without keys. At most 49 reels a side. Two working files, "oldcut__.chg" and
+/// "newcut__.chg", stay in the lists directory.
 ///
 /// Null when the report was made, otherwise the text of the error, which stays good until the next call and
 /// isn't the caller's. `log` is told the progress. One run at a time in a process: a
@@ -78,6 +78,26 @@ struct change_step {
 /// The steps of the last run, in order; none where it failed. They stay good until the next run. The bench list has
 /// steps whether it was printed or not.
 QUILLBROOK_API const change_step* change_steps(change_list list, unsigned& count);
+
+/// What the bench list is to save, by the number that the key "chg_bench_cost" takes.
+enum bench_goal : std::int32_t {
+    bench_usual = 0,          ///< no more steps than shots differ, and as much film as that leaves
+    bench_fewest_moves = 1,   ///< `change_cost::moves`
+    bench_fewest_splices = 2, ///< `change_cost::splices`, as long as whole shots that are in order stay
+    bench_least_film = 3,     ///< `change_cost::frames`
+};
+
+/// What it costs to make the new cut of the old one.
+struct change_cost {
+    std::int64_t steps = 0;
+    std::int64_t moves = 0;   ///< pieces handled: lifts, insertions, and film that is moved, which is two steps
+    std::int64_t splices = 0; ///< places where the old cut is parted, and joins of the new one that weren't there
+    std::int64_t frames = 0;  ///< of film deleted, inserted and moved
+};
+
+/// What the bench list of the last run costs, and what it would cost to delete and insert each shot that differs;
+/// nothing where the run failed.
+QUILLBROOK_API void bench_list_costs(change_cost& planned, change_cost& simple);
 
 /// What came of carrying steps out.
 struct change_proof {

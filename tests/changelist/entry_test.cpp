@@ -333,7 +333,7 @@ TEST_F(ChangelistEntry, TheOptionKeysAreListed) {
         lists += key->is_list;
         texts += key->is_text;
     }
-    EXPECT_EQ(all, 12);
+    EXPECT_EQ(all, 13);
     EXPECT_EQ(lists, 5);
     EXPECT_EQ(texts, 2);
 }

@@ -12,6 +12,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <sstream>
 
 namespace golden {
 namespace {
@@ -47,8 +48,14 @@ void update_if_asked(const std::string& made, const std::string& expected) {
 
 std::string test_name(const testing::TestParamInfo<Changes>& info) { return test_name_of(info.param); }
 
-class RecutChanges : public testing::TestWithParam<Changes> {
+class MadeChanges : public testing::TestWithParam<Changes> {
 protected:
+    void expect_byte_for_byte(const std::string& file) {
+        const std::string expected = expected_file(GetParam());
+        update_if_asked(file, expected);
+        ASSERT_TRUE(fs::exists(expected)) << expected;
+        EXPECT_EQ(first_difference(bytes_of_file(expected), bytes_of_file(file)), "") << expected;
+    }
     std::string made() {
         const std::string file = scratch_.file(GetParam().name + ".txt");
         EXPECT_TRUE(make_changes(GetParam(), file));
@@ -59,12 +66,9 @@ private:
     ScratchDirectory scratch_;
 };
 
-TEST_P(RecutChanges, AreMadeByteForByte) {
-    const std::string file = made(), expected = expected_file(GetParam());
-    update_if_asked(file, expected);
-    ASSERT_TRUE(fs::exists(expected)) << expected;
-    EXPECT_EQ(first_difference(bytes_of_file(expected), bytes_of_file(file)), "") << expected;
-}
+class RecutChanges : public MadeChanges {};
+
+TEST_P(RecutChanges, AreMadeByteForByte) { expect_byte_for_byte(made()); }
 
 TEST_P(RecutChanges, SayWhatWasWorkedOut) {
     for (const PrintedList& list : printed_lists)
@@ -82,6 +86,36 @@ TEST_P(RecutChanges, AreProvedByTheBenchListWhileTheOtherPartsAtTheLateArrival) 
 }
 
 INSTANTIATE_TEST_SUITE_P(Recut, RecutChanges, testing::ValuesIn(all_changes()), test_name);
+
+class RecutCosts : public MadeChanges {};
+
+/// The words of a line that tells a cost: of this list, and of deleting and inserting.
+std::string cost_in(const std::string& file, const std::string& name) {
+    std::string cost;
+    for (const std::string& line : lines_of_file(file)) {
+        std::istringstream in(line);
+        std::string first, planned, simple;
+        if (in >> first >> planned >> simple && first == name) cost = planned + ' ' + simple;
+    }
+    return cost;
+}
+
+TEST_P(RecutCosts, AreMadeByteForByteAndProved) {
+    const std::string file = made();
+    expect_byte_for_byte(file);
+    EXPECT_EQ(lines_of_file(file + ".proof").back(), "bench\tproved\t19\t0\t0\t0");
+}
+
+TEST_P(RecutCosts, AreWhatWasWorkedOut) {
+    const bool splices = GetParam().name == "bench-splices";
+    const std::string file = expected_file(GetParam());
+    EXPECT_EQ(cost_in(file, "Moves"), splices ? "18 19" : "15 19");
+    EXPECT_EQ(cost_in(file, "Splices"), splices ? "21 21" : "34 21");
+    EXPECT_EQ(cost_in(file, "Frames"), splices ? "2148 2212" : "716 2212");
+    EXPECT_EQ(cost_in(file, "Feet"), splices ? "0134+04 0138+04" : "0044+12 0138+04");
+}
+
+INSTANTIATE_TEST_SUITE_P(Recut, RecutCosts, testing::ValuesIn(all_costs()), test_name);
 
 } // namespace
 } // namespace golden

@@ -111,6 +111,13 @@ std::vector<Changes> all_changes() {
             {"changes-timecode", form("2", "0", "0", "0")}};
 }
 
+std::vector<Changes> all_costs() {
+    const auto form = [](const char* cost) {
+        return std::vector<std::pair<std::string, std::string>>{{"chg_bench_list", "1"}, {"chg_bench_cost", cost}};
+    };
+    return {{"bench-moves", form("1")}, {"bench-splices", form("2")}, {"bench-frames", form("3")}};
+}
+
 std::string recut_folder() { return examples_folder() + "/recut"; }
 
 std::string expected_file(const Changes& changes) { return recut_folder() + "/expected/" + changes.name + ".txt"; }

@@ -21,6 +21,8 @@ void PrintTo(const Changes& changes, std::ostream* out);
 std::string test_name_of(const Changes& changes);
 
 std::vector<Changes> all_changes();
+/// The bench list alone, planned for each cost.
+std::vector<Changes> all_costs();
 
 std::string recut_folder();
 /// The report in expected/.

@@ -15,6 +15,7 @@ using testing::HasSubstr;
 
 namespace {
 
+/// Empty where the document keeps to the schema.
 std::string fault_of(const std::string& document) { return fault_by_schema(document, "order.schema.json"); }
 
 std::vector<HadPiece> read_again(const std::string& document) {

@@ -118,6 +118,19 @@ TEST_F(Changelist, ListsAreChosenByWord) {
     EXPECT_EQ(lists_in(listed({"--lists", "summary,new,changes,transitions,bench"})), "snctb");
 }
 
+TEST_F(Changelist, ACostIsOfTheBenchListAndProved) {
+    const ToolResult moves = run(line({"--lists", "summary", "--cost", "moves"}));
+    EXPECT_EQ(moves.status, 0);
+    EXPECT_EQ(lists_in(read("out.txt")), "sb");
+    EXPECT_THAT(read("out.txt"), HasSubstr("FEWEST MOVES        THIS LIST    DELETE AND INSERT"));
+    EXPECT_THAT(moves.out, HasSubstr("bench: proved, 4 steps\nbench: 3 moves, 4 by deleting and inserting\n"));
+    EXPECT_THAT(moves.out, Not(HasSubstr("changes: ")));
+    const ToolResult frames = run(line({"--cost", "frames", "--prove", "--overwrite"}));
+    EXPECT_THAT(frames.out, HasSubstr("changes: proved"));
+    EXPECT_THAT(frames.out, HasSubstr("bench: 52 frames, 180 by deleting and inserting\n"));
+    EXPECT_THAT(listed({"--lists", "bench"}), Not(HasSubstr("DELETE AND INSERT")));
+}
+
 TEST_F(Changelist, SetWinsOverAllElse) {
     EXPECT_EQ(lists_in(listed({"--lists", "summary", "--set", "chg_verbose_list=1"})), "sc");
     EXPECT_EQ(lists_in(listed({"--set", "chg_summary_list=0"})), "nct");
@@ -362,6 +375,7 @@ TEST_F(Changelist, WrongLinesAreToldWhatIsWrong) {
     expect_wrong({"changelist", "--old", "old.cdb", "-o", "out.txt"}, "--new");
     expect_wrong({"changelist", "--old", "old.cdb", "--new", "new.cdb"}, "-o");
     expect_wrong(line({"--units", "metres"}), "--units: \"metres\" is not one of frames, feet, timecode");
+    expect_wrong(line({"--cost", "feet"}), "--cost: \"feet\" is not one of moves, splices, frames");
     for (const char* word : {"", "change", "Bench", "summary,"})
         expect_wrong(line({"--lists", word}), "is not one of summary, new, changes, transitions, bench");
     expect_wrong(line({"--channel", "X1"}), "--channel");
@@ -378,8 +392,9 @@ TEST_F(Changelist, HelpNamesEveryOption) {
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.out, HasSubstr("Examples:\n  quillbrook changelist --old"));
     EXPECT_THAT(result.out, HasSubstr("Exit status: 0 done, 1 the job failed, 2 wrong usage, 3 "));
-    for (const char* option : {"--old", "--new", "-o", "--overwrite", "--quiet", "--lists", "--units", "--no-keys",
-                               "--scene-take", "--channel", "--set", "--lists-dir", "--edits", "--prove", "--json"})
+    for (const char* option :
+         {"--old", "--new", "-o", "--overwrite", "--quiet", "--lists", "--units", "--no-keys", "--scene-take",
+          "--channel", "--set", "--lists-dir", "--edits", "--prove", "--json", "--cost"})
         EXPECT_THAT(result.out, HasSubstr(option));
 }
 
