@@ -107,7 +107,7 @@ TEST_P(RecutCosts, AreMadeByteForByteAndProved) {
 }
 
 TEST_P(RecutCosts, AreWhatWasWorkedOut) {
-    const bool splices = GetParam().name == "bench-splices";
+    const bool splices = GetParam().name == "changes-cost-splices";
     const std::string file = expected_file(GetParam());
     EXPECT_EQ(cost_in(file, "Moves"), splices ? "18 19" : "15 19");
     EXPECT_EQ(cost_in(file, "Splices"), splices ? "21 21" : "34 21");

@@ -115,7 +115,7 @@ std::vector<Changes> all_costs() {
     const auto form = [](const char* cost) {
         return std::vector<std::pair<std::string, std::string>>{{"chg_bench_list", "1"}, {"chg_bench_cost", cost}};
     };
-    return {{"bench-moves", form("1")}, {"bench-splices", form("2")}, {"bench-frames", form("3")}};
+    return {{"changes-cost-moves", form("1")}, {"changes-cost-splices", form("2")}, {"changes-cost-frames", form("3")}};
 }
 
 std::string recut_folder() { return examples_folder() + "/recut"; }

@@ -67,8 +67,9 @@ TEST(ExampleFolders, HoldNoListThatNobodyMakes) {
     for (const List& list : all_lists())
         for (const std::string& extension : extensions_of(list))
             known.push_back(fs::path(expected_stem(list) + extension).lexically_normal().string());
-    for (const Changes& changes : all_changes())
-        known.push_back(fs::path(expected_file(changes)).lexically_normal().string());
+    for (const std::vector<Changes>& made : {all_changes(), all_costs()})
+        for (const Changes& changes : made)
+            known.push_back(fs::path(expected_file(changes)).lexically_normal().string());
     for (const List& list : all_lists())
         for (const auto& entry : fs::directory_iterator(fs::path(expected_stem(list)).parent_path()))
             EXPECT_NE(std::find(known.begin(), known.end(), entry.path().lexically_normal().string()), known.end())
