@@ -3,6 +3,8 @@
 #include "changelist/bench/common_shots.h"
 #include "changelist/bench/film_overlaps.h"
 #include "changelist/bench/kept_pieces.h"
+#include "changelist/bench/plan_cost.h"
+#include "changelist/bench/what_stays.h"
 #include "changelist/proof/proof.h"
 #include "tests/changelist/random_runs.h"
 
@@ -386,6 +388,81 @@ TEST(BenchCost, OfWholeShotsIsTheLeastOfAllWays) {
         plan_bench_steps(run, bench_fewest_splices);
         RC_ASSERT(run.bench_cost.splices <= least.splices_without_moves);
         RC_ASSERT(run.bench_cost.frames <= run.simple_cost.frames);
+    }));
+}
+
+bool stays_rise(const KeptPieces& pieces) {
+    std::map<std::size_t, FilmPlace> last;
+    for (const KeptPiece& piece : pieces) {
+        if (!piece.stays) continue;
+        if (piece.old_reel != piece.new_reel || piece.new_at < last[piece.old_reel]) return false;
+        last[piece.old_reel] = piece.new_end();
+    }
+    return true;
+}
+
+/// Over all choices of what stays.
+template <class Cost> std::int64_t least_of_choices(KeptPieces pieces, Cost cost) {
+    std::int64_t least = INT64_MAX;
+    for (unsigned choice = 0; choice < 1U << pieces.size(); ++choice) {
+        for (std::size_t i = 0; i < pieces.size(); ++i)
+            pieces[i].stays = (choice >> i & 1U) != 0;
+        if (stays_rise(pieces)) least = std::min(least, cost(pieces));
+    }
+    return least;
+}
+
+KeptPieces without_moved(KeptPieces pieces) {
+    std::erase_if(pieces, [](const KeptPiece& piece) { return !piece.stays; });
+    return pieces;
+}
+
+/// Shots of unlike film, whole and in part, on two reels.
+KeptRun trimmed_run() {
+    std::vector<Film> films;
+    for (int shot = number(1, 8); shot > 0; --shot) {
+        Film film;
+        film.film = 1000 * shot;
+        film.length = number(1, 6);
+        films.push_back(film);
+    }
+    std::vector<Film> recut;
+    for (const Film& film : films) {
+        if (number(0, 4) == 0) continue;
+        const auto end = static_cast<int>(recut.size());
+        const int at = number(0, 2) == 0 ? number(0, end) : end;
+        recut.insert(recut.begin() + at, number(0, 2) == 0 ? random_runs::part_of(film) : film);
+    }
+    KeptRun run;
+    const int reels = number(1, 2);
+    run.old_cut = cut_of(random_runs::onto_reels(films, reels));
+    run.new_cut = cut_of(random_runs::onto_reels(recut, reels));
+    return run;
+}
+
+TEST(WhatStays, IsTheBestOfAllChoices) {
+    EXPECT_TRUE(rc::check([] {
+        for (int times = 0; times < 20; ++times) {
+            KeptRun run = trimmed_run();
+            const BenchCuts cuts(run);
+            KeptPieces pieces = film_in_both(cuts, run.matched, true).all;
+            for (KeptPiece& piece : pieces)
+                piece.in_order = false;
+            const auto moves = [&](const KeptPieces& tried) { return cost_of(cuts, tried).moves; };
+            const auto splices = [&](const KeptPieces& tried) { return cost_of(cuts, without_moved(tried)).splices; };
+            const auto frames = [&](const KeptPieces& tried) { return cost_of(cuts, tried).frames; };
+            KeptPieces chosen = pieces;
+            keep_for_fewest_moves(cuts, chosen);
+            RC_ASSERT(stays_rise(chosen));
+            RC_ASSERT(moves(chosen) == least_of_choices(pieces, moves));
+            chosen = pieces;
+            keep_for_fewest_splices(cuts, chosen);
+            RC_ASSERT(stays_rise(chosen));
+            RC_ASSERT(splices(chosen) == least_of_choices(pieces, splices));
+            chosen = pieces;
+            keep_most_film(chosen);
+            RC_ASSERT(frames(chosen) == least_of_choices(pieces, frames));
+        }
     }));
 }
 
