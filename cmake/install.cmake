@@ -22,11 +22,32 @@ install(FILES ${PROJECT_SOURCE_DIR}/documents/document.h DESTINATION ${installed
 install(FILES ${PROJECT_SOURCE_DIR}/formats/edit_reading.h DESTINATION ${installed_headers}/formats)
 install(FILES ${PROJECT_SOURCE_DIR}/formats/otio/otio_reader.h DESTINATION ${installed_headers}/formats/otio)
 
+# Manual pages and completion, which the command writes from the tables of its options, and pages of the file formats,
+# made of the documents that tell of them.
+if(TARGET quillbrook_tool AND NOT QUILLBROOK_FUZZ)
+    find_package(Python3 REQUIRED COMPONENTS Interpreter)
+    set(help_folder ${PROJECT_BINARY_DIR}/help)
+    set(format_documents ${PROJECT_SOURCE_DIR}/docs/formats.md ${PROJECT_SOURCE_DIR}/docs/logs.md
+        ${PROJECT_SOURCE_DIR}/docs/logging-tables.md)
+    add_custom_command(OUTPUT ${help_folder}/made
+        COMMAND ${CMAKE_COMMAND} -E rm -rf ${help_folder}
+        COMMAND quillbrook_tool help --files ${help_folder}
+        COMMAND ${Python3_EXECUTABLE} ${PROJECT_SOURCE_DIR}/scripts/make_format_pages.py ${PROJECT_VERSION} ${help_folder}/man5
+        COMMAND ${CMAKE_COMMAND} -E touch ${help_folder}/made
+        DEPENDS quillbrook_tool ${format_documents} ${PROJECT_SOURCE_DIR}/scripts/make_format_pages.py VERBATIM)
+    add_custom_target(quillbrook_help ALL DEPENDS ${help_folder}/made)
+    install(DIRECTORY ${help_folder}/man1 ${help_folder}/man5 DESTINATION ${CMAKE_INSTALL_MANDIR})
+    install(FILES ${help_folder}/completions/bash/quillbrook DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+    install(FILES ${help_folder}/completions/zsh/_quillbrook DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+    install(FILES ${help_folder}/completions/fish/quillbrook.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+endif()
+
 # What users and hosts read, and the schemas of what is written as JSON.
 file(GLOB pages ${PROJECT_SOURCE_DIR}/docs/*.md)
 install(FILES ${pages} ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(FILES ${PROJECT_SOURCE_DIR}/docs/changes.schema.json ${PROJECT_SOURCE_DIR}/docs/lists.schema.json
-    ${PROJECT_SOURCE_DIR}/docs/order.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/quillbrook)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/pictures DESTINATION ${CMAKE_INSTALL_DOCDIR})
+file(GLOB schemas ${PROJECT_SOURCE_DIR}/docs/*.schema.json)
+install(FILES ${schemas} DESTINATION ${CMAKE_INSTALL_DATADIR}/quillbrook)
 
 # find_package(quillbrook): quillbrook::quillbrook and quillbrook::embedded.
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/quillbrook)

@@ -21,8 +21,9 @@ linked() {
 }
 declared=$(for name in $functions $classes; do linked "$name"; done | same_for_all)
 declared_functions=$(for name in $functions; do linked "$name" | grep "^_Z${#name}$name"; done | same_for_all)
-exported=$(nm -D --defined-only "$library" | awk '{ print $3 }' | grep -v '^_ZT' | same_for_all)
-tables=$(nm -DC --defined-only "$library" | awk '{ $1 = ""; $2 = ""; print }' | grep -E ' (thunk|vtable|typeinfo|VTT|construction|virtual|non-virtual) ' |
+versions='^QUILLBROOK_[0-9]+$'
+exported=$(nm -D --defined-only "$library" | awk '{ print $3 }' | sed 's/@.*//' | grep -vE "^_ZT|$versions" | same_for_all)
+tables=$(nm -DC --defined-only "$library" | awk '{ $1 = ""; $2 = ""; print }' | sed 's/@.*//' | grep -E ' (thunk|vtable|typeinfo|VTT|construction|virtual|non-virtual) ' |
     grep -vE "$of_classes" || true)
 extra=$(comm -13 <(echo "$declared") <(echo "$exported") | c++filt)
 extra+=$tables

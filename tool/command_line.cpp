@@ -2,6 +2,7 @@
 
 #include "embedded/held_input.h"
 #include "tool/command.h"
+#include "tool/help_files.h"
 #include "tool/suggestion.h"
 #include "tool/tool_error.h"
 
@@ -250,12 +251,23 @@ std::string command_name(const CLI::App& app) {
     return name;
 }
 
+/// For those who install the command: manual pages and completion below a folder.
+std::function<JobResult()> job_of_files(const std::string& folder) {
+    return [folder]() -> JobResult {
+        write_help_files(folder);
+        return exit_done;
+    };
+}
+
 } // namespace
 
 Request parse_command_line(int argc, const char* const* argv) {
     Parser parser;
     CLI::App& app = parser.app();
-    if (argc > 1 && std::string_view(argv[1]) == "help") return parser.help_on({argv + 2, argv + argc});
+    if (argc > 1 && std::string_view(argv[1]) == "help") {
+        if (argc == 4 && std::string_view(argv[2]) == "--files") return job_of_files(argv[3]);
+        return parser.help_on({argv + 2, argv + argc});
+    }
     try {
         app.parse(argc, argv);
     } catch (const CLI::CallForVersion& version) {
