@@ -153,13 +153,15 @@ private:
         return taker.rhythm();
     }
 
-    /// What the caller says, or else the headers.
-    label_t named_film() const {
+    /// What the caller says, or else the headers. Texts that key numbers speak against, as "35mm" of 3 perforations,
+    /// don't count.
+    label_t named_film(const ScanRhythm& shown) const {
         if (options_.film) return options_.film;
         for (const ScanHeader& header : headers_) {
             if (header.frame_perforations > 0 && header.count_perforations > 0)
                 return film_of_rhythm({header.frame_perforations, header.count_perforations});
-            if (const label_t film = film_kind_of_text(header.film_format)) return film;
+            const label_t film = film_kind_of_text(header.film_format);
+            if (film && offset_unit(shown, film) != OffsetUnit::neither) return film;
         }
         return label_none;
     }
@@ -173,7 +175,7 @@ private:
         made_.film = options_.film;
         if (!has_keys()) return tell("no key numbers in the headers");
         const ScanRhythm shown = rhythm();
-        const label_t named = named_film();
+        const label_t named = named_film(shown);
         made_.film = named ? named : shown.step ? film_of_rhythm(shown) : label_none;
         if (!made_.film) return refuse_film(shown);
         const embedded::LabelKind& kind = embedded::label_kind(made_.film);

@@ -150,6 +150,19 @@ TEST_F(ScanRows, StepsThatSeveralFilmsHaveNeedACount) {
     EXPECT_THAT(rows(log), ElementsAre("  KJ2910100100+00"));
 }
 
+TEST_F(ScanRows, FormatOfAHeaderCountsWhereKeyNumbersDontSpeakAgainstIt) {
+    Dpx header = frame_of_roll(0);
+    header.format = "35mm,4perf";
+    put_frame(1, header);
+    EXPECT_THAT(rows(read()), ElementsAre("01:00:00:00 01:00:00:01 KJ2910105867+14"));
+    for (int i = 0; i < 30; ++i) {
+        header = at_perforation(100 * 64 + 3 * i);
+        header.format = "35mm";
+        put_frame(i, header);
+    }
+    EXPECT_THAT(rows(read()), ElementsAre("  KJ2910100100+00.1"));
+}
+
 TEST_F(ScanRows, OneFrameAloneNeedsItsFilmNamed) {
     put_frame(1, frame_of_roll(0));
     EXPECT_THAT(rows(read()), ElementsAre("01:00:00:00 01:00:00:01 "));
