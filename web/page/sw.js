@@ -4,7 +4,7 @@
 const version = '@VERSION@', files = [/*@FILES@*/];
 
 self.addEventListener('install', event => {
-  event.waitUntil(caches.open(version).then(cache => cache.addAll(files.map(file => new Request(file, {cache: 'reload'})))).then(() => self.skipWaiting()));
+  event.waitUntil(caches.open(version).then(cache => cache.addAll(files.map(file => new Request(file, {cache: 'no-cache'})))).then(() => self.skipWaiting()));
 });
 
 self.addEventListener('activate', event => {

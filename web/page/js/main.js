@@ -182,10 +182,12 @@ async function again(files) {
   remember();
 }
 
+const cut_of_examples = Date.UTC(2026, 8, 20, 20);
+
 async function tryExample(one) {
   state.files = [];
   Object.assign(state.choices, usual, one.choices);
-  const blobs = await Promise.all(one.files.map(async name => new File([await (await fetch(name)).blob()], name.replace(/^.*\//, ''))));
+  const blobs = await Promise.all(one.files.map(async name => new File([await (await fetch(name)).blob()], name.replace(/^.*\//, ''), {lastModified: cut_of_examples})));
   await addFiles(blobs, one.rate);
   await run();
 }

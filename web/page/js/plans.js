@@ -74,8 +74,7 @@ function orderPlan(choices, edits, logs) {
     commands: [...log.commands,
                ['order', ...edits.map(one => path(one.name)), '-o', 'made/order.txt', '--json', 'made/order-steps.json',
                 ...reading(choices, edit, log.table), '--channel', choices.channel, '--handles', String(choices.handles),
-                '--join', String(choices.join), ...option('--sort', sort), ...(choices.whole ? ['--whole-takes'] : []), '--prove',
-                ...pages(choices, 'order', '--lists-json'), ...(choices.count === 'frames' ? [] : ['--feet'])]],
+                '--join', String(choices.join), ...option('--sort', sort), ...(choices.whole ? ['--whole-takes'] : []), '--prove']],
     stem: 'order', report: 'made/order.txt',
   };
 }
@@ -111,8 +110,9 @@ export function exportsOf(choices, edits, logs) {
   return ['otio', 'edl', 'ale'].map(kind => {
     const name = `made/${listStem(edit.name)}-export.${kind}`;
     const channel = kind === 'edl' && choices.channel.startsWith('V') ? ['--channel', choices.channel] : [];
-    return {name, commands: [...log.commands,
-                             ['export', ...edits.map(one => path(one.name)), '-o', name, ...reading(choices, edit, log.table), ...channel]]};
+    const used = kind === 'otio' ? {table: '', commands: []} : log; // an .otio holds the edit; the log is given with it
+    return {name, commands: [...used.commands,
+                             ['export', ...edits.map(one => path(one.name)), '-o', name, ...reading(choices, edit, used.table), ...channel]]};
   });
 }
 

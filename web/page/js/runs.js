@@ -5,7 +5,10 @@ const folder = '/work';
 
 function fill(system, files) {
   for (const path of ['', '/made', '/made/csv']) system.mkdir(folder + path);
-  for (const [name, bytes] of files) system.writeFile(`${folder}/${name}`, bytes, {canOwn: false});
+  for (const [name, {bytes, modified}] of files) {
+    system.writeFile(`${folder}/${name}`, bytes, {canOwn: false});
+    system.utime(`${folder}/${name}`, modified, modified);
+  }
   system.chdir(folder);
 }
 
@@ -28,8 +31,8 @@ function fault(error) {
   return 'quillbrook: the run broke off: ' + String(error).split('\n')[0];
 }
 
-/// `makeModule` and `compiled` are the build's; `files` a Map of names and bytes; `made` the seconds that documents bear
-/// as their time. Gives {status, out, err, files: Map of what lies below "made/"}.
+/// `makeModule` and `compiled` are the build's; `files` a Map of names and {bytes, modified}, the milliseconds of when each
+/// was last changed, which edits without a date are dated by; `made` the seconds that documents bear as their time. Gives {status, out, err, files: Map of what lies below "made/"}.
 export async function runCommand(makeModule, compiled, words, files, made) {
   const out = [], err = [];
   const module = await makeModule({

@@ -84,14 +84,12 @@ export class Sheet {
       box.checked = this.ticks.has(row.id);
       row.classList.toggle('done', box.checked);
     }
-    for (const head of piece.querySelectorAll('tr[data-film] th')) this.addButton(head);
+    for (const head of piece.querySelectorAll('tr[data-film] th')) if (head.textContent.trim()) this.addButton(head);
   }
 
   /// A click on a row is for eyes and fingers; the keyboard has a button in its first cell.
   addButton(head) {
-    const words = head.textContent.trim();
-    if (!words) return;
-    const button = make('button', {class: 'show', type: 'button', 'aria-label': `${texts.result.show} ${words}`});
+    const button = make('button', {class: 'show', type: 'button', 'aria-label': `${texts.result.show} ${head.textContent.trim()}`});
     button.append(...head.childNodes);
     head.append(button);
   }
@@ -108,6 +106,7 @@ export class Sheet {
       if (film) this.on.pick(film);
     });
     for (const menu of this.root.querySelectorAll('.columns')) menu.hidden = false;
+    for (const head of this.root.querySelectorAll('tr.total th:empty')) head.setAttribute('role', 'cell'); // a sum has no name of its own
   }
 
   tick(box) {

@@ -19,7 +19,7 @@ async function compile() {
 
 async function bytesOf(files) {
   const all = new Map();
-  for (const {name, blob} of files) all.set(name, new Uint8Array(await blob.arrayBuffer()));
+  for (const {name, blob} of files) all.set(name, {bytes: new Uint8Array(await blob.arrayBuffer()), modified: blob.lastModified ?? 0});
   return all;
 }
 
@@ -28,6 +28,7 @@ async function run(words, files, made) {
   return runCommand(makeModule, await compiled, words, files, made);
 }
 
+const asFiles = (outputs, made) => [...outputs].map(([name, bytes]) => [name, {bytes, modified: made * 1000}]);
 const parsed = bytes => JSON.parse(new TextDecoder().decode(bytes));
 
 async function describe({files, rate, sequence}) {
@@ -43,7 +44,7 @@ async function runAll(commands, files, made, tell) {
   let last = null;
   for (const words of commands) {
     tell(words[0]);
-    last = await run(words, new Map([...files, ...outputs]), made);
+    last = await run(words, new Map([...files, ...asFiles(outputs, made)]), made);
     for (const [name, bytes] of last.files) outputs.set(name, bytes);
     told.push(...last.err);
     if (last.status !== 0 && words !== commands.at(-1)) break;
@@ -86,7 +87,7 @@ function findingOf(finding) {
 async function findings({channel}) {
   const {plan, files, outputs, made} = current;
   if (!plan.findings) return null;
-  const done = await run(plan.findings, new Map([...await bytesOf(files), ...outputs]), made);
+  const done = await run(plan.findings, new Map([...await bytesOf(files), ...asFiles(outputs, made)]), made);
   const bytes = done.files.get('made/findings.json');
   if (!bytes) return null;
   outputs.set('made/findings.json', bytes);
