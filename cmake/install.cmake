@@ -3,10 +3,13 @@ include(CMakePackageConfigHelpers)
 
 install(TARGETS quillbrook quillbrook-embedded quillbrook-documents EXPORT quillbrook_targets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(TARGETS quillbrook-pdf LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} NAMELINK_SKIP)
+install(TARGETS quillbrook-pdf quillbrook-web LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} NAMELINK_SKIP)
 if(TARGET quillbrook_tool)
     install(TARGETS quillbrook_tool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
+
+# The page for browsers, where it was built.
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/out/web/ DESTINATION ${CMAKE_INSTALL_DATADIR}/quillbrook/web OPTIONAL)
 
 # Headers name each other as "host/edit.h"; they lie below include/quillbrook, which is on the include path of
 # whoever links us, so that nothing of ours stands in the prefix's own include directory.

@@ -46,7 +46,8 @@ formats     formats/|embedded/|host/|rapidjson/
 film        film/|quillbrook/|embedded/|host/
 documents   documents/|film/|quillbrook/|embedded/|host/
 web/entry   tool/
-tool        tool/|documents/|quillbrook/|film/|embedded/|formats/|host/|rapidjson/
+web/server  web/server/
+tool        tool/|web/server/page_server\.h|documents/|quillbrook/|film/|embedded/|formats/|host/|rapidjson/
 WHO
 
 for folder in base cutlist reports changelist logging; do
@@ -78,6 +79,7 @@ zlib      formats/bundle/
 glib      \(formats\|tests\)/compound/
 cairo     documents/pdf
 pango     documents/pdf
+httplib   web/server/
 WHERE
 
 # Put together from pieces, so that this file doesn't hold them.

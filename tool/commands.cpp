@@ -8,7 +8,7 @@ namespace tool {
 
 extern const Command cutlist_command, print_command, changelist_command;
 extern const Command edit_show_command, describe_command, check_command, explain_command;
-extern const Command order_command, conform_command, export_command;
+extern const Command order_command, conform_command, export_command, web_command;
 extern const Command log_import_command, log_scan_command, log_merge_command, log_show_command, log_check_command;
 
 namespace {
@@ -22,9 +22,10 @@ constexpr CommandGroup groups[] = {
 
 const std::vector<const Command*>& all_commands() {
     static const std::vector<const Command*> commands{
-        &cutlist_command,    &print_command,    &changelist_command, &check_command,    &explain_command,
-        &order_command,      &conform_command,  &export_command,     &describe_command, &edit_show_command,
-        &log_import_command, &log_scan_command, &log_merge_command,  &log_show_command, &log_check_command,
+        &cutlist_command,   &print_command,     &changelist_command, &check_command,
+        &explain_command,   &order_command,     &conform_command,    &export_command,
+        &describe_command,  &edit_show_command, &log_import_command, &log_scan_command,
+        &log_merge_command, &log_show_command,  &log_check_command,  &web_command,
     };
     return commands;
 }

@@ -74,7 +74,8 @@ function orderPlan(choices, edits, logs) {
     commands: [...log.commands,
                ['order', ...edits.map(one => path(one.name)), '-o', 'made/order.txt', '--json', 'made/order-steps.json',
                 ...reading(choices, edit, log.table), '--channel', choices.channel, '--handles', String(choices.handles),
-                '--join', String(choices.join), ...option('--sort', sort), ...(choices.whole ? ['--whole-takes'] : []), '--prove']],
+                '--join', String(choices.join), ...option('--sort', sort), ...(choices.whole ? ['--whole-takes'] : []), '--prove',
+                ...pages(choices, 'order', '--lists-json'), ...(choices.count === 'frames' ? [] : ['--feet'])]],
     stem: 'order', report: 'made/order.txt',
   };
 }
