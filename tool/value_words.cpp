@@ -59,6 +59,7 @@ Table made_table() {
         of_all(option, files(with(cdb, edits)));
     of_all("--log", files(tables));
     of_all("--had", files({"json"}));
+    of_all("--on-rolls", files({"json"}));
     of_all("FILE", any_file);
     of("describe", "FILE", files(with(with(cdb, edits), logs)));
     of_all("DIR", folder);
@@ -73,6 +74,7 @@ Table made_table() {
     of_all("--paper", words({"a4", "letter"}));
     of_all("--method", words({"ab", "single", "ultrasonic"}));
     of_all("--units", words({"frames", "feet", "timecode"}));
+    of_all("--cost", words({"moves", "splices", "frames"}));
     of_all("--sort", words({"roll", "scene", "edit"}));
     of_all("--keys", words({"plain", "dashed", "roll", "stock", "apart"}));
     of_all("--edl-reel", words({"roll", "lab", "tape"}));
