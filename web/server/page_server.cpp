@@ -79,7 +79,14 @@ void answer(const PageFile& file, const httplib::Request& request, httplib::Resp
         response.set_content(std::move(bytes), type_of(file.path));
 }
 
+/// A port that another program listens at is taken; one that was just left is free.
+void take_port_alone(socket_t socket) {
+    const int yes = 1;
+    ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+}
+
 void set_up(httplib::Server& server, const PageFiles& files, const int& port) {
+    server.set_socket_options(take_port_alone);
     server.set_default_headers({{"Cache-Control", "no-cache"},
                                 {"X-Content-Type-Options", "nosniff"},
                                 {"Cross-Origin-Resource-Policy", "same-origin"},
