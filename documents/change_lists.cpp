@@ -66,7 +66,7 @@ std::optional<std::int64_t> known(std::int32_t frames) {
 
 Cell reel_length_cell(const Units& units, const change_step& step) {
     const std::optional<std::int64_t> length = known(step.reel_length);
-    return length ? cell(mono(units.position(*length)), *length) : Cell{{}, {Value()}};
+    return length ? cell(mono(units.position(*length)), *length) : blank_cell();
 }
 
 std::vector<Column> step_columns() {
@@ -170,6 +170,37 @@ Row total_of(const Units& units, const std::vector<change_step>& steps, const st
     return total;
 }
 
+std::vector<Column> film_columns(const char* step, Column reel, Column place) {
+    return {word_column("roll", "Roll"),
+            shot_column(),
+            length_column("length", "Length"),
+            label_column(),
+            number_column("step", step),
+            std::move(reel),
+            std::move(place)};
+}
+
+/// The film of all steps of a kind; `place_of` makes the last two cells of a row.
+template <class PlaceOf>
+void fill_with_film(const ChangeFilm& film, change_action action, List& list, const PlaceOf& place_of) {
+    const Units units = units_of(film);
+    const std::vector<change_step> steps = sorted_film(film_steps(film), action);
+    std::vector<Row>& rows = list.parts[0].rows;
+    for (const change_step& step : steps) {
+        auto [reel, place] = place_of(step);
+        Row row;
+        row.id = list.id + '-' + std::to_string(rows.size() + 1);
+        row.film = film_of(film, step);
+        row.tick = true;
+        row.marks = {mark_of(step)};
+        row.cells = vector_of<Cell>(word_cell(roll_of(step), Weight::strong), step_shot_cell(step),
+                                    length_cell(units, step.length), step_key_cell(step), number_cell(step.step),
+                                    std::move(reel), std::move(place));
+        rows.push_back(std::move(row));
+    }
+    list.totals = {total_of(units, steps, list.id, 2)};
+}
+
 Part* part_of_reel(List& list, std::int32_t reel) {
     const std::string id = "reel-" + std::to_string(reel);
     const auto part =
@@ -239,63 +270,28 @@ List bench_list_of(const ChangeFilm& film) {
 
 List change_pull_of(const ChangeFilm& film) {
     const Units units = units_of(film);
-    const std::vector<change_step> steps = sorted_film(film_steps(film), change_insert);
     List list = begun(film, "change-pull", "New film to pull", film_steps(film));
     list.counting = "First and last frame both belong to the piece. " + list.counting;
-    list.columns = {word_column("roll", "Roll"),       shot_column(),
-                    length_column("length", "Length"), label_column(),
-                    number_column("step", "For step"), number_column("reel", "Reel"),
-                    position_column("position", "At")};
-    for (const change_step& step : steps) {
-        Row row;
-        row.id = list.id + '-' + std::to_string(list.parts[0].rows.size() + 1);
-        row.film = film_of(film, step);
-        row.tick = true;
-        row.marks = {Mark::fresh};
-        row.cells = {word_cell(roll_of(step), Weight::strong),
-                     step_shot_cell(step),
-                     length_cell(units, step.length),
-                     step_key_cell(step),
-                     number_cell(step.step),
-                     number_cell(step.reel),
-                     position_cell(units, step.position)};
-        list.parts[0].rows.push_back(std::move(row));
-    }
-    list.totals = {total_of(units, steps, list.id, 2)};
+    list.columns = film_columns("For step", number_column("reel", "Reel"), position_column("position", "At"));
     list.empty = "No film is new.";
+    fill_with_film(film, change_insert, list, [&units](const change_step& step) {
+        return std::pair(number_cell(step.reel), position_cell(units, step.position));
+    });
     return list;
 }
 
 List discard_list_of(const ChangeFilm& film) {
     const Units units = units_of(film);
-    const std::vector<change_step> steps = sorted_film(film_steps(film), change_remove);
     List list = begun(film, "discard", "Film that comes out", film_steps(film));
     list.counting = "First and last frame both belong to the piece; old places count from the start of their reel. " +
                     list.counting;
-    list.columns = {word_column("roll", "Roll"),
-                    shot_column(),
-                    length_column("length", "Length"),
-                    label_column(),
-                    number_column("step", "By step"),
-                    number_column("old_reel", "Old reel"),
-                    position_column("old_start", "Old place")};
-    for (const change_step& step : steps) {
-        Row row;
-        row.id = list.id + '-' + std::to_string(list.parts[0].rows.size() + 1);
-        row.film = film_of(film, step);
-        row.tick = true;
-        row.marks = {Mark::out};
-        row.cells = {word_cell(roll_of(step), Weight::strong),
-                     step_shot_cell(step),
-                     length_cell(units, step.length),
-                     step_key_cell(step),
-                     number_cell(step.step),
-                     event_cell(step.old_reel),
-                     step.old_reel > 0 ? position_cell(units, step.old_frame) : Cell{{}, {Value()}}};
-        list.parts[0].rows.push_back(std::move(row));
-    }
-    list.totals = {total_of(units, steps, list.id, 2)};
+    list.columns =
+        film_columns("By step", number_column("old_reel", "Old reel"), position_column("old_start", "Old place"));
     list.empty = "No film comes out.";
+    fill_with_film(film, change_remove, list, [&units](const change_step& step) {
+        return std::pair(event_cell(step.old_reel),
+                         step.old_reel > 0 ? position_cell(units, step.old_frame) : blank_cell());
+    });
     return list;
 }
 

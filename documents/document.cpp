@@ -83,6 +83,20 @@ std::vector<Mark> marks_of(const Row& row) {
     return marks;
 }
 
+std::vector<std::size_t> shown_columns(const List& list) {
+    std::vector<std::size_t> shown;
+    for (std::size_t i = 0; i < list.columns.size(); ++i)
+        if (is_titled(list.columns[i])) shown.push_back(i);
+    return shown;
+}
+
+std::string joined(const std::vector<std::string>& texts, const char* between) {
+    std::string all;
+    for (const std::string& text : texts)
+        if (!text.empty()) all += (all.empty() ? "" : between) + text;
+    return all;
+}
+
 int column_of_notes(const List& list) {
     int last = -1;
     for (std::size_t i = 0; i < list.columns.size(); ++i) {

@@ -178,6 +178,19 @@ template <class Each> void each_value(const List& list, const Row& row, const Ea
 }
 /// Its own marks and those of its notes, each once, in the order of `Mark`.
 std::vector<Mark> marks_of(const Row& row);
+/// The places of the columns that pages have.
+std::vector<std::size_t> shown_columns(const List& list);
+/// All rows with their totals, from the first to the last.
+template <class Each> void each_row(const List& list, const Each& each) {
+    for (const Part& part : list.parts)
+        for (const std::vector<Row>* rows : {&part.rows, &part.totals})
+            for (const Row& row : *rows)
+                each(row);
+    for (const Row& row : list.totals)
+        each(row);
+}
+/// Those of the texts that aren't empty, and something between them.
+std::string joined(const std::vector<std::string>& texts, const char* between);
 /// The place of the column that takes the notes of rows; it has a title. -1 where no column has one.
 int column_of_notes(const List& list);
 

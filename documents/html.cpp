@@ -83,13 +83,6 @@ std::size_t width_of(const Line& line) {
     return width;
 }
 
-std::string joined(const std::vector<std::string>& texts, const char* between) {
-    std::string all;
-    for (const std::string& text : texts)
-        if (!text.empty()) all += (all.empty() ? "" : between) + text;
-    return all;
-}
-
 /// "The Lamplighter R2, reel 2, cut of 20 September 2026".
 std::string subject_of(const TitleBlock& title) {
     return joined({title.edit, title.reel.empty() ? "" : "reel " + title.reel,
@@ -106,9 +99,7 @@ std::string sheet_name(const List& list, const Part& part) { return html_name(li
 class ListPage {
 public:
     ListPage(const List& list, const TitleBlock& title, std::string& out)
-        : list_(list), title_(title), out_(out), note_column_(column_of_notes(list)) {
-        for (std::size_t i = 0; i < list.columns.size(); ++i)
-            if (!list.columns[i].title.empty()) shown_.push_back(i);
+        : list_(list), title_(title), out_(out), note_column_(column_of_notes(list)), shown_(shown_columns(list)) {
         classes_.resize(list.columns.size());
         for (const std::size_t i : shown_)
             classes_[i] = classes_of(i);
@@ -137,14 +128,7 @@ private:
         widths_.assign(list_.columns.size(), 0);
         for (const std::size_t i : shown_)
             widths_[i] = display_width(list_.columns[i].title);
-        for (const Part& part : list_.parts) {
-            for (const Row& row : part.rows)
-                measure(row);
-            for (const Row& row : part.totals)
-                measure(row);
-        }
-        for (const Row& row : list_.totals)
-            measure(row);
+        each_row(list_, [this](const Row& row) { measure(row); });
     }
 
     void measure(const Row& row) {
@@ -361,7 +345,7 @@ private:
     const TitleBlock& title_;
     std::string& out_;
     const int note_column_;
-    std::vector<std::size_t> shown_;
+    const std::vector<std::size_t> shown_;
     std::vector<std::size_t> widths_;
     std::vector<std::string> classes_; ///< of the cells of each column
 };

@@ -56,13 +56,6 @@ std::string iso_time(std::int64_t seconds) {
     return text;
 }
 
-std::string joined(const std::vector<std::string>& texts, const char* between) {
-    std::string all;
-    for (const std::string& text : texts)
-        if (!text.empty()) all += (all.empty() ? "" : between) + text;
-    return all;
-}
-
 /// The name of a place in the document that film has.
 std::string place_name(const std::string& film) {
     std::string name;

@@ -33,8 +33,8 @@ struct PdfTable::LaidRow {
 
 PdfTable::PdfTable(const PdfInk& ink, const PdfPaper& paper, const List& list)
     : page_(ink.page), text_(ink.text), strokes_(ink.strokes), paper_(paper), list_(list) {
-    for (std::size_t i = 0; i < list.columns.size(); ++i)
-        if (!list.columns[i].title.empty()) columns_.push_back({i, 0.0, 0.0, 0.0, 0.0});
+    for (const std::size_t i : shown_columns(list))
+        columns_.push_back({i, 0.0, 0.0, 0.0, 0.0});
     measure();
     share_out();
     std::size_t lines = 1;
@@ -51,14 +51,7 @@ void PdfTable::measure() {
         column.natural = text_.width_of(title, PdfSize::small);
         column.least = text_.widest_word(title, PdfSize::small);
     }
-    for (const Part& part : list_.parts) {
-        for (const Row& row : part.rows)
-            measure(row);
-        for (const Row& row : part.totals)
-            measure(row);
-    }
-    for (const Row& row : list_.totals)
-        measure(row);
+    each_row(list_, [this](const Row& row) { measure(row); });
 }
 
 void PdfTable::measure(const Row& row) {

@@ -68,13 +68,11 @@ Texts texts_of(const Column& column, const Cell& cell) {
 
 class ListText {
 public:
-    explicit ListText(const List& list) : list_(list) {
-        for (std::size_t i = 0; i < list.columns.size(); ++i)
-            if (!list.columns[i].title.empty()) shown_.push_back(i);
+    explicit ListText(const List& list) : list_(list), shown_(shown_columns(list)) {
         widths_.resize(list.columns.size());
         for (const std::size_t i : shown_)
             widths_[i] = display_width(fit(list.columns[i].title));
-        each_row([this](const Row& row) { measure(row); });
+        each_row(list, [this](const Row& row) { measure(row); });
     }
 
     std::string text() {
@@ -93,13 +91,6 @@ public:
     }
 
 private:
-    template <class Each> void each_row(const Each& each) const {
-        for (const Part& part : list_.parts)
-            for (const std::vector<Row>* rows : {&part.rows, &part.totals})
-                std::for_each(rows->begin(), rows->end(), each);
-        std::for_each(list_.totals.begin(), list_.totals.end(), each);
-    }
-
     void measure(const Row& row) {
         for (const std::size_t i : shown_)
             if (i < row.cells.size())
@@ -153,17 +144,10 @@ private:
     }
 
     const List& list_;
-    std::vector<std::size_t> shown_;
+    const std::vector<std::size_t> shown_;
     std::vector<std::size_t> widths_;
     std::string out_;
 };
-
-std::string joined(const Texts& texts, const char* between) {
-    std::string all;
-    for (const std::string& text : texts)
-        if (!text.empty()) all += (all.empty() ? "" : between) + text;
-    return all;
-}
 
 void put_head(std::string& out, const TitleBlock& title, const List& list) {
     put_line(out, joined({fit(list.title), fit(list.aside)}, ", "));

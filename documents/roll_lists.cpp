@@ -44,10 +44,7 @@ template <class NameOf> std::map<Name, Gathered> gathered(const CutFilm& cut, co
 }
 
 std::string joined(const std::set<std::string>& words) {
-    std::string text;
-    for (const std::string& word : words)
-        if (!word.empty()) text += (text.empty() ? "" : ", ") + word;
-    return text;
+    return documents::joined(std::vector<std::string>(words.begin(), words.end()), ", ");
 }
 
 std::string joined(const std::vector<int>& numbers) {
@@ -91,34 +88,58 @@ Row total_of(const Units& units, const std::map<Name, Gathered>& all, const std:
     return total;
 }
 
+/// What one of the two lists is, besides its rows.
+struct GatheredKind {
+    const char *id, *title, *what, *counting;
+    std::size_t before; ///< columns ahead of those with sums
+};
+
+/// A row for each roll or shot; `cells_of` makes its cells.
+template <class CellsOf> List list_of(const CutFilm& cut, const GatheredKind& kind, const std::map<Name, Gathered>& all,
+                                      std::vector<Column> columns, const CellsOf& cells_of) {
+    const Units units = units_of(cut);
+    List list;
+    list.id = kind.id;
+    list.title = kind.title;
+    list.facts = facts_of_gathered(cut, all, kind.what);
+    list.counting = kind.counting + units.counting();
+    list.columns = std::move(columns);
+    list.empty = "No film is used.";
+    list.parts.resize(1);
+    list.parts[0].id = "all";
+    for (const auto& [name, one] : all) {
+        Row row;
+        row.id = list.id + '-' + std::to_string(list.parts[0].rows.size() + 1);
+        row.tick = true;
+        row.cells = cells_of(name, one);
+        list.parts[0].rows.push_back(std::move(row));
+    }
+    list.totals = {total_of(units, all, list.id + "-total", kind.before)};
+    return list;
+}
+
 } // namespace
 
 List roll_list(const CutFilm& cut) {
     const Units units = units_of(cut);
     const auto rolls = gathered(cut, [](const film::Strip& strip) { return Name{strip.rolls.listed}; });
-    List list;
-    list.id = "rolls";
-    list.title = "Rolls";
-    list.facts = facts_of_gathered(cut, rolls, "Rolls");
-    list.counting = "Film from the first frame shown to the last, whole transitions included, film used twice counted "
-                    "twice. " +
-                    units.counting();
-    list.columns = {roll_column(), number_column("pieces", "Pieces"), length_column("film_length", "Film"),
-                    word_column("tapes", "Tapes"), word_column("scenes", "Scenes")};
-    list.empty = "No film is used.";
-    list.parts.resize(1);
-    list.parts[0].id = "all";
-    for (const auto& [name, roll] : rolls) {
-        Row row;
-        row.id = "rolls-" + std::to_string(list.parts[0].rows.size() + 1);
-        row.tick = true;
-        row.cells = {roll_cell(*roll.strip), number_cell(roll.pieces), film_cell(units, roll),
-                     word_cell(joined(roll.tapes)), word_cell(joined(roll.scenes))};
-        if (name[0].empty()) row.cells[0].lines = {{strong("no roll")}};
-        if (name[0].empty()) row.marks = {Mark::missing};
-        list.parts[0].rows.push_back(std::move(row));
-    }
-    list.totals = {total_of(units, rolls, "rolls-total", 1)};
+    const GatheredKind kind{"rolls", "Rolls", "Rolls",
+                            "Film from the first frame shown to the last, whole transitions included, film used twice "
+                            "counted twice. ",
+                            1};
+    List list =
+        list_of(cut, kind, rolls,
+                {roll_column(), number_column("pieces", "Pieces"), length_column("film_length", "Film"),
+                 word_column("tapes", "Tapes"), word_column("scenes", "Scenes")},
+                [&units](const Name&, const Gathered& roll) {
+                    return vector_of<Cell>(roll_cell(*roll.strip), number_cell(roll.pieces), film_cell(units, roll),
+                                           word_cell(joined(roll.tapes)), word_cell(joined(roll.scenes)));
+                });
+    // By name, so that those without one come first.
+    if (rolls.empty() || !rolls.begin()->first[0].empty()) return list;
+    Row& without = list.parts[0].rows.front();
+    without.cells[0].lines = {{strong("no roll")}};
+    without.marks = {Mark::missing};
     return list;
 }
 
@@ -127,34 +148,16 @@ List scene_list(const CutFilm& cut) {
     const auto shots = gathered(cut, [](const film::Strip& strip) {
         return Name{strip.scene, strip.take, strip.name, strip.rolls.listed};
     });
-    List list;
-    list.id = "scenes";
-    list.title = "Scenes";
-    list.facts = facts_of_gathered(cut, shots, "Shots");
-    list.counting = "Each shot once. " + units.counting();
-    list.columns = {word_column("scene", "Scene"),        word_column("take", "Take"),
-                    word_column("shot", "Shot"),          word_column("roll", "Roll"),
-                    word_column("tape", "Tape"),          number_column("pieces", "Pieces"),
-                    length_column("film_length", "Film"), word_column("events", "Events")};
-    list.empty = "No film is used.";
-    list.parts.resize(1);
-    list.parts[0].id = "all";
-    for (const auto& [name, shot] : shots) {
-        Row row;
-        row.id = "scenes-" + std::to_string(list.parts[0].rows.size() + 1);
-        row.tick = true;
-        row.cells = {word_cell(name[0], Weight::strong),
-                     word_cell(name[1]),
-                     word_cell(name[2]),
-                     word_cell(name[3]),
-                     word_cell(joined(shot.tapes)),
-                     number_cell(shot.pieces),
-                     film_cell(units, shot),
-                     word_cell(joined(shot.events))};
-        list.parts[0].rows.push_back(std::move(row));
-    }
-    list.totals = {total_of(units, shots, "scenes-total", 5)};
-    return list;
+    return list_of(cut, {"scenes", "Scenes", "Shots", "Each shot once. ", 5}, shots,
+                   {word_column("scene", "Scene"), word_column("take", "Take"), word_column("shot", "Shot"),
+                    word_column("roll", "Roll"), word_column("tape", "Tape"), number_column("pieces", "Pieces"),
+                    length_column("film_length", "Film"), word_column("events", "Events")},
+                   [&units](const Name& name, const Gathered& shot) {
+                       return vector_of<Cell>(word_cell(name[0], Weight::strong), word_cell(name[1]),
+                                              word_cell(name[2]), word_cell(name[3]), word_cell(joined(shot.tapes)),
+                                              number_cell(shot.pieces), film_cell(units, shot),
+                                              word_cell(joined(shot.events)));
+                   });
 }
 
 } // namespace documents

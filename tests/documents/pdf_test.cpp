@@ -75,6 +75,25 @@ Document document(std::vector<List> lists) {
     return made;
 }
 
+std::shared_ptr<Drawing> drawing_of(int pieces) {
+    auto drawing = std::make_shared<Drawing>();
+    drawing->id = "reel";
+    drawing->title = "The reel";
+    drawing->film = label_key_35mm_4p;
+    drawing->end = pieces * 100;
+    drawing->lanes.emplace_back();
+    for (int i = 0; i < pieces; ++i) {
+        DrawnPiece piece;
+        piece.film = "event-" + std::to_string(i + 1);
+        piece.start = i * 100;
+        piece.length = 100;
+        piece.name = "Film " + std::to_string(i);
+        piece.fill = static_cast<Fill>(i % 3 + 1);
+        drawing->pieces.push_back(piece);
+    }
+    return drawing;
+}
+
 class Pdf : public testing::Test {
 protected:
     std::string file_of(const Document& document) {
@@ -168,21 +187,7 @@ TEST_F(Pdf, NotesStandWithTheirRow) {
 }
 
 TEST_F(Pdf, DrawingsAreVectorsWithTheirTexts) {
-    const auto drawing = std::make_shared<Drawing>();
-    drawing->id = "reel";
-    drawing->title = "The reel";
-    drawing->film = label_key_35mm_4p;
-    drawing->end = 300;
-    drawing->lanes.emplace_back();
-    for (int i = 0; i < 3; ++i) {
-        DrawnPiece piece;
-        piece.film = "event-" + std::to_string(i + 1);
-        piece.start = i * 100;
-        piece.length = 100;
-        piece.name = "Film " + std::to_string(i);
-        piece.fill = static_cast<Fill>(i + 1);
-        drawing->pieces.push_back(piece);
-    }
+    const std::shared_ptr<Drawing> drawing = drawing_of(3);
     drawing->marks.push_back({"", 0, 100, 100, "plainwords", false, true});
     List list = assembly(3);
     list.parts[0].rows[0].cells[1] = word_cell("plainwords");
@@ -286,23 +291,10 @@ TEST_F(Pdf, LongHeadsFeetAndFactsAreWrapped) {
 
 TEST_F(Pdf, PicturesStandFirstWhereTheListSaysSo) {
     List list = assembly(3);
-    const auto drawing = std::make_shared<Drawing>();
-    drawing->id = "reel";
-    drawing->title = "The whole reel";
-    drawing->film = label_key_35mm_4p;
-    drawing->end = 20000;
-    drawing->lanes.emplace_back();
-    for (int i = 0; i < 200; ++i) {
-        DrawnPiece piece;
-        piece.start = i * 100;
-        piece.length = 100;
-        piece.name = "Film";
-        drawing->pieces.push_back(piece);
-    }
-    list.drawings.push_back(drawing);
+    list.drawings.push_back(drawing_of(200));
     const auto behind = [this](const List& one) {
         const std::string text = text_of(document({one}));
-        return text.find("The whole reel") > text.find("Shot 1");
+        return text.find("The reel") > text.find("Shot 1");
     };
     EXPECT_TRUE(behind(list)) << "it takes pages";
     list.picture_first = true;
