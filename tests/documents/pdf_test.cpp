@@ -3,12 +3,12 @@
 #include "documents/drawing.h"
 #include "documents/pdf.h"
 #include "documents/pdf_pages.h"
+#include "tests/support/command_output.h"
 #include "tests/support/scratch_directory.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <array>
 #include <chrono>
 #include <cstdio>
 #include <map>
@@ -20,16 +20,6 @@ using namespace documents;
 using testing::Contains;
 using testing::HasSubstr;
 using testing::Not;
-
-std::string output_of(const std::string& command) {
-    std::string out;
-    std::FILE* const pipe = popen((command + " 2>&1").c_str(), "r");
-    std::array<char, 4096> buffer{};
-    for (std::size_t read = 0; (read = std::fread(buffer.data(), 1, buffer.size(), pipe)) > 0;)
-        out.append(buffer.data(), read);
-    pclose(pipe);
-    return out;
-}
 
 Column column(const char* key, const std::string& title, Wrap wrap, Align align = Align::left) {
     Column made;
