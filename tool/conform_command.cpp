@@ -122,7 +122,7 @@ void add_options(OptionTable& options, ConformJob& job) {
         method_option(job.rules),
         splice_loss_option(job.rules),
     });
-    add_document_options(options, job.documents, lists_json);
+    add_document_options(options, job.documents, lists_json, false);
     options.add({log_table(job.log)});
     add_edit_reading(options, job.edit);
     options.add({

@@ -8,13 +8,12 @@
 namespace tool {
 namespace {
 
-/// That of most of the film, of the two that a frame of film has one each of.
-label_t timecode_of(const film::FilmNeeds& needs) {
-    const label_t tc_25 = edlstr_to_label_type("25fps");
-    std::int64_t frames_of_25 = 0, others = 0;
-    for (const film::FilmNeed& need : needs)
-        (need.strip.timecode.kind == tc_25 ? frames_of_25 : others) += need.frames.length();
-    return frames_of_25 > others ? tc_25 : label_tc_24;
+/// Of the two that have a frame for each frame of film.
+label_t timecode_of(const std::vector<film::OrderInput>& reels) {
+    const bool all_25 = !reels.empty() && std::all_of(reels.begin(), reels.end(), [](const film::OrderInput& reel) {
+        return reel.rate && reel.rate->nominal == 25;
+    });
+    return all_25 ? embedded::rate_info(Qb::frame_rate_25)->timecode : label_tc_24;
 }
 
 std::int64_t frame_of_start(const std::string& text, label_t timecode) {
@@ -43,7 +42,7 @@ void add_roll_options(OptionTable& options, RollChoices& choices) {
 void build_select_rolls(const RollChoices& choices, film::OrderToTell& order) {
     if (choices.building.feet == 0) return;
     film::RollBuilding building = choices.building;
-    building.timecode = timecode_of(order.needs);
+    building.timecode = timecode_of(order.reels);
     building.start = frame_of_start(choices.start, building.timecode);
     order.selects = film::build_rolls(order.pieces, building);
     if (!order.selects.fault.empty()) throw JobError("--build-rolls: " + order.selects.fault);

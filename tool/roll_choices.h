@@ -17,8 +17,8 @@ struct RollChoices {
 /// --build-rolls, --leader, --splice-loss, --start-timecode, --roll-name.
 void add_roll_options(OptionTable& options, RollChoices& choices);
 
-/// Lays the pieces of the order, where rolls are asked for. Their timecode counts 25 where that of most of the film
-/// does, else 24. Throws `JobError`.
+/// Lays the pieces of the order, where rolls are asked for. Their timecode counts 25 where all reels do, else 24.
+/// Throws `JobError`.
 void build_select_rolls(const RollChoices& choices, film::OrderToTell& order);
 
 /// Of a proof; empty where no rolls were built.
