@@ -119,6 +119,10 @@ void ChangeRecord::clear() {
 void ChangeRecord::read(const dbrecord& row) {
     for (const PlainColumn<ChangeRecord>& plain : columns_of_members)
         plain.read(*this, row, plain.field);
+    read_names_and_labels(row);
+}
+
+void ChangeRecord::read_names_and_labels(const dbrecord& row) {
     shot_name = shot_name_field(row);
     read_film_codes(row, *this);
     read_timecodes(row, *this);
@@ -129,6 +133,10 @@ void ChangeRecord::read(const dbrecord& row) {
 void ChangeRecord::write(dbrecord& row) const {
     for (const PlainColumn<ChangeRecord>& plain : columns_of_members)
         plain.write(*this, row, plain.field);
+    write_names_and_labels(row);
+}
+
+void ChangeRecord::write_names_and_labels(dbrecord& row) const {
     write_text(row, hf_shot_name, toUTF8(shot_name).c_str());
     write_point(row, hf_keycode_in, keycode_in);
     write_point(row, hf_keycode_out, keycode_out);

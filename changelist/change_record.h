@@ -18,6 +18,9 @@ public:
     void read(const dbrecord& row);
     /// Fills the row. An invalid ink number leaves the row's own field as it was.
     void write(dbrecord& row) const;
+    /// The same of name and labels alone, which a row holds in a form of its own: read again they may have changed.
+    void read_names_and_labels(const dbrecord& row);
+    void write_names_and_labels(dbrecord& row) const;
 
     // Samples of the film. The ends are exclusive, and lie below the start where the event runs backward.
     int key_step() const;

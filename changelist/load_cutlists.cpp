@@ -177,6 +177,7 @@ private:
     LabelPoint previous_last_;
     bool has_previous_ = false;
     unsigned previous_row_ = 0;
+    int previous_missing_ = 0;
     int total_ = 0;
 };
 
@@ -189,9 +190,10 @@ unsigned Flattener::add_row(const ChangeRecord& record) {
 void Flattener::close_bracket(const LabelPoint& next) {
     dbrecord& row = *table_.get_record(previous_row_);
     ChangeRecord previous(film_std_);
-    previous.read(row);
+    previous.keycode_missing = previous_missing_;
+    previous.read_names_and_labels(row);
     previous.bracket_out = next;
-    previous.write(row);
+    previous.write_names_and_labels(row);
 }
 
 void Flattener::add_event(ChangeRecord& record) {
@@ -202,6 +204,7 @@ void Flattener::add_event(ChangeRecord& record) {
     if (has_previous_ && record.keycode_in.is_valid() && !is_filler(record.keycode_in))
         close_bracket(record.keycode_in);
     previous_row_ = add_row(record);
+    previous_missing_ = record.keycode_missing;
     has_previous_ = true;
 }
 

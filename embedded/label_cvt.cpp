@@ -161,10 +161,14 @@ private:
         return (kind().use != LabelUse::foot && wanders) || dot != usual_dot(count);
     }
 
+    static constexpr bool is_sign(char c) { return c == '+' || c == '&' || c == '-'; }
+
     static Tail read_tail(std::string_view text) {
         const Tail none{text.size()};
-        const std::size_t sign = text.find_last_of("+&-");
-        if (sign == std::string_view::npos) return none;
+        std::size_t sign = text.size();
+        while (sign > 0 && !is_sign(text[sign - 1]))
+            --sign;
+        if (sign-- == 0) return none;
         const std::string_view figures = text.substr(sign + 1);
         const std::size_t point = figures.find('.');
         const bool dotted = point != std::string_view::npos;

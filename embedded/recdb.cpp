@@ -6,6 +6,7 @@
 #include "embedded/table_data.h"
 #include "embedded/table_door.h"
 #include "embedded/table_file.h"
+#include "embedded/visible_text.h"
 #include "host/edit.h"
 
 #include <algorithm>
@@ -60,7 +61,7 @@ recdb::recdb(LightweightString<wchar_t> filename, int max_records, bool) : impl_
     const std::size_t limit = max_records > 0 ? static_cast<std::size_t>(max_records) : 0;
     const bool read = embedded::read_file(path, &bytes, &why) && embedded::read_table(bytes, limit, &made->data, &why);
     if (read) {
-        embedded::receive_table(made->data, path);
+        if (!embedded::are_surely_plain(bytes)) embedded::receive_table(made->data, path);
     } else {
         embedded::note_read_failure(path, why);
     }

@@ -36,6 +36,7 @@ public:
 
 private:
     void place(std::size_t field, char* text);
+    bool decode_plain(std::string_view line);
     void release(char* text);
     void make_block(std::size_t size);
     /// A copy in the block where it has room, else in a block of its own.
@@ -46,6 +47,7 @@ private:
     std::size_t block_size_ = 0;
     std::size_t block_used_ = 0;
     std::uint32_t count_;
+    bool has_blocks_of_their_own_ = false; ///< some text may have one
 };
 
 } // namespace embedded

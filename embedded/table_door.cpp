@@ -47,7 +47,7 @@ std::string owner_of(std::size_t row, const std::string& column) {
 void receive_row(RowFields& fields, std::size_t number, const TableData& table, Findings& findings) {
     for (std::size_t field = 0; field < fields.count(); ++field) {
         const char* text = fields.get(field);
-        if (!text) continue;
+        if (!text || is_surely_plain(text)) continue;
         std::string name(text);
         if (findings.take(name, [&] { return owner_of(number, table.columns[field].name); })) fields.set(field, name);
     }
@@ -72,7 +72,9 @@ void receive_rows(recdb& table, const std::string& path) {
     Findings findings;
     for (unsigned row = 0; row < table.get_num_records(); ++row) {
         for (unsigned field = 0; field < table.get_num_fields(); ++field) {
-            std::string text = table.getField(row, field).c_str();
+            const LightweightString<char> kept = table.getField(row, field);
+            if (is_surely_plain(kept.view())) continue;
+            std::string text = kept.c_str();
             if (findings.take(text, [&] { return owner_of(row + 1, table.get_fieldname(field)); }))
                 table.set_field(row, field, text.c_str());
         }

@@ -1,5 +1,6 @@
 #include "embedded/visible_text.h"
 
+#include <array>
 #include <atomic>
 
 namespace embedded {
@@ -29,13 +30,32 @@ Sign sign_of_wide_control(std::string_view text, std::size_t at) {
     return {};
 }
 
-bool may_hold_control(std::string_view text) {
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < ' ' || byte == 0x7F || byte == 0xC2 || byte == 0xE2) return true;
-    }
-    return false;
+/// What bytes may begin, as bits. Parting bytes are control characters as well.
+enum : unsigned char { begins_control = 1, begins_page_mark = 2, begins_other_control = 4, begins_escape = 8 };
+
+constexpr std::array<unsigned char, 256> make_beginnings() {
+    std::array<unsigned char, 256> table{};
+    for (std::size_t byte = 0; byte < ' '; ++byte)
+        table[byte] = begins_control | begins_other_control;
+    for (const std::size_t byte : {0x7F, 0xC2, 0xE2})
+        table[byte] = begins_control | begins_other_control;
+    table['\t'] = table['\n'] = begins_control;
+    table['|'] = begins_page_mark;
+    table['\\'] = begins_escape;
+    return table;
 }
+
+constexpr std::array<unsigned char, 256> beginnings = make_beginnings();
+
+/// Of all its bytes.
+unsigned beginnings_in(std::string_view text) {
+    unsigned found = 0;
+    for (const char c : text)
+        found |= beginnings[static_cast<unsigned char>(c)];
+    return found;
+}
+
+bool may_hold_control(std::string_view text) { return (beginnings_in(text) & begins_control) != 0; }
 
 void put_sign(std::string& out, unsigned char control) {
     if (control == 0x7F) {
@@ -83,6 +103,23 @@ std::string visible(std::string text) {
 }
 
 void set_longest_name(std::size_t bytes) { longest_name = bytes; }
+
+bool is_surely_plain(std::string_view name) {
+    return name.size() <= longest_name && (beginnings_in(name) & (begins_control | begins_page_mark)) == 0;
+}
+
+// A name is no longer than its file; with a longest name that short, each has to be looked at.
+bool are_surely_plain(std::string_view lines) {
+    constexpr std::size_t longest_line = 4096;
+    if (longest_name < longest_line) return false;
+    std::size_t from = 0;
+    for (std::size_t end = lines.find('\n'); end != std::string_view::npos; end = lines.find('\n', from)) {
+        if (end - from > longest_line) return false;
+        from = end + 1;
+    }
+    constexpr unsigned char doubtful = begins_other_control | begins_page_mark | begins_escape;
+    return lines.size() - from <= longest_line && (beginnings_in(lines) & doubtful) == 0;
+}
 
 Received receive(std::string& name) {
     Received what;

@@ -27,6 +27,10 @@ struct Received {
     bool is_plain() const { return !control_characters && !cut && !page_marks; }
 };
 Received receive(std::string& name);
+/// A name that `receive` would surely leave as it is and tell nothing of; most are, and no copy is needed to know.
+bool is_surely_plain(std::string_view name);
+/// The same of all texts in a table's file, which tabs and line ends part.
+bool are_surely_plain(std::string_view lines);
 /// The same with a line for each of these; `owner` begins them, as "source".
 void receive(std::string& name, const std::string& owner, Warnings& warnings);
 /// What there is to tell of a name; nothing of a plain one.

@@ -1,5 +1,6 @@
 #include "base/messages.h"
 #include "changelist/change_analysis.h"
+#include "changelist/row_fields.h"
 #include "changelist/matching/match_event.h"
 #include "host/ascii_text.h"
 #include "host/fixed_text.h"
@@ -19,7 +20,7 @@ void order_by_film(chgdb& events) {
 class RollBatches {
 public:
     RollBatches(const chgdb& new_events, Candidates& candidates)
-        : events_(new_events), film_std_(new_events.film_std()), candidates_(candidates) {}
+        : events_(new_events), labels_(new_events.film_std()), candidates_(candidates) {}
 
     bool at_end() const { return next_ >= events_.get_num_records(); }
     const char* roll() const { return roll_; }
@@ -27,9 +28,8 @@ public:
     void load() {
         for (bool first = true; !at_end(); first = false) {
             const dbrecord& row = *events_.get_record(next_);
-            ChangeRecord event(film_std_);
-            event.read(row);
-            const char* prefix = event.keycode_in.get_prefix();
+            const LabelPoint key = labels_.key(row, hf_keycode_in);
+            const char* prefix = key.get_prefix();
             if (first) put_text(roll_, prefix);
             if (!ascii::same(prefix, roll_)) return;
             candidates_.load(row);
@@ -39,7 +39,7 @@ public:
 
 private:
     const chgdb& events_;
-    label_t film_std_;
+    RowLabels labels_;
     Candidates& candidates_;
     unsigned next_ = 0;
     char roll_[20] = "";

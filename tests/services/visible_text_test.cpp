@@ -43,6 +43,41 @@ RC_GTEST_PROP(VisibleText, NoControlCharacterIsLeftAndNothingIsDoneTwice, (const
         RC_ASSERT(static_cast<unsigned char>(c) >= ' ' && c != '\x7f');
 }
 
+std::string any_text() {
+    return *rc::gen::container<std::string>(rc::gen::element('a', 'b', 'd', 'p', '|', '\\', '\t', '\n', '\r', '\x1f',
+                                                             ' ', '\x7f', '\xC2', '\x85', '\xE2', '\x80', '\xA8'));
+}
+
+RC_GTEST_PROP(VisibleText, WhatIsSurelyPlainIsTakenAsItIs, ()) {
+    std::string text = any_text();
+    const std::string before = text;
+    const bool plain = embedded::is_surely_plain(text);
+    if (!plain) return;
+    RC_ASSERT(embedded::receive(text).is_plain());
+    RC_ASSERT(text == before);
+}
+
+RC_GTEST_PROP(VisibleText, OfLinesThatAreSurelyPlainEveryTextIs, ()) {
+    std::string lines;
+    for (int texts = *rc::gen::inRange(1, 6); texts > 0; --texts)
+        lines += *rc::gen::element<std::string>("A001", "", "scene 1", any_text()) + *rc::gen::element('\t', '\n');
+    if (!embedded::are_surely_plain(lines)) return;
+    RC_ASSERT(lines.find('\\') == std::string::npos);
+    for (std::size_t at = 0, end = 0; at < lines.size(); at = end + 1) {
+        end = lines.find_first_of("\t\n", at);
+        std::string text = lines.substr(at, end - at);
+        RC_ASSERT(embedded::receive(text).is_plain());
+    }
+}
+
+TEST(VisibleText, LinesLongerThanANameMayBeAreLookedAtOneByOne) {
+    EXPECT_TRUE(embedded::are_surely_plain(std::string(4000, 'x')));
+    EXPECT_FALSE(embedded::are_surely_plain(std::string(4100, 'x')));
+    embedded::set_longest_name(100);
+    EXPECT_FALSE(embedded::are_surely_plain("x"));
+    embedded::set_longest_name(65536);
+}
+
 TEST(VisibleText, WhatANameHeldIsTold) {
     embedded::Warnings warnings;
     std::string plain = "A001", two = "A\n1", marks = "scene |p";
