@@ -3,7 +3,7 @@
 # into build/web-sources/: Debian's, with Debian's patches. Only what is missing. Needs root, or sudo, for packages.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-packages=(emscripten dpkg-dev)
+packages=(emscripten dpkg-dev chromium)
 
 missing=()
 for package in "${packages[@]}"; do
@@ -21,6 +21,15 @@ if [ ${#missing[@]} -gt 0 ]; then
     export DEBIAN_FRONTEND=noninteractive
     "${as_root[@]}" apt-get update -qq
     "${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+fi
+
+# What drives a browser in the tests of the page. Without npm those tests say so.
+modules=build/web-node
+if [ ! -d $modules/node_modules/playwright-core ] && command -v npm >/dev/null; then
+    mkdir -p $modules
+    cp tests/web/package.json $modules/
+    (cd $modules && npm install --no-package-lock --no-audit --no-fund --silent) >/dev/null 2>&1 ||
+        echo "No playwright-core and axe-core: npm couldn't install them, so the page isn't tested in a browser"
 fi
 
 sources=build/web-sources

@@ -1,3 +1,4 @@
+#!/usr/bin/env node
 // The browser's build of the command under Node, held byte by byte against the command: check_module.mjs SITE QUILLBROOK
 
 import {readFileSync} from 'node:fs';

@@ -1,3 +1,4 @@
+#!/usr/bin/env node
 // The page in a headless Chromium, used as a person does: check_page.mjs SITE QUILLBROOK MODULES [CASE ...]
 //
 // Each case gives what is wrong, a line each. What the page makes is held byte by byte against the command.
@@ -100,7 +101,7 @@ async function recutIsProved() {
     await desk.made();
     await desk.page.waitForSelector('[data-laid]');
     const told = await desk.page.locator('#result pre').first().textContent();
-    return [...expect(/bench/.test(told), `the recut tells no proof: ${told}`), ...expect(await desk.page.locator('#tab-bench').count() === 1, 'the recut has no bench list')];
+    return [...expect(/bench: proved/.test(told), `the recut tells no proof: ${told}`), ...expect(/the bench list is proved/.test(await desk.text('.name')), 'the head does not tell of the proof'), ...expect(await desk.page.locator('#tab-bench').count() === 1, 'the recut has no bench list')];
   });
 }
 

@@ -9,14 +9,18 @@ import {texts} from './texts.js';
 const words = texts.result;
 const first_findings = 3;
 
-const kindOf = name => name.slice(name.lastIndexOf('.') + 1);
+const kindOf = name => name.endsWith('-lists.txt') ? 'lists' : name.slice(name.lastIndexOf('.') + 1);
 
 function factsOf(result, proof) {
   const {title} = result, length = result.lists?.flatMap(list => list.facts).find(fact => fact.name === words.length);
   return [title?.track, title?.gauge, title?.rate, length?.text.trim().split(/\s{2,}/)[0], proof].filter(text => text).join(', ');
 }
 
-const proofOf = result => result.status === 3 ? words.notProved : result.out.some(line => /^proved/.test(line)) ? words.proved : '';
+function proofOf({status, out}) {
+  const says = pattern => out.some(line => pattern.test(line));
+  if (status === 3) return says(/^bench: proved/) ? words.benchProved : words.notProved;
+  return says(/^(\w+: )?proved/) ? words.proved : '';
+}
 
 const sentence = text => text ? text[0].toUpperCase() + text.slice(1) + '.' : '';
 

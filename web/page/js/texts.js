@@ -79,12 +79,12 @@ export const texts = {
 
   result: {
     label: 'What was made', print: 'Print', download: 'Download', all: 'All as a zip', strip: 'The reel', lists: 'Lists', report: 'Report',
-    proved: 'proved frame by frame', notProved: 'not proved, see below', steps: 'What was proved', filter: 'Filter rows', shown: (some, all) => `${some} of ${all} rows`,
+    proved: 'proved frame by frame', notProved: 'not proved, see below', benchProved: 'the bench list is proved frame by frame, another list is not: see below', steps: 'What was proved', filter: 'Filter rows', shown: (some, all) => `${some} of ${all} rows`,
     findings: (wrong, doubts) => [wrong && `${wrong} wrong`, doubts && many(doubts, 'doubt')].filter(text => text).join(', ') || 'Nothing wrong or in doubt',
     notes: count => `${many(count, 'note')}`, show: 'Show', event: number => `Event ${number}`, looking: 'Looking for what is wrong', further: count => `${many(count, 'further finding')} in the list of doubts`,
     told: 'Said on the way', commands: 'The same by the command', commandsHelp: 'In a folder with these files, these lines make the same bytes.',
     severity: {wrong: 'Wrong', doubt: 'In doubt', note: 'To know'},
-    kinds: {txt: 'report', cdb: 'table of the cut', html: 'page', json: 'for scripts', csv: 'spreadsheet', RDB: 'logging table', sl1: 'single layer', sl2: 'single layer', sl3: 'single layer', sl4: 'single layer',
+    kinds: {txt: 'report', lists: 'plain text', cdb: 'table of the cut', html: 'page', json: 'for scripts', csv: 'spreadsheet', RDB: 'logging table', sl1: 'single layer', sl2: 'single layer', sl3: 'single layer', sl4: 'single layer',
             otio: 'for other programs', edl: 'for other programs', ale: 'for other programs'},
     exported: name => `${name} could not be written`, laying: 'Laying out rows', length: 'Length',
     rolls: 'Add the lab’s log: some film of this edit has no key numbers.',
