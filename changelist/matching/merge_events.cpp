@@ -1,7 +1,7 @@
 #include "base/messages.h"
 #include "changelist/change_analysis.h"
-#include "changelist/row_fields.h"
 #include "changelist/matching/match_event.h"
+#include "changelist/row_fields.h"
 #include "host/ascii_text.h"
 #include "host/fixed_text.h"
 #include "host/settings.h"
