@@ -144,6 +144,7 @@ std::vector<std::string> words_of(std::string_view text) {
 
 std::optional<Profile> read_profile(std::string_view text, std::string* fault) {
     Profile profile;
+    profile.columns = profile_named("")->columns;
     int number = 0;
     for (std::size_t begin = 0; begin < text.size();) {
         const std::size_t end = std::min(text.find('\n', begin), text.size());

@@ -34,6 +34,7 @@ TEST(Profile, IsReadFromAFile) {
     ASSERT_TRUE(profile) << fault;
     EXPECT_THAT(profile->lists, ElementsAre("assembly", "rolls"));
     EXPECT_THAT(profile->columns.at("assembly"), ElementsAre("event", "key"));
+    EXPECT_EQ(profile->columns.at("pull-roll"), profile_named("")->columns.at("pull-roll"));
     EXPECT_EQ(profile->frames, true);
     EXPECT_EQ(profile->paper, Paper::letter);
 }
