@@ -31,8 +31,8 @@ const Profile* profile_named(std::string_view name);
 ///     units = frames
 ///     paper = letter
 ///
-/// Without `lists` it has those of the usual one, and so it is with the columns of a list. Where a line can't be understood, nothing, and `fault` says which and
-/// why.
+/// Without `lists` it has those of the usual one, and so it is with the columns of a list. Where a line can't be
+/// understood, nothing, and `fault` says which and why.
 std::optional<Profile> read_profile(std::string_view text, std::string* fault);
 
 /// Words parted by commas, without the blanks around them.

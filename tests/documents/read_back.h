@@ -68,6 +68,15 @@ inline std::string json_row_text(const rapidjson::Value& row) {
     return text;
 }
 
+/// The rows of a list, in order.
+inline std::vector<std::string> json_rows(const rapidjson::Value& list) {
+    std::vector<std::string> rows;
+    for (const auto& part : list["parts"].GetArray())
+        for (const auto& row : part["rows"].GetArray())
+            rows.push_back(json_row_text(row));
+    return rows;
+}
+
 inline std::string without_entities(std::string text) {
     const std::pair<const char*, const char*> entities[] = {
         {"&lt;", "<"}, {"&gt;", ">"}, {"&quot;", "\""}, {"&#39;", "'"}, {"&amp;", "&"}};
