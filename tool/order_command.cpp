@@ -22,7 +22,7 @@
 namespace tool {
 namespace {
 
-enum class Sorting { roll, scene, edit };
+enum class Sorting { roll, scan, scene, edit };
 
 struct OrderJob {
     EditInput edit; ///< its paths are the reels, edits or tables
@@ -85,7 +85,19 @@ bool goes_ahead(const OrderToTell& order, Sorting sorting, const film::OrderPiec
         const film::Strip& strip = order.needs[piece.uses.front()].strip;
         return std::tie(strip.scene, strip.take, strip.name);
     };
-    return sorting == Sorting::edit ? first_use(a) < first_use(b) : scene(a) < scene(b);
+    const auto place_on_tape = [&](const film::OrderPiece& piece) {
+        const film::Strip& strip = order.needs[piece.uses.front()].strip;
+        const film::Count& timecode = strip.timecode;
+        return std::pair(strip.rolls.tape, std::min(timecode.frame_at(0), timecode.frame_at(strip.length() - 1)));
+    };
+    switch (sorting) {
+    case Sorting::edit:
+        return first_use(a) < first_use(b);
+    case Sorting::scan:
+        return place_on_tape(a) < place_on_tape(b);
+    default:
+        return scene(a) < scene(b);
+    }
 }
 
 void sort_pieces(OrderToTell& order, Sorting sorting) {
@@ -158,12 +170,12 @@ int run(const OrderJob& job) {
 }
 
 constexpr std::pair<const char*, Sorting> sortings[] = {
-    {"roll", Sorting::roll}, {"scene", Sorting::scene}, {"edit", Sorting::edit}};
+    {"roll", Sorting::roll}, {"scan", Sorting::scan}, {"scene", Sorting::scene}, {"edit", Sorting::edit}};
 
 std::string fault_of_sorting(const std::string& text) {
     const bool known = std::any_of(std::begin(sortings), std::end(sortings),
                                    [&](const auto& sorting) { return text == sorting.first; });
-    return known ? "" : "it is none of roll, scene, edit";
+    return known ? "" : "it is none of roll, scan, scene, edit";
 }
 
 void add_pieces(OptionTable& options, OrderJob& job) {
@@ -177,7 +189,8 @@ void add_pieces(OptionTable& options, OrderJob& job) {
          WholeNumber{job.order.join, 0, most}},
         {"--whole-takes", "", "Pull takes whole, where a log's row or the media tells how far they go",
          job.order.whole_takes},
-        {"--sort", "BY", "Pieces by roll and number, by scene and take, or in the order of the edit",
+        {"--sort", "BY",
+         "Pieces by roll and number, by tape and timecode (scan), by scene and take, or in the order of the edit",
          OneText{[&job](const std::string& text) {
                      for (const auto& [name, sorting] : sortings)
                          if (text == name) job.sorting = sorting;

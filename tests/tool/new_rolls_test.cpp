@@ -56,6 +56,21 @@ TEST_F(OnRolls, TakeTheirNamesTimecodeAndSplicesFromTheLine) {
     EXPECT_THAT(read("order.txt"), HasSubstr("    208  0013+00  10:00:08:16  "));
 }
 
+TEST_F(OnRolls, PiecesLieInTheOrderThatIsAskedFor) {
+    write("a.edl", "TITLE: A\n001  VT2 V C 01:00:10:00 01:00:12:00 10:00:00:00 10:00:02:00\n"
+                   "* KEY NUMBER: KJ1234560100+00 35mm-4p\n"
+                   "002  VT1 V C 05:00:00:00 05:00:02:00 10:00:02:00 10:00:04:00\n"
+                   "* KEY NUMBER: KJ1234560200+00 35mm-4p\n");
+    const auto first_laid = [&](const char* sorting) {
+        EXPECT_EQ(order({"a.edl", "--rate", "24", "--build-rolls", "400", "--sort", sorting}).status, 0);
+        const std::string text = read("order.txt");
+        const std::string row = text.substr(text.find("\n     96  0006+00  ") + 1);
+        return row.substr(0, row.find('\n'));
+    };
+    EXPECT_THAT(first_laid("edit"), HasSubstr("KJ1234560099+08"));
+    EXPECT_THAT(first_laid("scan"), HasSubstr("KJ1234560199+08"));
+}
+
 TEST_F(OnRolls, RefuseWhatNoRollHolds) {
     const ToolResult result = order({example("recut/weir-old-r1.otio"), "--build-rolls", "12"});
     EXPECT_EQ(result.status, 1);
@@ -170,6 +185,9 @@ RC_GTEST_PROP(NewRolls, MapEachFrameToOneTimecodeAndBack, ()) {
             RC_ASSERT(back.front().key.text_at(0) == piece.run.text_at(frame));
             RC_ASSERT(back.front().key.perforation == piece.run.perforation);
         }
+    for (const PieceOnRoll& piece : laid)
+        for (const std::int64_t beside : {piece.first - 1, piece.first + piece.frames.length()})
+            RC_ASSERT(taken.count({piece.roll, beside}) == 1 || rolls.at(piece.roll, beside) == nullptr);
 }
 
 } // namespace
