@@ -39,6 +39,7 @@ constexpr ListKind<OrderFilm> order_lists[] = {
     {"order", order_list_of},
     {"order-longer", longer_list_of},
     {"order-discard", order_discard_of},
+    {"order-rolls", select_roll_list_of},
     {"order-unknown", not_ordered_of},
 };
 
@@ -80,9 +81,10 @@ std::vector<std::string> cut_list_ids(const std::vector<std::string>& ids) { ret
 
 std::vector<std::string> change_list_ids(const std::vector<std::string>& ids) { return ids_of(change_lists, ids); }
 
-std::vector<std::string> order_list_ids(const std::vector<std::string>& ids, bool change) {
+std::vector<std::string> order_list_ids(const std::vector<std::string>& ids, bool change, bool rolls) {
     std::vector<std::string> found = ids_of(order_lists, ids);
     if (!change) std::erase_if(found, [](const std::string& id) { return is_of_change_alone(id); });
+    if (!rolls) std::erase(found, "order-rolls");
     return found;
 }
 
@@ -92,7 +94,7 @@ Document document_of(const ChangeFilm& film, const Profile& profile) { return ma
 
 Document document_of(const OrderFilm& film, const Profile& profile) {
     Profile chosen = profile;
-    chosen.lists = order_list_ids(profile.lists, film.change);
+    chosen.lists = order_list_ids(profile.lists, film.change, film.order.selects.building.feet > 0);
     return made_of(order_lists, film, chosen);
 }
 

@@ -20,8 +20,8 @@ std::vector<std::string> cut_list_ids(const std::vector<std::string>& ids);
 /// The same of a recut.
 std::vector<std::string> change_list_ids(const std::vector<std::string>& ids);
 
-/// And of an order; `change`: one that was held against earlier ones.
-std::vector<std::string> order_list_ids(const std::vector<std::string>& ids, bool change);
+/// And of an order. `change`: one that was held against earlier ones; `rolls`: one whose pieces are laid on new rolls.
+std::vector<std::string> order_list_ids(const std::vector<std::string>& ids, bool change, bool rolls);
 
 /// The lists of a profile that a cut has.
 Document document_of(const CutFilm& cut, const Profile& profile);

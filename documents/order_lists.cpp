@@ -371,6 +371,79 @@ List order_discard_of(const OrderFilm& film) {
     return list;
 }
 
+namespace {
+
+Row select_row(const OrderFilm& film, const film::SelectRoll& roll, std::size_t place) {
+    const OrderToTell& order = film.order;
+    const OrderPiece& piece = order.pieces[place];
+    const PieceFacts facts = film::facts_of(order, piece);
+    const FrameRange& laid = order.selects.places[place].frames;
+    const std::string in = order.selects.timecode_at(laid.first), out = order.selects.timecode_at(laid.last + 1);
+    const Units units = units_of(film, roll.kind);
+    Row row;
+    row.id = "order-rolls-" + std::to_string(place + 1);
+    row.film = piece_name(place);
+    row.tick = true;
+    row.cells = {position_cell(units, laid.first),
+                 {{{mono(in)}, {mono("out " + out, Weight::light)}}, {value_of(in), value_of(out)}},
+                 number_cell(static_cast<std::int64_t>(place) + 1),
+                 word_cell(piece.run.roll, Weight::strong),
+                 stretch_cell(piece.run, piece.frames),
+                 length_cell(units, laid.length()),
+                 shot_cell(facts)};
+    return row;
+}
+
+Part select_part(const OrderFilm& film, const film::SelectRoll& roll) {
+    const Units units = units_of(film, roll.kind);
+    const std::int64_t splice = film::frames_of_splice(roll.kind, film.order.selects.building.splices);
+    Part part;
+    part.title = roll.name;
+    part.about = gauge_words(label_type_to_edlstr(roll.kind)) + ", " +
+                 counted(static_cast<std::int64_t>(roll.pieces.size()), "piece", "pieces") + ", " +
+                 units.both(roll.frames) + ", " + film::frames_text(splice) + " at each splice";
+    for (const std::size_t place : roll.pieces)
+        part.rows.push_back(select_row(film, roll, place));
+    return part;
+}
+
+/// Film without key numbers has no length in feet.
+std::int64_t count_of_left_out(const OrderToTell& order) {
+    return std::count_if(order.selects.places.begin(), order.selects.places.end(),
+                         [](const film::RollPlace& place) { return !place.is_laid(); });
+}
+
+} // namespace
+
+List select_roll_list_of(const OrderFilm& film) {
+    const film::SelectRolls& selects = film.order.selects;
+    Column shot = shot_column();
+    shot.fields = {{"clip"}, {"scene"}, {"take"}};
+    List list;
+    list.id = "order-rolls";
+    list.title = "Rolls of selects";
+    list.empty = "No piece lies on a new roll.";
+    list.counting =
+        "Places and timecodes count from the head of the leader; timecode out is that of the frame behind. " +
+        counting_of(film);
+    list.columns = {position_column("start", "At"),
+                    {"timecode", "Timecode", Align::left, Wrap::none, {{"timecode_in"}, {"timecode_out"}}},
+                    number_column("scan", "Piece"),
+                    word_column("roll", "From roll"),
+                    label_column(),
+                    length_column("frames", "Film"),
+                    shot};
+    list.facts = {{"New rolls", {strong(std::to_string(selects.rolls.size()))}},
+                  {"At most", {plain(counted(selects.building.feet, "foot", "feet"))}},
+                  {"Leader", {plain(counted(selects.building.leader_feet, "foot", "feet"))}},
+                  {"On no roll", {strong(std::to_string(count_of_left_out(film.order)))}}};
+    for (const film::SelectRoll& roll : selects.rolls) {
+        list.parts.push_back(select_part(film, roll));
+        list.parts.back().id = "roll-" + std::to_string(list.parts.size());
+    }
+    return list;
+}
+
 List not_ordered_of(const OrderFilm& film) {
     List list = begun(film, "order-unknown", "Can't be ordered", "All film has a key number or a timecode.");
     list.counting = "Film with neither key number nor timecode. Positions and lengths are frames of the reel.";

@@ -28,6 +28,8 @@ List order_list_of(const OrderFilm& film);
 List longer_list_of(const OrderFilm& film);
 /// What earlier orders hold, and no reel uses any more.
 List order_discard_of(const OrderFilm& film);
+/// The new rolls that the pieces are laid on, piece by piece.
+List select_roll_list_of(const OrderFilm& film);
 /// What has neither key number nor timecode.
 List not_ordered_of(const OrderFilm& film);
 

@@ -27,14 +27,14 @@ const std::vector<KnownProfile>& known_profiles() {
     static const std::vector<KnownProfile> known = {
         {"",
          "assembly,pull-roll,opticals,reuse,rolls,scenes,doubts,changes,bench,change-pull,discard,transitions,"
-         "reels,order,order-longer,order-discard,order-unknown",
+         "reels,order,order-longer,order-discard,order-rolls,order-unknown",
          {{"assembly", bench_columns},
           {"pull-roll", pull_columns},
           {"order", order_columns},
           {"opticals", "layer,roll,shot,film_length,key,place,transition"}}},
         {"assistant",
          "assembly,pull-scene,scenes,rolls,reuse,doubts,changes,change-pull,discard,reels,order,order-longer,"
-         "order-discard,order-unknown",
+         "order-discard,order-rolls,order-unknown",
          {{"order", order_columns},
           {"assembly", "event,start,length,roll,shot,key,tape"},
           {"pull-scene", "roll,shot,film_length,key,tape,start"}}},
@@ -42,7 +42,7 @@ const std::vector<KnownProfile>& known_profiles() {
          "assembly,pull-roll,reuse,doubts,bench,change-pull,discard,reels,order,order-longer,order-discard",
          {{"order", "scan,roll,key,frames,events,shot"}, {"assembly", bench_columns}, {"pull-roll", pull_columns}}},
         {"lab",
-         "rolls,pull-key,opticals,reuse,change-pull,order,order-longer",
+         "rolls,pull-key,opticals,reuse,change-pull,order,order-longer,order-rolls",
          {{"order", "scan,roll,key,frames,handles,shot"},
           {"pull-key", roll_pull_columns},
           {"opticals", "layer,roll,shot,film_length,key,place,transition"}}},
@@ -50,7 +50,7 @@ const std::vector<KnownProfile>& known_profiles() {
          "opticals,doubts,transitions",
          {{"opticals", "layer,roll,shot,film_length,key,place,transition,speed"}}},
         {"scan",
-         "rolls,pull-roll,pull-tape,change-pull,order,order-longer",
+         "rolls,pull-roll,pull-tape,change-pull,order,order-longer,order-rolls",
          {{"order", "scan,roll,key,tape,frames,frame_in,file"},
           {"pull-roll", "shot,film_length,key,tape,length"},
           {"pull-tape", "roll,shot,film_length,key,tape"}}},
@@ -59,7 +59,7 @@ const std::vector<KnownProfile>& known_profiles() {
          {{"assembly", "event,start,length,shot,tape"}, {"pull-tape", "event,shot,film_length,tape,start"}}},
         {"all",
          "assembly,pull-roll,pull-key,pull-scene,pull-tape,opticals,reuse,rolls,scenes,doubts,changes,bench,"
-         "change-pull,discard,transitions,reels,order,order-longer,order-discard,order-unknown",
+         "change-pull,discard,transitions,reels,order,order-longer,order-discard,order-rolls,order-unknown",
          {}},
     };
     return known;

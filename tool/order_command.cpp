@@ -54,7 +54,8 @@ void check_files(const OrderJob& job) {
         check_output("--json", *job.json, inputs, outputs);
         outputs.push_back(*job.json);
     }
-    outputs = joined(outputs, check_order_outputs(job.outputs, !job.had.empty(), inputs, outputs));
+    outputs = joined(outputs,
+                     check_order_outputs(job.outputs, !job.had.empty(), job.rolls.building.feet > 0, inputs, outputs));
     hold_outputs(outputs, job.output.overwrite);
     for (const std::string& input : inputs)
         check_readable(input);

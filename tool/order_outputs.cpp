@@ -149,7 +149,7 @@ void add_order_outputs(OptionTable& options, OrderOutputs& outputs) {
     add_document_options(options, outputs.documents, json_option, false);
 }
 
-std::vector<std::string> check_order_outputs(const OrderOutputs& outputs, bool change,
+std::vector<std::string> check_order_outputs(const OrderOutputs& outputs, bool change, bool rolls,
                                              const std::vector<std::string>& inputs,
                                              const std::vector<std::string>& others) {
     std::vector<std::string> taken = others, made;
@@ -161,7 +161,8 @@ std::vector<std::string> check_order_outputs(const OrderOutputs& outputs, bool c
         if (!is_stream(*path)) made.push_back(*path);
     }
     if (!outputs.documents.wanted()) return made;
-    const std::vector<std::string> lists = documents::order_list_ids(profile_of(outputs.documents).lists, change);
+    const std::vector<std::string> lists =
+        documents::order_list_ids(profile_of(outputs.documents).lists, change, rolls);
     if (lists.empty()) throw JobError("the profile names no list of an order");
     return joined(made, check_document_files(outputs.documents, json_option, lists, inputs, taken));
 }

@@ -22,9 +22,10 @@ struct OrderOutputs {
 
 void add_order_outputs(OptionTable& options, OrderOutputs& outputs);
 
-/// The files that are wanted, to be held with the order; streams are left out. `change`: earlier orders are given.
-/// Throws `JobError` where one takes the place of one of `inputs` or of one of the `others` that the run makes.
-std::vector<std::string> check_order_outputs(const OrderOutputs& outputs, bool change,
+/// The files that are wanted, to be held with the order; streams are left out. `change`: earlier orders are given;
+/// `rolls`: new rolls are built. Throws `JobError` where one takes the place of one of `inputs` or of one of the
+/// `others` that the run makes.
+std::vector<std::string> check_order_outputs(const OrderOutputs& outputs, bool change, bool rolls,
                                              const std::vector<std::string>& inputs,
                                              const std::vector<std::string>& others);
 

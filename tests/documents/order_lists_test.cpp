@@ -136,13 +136,37 @@ TEST(OrderLists, OfAChangeTellWhatIsLongerAndWhatIsntUsed) {
 
 TEST(OrderLists, AreThoseOfTheProfileAndOfChangesOnlyWhereThereIsOne) {
     const std::vector<std::string> all = profile_named("all")->lists;
-    EXPECT_THAT(order_list_ids(all, false), ElementsAre("order", "order-unknown"));
-    EXPECT_THAT(order_list_ids(all, true), ElementsAre("order", "order-longer", "order-discard", "order-unknown"));
-    EXPECT_THAT(order_list_ids(profile_named("sound")->lists, true), IsEmpty());
+    EXPECT_THAT(order_list_ids(all, false, false), ElementsAre("order", "order-unknown"));
+    EXPECT_THAT(order_list_ids(all, true, false),
+                ElementsAre("order", "order-longer", "order-discard", "order-unknown"));
+    EXPECT_THAT(order_list_ids(all, false, true), ElementsAre("order", "order-rolls", "order-unknown"));
+    EXPECT_THAT(order_list_ids(profile_named("sound")->lists, true, true), IsEmpty());
     OrderFilm film = order_of({need(key_roll("A1"), 16, 31, 0, 1)}, 0);
     EXPECT_EQ(document_of(film, *profile_named("")).lists.size(), 2U);
     film.change = true;
     EXPECT_EQ(document_of(film, *profile_named("")).lists.size(), 4U);
+}
+
+TEST(OrderLists, SayWhereThePiecesLieOnNewRolls) {
+    OrderFilm film = order_of({need(key_roll("A1"), 16, 31, 0, 1), need(key_roll("B2"), 160, 175, 0, 2),
+                               need({"VT1", label_tc_24, "", 0}, 86400, 86447, 0, 3)},
+                              8);
+    film::RollBuilding building;
+    building.feet = 4;
+    building.leader_feet = 1;
+    building.start = 24 * 3600;
+    film.order.selects = film::build_rolls(film.order.pieces, building);
+    ASSERT_EQ(film.order.selects.fault, "");
+    const List list = select_roll_list_of(film);
+    EXPECT_THAT(
+        drawn(list, {"start", "timecode_in", "timecode_out", "scan", "roll", "key_first", "key_last", "frames"}),
+        ElementsAre("16 01:00:00:16 01:00:02:00 1 A1 KJ1234560000+08 KJ1234560002+07 32",
+                    "16 01:00:00:16 01:00:02:00 2 B2 KJ1234560009+08 KJ1234560011+07 32"));
+    ASSERT_EQ(list.parts.size(), 2U);
+    EXPECT_EQ(list.parts[1].title, film.order.selects.rolls[1].name);
+    EXPECT_THAT(list.parts[0].about, HasSubstr("35mm 4-perf, 1 piece, 3+00, 48 frames, 1 frame at each splice"));
+    EXPECT_EQ(text_of(list.facts[3].value), "1");
+    EXPECT_EQ(document_of(film, *profile_named("")).lists.size(), 3U);
 }
 
 TEST(OrderLists, NameFilmThatCantBeOrdered) {

@@ -152,6 +152,15 @@ TEST_F(Order, StandsOnPagesAndInTablesForScripts) {
     EXPECT_THAT(read("two.json"), HasSubstr("\"format\": \"quillbrook order\""));
 }
 
+TEST_F(Order, OnNewRollsHasAListOfThem) {
+    std::filesystem::create_directory(path("csv"));
+    ordered({recut("weir-old-r1.otio"), "--handles", "8", "--build-rolls", "40", "--leader", "6", "--csv", "csv"});
+    EXPECT_THAT(read("csv/order-rolls.csv"),
+                AllOf(StartsWith("row,part,start,timecode_in,timecode_out,scan,roll,key_first,key_last,frames,clip,"),
+                      HasSubstr("SEL001,96,01:00:04:00,01:00:08:16,1,A001,KJ1020011001+08,KJ1020011008+07,112,1/2,")));
+    EXPECT_FALSE(exists("csv/order-longer.csv"));
+}
+
 TEST_F(Order, ThatFailsLeavesNoPagesBehind) {
     write("o.html", "old");
     const ToolResult result =
