@@ -41,8 +41,6 @@ std::string replaced(std::string text, const std::string& mark, const std::strin
     return at == std::string::npos ? text : text.replace(at, mark.size(), by);
 }
 
-bool is_positional(const Option& option) { return option.name[0] != '-'; }
-
 void for_each_option(const Command& command, const std::function<void(const Option&)>& take) {
     const Prepared prepared = command.prepare();
     for (const Option& option : prepared.options.rows())
@@ -198,16 +196,11 @@ std::string zsh_action(const Option& option, const ValueWords& values) {
     return begin;
 }
 
-bool comes_again(const Option& option) {
-    return std::holds_alternative<InputFiles>(option.target) || std::holds_alternative<EachText>(option.target) ||
-           std::holds_alternative<std::reference_wrapper<std::vector<std::string>>>(option.target);
-}
-
 std::string zsh_spec(const Command& command, const Option& option) {
     const ValueWords values = value_words(command.name, option);
-    if (is_positional(option)) return (comes_again(option) ? "*" : "") + zsh_action(option, values);
+    if (is_positional(option)) return (takes_several(option) ? "*" : "") + zsh_action(option, values);
     const std::string about = with_mark_before(option.help, "[]:\\");
-    return (comes_again(option) ? "*" : "") + std::string(option.name) + "[" + about + "]" +
+    return (takes_several(option) ? "*" : "") + std::string(option.name) + "[" + about + "]" +
            (*option.value ? zsh_action(option, values) : "");
 }
 

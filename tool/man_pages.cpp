@@ -41,13 +41,6 @@ std::string head_of(const std::string& command, const std::string& about) {
            escaped(about) + "\n";
 }
 
-bool is_positional(const Option& option) { return option.name[0] != '-'; }
-
-bool takes_several(const Option& option) {
-    return std::holds_alternative<InputFiles>(option.target) || std::holds_alternative<EachText>(option.target) ||
-           std::holds_alternative<std::reference_wrapper<std::vector<std::string>>>(option.target);
-}
-
 /// "\fB\-\-rate\fR \fIRATE\fR"
 std::string spelled(const Option& option) {
     if (is_positional(option)) return "\\fI" + escaped(option.name) + "\\fR" + (takes_several(option) ? "..." : "");
@@ -74,7 +67,8 @@ std::string limits_of(const Option& option) {
 std::string entry_of(const Option& option) {
     std::string about = escaped(option.help);
     if (about.back() != '.') about += '.';
-    if (takes_several(option) && !is_positional(option)) about += " May be given often.";
+    if (takes_several(option) && !is_positional(option))
+        about += std::holds_alternative<EachText>(option.target) ? " May be given often." : " One or more.";
     if (option.needed == Needed::yes && !is_positional(option)) about += " Required.";
     return ".TP\n" + spelled(option) + "\n" + about + escaped(limits_of(option)) + "\n";
 }

@@ -79,6 +79,11 @@ struct Option {
     Needed needed = Needed::no;
 };
 
+/// It takes what stands on the line without a name.
+bool is_positional(const Option& option);
+/// It takes more than one value, at once or each time that it stands on the line.
+bool takes_several(const Option& option);
+
 /// The options of one command, in the order of its help.
 class OptionTable {
 public:
