@@ -31,15 +31,7 @@ report::report(Qb::Ptr<::stream> target) : stream(std::move(target)) {
 report::~report() { stream = nullptr; }
 
 void report::emit(char c) {
-    if (!stream) return;
-    held_[held_count_++] = c;
-    if (texts_in_hand_ == 0 || held_count_ == sizeof held_) write_held();
-}
-
-void report::write_held() {
-    const unsigned count = held_count_;
-    held_count_ = 0;
-    if (stream && count > 0) stream->write(held_, count);
+    if (stream) stream->write(&c, 1);
 }
 
 void report::put_char(char c) {
@@ -84,12 +76,6 @@ void report::next_tab() {
 
 void report::print_text(const char* text) {
     if (!text) return;
-    ++texts_in_hand_;
-    put_text_held(text);
-    if (--texts_in_hand_ == 0) write_held();
-}
-
-void report::put_text_held(const char* text) {
     for (; *text; ++text) {
         if (*text != '|') {
             put_char(*text);

@@ -15,7 +15,7 @@ public:
     report(const report&) = delete;
     report& operator=(const report&) = delete;
 
-    /// Writes one byte as it is; the bytes of one text go to the stream together.
+    /// Writes one byte as it is.
     virtual void emit(char c);
 
     /// The one place of layout. Bytes of 128 and above pass without taking a column.
@@ -56,12 +56,4 @@ public:
     /// Every fifth column up to 100, filled when the first writer is made. Not closed by 0, and no writer
     /// starts with it: a list brings its own stops.
     static int default_stops[20];
-
-private:
-    void put_text_held(const char* text);
-    void write_held();
-
-    char held_[256];
-    unsigned held_count_ = 0;
-    int texts_in_hand_ = 0; ///< a page mark is a text within a text
 };

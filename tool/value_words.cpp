@@ -75,7 +75,7 @@ Table made_table() {
     of_all("--method", words({"ab", "single", "ultrasonic"}));
     of_all("--units", words({"frames", "feet", "timecode"}));
     of_all("--cost", words({"moves", "splices", "frames"}));
-    of_all("--sort", words({"roll", "scene", "edit"}));
+    of_all("--sort", words({"roll", "scan", "scene", "edit"}));
     of_all("--keys", words({"plain", "dashed", "roll", "stock", "apart"}));
     of_all("--edl-reel", words({"roll", "lab", "tape"}));
     of_all("--frames-from", words({"timecode", "take", "key"}));
