@@ -11,10 +11,19 @@ namespace {
 /// The number that the film is told by.
 const Count& told_by(const Strip& strip) { return strip.key ? strip.key : strip.timecode; }
 
+/// Frames that a frame of film takes: of key numbers one, of timecode more where film goes to tape by pulldown.
+/// Backwards a strip counts from the last of them.
+Fraction width_of(const Strip& strip) {
+    const bool counts_up = strip.speed > Fraction(0) && strip.timecode.step > Fraction(0);
+    return strip.key || !counts_up ? Fraction(1) : strip.timecode.step / strip.speed;
+}
+
 /// The frames that a strip shows, in whichever direction.
-FrameRange frames_of(const Count& count, std::int64_t length) {
-    const std::int64_t begin = count.frame_at(0), end = count.frame_at(length - 1);
-    return {std::min(begin, end), std::max(begin, end)};
+FrameRange frames_of(const Strip& strip) {
+    const Count& count = told_by(strip);
+    const Fraction begin = count.at(0), end = count.at(strip.length() - 1), width = width_of(strip);
+    const Fraction last = std::max(begin, end);
+    return {std::min(begin, end).floor(), width > Fraction(1) ? -(-(last + width)).floor() - 1 : last.floor()};
 }
 
 FrameRange from_with_length(std::int64_t first, std::int64_t length) { return {first, first + length - 1}; }
@@ -74,7 +83,7 @@ public:
         FilmNeed& need = needs_[last->second];
         if (!runs_on(need.strip, strip)) return false;
         need.strip.end = strip.end;
-        need.frames = frames_of(told_by(need.strip), need.strip.length());
+        need.frames = frames_of(need.strip);
         return true;
     }
     void begin(const Strip& strip) { last_[strip.item] = needs_.size() - 1; }
@@ -110,8 +119,7 @@ void add_needs(const EditFilm& film, const LogRows* log, int reel, ReelNeeds& al
             all.unknown.push_back({reel, strip});
             continue;
         }
-        all.needs.push_back(
-            {run_of(strip), frames_of(told_by(strip), strip.length()), take_of(strip, film, log), reel, strip});
+        all.needs.push_back({run_of(strip), frames_of(strip), take_of(strip, film, log), reel, strip});
         passes.begin(strip);
     }
 }

@@ -180,6 +180,25 @@ TEST(FilmNeeds, OfAShotAtTwiceTheSpeedHaveNoGapAtItsTransitions) {
     EXPECT_EQ(needs.at(0).frames, (film::FrameRange{1632, 1632 + 53 * 2}));
 }
 
+// Four frames of film are five of tape: the last one ends with frame 59.
+TEST(FilmNeeds, WithoutKeyNumbersTakeAllTimecodeOfTheLastFrame) {
+    embedded::EditDescription about = generator_test::plain_edit();
+    about.rate = embedded::nearest_rate(30.0);
+    for (const int speed : {1, -1}) {
+        embedded::EditBuilder builder(about);
+        embedded::SourceDescription tape = generator_test::shot("tape");
+        tape.key.reset();
+        tape.rate = about.rate;
+        tape.video_timecode = embedded::LabelDescription{about.rate->timecode, {}, 9000, about.rate->rate()};
+        embedded::EventDescription event;
+        event.source = builder.add_source(tape);
+        event.duration = 2;
+        event.speed = speed;
+        builder.add_event(builder.add_channel(generator_test::picture), event);
+        EXPECT_EQ(needs_of(builder.finish()).needs.at(0).frames, (film::FrameRange{9000, 9059})) << speed;
+    }
+}
+
 // Each slip is less than the handles, both together are more.
 TEST(ChangeOrders, CountSlipsFromWhatWasPulledAndNotFromTheCutBefore) {
     const auto slipped = [](std::int64_t frames) {
