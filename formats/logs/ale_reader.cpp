@@ -131,7 +131,7 @@ private:
     }
 
     void read_data() {
-        for (++at_; !at_end(); ++at_)
+        for (++at_; !at_end() && !builder_.refused(); ++at_)
             if (!is_blank(text_.line(at_))) read_row(text_.line(at_));
     }
 

@@ -70,7 +70,7 @@ private:
     }
 
     void read_rows() {
-        for (; at_ < text_.count(); ++at_) {
+        for (; at_ < text_.count() && !builder_.refused(); ++at_) {
             if (without_blanks_around(text_.line(at_)).empty()) continue;
             const std::size_t first = at_;
             cells_.clear();

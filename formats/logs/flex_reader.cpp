@@ -111,7 +111,7 @@ public:
         : text_(text), builder_(log, path, options) {}
 
     void read() {
-        for (at_ = 0; at_ < text_.count(); ++at_)
+        for (at_ = 0; at_ < text_.count() && !builder_.refused(); ++at_)
             read_line(text_.line(at_));
         add_take();
         if (!any_take_ && !builder_.refused()) builder_.refuse(0, "no record 100, so no take");

@@ -101,7 +101,7 @@ private:
 
     void read_lines() {
         bool first = true;
-        for (; at_ < text_.count(); ++at_) {
+        for (; at_ < text_.count() && !builder_.refused(); ++at_) {
             if (without_blanks_around(text_.line(at_)).empty()) continue;
             const int number = static_cast<int>(at_) + 1;
             std::string joined(text_.line(at_));

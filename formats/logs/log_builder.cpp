@@ -5,6 +5,7 @@
 #include "embedded/clamped.h"
 #include "embedded/decimal_text.h"
 #include "formats/logs/film_values.h"
+#include "formats/logs/log_table.h"
 #include "host/decimal_number.h"
 
 #include <algorithm>
@@ -145,6 +146,9 @@ void LogBuilder::tell(const LogCells& cells, LogField field, const char* what) {
 }
 
 void LogBuilder::add(const LogCells& cells) {
+    if (rows_.size() == most_table_rows)
+        refuse(0, "makes more than the " + std::to_string(most_table_rows) + " rows that a logging table holds");
+    if (refused()) return;
     RowInMaking& made = rows_.emplace_back();
     LogRow& row = made.row;
     row.file = path_;

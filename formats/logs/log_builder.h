@@ -25,6 +25,7 @@ public:
 
     /// Before the first row.
     void set_head(const LogHead& head);
+    /// A row too many for a table refuses the log; reading can end there.
     void add(const LogCells& cells);
     /// After the last row: settles what only the file as a whole tells, whether ends are inclusive.
     void finish();
