@@ -37,7 +37,7 @@ constexpr std::array<unsigned char, 256> make_beginnings() {
     std::array<unsigned char, 256> table{};
     for (std::size_t byte = 0; byte < ' '; ++byte)
         table[byte] = begins_control | begins_other_control;
-    for (const std::size_t byte : {0x7F, 0xC2, 0xE2})
+    for (const unsigned byte : {0x7FU, 0xC2U, 0xE2U})
         table[byte] = begins_control | begins_other_control;
     table['\t'] = table['\n'] = begins_control;
     table['|'] = begins_page_mark;
