@@ -45,20 +45,35 @@ PdfTable::PdfTable(const PdfInk& ink, const PdfPaper& paper, const List& list)
     head_height_ = static_cast<double>(lines) * line_height_of(PdfSize::small) + 8.0;
 }
 
+// Numbers are parted at their blanks only where the page has no room for them whole.
 void PdfTable::measure() {
+    measure(false);
+    double least = 0.0;
+    for (const PageColumn& column : columns_)
+        least += column.least;
+    if (least > room()) measure(true);
+}
+
+double PdfTable::room() const {
+    return paper_.room() - (ticks_ ? tick_width : 0.0) -
+           column_gap * static_cast<double>(columns_.empty() ? 0 : columns_.size() - 1);
+}
+
+void PdfTable::measure(bool at_blanks) {
     for (PageColumn& column : columns_) {
         const Line title{strong(list_.columns[column.index].title)};
         column.natural = text_.width_of(title, PdfSize::small);
         column.least = text_.widest_word(title, PdfSize::small);
     }
-    each_row(list_, [this](const Row& row) { measure(row); });
+    each_row(list_, [this, at_blanks](const Row& row) { measure(row, at_blanks); });
 }
 
-void PdfTable::measure(const Row& row) {
+void PdfTable::measure(const Row& row, bool at_blanks) {
     ticks_ = ticks_ || row.tick;
     for (PageColumn& column : columns_) {
         if (column.index >= row.cells.size()) continue;
-        const Wrap wrap = list_.columns[column.index].wrap;
+        const Wrap kept = list_.columns[column.index].wrap;
+        const Wrap wrap = kept == Wrap::none && at_blanks ? Wrap::words : kept;
         for (const Line& line : row.cells[column.index].lines) {
             const double width = text_.width_of(line, PdfSize::body);
             column.natural = std::max(column.natural, width);
@@ -73,15 +88,13 @@ void PdfTable::measure(const Row& row) {
 
 // Each gets what its longest text takes; where that is too much the widest give way, down to their widest word.
 void PdfTable::share_out() {
-    const double room = paper_.room() - (ticks_ ? tick_width : 0.0) -
-                        column_gap * static_cast<double>(columns_.empty() ? 0 : columns_.size() - 1);
     double sum = 0.0;
     for (PageColumn& column : columns_) {
         column.width = column.natural;
         sum += column.width;
     }
-    if (sum > room) shrink(room);
-    const double rest = std::max(0.0, room - sum);
+    if (sum > room()) shrink(room());
+    const double rest = std::max(0.0, room() - sum);
     const int of_notes = column_of_notes(list_);
     double x = paper_.left() + (ticks_ ? tick_width : 0.0);
     for (PageColumn& column : columns_) {

@@ -37,7 +37,9 @@ private:
     struct LaidRow;
 
     void measure();
-    void measure(const Row& row);
+    void measure(bool at_blanks);
+    void measure(const Row& row, bool at_blanks);
+    double room() const; ///< of the columns together
     void share_out();
     void shrink(double room);
     void add_band(std::vector<PdfBlock>& blocks, const Row& row);

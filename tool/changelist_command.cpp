@@ -3,6 +3,7 @@
 #include "documents/list_kinds.h"
 #include "embedded/services.h"
 #include "embedded/warning.h"
+#include "film/film_uses.h"
 #include "quillbrook/changelist.h"
 #include "tool/change_faults.h"
 #include "tool/change_json.h"
@@ -23,7 +24,6 @@
 #include "tool/wrong_file.h"
 
 #include <algorithm>
-#include <climits>
 #include <filesystem>
 #include <iostream>
 
@@ -272,9 +272,11 @@ void tell_long_list(const ChangelistJob& job) {
 
 std::vector<documents::CutFilmPtr> cuts_of(const std::vector<std::string>& reels) {
     std::vector<documents::CutFilmPtr> cuts;
-    for (const std::string& path : reels)
-        if (path != no_reel)
-            cuts.push_back(documents::cut_film(film_of_table(path), recdb(wide_path(path), INT_MAX, false), {}, {}));
+    for (const std::string& path : reels) {
+        if (path == no_reel) continue;
+        const std::shared_ptr<const recdb> table = table_with_records(path);
+        cuts.push_back(documents::cut_film(film::uses_of_table(*table), *table, {}, {}));
+    }
     return cuts;
 }
 

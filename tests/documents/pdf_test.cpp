@@ -279,6 +279,20 @@ TEST_F(Pdf, LongHeadsFeetAndFactsAreWrapped) {
     EXPECT_GE(shown["word1"], 4 + 4 * (pages - 1)) << "names begin again on each";
 }
 
+TEST_F(Pdf, NumbersArePartedAtTheirBlanksWhereThePageIsTooNarrow) {
+    Document made = document({assembly(3)});
+    List& list = made.lists[0];
+    for (int i = 0; i < 6; ++i) {
+        list.columns.push_back(column("more", "More", Wrap::none));
+        for (Row& one : list.parts[0].rows)
+            one.cells.push_back(cell(mono("KJ 51 2040 0001+0" + std::to_string(i)), Value()));
+    }
+    const std::string text = text_of(made);
+    for (const char* whole : {"1001+04", "1002+04", "0001+00", "0001+05", "Shot"})
+        EXPECT_THAT(text, HasSubstr(whole));
+    EXPECT_THAT(text, Not(HasSubstr("2040 0001")));
+}
+
 TEST_F(Pdf, PicturesStandFirstWhereTheListSaysSo) {
     List list = assembly(3);
     list.drawings.push_back(drawing_of(200));
