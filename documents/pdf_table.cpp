@@ -45,13 +45,21 @@ PdfTable::PdfTable(const PdfInk& ink, const PdfPaper& paper, const List& list)
     head_height_ = static_cast<double>(lines) * line_height_of(PdfSize::small) + 8.0;
 }
 
-// Numbers are parted at their blanks only where the page has no room for them whole.
+/// How narrow columns may become: as narrow as the page needs, and no narrower.
+enum class PdfTable::Least : unsigned char {
+    as_declared,
+    numbers_parted, ///< at their blanks
+    words_parted,   ///< too, between any two letters
+};
+
 void PdfTable::measure() {
-    measure(false);
-    double least = 0.0;
-    for (const PageColumn& column : columns_)
-        least += column.least;
-    if (least > room()) measure(true);
+    for (const Least least : {Least::as_declared, Least::numbers_parted, Least::words_parted}) {
+        measure(least);
+        double sum = 0.0;
+        for (const PageColumn& column : columns_)
+            sum += column.least;
+        if (sum <= room()) return;
+    }
 }
 
 double PdfTable::room() const {
@@ -59,29 +67,30 @@ double PdfTable::room() const {
            column_gap * static_cast<double>(columns_.empty() ? 0 : columns_.size() - 1);
 }
 
-void PdfTable::measure(bool at_blanks) {
+void PdfTable::measure(Least least) {
     for (PageColumn& column : columns_) {
         const Line title{strong(list_.columns[column.index].title)};
         column.natural = text_.width_of(title, PdfSize::small);
         column.least = text_.widest_word(title, PdfSize::small);
     }
-    each_row(list_, [this, at_blanks](const Row& row) { measure(row, at_blanks); });
+    each_row(list_, [this, least](const Row& row) { measure(row, least); });
 }
 
-void PdfTable::measure(const Row& row, bool at_blanks) {
+void PdfTable::measure(const Row& row, Least least) {
     ticks_ = ticks_ || row.tick;
     for (PageColumn& column : columns_) {
         if (column.index >= row.cells.size()) continue;
-        const Wrap kept = list_.columns[column.index].wrap;
-        const Wrap wrap = kept == Wrap::none && at_blanks ? Wrap::words : kept;
+        Wrap wrap = list_.columns[column.index].wrap;
+        if (wrap == Wrap::words && least == Least::words_parted) wrap = Wrap::anywhere;
+        if (wrap == Wrap::none && least != Least::as_declared) wrap = Wrap::words;
         for (const Line& line : row.cells[column.index].lines) {
             const double width = text_.width_of(line, PdfSize::body);
             column.natural = std::max(column.natural, width);
             if (width <= column.least) continue;
-            const double least = wrap == Wrap::none    ? width
-                                 : wrap == Wrap::words ? text_.widest_word(line, PdfSize::body)
-                                                       : std::min(width, 40.0);
-            column.least = std::max(column.least, least);
+            const double needed = wrap == Wrap::none    ? width
+                                  : wrap == Wrap::words ? text_.widest_word(line, PdfSize::body)
+                                                        : std::min(width, 40.0);
+            column.least = std::max(column.least, needed);
         }
     }
 }

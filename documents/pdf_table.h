@@ -37,8 +37,9 @@ private:
     struct LaidRow;
 
     void measure();
-    void measure(bool at_blanks);
-    void measure(const Row& row, bool at_blanks);
+    enum class Least : unsigned char;
+    void measure(Least least);
+    void measure(const Row& row, Least least);
     double room() const; ///< of the columns together
     void share_out();
     void shrink(double room);

@@ -282,6 +282,7 @@ TEST_F(Pdf, LongHeadsFeetAndFactsAreWrapped) {
 TEST_F(Pdf, NumbersArePartedAtTheirBlanksWhereThePageIsTooNarrow) {
     Document made = document({assembly(3)});
     List& list = made.lists[0];
+    list.parts[0].rows[0].cells[1] = word_cell("Averylongwordthatmaybebrokenwherethatisneeded");
     for (int i = 0; i < 6; ++i) {
         list.columns.push_back(column("more", "More", Wrap::none));
         for (Row& one : list.parts[0].rows)
