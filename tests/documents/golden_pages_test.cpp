@@ -10,6 +10,8 @@
 #include "tests/support/project_paths.h"
 #include "tests/support/scratch_directory.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
