@@ -1,6 +1,7 @@
 // Any bytes as an earlier order: refused with the file's name, or pieces within bounds, which as needs lack nothing,
 // and written again are the same.
 
+#include "tool/new_rolls.h"
 #include "tool/order_file.h"
 #include "tool/tool_error.h"
 
@@ -29,6 +30,22 @@ bool read(const std::string& bytes, std::vector<film::HadPiece>& pieces) {
     return true;
 }
 
+/// Where pieces lie on new rolls, each has its frames there for itself.
+void check_rolls(const std::string& bytes) {
+    std::vector<tool::PieceOnRoll> pieces;
+    try {
+        pieces = tool::read_pieces_on_rolls_bytes(bytes, path);
+    } catch (const tool::JobError& refusal) {
+        return check(std::string(refusal.what()).compare(0, std::string(path).size(), path) == 0);
+    }
+    const tool::NewRolls rolls(pieces);
+    for (const tool::PieceOnRoll& piece : pieces)
+        for (const std::int64_t timecode : {piece.first, piece.last()}) {
+            const tool::PieceOnRoll* there = rolls.at(piece.roll, timecode);
+            check(there && there->run == piece.run && there->frames == piece.frames);
+        }
+}
+
 /// An order that is for just these pieces.
 film::OrderToTell order_of(const std::vector<film::HadPiece>& pieces) {
     film::OrderToTell order;
@@ -48,7 +65,9 @@ film::OrderToTell order_of(const std::vector<film::HadPiece>& pieces) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size > longest_order) return 0;
     std::vector<film::HadPiece> pieces, again;
-    if (!read(std::string(reinterpret_cast<const char*>(data), size), pieces)) return 0;
+    const std::string bytes(reinterpret_cast<const char*>(data), size);
+    check_rolls(bytes);
+    if (!read(bytes, pieces)) return 0;
     for (const film::HadPiece& piece : pieces)
         check(piece.frames.length() > 0 && !piece.run.text_at(piece.frames.first).empty());
     const film::OrderToTell order = order_of(pieces);

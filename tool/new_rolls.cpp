@@ -224,7 +224,7 @@ const PieceOnRoll* NewRolls::at(const std::string& roll, std::int64_t timecode) 
     const auto behind = at_.upper_bound({name, timecode});
     if (behind == at_.begin()) return nullptr;
     const auto& [place, piece] = *std::prev(behind);
-    return place.first == name && timecode < piece->first + piece->frames.length() ? piece : nullptr;
+    return place.first == name && timecode <= piece->last() ? piece : nullptr;
 }
 
 film::Strips NewRolls::back_to_film(film::Strips strips) const {

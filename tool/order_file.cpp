@@ -2,12 +2,16 @@
 
 #include "embedded/label_kinds.h"
 #include "embedded/services.h"
+#include "host/ascii_text.h"
 #include "tool/json_writer.h"
 #include "tool/select_rolls_json.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
 
 #include <cstdio>
+#include <iterator>
+#include <map>
+#include <utility>
 
 namespace tool {
 namespace {
@@ -171,6 +175,21 @@ PieceOnRoll piece_on_roll(const formats::JsonValue& value, const formats::JsonVa
     return piece;
 }
 
+/// No two may lie on one frame of a roll: what is there couldn't be told.
+void check_places(const std::vector<PieceOnRoll>& pieces, const std::string& path) {
+    std::map<std::pair<std::string, std::int64_t>, std::int64_t> ends; ///< by roll and first frame
+    for (const PieceOnRoll& piece : pieces) {
+        const std::pair<std::string, std::int64_t> place{ascii::upper_case(piece.roll), piece.first};
+        const auto next = ends.lower_bound(place);
+        const bool ahead_of_next =
+            next == ends.end() || next->first.first != place.first || piece.last() < next->first.second;
+        const bool behind = next == ends.begin() || std::prev(next)->first.first != place.first ||
+                            std::prev(next)->second < piece.first;
+        if (!ahead_of_next || !behind) refuse(path, "two of its pieces lie on one place of the roll " + piece.roll);
+        ends.emplace(place, piece.last());
+    }
+}
+
 /// Of an order; refuses what is none.
 std::string bytes_of_order(const std::string& path) {
     std::string bytes, why;
@@ -223,12 +242,17 @@ void read_order_bytes(const std::string& bytes, const std::string& path, std::ve
 }
 
 std::vector<PieceOnRoll> read_pieces_on_rolls(const std::string& path) {
+    return read_pieces_on_rolls_bytes(bytes_of_order(path), path);
+}
+
+std::vector<PieceOnRoll> read_pieces_on_rolls_bytes(const std::string& bytes, const std::string& path) {
     std::vector<PieceOnRoll> pieces;
-    each_piece(bytes_of_order(path), path, [&](const formats::JsonValue& value, const std::string& name) {
+    each_piece(bytes, path, [&](const formats::JsonValue& value, const std::string& name) {
         const formats::JsonValue* on_roll = formats::json_member(value, "on_roll");
         if (on_roll) pieces.push_back(piece_on_roll(value, *on_roll, name));
     });
     if (pieces.empty()) refuse(path, "none of its pieces lies on a new roll; order with --build-rolls");
+    check_places(pieces, path);
     return pieces;
 }
 

@@ -25,9 +25,13 @@ struct PieceOnRoll : film::HadPiece {
     std::string roll;
     label_t timecode = label_none;
     std::int64_t first = 0; ///< timecode of its first frame there, as a number of frames
+
+    std::int64_t last() const { return first + frames.length() - 1; }
 };
 
 /// The pieces of an order whose rolls were built. Throws `JobError` as `read_order`, and where they weren't.
 std::vector<PieceOnRoll> read_pieces_on_rolls(const std::string& path);
+/// The same of its bytes.
+std::vector<PieceOnRoll> read_pieces_on_rolls_bytes(const std::string& bytes, const std::string& path);
 
 } // namespace tool

@@ -140,6 +140,16 @@ TEST_F(OnRolls, FilmOfAnotherCutIsRefused) {
     EXPECT_EQ(exported(example("reel/reel.otio"), "a.edl", {"--channel", "A1"}).status, 1);
 }
 
+TEST_F(OnRolls, PiecesThatLieOnOnePlaceAreRefused) {
+    ASSERT_EQ(order({example("recut/weir-old-r1.otio"), "--build-rolls", "400"}).status, 0);
+    std::string text = read("order.json");
+    const std::string second = "\"first_timecode\": 86609,";
+    text.replace(text.find(second), second.size(), "\"first_timecode\": 86607,");
+    write("order.json", text);
+    EXPECT_THAT(exported(example("recut/weir-old-r1.otio"), "out.edl").err,
+                HasSubstr("order.json: two of its pieces lie on one place of the roll SEL001"));
+}
+
 /// Every frame of every piece goes to a timecode of its own, and back.
 RC_GTEST_PROP(NewRolls, MapEachFrameToOneTimecodeAndBack, ()) {
     film::OrderPieces pieces;
