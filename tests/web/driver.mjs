@@ -59,7 +59,7 @@ export class Desk {
 
   /// Until every file was looked at.
   read() {
-    return this.page.waitForFunction(() => ![...document.querySelectorAll('.files .about .help')].some(line => line.textContent.endsWith('…')), null, {timeout: 60000});
+    return this.page.waitForFunction(() => !document.querySelector('.files [data-reading]'), null, {timeout: 120000});
   }
 
   choose(name, value) { return this.page.check(`#${name}-${value || 'usual'}`, {force: true}); }

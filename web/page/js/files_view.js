@@ -57,7 +57,7 @@ function card(file, state, on) {
            make('span', {class: 'strong wrap'}, file.name))
     : make('span', {class: 'strong wrap'}, file.name);
   const known = seen && !(seen.fault && !seen.needs);
-  return make('li', {}, make('div', {class: 'row'},
+  return make('li', {'data-reading': !seen}, make('div', {class: 'row'},
     make('div', {class: 'about'}, name,
          make('p', {class: 'help wrap'}, seen ? factsOf(seen) : `${words.reading} …`),
          seen && !known && make('p', {class: 'fault'}, seen.fault), asking(file, on), known && warningsOf(seen),
