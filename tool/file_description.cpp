@@ -2,6 +2,7 @@
 
 #include "embedded/edit_facts.h"
 #include "embedded/edit_recipe.h"
+#include "embedded/services.h"
 #include "formats/edit_readers.h"
 #include "host/recdb.h"
 #include "tool/channels.h"
@@ -129,8 +130,10 @@ std::string parameter(const recdb& table, const char* key) {
 
 void describe_cut(FileDescription& file) {
     const recdb table(wide_path(file.path), 0, false);
-    if (!table.get_valid()) {
-        file.fault = file.path + ": the table can't be read";
+    std::string name, why = "the table can't be read";
+    const bool unread = embedded::take_read_failure(&name, &why);
+    if (unread || !table.get_valid()) {
+        file.fault = file.path + ": " + why;
         return;
     }
     file.name = parameter(table, "edit_name");

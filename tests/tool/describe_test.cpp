@@ -85,6 +85,15 @@ TEST_F(Describe, GoesOnBehindAFileThatNothingReads) {
     EXPECT_THAT(json, HasSubstr("\"use\": null"));
 }
 
+TEST_F(Describe, GoesOnBehindATableThatIsCutOff) {
+    write("cut.cdb", "%recdb 2\nCUTDB=Rev 22\nproject_name=He");
+    write("days.ale", log);
+    const std::string json = described({"cut.cdb", "days.ale"}, 1);
+    EXPECT_THAT(err_, StartsWith("quillbrook: cut.cdb: "));
+    EXPECT_THAT(json, HasSubstr("\"fault\": \"cut.cdb: "));
+    EXPECT_THAT(out_, StartsWith("days.ale: an ALE log"));
+}
+
 TEST_F(Describe, NamesCantForgeLines) {
     write("a\nb.ale", log);
     described({"a\nb.ale"}, 0);

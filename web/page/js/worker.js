@@ -35,7 +35,7 @@ async function describe({files, rate, sequence}) {
   const done = await run(describePlan(files.map(file => file.name), rate, sequence), await bytesOf(files), 0);
   const document = done.files.get('made/files.json');
   return document ? parsed(document).files
-                  : files.map(({name}) => ({path: name, fault: done.err.at(-1) ?? '', tracks: [], sequences: [], rolls: [], warnings: []}));
+                  : files.map(({name}) => ({path: name, kind: '', use: null, fault: done.err.at(-1) ?? '', tracks: [], sequences: [], rolls: [], warnings: []}));
 }
 
 /// Commands one behind the other; what one made is there for the next.
