@@ -12,6 +12,7 @@ def chromium():
     return next((found for name in ("chromium", "chromium-browser") if (found := shutil.which(name))), None)
 
 
+PATIENCE = 400  # seconds: a machine may be busy
 OPTIONS = ["--headless", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage", "--no-first-run",
            "--host-resolver-rules=MAP * ~NOTFOUND"]
 
@@ -60,7 +61,7 @@ class Page:
         while rest:
             rest = rest[os.write(self._write, rest):]
         while True:
-            answer = self._receive(time.monotonic() + 120)
+            answer = self._receive(time.monotonic() + PATIENCE)
             if answer.get("id") == self._last:
                 if "error" in answer:
                     raise RuntimeError(f"{method}: {answer['error']['message']}")
@@ -97,7 +98,7 @@ class Page:
         self.wait_for("Page.loadEventFired")
 
     def wait_for(self, event):
-        until = time.monotonic() + 120
+        until = time.monotonic() + PATIENCE
         while event not in self._events:
             self._receive(until)
 
