@@ -29,6 +29,7 @@ install(FILES ${PROJECT_SOURCE_DIR}/formats/otio/otio_reader.h DESTINATION ${ins
 # made of the documents that tell of them.
 if(TARGET quillbrook_tool AND NOT QUILLBROOK_FUZZ)
     find_package(Python3 REQUIRED COMPONENTS Interpreter)
+    set(QUILLBROOK_ZSH_COMPLETIONS ${CMAKE_INSTALL_DATADIR}/zsh/site-functions CACHE STRING "Where zsh looks for completion")
     set(help_folder ${PROJECT_BINARY_DIR}/help)
     set(format_documents ${PROJECT_SOURCE_DIR}/docs/formats.md ${PROJECT_SOURCE_DIR}/docs/logs.md
         ${PROJECT_SOURCE_DIR}/docs/logging-tables.md)
@@ -41,7 +42,7 @@ if(TARGET quillbrook_tool AND NOT QUILLBROOK_FUZZ)
     add_custom_target(quillbrook_help ALL DEPENDS ${help_folder}/made)
     install(DIRECTORY ${help_folder}/man1 ${help_folder}/man5 DESTINATION ${CMAKE_INSTALL_MANDIR})
     install(FILES ${help_folder}/completions/bash/quillbrook DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
-    install(FILES ${help_folder}/completions/zsh/_quillbrook DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+    install(FILES ${help_folder}/completions/zsh/_quillbrook DESTINATION ${QUILLBROOK_ZSH_COMPLETIONS})
     install(FILES ${help_folder}/completions/fish/quillbrook.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 endif()
 
