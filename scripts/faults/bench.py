@@ -107,8 +107,8 @@ class Bench:
 def earlier_order(tool):
     """Of the recut's first version."""
     path = os.path.join(tempfile.mkdtemp(prefix="had-"), "had.json")
-    subprocess.run([tool, "order", EXAMPLES + "/recut/weir-old-r1.otio", "-o", path + ".txt", "--json", path, "--quiet"],
-                   check=True)
+    subprocess.run([tool, "order", EXAMPLES + "/recut/weir-old-r1.otio", "-o", path + ".txt", "--json", path, "--quiet",
+                    "--build-rolls", "400"], check=True)
     return path
 
 
@@ -129,6 +129,16 @@ def later_benches(tool):
         Bench(tool, "order", [recut + "new-r1.otio", earlier_order(tool)],
               ["order", "weir-new-r1.otio", "--had", "had.json", "-o", "out/r.txt", "--json", "out/r.json",
                "--overwrite", "--quiet"], dict(old, **{"r.json": "old order\n"})),
+        Bench(tool, "order for scanners", [recut + "old-r1.otio"],
+              ["order", "weir-old-r1.otio", "-o", "out/r.txt", "--edl", "out/r.edl", "--ale", "out/r.ale", "--otio",
+               "out/r.otio", "--cut-file", "out/r.cut", "--build-rolls", "100", "--overwrite", "--quiet"],
+              dict(old, **{"r.edl": "old events\n", "r.cut": "old shots\n"})),
+        Bench(tool, "conform", [recut + "old-r1.otio"],
+              ["conform", "weir-old-r1.otio", "--cut", "weir-old-r1.otio", "-o", "out/r.txt", "--json", "out/r.json",
+               "--overwrite", "--quiet"], dict(old, **{"r.json": "old conflicts\n"})),
+        Bench(tool, "export of new rolls", [recut + "old-r1.otio", earlier_order(tool)],
+              ["export", "weir-old-r1.otio", "--on-rolls", "had.json", "--as", "otio", "-o", "out/r.otio", "--overwrite",
+               "--quiet"], {"r.otio": "old edit\n"}),
     ] + [Bench(tool, "export of " + kind, [crossing + kind],
                ["export", "crossing" + kind, "-o", "out/r.otio", "--as", "otio", "--overwrite", "--quiet"],
                {"r.otio": "old edit\n"}) for kind in (".xml", ".fcpxml", ".aaf")]

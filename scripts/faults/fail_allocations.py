@@ -50,7 +50,7 @@ def small_files(tool, folder):
     shutil.copy(EXAMPLES + "/edl/days.ale", folder)
     for line in (["cutlist", "a.otio", "-o", "a.txt"], ["cutlist", "b.otio", "-o", "b.txt"],
                  ["log", "import", "days.ale", "-o", "a.RDB"],
-                 ["order", "a.otio", "-o", "a.order", "--json", "a.json"]):
+                 ["order", "a.otio", "-o", "a.order", "--json", "a.json", "--build-rolls", "50"]):
         subprocess.run([tool] + line + ["--quiet"], cwd=folder, env=PLAIN, check=True)
 
 
@@ -74,6 +74,10 @@ LINES = [line.split() for line in (
     "export c.fcpxml -o out/h.ale",
     "order a.otio b.cdb -o out/i.txt --json out/i.json --prove --handles 8",
     "order a.otio b.otio -o out/j.txt --had a.json --prove",
+    "order a.otio -o out/m.txt --edl out/m.edl --ale out/m.ale --otio out/m.otio --cut-file out/m.cut --build-rolls 50",
+    "conform a.otio --cut a.otio -o out/n.txt --json out/n.json",
+    "export a.otio --on-rolls a.json -o out/o.edl",
+    "describe a.otio c.aaf days.ale",
     "print a.cdb -o out/k.txt --html out/k.html --csv out --json out/k.json --text out/k.text --svg out",
     "changelist --old a.otio --new b.otio -o out/l.txt --html out/l.html",
     "help cutlist",
