@@ -18,7 +18,7 @@ done
 echo "headers: all compile alone"
 
 doubled=$(grep -hoE '^(template <.*> )?(struct|class|union) (QUILLBROOK_API )?[A-Za-z_0-9]+ *(final *)?[:{]' \
-    $(git ls-files -co --exclude-standard -- include/*.h {host,base,cutlist,reports,changelist,logging}/*.h) | sed -E 's/ *(final *)?[:{]$//; s/.* //' |
+    $(git ls-files -co --exclude-standard -- {include,host,base,cutlist,reports,changelist,logging}/'*.h') | sed -E 's/ *(final *)?[:{]$//; s/.* //' |
     sort | uniq -d)
 [ -z "$doubled" ] || { echo "headers: names that two types have:"; echo "$doubled"; exit 1; }
 echo "headers: each type has a name of its own"

@@ -116,7 +116,7 @@ private:
     bool is_same(const KeptPiece& piece) const;
     bool give_whole(std::size_t old_event, std::size_t new_event, bool stays);
     KeptPiece piece_at(FilmPlace old_at, FilmPlace new_at, std::int64_t length) const;
-    KeptPiece piece_of(const FilmSpan& old_span, const FilmSpan& new_span) const;
+    KeptPiece piece_of(const BenchSpan& old_span, const BenchSpan& new_span) const;
     bool is_whole_shot(const KeptPiece& piece) const;
     void take(KeptPieces& found);
 
@@ -233,15 +233,15 @@ void Finder::take_whole_shots(bool on_own_reel) {
     }
 }
 
-KeptPiece Finder::piece_of(const FilmSpan& old_span, const FilmSpan& new_span) const {
+KeptPiece Finder::piece_of(const BenchSpan& old_span, const BenchSpan& new_span) const {
     const std::int64_t first = std::max(old_span.first_frame, new_span.first_frame);
     const std::int64_t end = std::min(old_span.end_frame(), new_span.end_frame());
     return piece_at(old_span.at + (first - old_span.first_frame), new_span.at + (first - new_span.first_frame),
                     end - first);
 }
 
-Vector<FilmSpan> spans_in_gaps(const Side& side) {
-    Vector<FilmSpan> spans;
+Vector<BenchSpan> spans_in_gaps(const Side& side) {
+    Vector<BenchSpan> spans;
     for (std::size_t i = 0; i < side.shots.size(); ++i) {
         const NumberedShot& shot = side.shots[i];
         if (side.given[i] || shot.film == NumberedShot::no_film) continue;
@@ -282,8 +282,8 @@ KeptPieces clipped(const KeptPieces& pieces, const Vector<std::size_t>& run) {
 
 // Between two shots in order what overlaps can stay too, as long as it is in order itself.
 void Finder::take_parts_between() {
-    Vector<FilmSpan> old_spans = spans_in_gaps(old_);
-    Vector<FilmSpan> new_spans = spans_in_gaps(new_);
+    Vector<BenchSpan> old_spans = spans_in_gaps(old_);
+    Vector<BenchSpan> new_spans = spans_in_gaps(new_);
     KeptPieces found;
     for (const SpanPair& pair : film_overlaps(old_spans, new_spans)) {
         const KeptPiece piece = piece_of(old_spans[pair.old_span], new_spans[pair.new_span]);
@@ -303,8 +303,8 @@ void Finder::take(KeptPieces& found) {
     }
 }
 
-Vector<FilmSpan> free_spans(const Side& side, const GivenFilm& given) {
-    Vector<FilmSpan> spans;
+Vector<BenchSpan> free_spans(const Side& side, const GivenFilm& given) {
+    Vector<BenchSpan> spans;
     for (std::size_t i = 0; i < side.shots.size(); ++i) {
         const NumberedShot& shot = side.shots[i];
         if (side.given[i] || shot.film == NumberedShot::no_film) continue;
@@ -327,8 +327,8 @@ bool Finder::is_whole_shot(const KeptPiece& piece) const {
 
 // Part of a shot that becomes part of another may be any of many; it is worth moving where there is no other choice.
 bool Finder::take_parts(bool any_part) {
-    Vector<FilmSpan> old_spans = free_spans(old_, GivenFilm(pieces_, &KeptPiece::old_at));
-    Vector<FilmSpan> new_spans = free_spans(new_, GivenFilm(pieces_, &KeptPiece::new_at));
+    Vector<BenchSpan> old_spans = free_spans(old_, GivenFilm(pieces_, &KeptPiece::old_at));
+    Vector<BenchSpan> new_spans = free_spans(new_, GivenFilm(pieces_, &KeptPiece::new_at));
     const Vector<SpanPair> pairs = film_overlaps(old_spans, new_spans);
     Vector<std::uint32_t> old_choices(old_spans.size(), 0), new_choices(new_spans.size(), 0);
     for (const SpanPair& pair : pairs)

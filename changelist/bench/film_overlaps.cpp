@@ -7,13 +7,13 @@ namespace {
 constexpr std::size_t pairs_for_a_span = 16;
 constexpr std::size_t nearest = 8;
 
-bool begins_before(const FilmSpan& a, const FilmSpan& b) {
+bool begins_before(const BenchSpan& a, const BenchSpan& b) {
     if (a.film != b.film) return a.film < b.film;
     return a.first_frame < b.first_frame;
 }
 
-void sort_by_film(Vector<FilmSpan>& spans) {
-    std::sort(spans.begin(), spans.end(), [](const FilmSpan& a, const FilmSpan& b) {
+void sort_by_film(Vector<BenchSpan>& spans) {
+    std::sort(spans.begin(), spans.end(), [](const BenchSpan& a, const BenchSpan& b) {
         return begins_before(a, b) || (!begins_before(b, a) && a.at < b.at);
     });
 }
@@ -21,7 +21,7 @@ void sort_by_film(Vector<FilmSpan>& spans) {
 /// Walks both sides by the film's frames; a span that begins meets those of the other side that haven't ended.
 class Sweep {
 public:
-    Sweep(const Vector<FilmSpan>& old_spans, const Vector<FilmSpan>& new_spans)
+    Sweep(const Vector<BenchSpan>& old_spans, const Vector<BenchSpan>& new_spans)
         : old_spans_(old_spans), new_spans_(new_spans) {}
 
     /// False when there are more pairs than `most`.
@@ -47,23 +47,23 @@ public:
     }
 
 private:
-    static void leave_ended(Vector<std::size_t>& open, const Vector<FilmSpan>& spans, const FilmSpan& now) {
+    static void leave_ended(Vector<std::size_t>& open, const Vector<BenchSpan>& spans, const BenchSpan& now) {
         std::erase_if(open, [&](std::size_t index) {
             return spans[index].film != now.film || spans[index].end_frame() <= now.first_frame;
         });
     }
 
-    const Vector<FilmSpan>& old_spans_;
-    const Vector<FilmSpan>& new_spans_;
+    const Vector<BenchSpan>& old_spans_;
+    const Vector<BenchSpan>& new_spans_;
     Vector<std::size_t> open_old_; ///< begun and not ended
     Vector<std::size_t> open_new_;
 };
 
-bool overlap(const FilmSpan& a, const FilmSpan& b) {
+bool overlap(const BenchSpan& a, const BenchSpan& b) {
     return a.film == b.film && a.first_frame < b.end_frame() && b.first_frame < a.end_frame();
 }
 
-Vector<SpanPair> near_overlaps(const Vector<FilmSpan>& old_spans, const Vector<FilmSpan>& new_spans) {
+Vector<SpanPair> near_overlaps(const Vector<BenchSpan>& old_spans, const Vector<BenchSpan>& new_spans) {
     Vector<SpanPair> pairs;
     for (std::size_t i = 0; i < old_spans.size(); ++i) {
         const auto behind = std::lower_bound(new_spans.begin(), new_spans.end(), old_spans[i], begins_before);
@@ -78,7 +78,7 @@ Vector<SpanPair> near_overlaps(const Vector<FilmSpan>& old_spans, const Vector<F
 
 } // namespace
 
-Vector<SpanPair> film_overlaps(Vector<FilmSpan>& old_spans, Vector<FilmSpan>& new_spans) {
+Vector<SpanPair> film_overlaps(Vector<BenchSpan>& old_spans, Vector<BenchSpan>& new_spans) {
     sort_by_film(old_spans);
     sort_by_film(new_spans);
     Vector<SpanPair> pairs;

@@ -6,7 +6,7 @@
 #include <cstdint>
 
 /// Film of a cut that runs through.
-struct FilmSpan {
+struct BenchSpan {
     std::uint64_t film = 0;       ///< spans of one number may have film in common
     std::int64_t first_frame = 0; ///< on that film
     std::int64_t length = 0;      ///< frames
@@ -22,4 +22,4 @@ struct SpanPair {
 
 /// Sorts both and finds the pairs that overlap. Where there are many times as many pairs as spans, only those are
 /// found that begin near each other.
-Vector<SpanPair> film_overlaps(Vector<FilmSpan>& old_spans, Vector<FilmSpan>& new_spans);
+Vector<SpanPair> film_overlaps(Vector<BenchSpan>& old_spans, Vector<BenchSpan>& new_spans);

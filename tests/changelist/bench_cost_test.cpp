@@ -532,8 +532,8 @@ TEST(CommonShots, OfRowsThatRepeatMuchAreARunAllTheSame) {
     EXPECT_GT(2 * run.size(), longest_common(olds, news, std::equal_to<>()));
 }
 
-Vector<FilmSpan> any_spans() {
-    Vector<FilmSpan> spans;
+Vector<BenchSpan> any_spans() {
+    Vector<BenchSpan> spans;
     for (int left = number(0, 8); left > 0; --left)
         spans.push_back({static_cast<std::uint64_t>(number(1, 2)), number(-5, 20), number(1, 9), 100 * left});
     return spans;
@@ -541,7 +541,7 @@ Vector<FilmSpan> any_spans() {
 
 TEST(FilmOverlaps, AreAllThatThereAre) {
     EXPECT_TRUE(rc::check([] {
-        Vector<FilmSpan> olds = any_spans(), news = any_spans();
+        Vector<BenchSpan> olds = any_spans(), news = any_spans();
         std::set<std::pair<std::size_t, std::size_t>> found, wanted;
         const Vector<SpanPair> pairs = film_overlaps(olds, news);
         for (const SpanPair& pair : pairs)
@@ -559,7 +559,7 @@ TEST(FilmOverlaps, AreAllThatThereAre) {
 }
 
 TEST(FilmOverlaps, OfVeryMuchFilmAreSomeOfThem) {
-    Vector<FilmSpan> olds, news;
+    Vector<BenchSpan> olds, news;
     for (int i = 0; i < 500; ++i) {
         olds.push_back({1, i % 50, 100, 100 * i});
         news.push_back({1, i * 3 % 50, 90, 100 * i});
