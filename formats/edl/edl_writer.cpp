@@ -277,6 +277,16 @@ void ListWriter::write_comments(const Side& side, const Fraction& to, const char
     tell_of_source(*source);
 }
 
+/// So many frames on; nothing where no label counts that far.
+std::optional<LabelPoint> moved(LabelPoint key, std::int64_t frames) {
+    constexpr std::int64_t most = std::numeric_limits<int>::max();
+    if (frames < -most || frames > most) return std::nullopt;
+    const std::int64_t sample = key.sample + frames * key.cvt()->samples_per_frame();
+    if (sample < 0 || sample > most) return std::nullopt;
+    key.sample = static_cast<int>(sample);
+    return key;
+}
+
 /// The key number of the line's first source frame, that of the log where there is one.
 std::optional<LabelPoint> ListWriter::key_of(const Side& side, const Fraction& to) const {
     const SourceDescription& source = *source_of(side);
@@ -290,19 +300,15 @@ std::optional<LabelPoint> ListWriter::key_of(const Side& side, const Fraction& t
     const Fraction first = source_frames(side, to) - source_seconds(side, to) * rate_.rate();
     const Fraction seconds = (Fraction(frame) - first) / rate_.rate() - source.start_strip;
     LabelPoint key = point_of(*source.key);
-    const std::int64_t frames = (seconds * film_rate_of(source, rate_)).floor();
-    const std::int64_t sample = key.sample + frames * key.cvt()->samples_per_frame();
-    if (sample < 0 || sample > std::numeric_limits<int>::max()) return std::nullopt;
-    key.sample = static_cast<int>(sample);
-    return key;
+    return moved(key, (seconds * film_rate_of(source, rate_)).floor());
 }
 
 std::string ListWriter::last_key_comment(const Side& side, const Fraction& to, LabelPoint key) {
     const Fraction speed = side.item->event.speed, magnitude = speed < Fraction(0) ? -speed : speed;
     const Fraction frames = Fraction(record_frame(to) - record_frame(side.from) - 1) * magnitude;
     const Fraction film = frames * film_rate_of(*source_of(side), rate_) / rate_.rate();
-    key += static_cast<int>(film.floor() * key.cvt()->samples_per_frame());
-    return "* KEY OUT: " + spelled(key, *writing_.keys) + "\n";
+    const std::optional<LabelPoint> last = moved(key, film.floor());
+    return last ? "* KEY OUT: " + spelled(*last, *writing_.keys) + "\n" : "";
 }
 
 void ListWriter::write_key(const Side& side, const Fraction& to) {
