@@ -1,6 +1,6 @@
 #include "film/select_rolls.h"
 
-#include "embedded/label_kinds.h"
+#include "embedded/film_feet.h"
 #include "film/cut_uses.h"
 #include "film/stretches.h"
 
@@ -11,24 +11,7 @@
 namespace film {
 namespace {
 
-using embedded::FilmFamily;
-
-struct Foot {
-    FilmFamily family;
-    int perforations;
-};
-
-constexpr Foot feet_by_family[] = {{FilmFamily::f35_4p, 64}, {FilmFamily::f16_1p, 40}, {FilmFamily::f35_3p, 64},
-                                   {FilmFamily::f35_2p, 64}, {FilmFamily::f35_8p, 64}, {FilmFamily::f65, 64}};
-
-/// 0 for what isn't film.
-int perforations_of_foot(label_t kind) {
-    const embedded::LabelKind& known = embedded::label_kind(kind);
-    if (known.use != embedded::LabelUse::key) return 0;
-    for (const Foot& foot : feet_by_family)
-        if (foot.family == known.family) return foot.perforations;
-    return 0;
-}
+using embedded::perforations_of_foot;
 
 std::int64_t frames_of_leader(label_t kind, int feet) {
     return ceiling_quotient(std::int64_t{feet} * perforations_of_foot(kind), perforations_of_frame(kind));

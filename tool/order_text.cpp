@@ -1,5 +1,6 @@
 #include "tool/order_text.h"
 
+#include "embedded/film_feet.h"
 #include "tool/select_rolls_text.h"
 #include "tool/text_table.h"
 #include "tool/tool_logger.h"
@@ -29,7 +30,7 @@ std::string count_of(std::int64_t count, const char* one, const char* many) {
 }
 
 std::string text_of(const FilmRun& run, const Total& total) {
-    const std::string feet = feet_text(run.kind, total.frames);
+    const std::string feet = embedded::feet_text(run.kind, total.frames);
     return count_of(total.pieces, "piece", "pieces") + ", " + count_of(total.frames, "frame", "frames") +
            (feet.empty() ? "" : ", " + feet + " feet");
 }
@@ -54,7 +55,7 @@ void add_piece(TextTable& table, const OrderToTell& order, const OrderPiece& pie
     const std::int64_t frames = piece.frames.length();
     table.add_row({std::to_string(number), order.by_roll ? "" : name_of(piece.run),
                    piece.run.text_at(piece.frames.first), piece.run.text_at(piece.frames.last), std::to_string(frames),
-                   feet_text(piece.run.kind, frames), handle_text(piece.head(), order.options),
+                   embedded::feet_text(piece.run.kind, frames), handle_text(piece.head(), order.options),
                    handle_text(piece.tail(), order.options), facts.from_take < 0 ? "" : std::to_string(facts.from_take),
                    one_line(facts.lab_roll), one_line(facts.tape), facts.timecode_in, facts.timecode_out,
                    one_line(facts.scenes), one_line(facts.takes), one_line(facts.names), facts.used});
@@ -142,13 +143,6 @@ std::string unknown_text(const OrderToTell& order) {
 }
 
 } // namespace
-
-std::string feet_text(label_t kind, std::int64_t frames) {
-    const label_t feet = label_t_to_foot_label_t(kind);
-    if (feet == label_none || feet == label_frames) return "";
-    const int perforations = get_static_label_cvt(feet)->samples_per_frame();
-    return LabelPoint(static_cast<int>(frames) * perforations, feet).get_string();
-}
 
 std::string order_text(const OrderToTell& order) {
     return head_of(order) + pieces_text(order) + totals_text(order) + select_rolls_text(order) + had_text(order) +

@@ -8,9 +8,6 @@
 namespace tool {
 
 /// A table for each roll, what was longer, what no reel uses any more, and what can't be ordered.
-/// Feet and frames of so much film; empty where it isn't measured in feet.
-std::string feet_text(label_t kind, std::int64_t frames);
-
 std::string order_text(const OrderToTell& order);
 
 } // namespace tool

@@ -1,7 +1,7 @@
 #include "tool/select_rolls_text.h"
 
+#include "embedded/film_feet.h"
 #include "film/finding.h"
-#include "tool/order_text.h"
 #include "tool/text_table.h"
 #include "tool/tool_logger.h"
 
@@ -27,7 +27,7 @@ std::string head_text(const SelectRolls& selects) {
 }
 
 std::string heading_of(const SelectRoll& roll, const SelectRolls& selects) {
-    const std::string feet = feet_text(roll.kind, roll.frames);
+    const std::string feet = embedded::feet_text(roll.kind, roll.frames);
     const std::int64_t splice = film::frames_of_splice(roll.kind, selects.building.splices);
     return "\nNEW ROLL " + one_line(roll.name) + "  " + label_type_to_edlstr(roll.kind) + "  " +
            film::counted(static_cast<std::int64_t>(roll.pieces.size()), "piece", "pieces") + ", " +
@@ -42,7 +42,7 @@ std::string roll_text(const film::OrderToTell& order, const SelectRoll& roll) {
     for (const std::size_t number : roll.pieces) {
         const OrderPiece& piece = order.pieces[number];
         const film::FrameRange& place = order.selects.places[number].frames;
-        table.add_row({std::to_string(place.first), feet_text(roll.kind, place.first),
+        table.add_row({std::to_string(place.first), embedded::feet_text(roll.kind, place.first),
                        order.selects.timecode_at(place.first), order.selects.timecode_at(place.last + 1),
                        std::to_string(place.length()), std::to_string(number + 1), one_line(piece.run.roll),
                        piece.run.text_at(piece.frames.first), piece.run.text_at(piece.frames.last)});

@@ -1,5 +1,6 @@
 #include "formats/scans/cut_file_writer.h"
 
+#include "embedded/film_feet.h"
 #include "formats/key_spelling.h"
 #include "host/ascii_text.h"
 
@@ -61,7 +62,6 @@ public:
 
     void add(const CutFileRow& row);
     Written written() { return std::move(written_); }
-    std::string feet_of(const CutFileRow& row, std::int64_t frames) const;
 
 private:
     void tell(const CutFileRow& row, const std::string& what) {
@@ -73,13 +73,10 @@ private:
     std::int64_t footage_ = 0;
 };
 
-std::string CutFile::feet_of(const CutFileRow& row, std::int64_t frames) const {
-    const label_t feet = label_t_to_foot_label_t(row.first.type());
-    const int perforations = get_static_label_cvt(feet)->samples_per_frame();
-    return LabelPoint(static_cast<int>(frames) * perforations, feet).get_string();
+std::string whole_feet(const CutFileRow& row, std::int64_t frames) {
+    const std::string feet = embedded::feet_text(row.first.type(), frames);
+    return feet.substr(0, feet.find('.'));
 }
-
-std::string without_perforation(const std::string& feet) { return feet.substr(0, feet.find('.')); }
 
 void CutFile::add(const CutFileRow& row) {
     LabelPoint behind = row.first;
@@ -90,8 +87,8 @@ void CutFile::add(const CutFileRow& row) {
     number.insert(0, number.size() < digits ? digits - number.size() : 0, '0');
     const std::string roll = plain(row.roll);
     bool fits = put(line, shot_field, number);
-    fits = put(line, footage_field, without_perforation(feet_of(row, footage_))) && fits;
-    fits = put(line, length_field, without_perforation(feet_of(row, row.frames))) && fits;
+    fits = put(line, footage_field, whole_feet(row, footage_)) && fits;
+    fits = put(line, length_field, whole_feet(row, row.frames)) && fits;
     fits = put(line, prefix_field, in.prefix) && fits;
     fits = put(line, in_field, in.count) && fits;
     fits = put(line, out_field, out.count) && fits;
@@ -106,8 +103,7 @@ void CutFile::add(const CutFileRow& row) {
 Written write_cut_file(const std::string& title, const std::vector<CutFileRow>& rows) {
     CutFile file(title);
     for (const CutFileRow& row : rows) {
-        const label_t feet = label_t_to_foot_label_t(row.first.type());
-        if (feet == label_none || feet == label_frames) return {{}, {}, "its film isn't counted in feet"};
+        if (embedded::feet_text(row.first.type(), 0).empty()) return {{}, {}, "its film isn't counted in feet"};
         if (row.first.type() != rows.front().first.type()) return {{}, {}, "its film is of several gauges"};
         file.add(row);
     }
