@@ -1,8 +1,6 @@
 #include "tool/conform_json.h"
 
-#include "tool/json_writer.h"
-
-#include <cstdio>
+#include "tool/film_json.h"
 
 namespace tool {
 namespace {
@@ -19,23 +17,7 @@ constexpr int document_version = 1;
 constexpr const char* trouble_names[] = {"gone", "twice", "close"};
 constexpr const char* mending_names[] = {"shorten", "duplicate", "print"};
 
-void put_inputs(JsonWriter& out, const std::vector<film::OrderInput>& inputs) {
-    out.begin_array("reels");
-    for (const film::OrderInput& input : inputs) {
-        char crc[9];
-        std::snprintf(crc, sizeof crc, "%08X", static_cast<unsigned>(input.crc32));
-        out.begin_object();
-        out.put("file", input.file);
-        out.put("edit", input.edit);
-        out.put("crc32", crc);
-        out.end_object();
-    }
-    out.end_array();
-}
-
-void put_frames(JsonWriter& out, const FilmRun& run, const FrameRange& frames) {
-    out.put("first_frame", frames.first);
-    out.put("last_frame", frames.last);
+void put_ends(JsonWriter& out, const FilmRun& run, const FrameRange& frames) {
     out.put("first", run.text_at(frames.first));
     out.put("last", run.text_at(frames.last));
 }
@@ -49,11 +31,8 @@ void put_use(JsonWriter& out, const char* key, const CutUse& use) {
     out.put("position", use.start);
     out.put("length", use.end - use.start);
     out.put_or_null("name", use.name);
-    out.put("roll", use.run.roll);
-    out.put("prefix", use.run.prefix);
-    out.put("kind", label_type_to_edlstr(use.run.kind));
-    out.put("perforation", use.run.perforation);
-    put_frames(out, use.run, use.frames);
+    put_stretch(out, use.run, use.frames);
+    put_ends(out, use.run, use.frames);
     out.put("off", use.off);
     out.put("printed", use.printed ? 1 : 0);
     out.end_object();
@@ -91,7 +70,8 @@ void put_conflict(JsonWriter& out, const ConformToTell& told, const Conflict& co
     out.begin_array("film");
     for (const FrameRange& frames : conflict.frames) {
         out.begin_object();
-        put_frames(out, use.run, frames);
+        put_range(out, "first_frame", "last_frame", frames);
+        put_ends(out, use.run, frames);
         out.end_object();
     }
     out.end_array();
@@ -115,11 +95,7 @@ void put_splices(JsonWriter& out, const ConformToTell& told) {
 void put_unheld(JsonWriter& out, const film::UnknownFilm& film, std::int64_t cut) {
     out.begin_object();
     out.put_if("cut", cut > 0, cut);
-    out.put("reel", film.reel + 1);
-    out.put("where", film.strip.where);
-    out.put("position", film.strip.start);
-    out.put("length", film.strip.length());
-    out.put_or_null("name", film.strip.name);
+    put_unknown(out, film);
     out.end_object();
 }
 
@@ -155,11 +131,11 @@ std::string conform_document(const ConformToTell& told) {
     out.begin_object();
     out.put("format", "quillbrook conform");
     out.put("version", document_version);
-    put_inputs(out, told.reels);
+    put_reels(out, told.reels);
     out.begin_array("cuts");
     for (const std::vector<film::OrderInput>& cut : told.cuts) {
         out.begin_object();
-        put_inputs(out, cut);
+        put_reels(out, cut);
         out.end_object();
     }
     out.end_array();

@@ -3,12 +3,11 @@
 #include "embedded/label_kinds.h"
 #include "embedded/services.h"
 #include "host/ascii_text.h"
-#include "tool/json_writer.h"
+#include "tool/film_json.h"
 #include "tool/select_rolls_json.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
 
-#include <cstdio>
 #include <iterator>
 #include <map>
 #include <utility>
@@ -21,25 +20,6 @@ using film::OrderPiece;
 
 constexpr int document_version = 1;
 constexpr const char* document_format = "quillbrook order";
-
-std::string hex(std::uint32_t number) {
-    char text[9];
-    std::snprintf(text, sizeof text, "%08X", static_cast<unsigned>(number));
-    return text;
-}
-
-void put_range(JsonWriter& out, const char* first, const char* last, const FrameRange& range) {
-    out.put(first, range.first);
-    out.put(last, range.last);
-}
-
-void put_stretch(JsonWriter& out, const film::FilmRun& run, const FrameRange& frames) {
-    out.put("roll", run.roll);
-    out.put("prefix", run.prefix);
-    out.put("kind", label_type_to_edlstr(run.kind));
-    out.put("perforation", run.perforation);
-    put_range(out, "first_frame", "last_frame", frames);
-}
 
 void put_uses(JsonWriter& out, const OrderToTell& order, const OrderPiece& piece) {
     out.begin_array("uses");
@@ -97,15 +77,11 @@ void put_had(JsonWriter& out, const OrderToTell& order) {
     out.end_array();
 }
 
-void put_unknown(JsonWriter& out, const OrderToTell& order) {
+void put_all_unknown(JsonWriter& out, const OrderToTell& order) {
     out.begin_array("unknown");
     for (const film::UnknownFilm& film : order.unknown) {
         out.begin_object();
-        out.put("reel", film.reel + 1);
-        out.put("where", film.strip.where);
-        out.put("position", film.strip.start);
-        out.put("length", film.strip.length());
-        out.put_or_null("name", film.strip.name);
+        put_unknown(out, film);
         out.end_object();
     }
     out.end_array();
@@ -114,15 +90,7 @@ void put_unknown(JsonWriter& out, const OrderToTell& order) {
 void put_head(JsonWriter& out, const OrderToTell& order) {
     out.put("format", document_format);
     out.put("version", document_version);
-    out.begin_array("reels");
-    for (const OrderInput& reel : order.reels) {
-        out.begin_object();
-        out.put("file", reel.file);
-        out.put("edit", reel.edit);
-        out.put("crc32", hex(reel.crc32));
-        out.end_object();
-    }
-    out.end_array();
+    put_reels(out, order.reels);
     out.put_or_null("log", order.log);
     out.put("handles", order.options.handles);
     out.put("join", order.options.join);
@@ -224,7 +192,7 @@ std::string order_document(const OrderToTell& order) {
     out.end_array();
     put_select_rolls(out, order.selects);
     put_had(out, order);
-    put_unknown(out, order);
+    put_all_unknown(out, order);
     out.end_object();
     return out.document();
 }
