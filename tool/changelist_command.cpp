@@ -11,6 +11,7 @@
 #include "tool/cut_tables.h"
 #include "tool/cutlist_table.h"
 #include "tool/document_files.h"
+#include "tool/file_bytes.h"
 #include "tool/key_values.h"
 #include "tool/list_switches.h"
 #include "tool/open_edit.h"
@@ -199,11 +200,7 @@ std::string with_cause(const std::string& error, const std::string& told) {
 }
 
 // A run can fail behind the opening of its report, so what stands in its place is replaced only afterwards.
-void put_report(const std::string& made, const std::string& report) {
-    std::string bytes, why;
-    if (!embedded::read_file(made, &bytes, &why)) throw JobError(made + ": " + why);
-    deliver_bytes(report, bytes);
-}
+void put_report(const std::string& made, const std::string& report) { deliver_bytes(report, bytes_of(made)); }
 
 std::string steps_text(int steps) { return std::to_string(steps) + (steps == 1 ? " step" : " steps"); }
 

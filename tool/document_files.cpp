@@ -5,8 +5,8 @@
 #include "documents/json.h"
 #include "documents/plain_text.h"
 #include "documents/svg.h"
-#include "embedded/services.h"
 #include "host/settings.h"
+#include "tool/file_bytes.h"
 #include "tool/output_files.h"
 #include "tool/pdf_library.h"
 #include "tool/tool_error.h"
@@ -114,10 +114,9 @@ void add_document_options(OptionTable& options, DocumentFiles& files, const char
 
 documents::Profile profile_of(const DocumentFiles& files) {
     if (!files.profile_file) return *documents::profile_named(files.profile_name);
-    std::string bytes, why;
+    std::string why;
     check_readable(*files.profile_file);
-    if (!embedded::read_file(*files.profile_file, &bytes, &why)) throw JobError(*files.profile_file + ": " + why);
-    const auto profile = documents::read_profile(bytes, &why);
+    const auto profile = documents::read_profile(bytes_of(*files.profile_file), &why);
     if (!profile) throw JobError(*files.profile_file + ": " + why);
     return *profile;
 }

@@ -3,18 +3,13 @@
 #include "film/doubt_list.h"
 #include "quillbrook/cutlist.h"
 #include "tool/cutlist_table.h"
+#include "tool/file_bytes.h"
 #include "tool/output_files.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
 
 namespace tool {
 namespace {
-
-std::string bytes_of(const std::string& path) {
-    std::string bytes, why;
-    if (!embedded::read_file(path, &bytes, &why)) throw JobError(path + ": " + why);
-    return bytes;
-}
 
 /// The heading that all lists of a report have; where the report holds none, that of the table's list of rolls.
 std::string head_of(const PrintedFrom& printed, const std::string& report) {

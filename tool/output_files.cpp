@@ -7,6 +7,7 @@
 #include "embedded/transaction.h"
 #include "formats/bundle/folder_bundle.h"
 #include "host/settings.h"
+#include "tool/file_bytes.h"
 #include "tool/tool_error.h"
 
 #include <algorithm>
@@ -155,10 +156,7 @@ std::string made_at(const std::string& path) {
 
 void deliver(const std::string& path) {
     if (!is_stream(path)) return;
-    std::string bytes, why;
-    const std::string made = made_at(path);
-    if (!embedded::read_file(made, &bytes, &why)) throw JobError(made + ": " + why);
-    deliver_bytes(path, bytes);
+    deliver_bytes(path, bytes_of(made_at(path)));
 }
 
 void deliver_bytes(const std::string& path, const std::string& bytes) {
@@ -176,10 +174,10 @@ std::string work_file(const char* name) {
 
 std::string plain_copy_of(const std::string& input) {
     if (input != embedded::standard_input && !is_stream(input)) return input;
-    std::string bytes, why;
-    if (!embedded::read_file(input, &bytes, &why)) throw JobError(input + ": " + why);
     const std::string copy = work_file("input.txt");
-    if (!embedded::write_file_whole(copy, bytes, &why)) throw JobError(copy + ": couldn't be written: " + why);
+    std::string why;
+    if (!embedded::write_file_whole(copy, bytes_of(input), &why))
+        throw JobError(copy + ": couldn't be written: " + why);
     return copy;
 }
 

@@ -1,11 +1,11 @@
 #include "tool/prove_lists.h"
 
-#include "embedded/services.h"
 #include "film/edit_walk.h"
 #include "film/film_uses.h"
 #include "film/list_proof.h"
 #include "host/settings.h"
 #include "tool/cutlist_table.h"
+#include "tool/file_bytes.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
 
@@ -89,9 +89,7 @@ std::shared_ptr<const recdb> table_with_records(const std::string& table) {
 
 int prove_lists(const std::string& report, const std::string& table, const film::Strips& strips,
                 const LibraryOptions& options, std::ostream& out) {
-    std::string bytes, why;
-    if (!embedded::read_file(report, &bytes, &why)) throw JobError(report + ": " + why);
-    const film::ListProof proof = film::prove_report(bytes, strips, proof_options(table, options));
+    const film::ListProof proof = film::prove_report(bytes_of(report), strips, proof_options(table, options));
     out << film::summary_of(proof) << '\n';
     for (const film::ProofFinding& failure : proof.failures)
         out << one_line(film::line_of(failure)) << '\n';

@@ -1,7 +1,7 @@
 #include "tool/reel_aliases.h"
 
-#include "embedded/services.h"
 #include "formats/text_lines.h"
+#include "tool/file_bytes.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
 
@@ -58,10 +58,6 @@ ReelAliases parse_aliases(std::string_view bytes, const std::string& path) {
     return aliases;
 }
 
-ReelAliases read_aliases(const std::string& path) {
-    std::string bytes, why;
-    if (!embedded::read_file(path, &bytes, &why)) throw JobError(path + ": " + why);
-    return parse_aliases(bytes, path);
-}
+ReelAliases read_aliases(const std::string& path) { return parse_aliases(bytes_of(path), path); }
 
 } // namespace tool

@@ -1,10 +1,11 @@
 #include "tool/reel_films.h"
 
 #include "embedded/crc32.h"
-#include "embedded/services.h"
+#include "formats/bundle/folder_bundle.h"
 #include "tool/cut_tables.h"
 #include "tool/cutlist_table.h"
 #include "tool/event_rows.h"
+#include "tool/file_bytes.h"
 #include "tool/open_edit.h"
 #include "tool/tool_error.h"
 #include "tool/wrong_file.h"
@@ -16,9 +17,7 @@ namespace tool {
 namespace {
 
 film::OrderInput input_of(const std::string& path, const std::string& name, const embedded::RateInfo* rate) {
-    std::string bytes, why;
-    if (!embedded::read_file(path, &bytes, &why)) throw JobError(path + ": " + why);
-    return {path, name, embedded::crc32(bytes), rate};
+    return {path, name, embedded::crc32(bytes_of(formats::file_of_bundle(path))), rate};
 }
 
 void leave_out_meetings(film::Findings& findings) {

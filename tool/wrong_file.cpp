@@ -1,8 +1,8 @@
 #include "tool/wrong_file.h"
 
-#include "embedded/services.h"
 #include "formats/bundle/folder_bundle.h"
 #include "formats/logs/log_reader.h"
+#include "tool/file_bytes.h"
 #include "tool/output_files.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
@@ -16,9 +16,7 @@ using formats::FileKind;
 FileKind kind_of(const std::string& path) {
     const std::string file = formats::file_of_bundle(path);
     check_readable(file);
-    std::string bytes, why;
-    if (!embedded::read_file(file, &bytes, &why)) throw JobError(path + ": " + why);
-    return formats::kind_of_file(bytes);
+    return formats::kind_of_file(bytes_of(file));
 }
 
 void refuse_kind(const std::string& path, FileKind kind, const char* wanted) {

@@ -53,6 +53,21 @@ TEST_F(Order, ProvesAndSaysSo) {
     EXPECT_EQ(result.out, "proved: 9 pieces, 919 needed frames\n");
 }
 
+TEST_F(Order, OfAnEditsFolderIsThatOfItsFile) {
+    std::filesystem::create_directory(path("r1.otiod"));
+    std::filesystem::copy_file(recut("weir-old-r1.otio"), path("r1.otiod/content.otio"));
+    std::filesystem::copy_file(recut("weir-old-r1.otio"), path("r1.otio"));
+    const auto without = [](std::string text, const std::string& name) {
+        return text.erase(text.find(name), name.size());
+    };
+    EXPECT_EQ(without(ordered({"r1.otiod", "--json", "folder.json"}), "r1.otiod"),
+              without(ordered({"r1.otio", "--json", "file.json"}), "r1.otio"));
+    EXPECT_EQ(without(read("folder.json"), "r1.otiod"), without(read("file.json"), "r1.otio"));
+    EXPECT_EQ(run({"conform", "r1.otiod", "-o", "folder.txt", "--quiet"}).status, 0);
+    EXPECT_EQ(run({"conform", "r1.otio", "-o", "file.txt", "--quiet"}).status, 0);
+    EXPECT_EQ(without(read("folder.txt"), "r1.otiod"), without(read("file.txt"), "r1.otio"));
+}
+
 TEST_F(Order, OfATableIsThatOfItsEdit) {
     const std::string of_edit = ordered({recut("weir-old-r1.otio"), "--handles", "4"});
     const std::string of_table = ordered({recut("expected/weir-old-r1.cdb"), "--handles", "4"});
