@@ -68,16 +68,13 @@ EditLabel bound_label(const LabelStart& start, const MediumRollIdent& ident) {
     return label;
 }
 
-using Reel = std::pair<int, int>;
-
 // The pair that answers where a pair isn't given itself.
-Reel stand_in(const Reel& reel) {
-    constexpr Reel picture{1, 2}, sound{4, 3};
-    if (reel == Reel(0, -1) || reel == Reel(1, 1) || reel == Reel(3, 1)) return picture;
-    return reel == Reel(4, 1) ? sound : reel;
+ReelLabel stand_in(const ReelLabel& reel) {
+    if (reel == ReelLabel(0, -1) || reel == ReelLabel(1, 1) || reel == ReelLabel(3, 1)) return tape_reel;
+    return reel == ReelLabel(4, 1) ? sound_reel : reel;
 }
 
-const std::string* find_reel(const Medium& medium, const Reel& reel) {
+const std::string* find_reel(const Medium& medium, const ReelLabel& reel) {
     const auto own = medium.reels.find(reel);
     if (own != medium.reels.end()) return &own->second;
     const auto other = medium.reels.find(stand_in(reel));

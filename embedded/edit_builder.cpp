@@ -246,6 +246,12 @@ std::unique_ptr<Sequence> EditBuilder::Impl::sequence() {
     return made;
 }
 
+const std::string& SourceDescription::reel(const ReelLabel& label) const {
+    static const std::string none;
+    const auto found = reels.find(label);
+    return found == reels.end() ? none : found->second;
+}
+
 EditBuilder::EditBuilder(EditDescription description) : impl_(new Impl(std::move(description))) {
     impl_->receive_edit();
 }

@@ -42,6 +42,11 @@ struct ImageFiles {
     Fraction rate = 24;           ///< frames of film a second
 };
 
+/// Which of a source's reels: medium and roll.
+using ReelLabel = std::pair<int, int>;
+inline constexpr ReelLabel tape_reel{1, 2}, camera_reel{2, 1}, sound_reel{4, 3}, lab_reel{10, 1}, composite_reel{11, 1},
+    reel_24p{15, 1};
+
 /// Where an event's picture or sound comes from: one stored edit of the host.
 struct SourceDescription {
     /// What its cookie's text is the hash of; equal for all clips of one medium.
@@ -53,13 +58,16 @@ struct SourceDescription {
     const RateInfo* rate = nullptr;
     std::optional<Fraction> film_rate; ///< film frames a second
     Fraction start_strip;              ///< seconds
-    /// Reel texts by {medium, roll}, as "reel" is {1, 2}. (0, -1), {1, 1} and {3, 1} answer {1, 2}, and
-    /// {4, 1} answers {4, 3}, where they aren't given themselves.
-    std::map<std::pair<int, int>, std::string> reels;
+    /// (0, -1), {1, 1} and {3, 1} answer the tape, and {4, 1} answers the sound reel, where they aren't given
+    /// themselves.
+    std::map<ReelLabel, std::string> reels;
     std::optional<LabelDescription> video_timecode, sound_timecode, timecode_24p, key, ink;
     std::string scene, take, description; ///< absent where empty
     std::optional<ImageFiles> images;
     std::optional<Fraction> length; ///< seconds of material from the first frame; unset where not known
+
+    /// Empty where there is none; borrowed from `reels`.
+    const std::string& reel(const ReelLabel& label) const;
 };
 
 /// One effect of an event.

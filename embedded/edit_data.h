@@ -120,7 +120,7 @@ struct Sequence {
 struct Medium {
     bool opens = true;
     bool rendered = false;
-    std::map<std::pair<int, int>, std::string> reels;
+    std::map<ReelLabel, std::string> reels;
     std::optional<LabelStart> video_timecode, sound_timecode, timecode_24p, key, ink;
     std::optional<Fraction> length;
 };

@@ -18,8 +18,6 @@ using embedded::LaidEvent;
 using embedded::RecipeChannel;
 using embedded::SourceDescription;
 
-constexpr std::pair<int, int> tape{1, 2};
-
 std::int64_t ceiling(const Fraction& value) { return -(-value).floor(); }
 
 void append(std::string& key, const std::string& text) { key += std::to_string(text.size()) + ":" + text; }
@@ -69,11 +67,7 @@ public:
     }
 
 private:
-    static const std::string& reel_of(const ShotUse& use) {
-        static const std::string none;
-        const auto found = use.source->reels.find(tape);
-        return found == use.source->reels.end() ? none : found->second;
-    }
+    static const std::string& reel_of(const ShotUse& use) { return use.source->reel(embedded::tape_reel); }
 
     /// How far the transition at each cut reaches to both sides.
     void find_shares(const RecipeChannel& channel) {

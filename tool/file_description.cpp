@@ -49,11 +49,8 @@ std::string joined(const std::vector<std::string>& texts) {
 
 /// The camera roll of a source, else its tape.
 std::string roll_of(const embedded::SourceDescription& source) {
-    for (const std::pair<int, int>& label : {std::pair{4, 3}, std::pair{4, 1}, std::pair{1, 2}}) {
-        const auto found = source.reels.find(label);
-        if (found != source.reels.end() && !found->second.empty()) return found->second;
-    }
-    return {};
+    const std::string& camera = source.reel(embedded::camera_reel);
+    return camera.empty() ? source.reel(embedded::tape_reel) : camera;
 }
 
 TrackDescription track_of(const EditPtr& edit, int chan, ChannelKind kind, int number) {

@@ -26,14 +26,8 @@ using embedded::Fraction;
 using embedded::SourceDescription;
 using formats::lower_case;
 
-constexpr std::pair<int, int> tape{1, 2}, camera_roll{2, 1};
 /// As much of a reel as the library compares.
 constexpr std::size_t reel_compared = 15;
-
-std::string reel_of(const SourceDescription& source, const std::pair<int, int>& medium) {
-    const auto found = source.reels.find(medium);
-    return found == source.reels.end() ? std::string() : found->second;
-}
 
 /// Of "dailies/A012C003.mov" the name that a log has of the file.
 std::string file_of(const SourceDescription& source) {
@@ -42,10 +36,10 @@ std::string file_of(const SourceDescription& source) {
     return formats::stem_of(source.identity, "/\\");
 }
 
-std::string reel_key(const SourceDescription& source) { return reel_of(source, tape); }
+std::string reel_key(const SourceDescription& source) { return source.reel(embedded::tape_reel); }
 std::string clip_key(const SourceDescription& source) { return source.name; }
 std::string camera_key(const SourceDescription& source) {
-    const std::string roll = reel_of(source, camera_roll);
+    const std::string& roll = source.reel(embedded::camera_reel);
     return roll.empty() ? reel_key(source) : roll;
 }
 
@@ -356,7 +350,7 @@ ReelAliases aliases_of(const LogMatching& matching) {
 }
 
 void apply_aliases(const ReelAliases& aliases, SourceDescription& source) {
-    const auto reel = source.reels.find(tape);
+    const auto reel = source.reels.find(embedded::tape_reel);
     if (reel == source.reels.end()) return;
     if (const auto alias = aliases.find(lower_case(reel->second)); alias != aliases.end()) reel->second = alias->second;
 }
@@ -386,7 +380,7 @@ void match_log(const LogMatching& matching, const std::vector<SourceDescription>
         [aliases = aliases_of(matching), reels = matcher.reels(), &key](SourceDescription& source) {
             apply_aliases(aliases, source);
             const auto reel = reels.find(lower_case(key.of_source(source)));
-            if (reel != reels.end()) source.reels[tape] = reel->second;
+            if (reel != reels.end()) source.reels[embedded::tape_reel] = reel->second;
         });
 }
 

@@ -24,8 +24,6 @@ using embedded::SourceDescription;
 using film::FilmRun;
 using film::FrameRange;
 
-constexpr std::pair<int, int> tape{1, 2};
-
 /// The film of a source: which frame of the run lies at which second of it.
 struct SourceFilm {
     FilmRun run;
@@ -45,11 +43,6 @@ SourceFilm film_from(const LabelPoint& key, const Fraction& seconds, const Fract
     film.first = Fraction(frame) - seconds * rate;
     film.rate = rate;
     return film;
-}
-
-std::string reel_of(const SourceDescription& source) {
-    const auto found = source.reels.find(tape);
-    return found == source.reels.end() ? std::string() : found->second;
 }
 
 class Moving {
@@ -165,7 +158,7 @@ std::optional<LabelPoint> Moving::logged_key(const SourceDescription& source, co
     const std::int64_t first = formats::point_of(*source.video_timecode).sample;
     const std::int64_t frame = first + (seconds * rate).floor();
     stands_at = Fraction(frame - first) / rate;
-    return keys_(reel_of(source), frame, film_rate_of(source) / rate);
+    return keys_(source.reel(embedded::tape_reel), frame, film_rate_of(source) / rate);
 }
 
 embedded::SourceId Moving::piece_as_source(int source, const SourceFilm& film, const PieceOnRoll& piece) {
@@ -176,7 +169,7 @@ embedded::SourceId Moving::piece_as_source(int source, const SourceFilm& film, c
     made.name = old.name;
     made.identity = "name:" + old.name;
     made.reels = old.reels;
-    made.reels[tape] = piece.roll;
+    made.reels[embedded::tape_reel] = piece.roll;
     made.rate = old.rate;
     made.film_rate = film.rate;
     made.scene = old.scene;

@@ -19,8 +19,6 @@ using film::OrderPiece;
 using film::OrderToTell;
 using Reel = OrderEditing::Reel;
 
-constexpr std::pair<int, int> tape{1, 2}, camera_roll{2, 1}, lab_roll{10, 1};
-
 /// A piece with what is known of its timecode.
 struct Scan {
     const OrderPiece* piece = nullptr;
@@ -143,10 +141,10 @@ void OrderEdit::add_reels(const Scan& scan, const film::PieceFacts& facts, Sourc
                                 : editing_.reel == Reel::lab ? facts.lab_roll
                                                              : roll;
     const std::string& reel = wanted.empty() ? own_tape.empty() ? roll : own_tape : wanted;
-    if (!reel.empty()) source.reels[tape] = reel;
+    if (!reel.empty()) source.reels[embedded::tape_reel] = reel;
     if (!editing_.fields) return;
-    if (!camera.empty()) source.reels[camera_roll] = camera;
-    if (!facts.lab_roll.empty()) source.reels[lab_roll] = facts.lab_roll;
+    if (!camera.empty()) source.reels[embedded::camera_reel] = camera;
+    if (!facts.lab_roll.empty()) source.reels[embedded::lab_reel] = facts.lab_roll;
 }
 
 void OrderEdit::add_images(const Scan& scan, SourceDescription& source) {

@@ -165,16 +165,16 @@ void SourceMaker::material(const MobId& wanted) {
 }
 
 void SourceMaker::reels() {
-    const auto set = [&](int medium, int roll, const std::string& text) {
-        if (!text.empty()) source_.reels.emplace(std::pair(medium, roll), text);
+    const auto set = [&](const embedded::ReelLabel& label, const std::string& text) {
+        if (!text.empty()) source_.reels.emplace(label, text);
     };
-    if (traced_.reel) set(1, 2, traced_.reel->mob->name);
-    set(1, 2, columns_.text({"Tape", "TapeID", "Reel"}));
-    if (traced_.film) set(2, 1, traced_.film->mob->name);
-    set(2, 1, columns_.text({"Camroll", "Camera Roll", "Cam Roll"}));
-    set(4, 3, columns_.text({"Soundroll", "Sound Roll"}));
-    set(10, 1, columns_.text({"Labroll", "Lab Roll"}));
-    set(11, 1, columns_.text({"Comproll", "Comp Roll"}));
+    if (traced_.reel) set(embedded::tape_reel, traced_.reel->mob->name);
+    set(embedded::tape_reel, columns_.text({"Tape", "TapeID", "Reel"}));
+    if (traced_.film) set(embedded::camera_reel, traced_.film->mob->name);
+    set(embedded::camera_reel, columns_.text({"Camroll", "Camera Roll", "Cam Roll"}));
+    set(embedded::sound_reel, columns_.text({"Soundroll", "Sound Roll"}));
+    set(embedded::lab_reel, columns_.text({"Labroll", "Lab Roll"}));
+    set(embedded::composite_reel, columns_.text({"Comproll", "Comp Roll"}));
 }
 
 LabelDescription SourceMaker::timecode(const Timecode& from) {

@@ -79,7 +79,7 @@ private:
         source.identity = line.file.empty() ? "name:" + source.name : line.file;
         source.rate = &rate_;
         const std::string reel = reel_of(line);
-        if (!reel.empty()) source.reels[{1, 2}] = reel;
+        if (!reel.empty()) source.reels[embedded::tape_reel] = reel;
         source.video_timecode = LabelDescription{
             placed.source_drop ? rate_.drop_timecode : rate_.timecode, {}, static_cast<int>(first), rate_.rate()};
         if (line.key) source.key = key_label(*line.key, place_of(path, line.line));

@@ -158,8 +158,7 @@ const SourceDescription* ListWriter::source_of(const Side& side) const {
 std::string ListWriter::reel_of(const Side& side) {
     const SourceDescription* source = source_of(side);
     if (!source) return "BL";
-    const auto found = source->reels.find({1, 2});
-    const std::string reel = found == source->reels.end() ? std::string() : found->second;
+    const std::string& reel = source->reel(embedded::tape_reel);
     const std::string field = field_text(reel);
     EventLine line;
     line.reel = field;
@@ -292,8 +291,7 @@ std::optional<LabelPoint> ListWriter::key_of(const Side& side, const Fraction& t
     const SourceDescription& source = *source_of(side);
     const std::int64_t frame = source_frame(side, to);
     if (writing_.key_of_frame) {
-        const auto reel = source.reels.find({1, 2});
-        return writing_.key_of_frame(reel == source.reels.end() ? std::string() : reel->second, frame,
+        return writing_.key_of_frame(source.reel(embedded::tape_reel), frame,
                                      film_rate_of(source, rate_) / rate_.rate());
     }
     if (!source.key) return std::nullopt;
@@ -444,7 +442,7 @@ void ListWriter::tell_of_edit() {
 
 void ListWriter::tell_of_source(const SourceDescription& source) {
     const embedded::RateInfo& rate = source.rate ? *source.rate : rate_;
-    const bool other_reels = source.reels.size() > source.reels.count({1, 2});
+    const bool other_reels = source.reels.size() > source.reels.count(embedded::tape_reel);
     const struct {
         bool lost;
         const char* what;

@@ -23,10 +23,11 @@ constexpr Standard standards[] = {
 
 struct Roll {
     std::string_view element;
-    std::pair<int, int> medium;
+    embedded::ReelLabel medium;
 };
 
-constexpr Roll rolls[] = {{"cameraroll", {2, 1}}, {"labroll", {10, 1}}, {"dailyroll", {11, 1}}};
+constexpr Roll rolls[] = {
+    {"cameraroll", embedded::camera_reel}, {"labroll", embedded::lab_reel}, {"dailyroll", embedded::composite_reel}};
 
 /// Of the item or its clip, else of the clip of the bin.
 Element child_of(const Media& media, std::string_view name) {

@@ -137,7 +137,7 @@ SourceDescription describe_source(const Media& media, const Context& context) {
     }
     add_timecode(media, context, source);
     const std::string reel = reel_of(media);
-    if (!reel.empty()) source.reels[{1, 2}] = reel;
+    if (!reel.empty()) source.reels[embedded::tape_reel] = reel;
     add_film(media, context, source);
     add_log(media, source);
     // Film is conformed from its numbers: media that is lost still opens from them.

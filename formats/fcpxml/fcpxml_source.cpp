@@ -12,13 +12,14 @@ using embedded::LabelDescription;
 using embedded::SourceDescription;
 
 struct ReelField {
-    std::pair<int, int> medium;
+    embedded::ReelLabel medium;
     Field field;
 };
 
 constexpr ReelField reel_fields[] = {
-    {{1, 2}, Field::reel},        {{4, 3}, Field::sound_reel}, {{15, 1}, Field::reel_24p},
-    {{2, 1}, Field::camera_reel}, {{10, 1}, Field::lab_reel},  {{11, 1}, Field::comp_reel},
+    {embedded::tape_reel, Field::reel},    {embedded::sound_reel, Field::sound_reel},
+    {embedded::reel_24p, Field::reel_24p}, {embedded::camera_reel, Field::camera_reel},
+    {embedded::lab_reel, Field::lab_reel}, {embedded::composite_reel, Field::comp_reel},
 };
 
 Fraction magnitude(const Fraction& value) { return value < Fraction(0) ? -value : value; }

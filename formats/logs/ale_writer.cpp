@@ -42,11 +42,6 @@ struct Column {
     std::string (*text)(const AleRow& row);
 };
 
-std::string reel(const AleRow& row, int medium, int roll) {
-    const auto found = row.use->source->reels.find({medium, roll});
-    return found == row.use->source->reels.end() ? std::string() : found->second;
-}
-
 std::string timecode(const AleRow& row, std::int64_t frame) {
     LabelPoint point = point_of(*row.use->source->video_timecode);
     point.set_sample(static_cast<int>(frame));
@@ -83,7 +78,7 @@ std::string pulldown(const AleRow& row) {
 
 const Column columns[] = {
     {"Name", [](const AleRow& row) { return row.use->source->name; }},
-    {"Tape", [](const AleRow& row) { return reel(row, 1, 2); }},
+    {"Tape", [](const AleRow& row) { return row.use->source->reel(embedded::tape_reel); }},
     {"Tracks", [](const AleRow&) { return std::string("V"); }},
     {"Start", [](const AleRow& row) { return timecode(row, row.from); }},
     {"End", [](const AleRow& row) { return timecode(row, row.use->to); }},
@@ -97,10 +92,10 @@ const Column columns[] = {
      [](const AleRow& row) {
          return label_text(row, row.use->source->ink, row.use->film_rate, row.use->source->start_strip);
      }},
-    {"Camroll", [](const AleRow& row) { return reel(row, 2, 1); }},
-    {"Labroll", [](const AleRow& row) { return reel(row, 10, 1); }},
-    {"Daily roll", [](const AleRow& row) { return reel(row, 11, 1); }},
-    {"Soundroll", [](const AleRow& row) { return reel(row, 4, 3); }},
+    {"Camroll", [](const AleRow& row) { return row.use->source->reel(embedded::camera_reel); }},
+    {"Labroll", [](const AleRow& row) { return row.use->source->reel(embedded::lab_reel); }},
+    {"Daily roll", [](const AleRow& row) { return row.use->source->reel(embedded::composite_reel); }},
+    {"Soundroll", [](const AleRow& row) { return row.use->source->reel(embedded::sound_reel); }},
     {"Sound TC",
      [](const AleRow& row) {
          const auto& sound = row.use->source->sound_timecode;
@@ -111,7 +106,7 @@ const Column columns[] = {
          const auto& film = row.use->source->timecode_24p;
          return label_text(row, film, film && film->rate ? *film->rate : row.use->film_rate);
      }},
-    {"24p reel", [](const AleRow& row) { return reel(row, 15, 1); }},
+    {"24p reel", [](const AleRow& row) { return row.use->source->reel(embedded::reel_24p); }},
     {"Scene", [](const AleRow& row) { return row.use->source->scene; }},
     {"Take", [](const AleRow& row) { return row.use->source->take; }},
     {"DESCRIPT", [](const AleRow& row) { return row.use->source->description; }},
@@ -146,7 +141,7 @@ private:
             const auto& sound = use.source->sound_timecode;
             const bool other_count = sound && TvStd_to_label_type({use.rate->code, 0}) != sound->type &&
                                      TvStd_to_label_type({use.rate->code, 1}) != sound->type;
-            if (reel({&use, 0, {}, &writing_}, 1, 2).empty())
+            if (use.source->reel(embedded::tape_reel).empty())
                 tell(*use.source, "has no reel: as a log, its row is one of any reel", WarningKind::doubt);
             if (other_count)
                 tell(*use.source, "its sound timecode counts otherwise than its rows are read", WarningKind::rate);
@@ -179,7 +174,8 @@ private:
                 break;
             }
         if (writing_.key_of_frame)
-            row.key = writing_.key_of_frame(reel(row, 1, 2), row.from, use.film_rate / use.rate->rate());
+            row.key = writing_.key_of_frame(row.use->source->reel(embedded::tape_reel), row.from,
+                                            use.film_rate / use.rate->rate());
         else if (use.source->key)
             row.key = point_at(*use.source->key, use.seconds_at(row.from) - use.source->start_strip, use.film_rate);
         if (row.key && row.key->sample < 0) {

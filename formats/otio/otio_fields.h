@@ -9,14 +9,14 @@
 namespace formats::otio {
 
 struct ReelField {
-    std::pair<int, int> medium; ///< as of `SourceDescription::reels`
+    embedded::ReelLabel medium;
     FieldName name;
 };
 
 inline constexpr ReelField reel_fields[] = {
-    {{1, 2}, {"reel", "Tape", true}},          {{4, 3}, {"snd_reel", "Soundroll", false}},
-    {{15, 1}, {"reel_24p", "", false}},        {{2, 1}, {"cam_reel", "Camroll", false}},
-    {{10, 1}, {"lab_reel", "Labroll", false}}, {{11, 1}, {"comp_reel", "", false}},
+    {embedded::tape_reel, {"reel", "Tape", true}},        {embedded::sound_reel, {"snd_reel", "Soundroll", false}},
+    {embedded::reel_24p, {"reel_24p", "", false}},        {embedded::camera_reel, {"cam_reel", "Camroll", false}},
+    {embedded::lab_reel, {"lab_reel", "Labroll", false}}, {embedded::composite_reel, {"comp_reel", "", false}},
 };
 
 } // namespace formats::otio

@@ -194,7 +194,7 @@ JsonValue TimelineWriter::clip(const ChannelItem& item, const Cues& cues) {
 
 // Programs that conform look for the reel here.
 void TimelineWriter::add_cmx_reel(const embedded::SourceDescription& source, JsonValue& clip) {
-    const auto reel = source.reels.find({1, 2});
+    const auto reel = source.reels.find(embedded::tape_reel);
     if (reel == source.reels.end()) return;
     JsonValue cmx = values_.object();
     values_.add(cmx, "reel", reel->second);

@@ -18,6 +18,15 @@ constexpr const char* log = "Heading\nFIELD_DELIM\tTABS\nVIDEO_FORMAT\tPAL\nFPS\
                             "1-1\tTK01\t01:00:00:00\t01:00:10:00\tA012\tKJ 29 1010 5867+00\n"
                             "1-2\tTK01\t01:00:20:00\t01:00:30:00\tA013\t\n";
 
+/// Of its own medium with those fields.
+std::string clip_with(const std::string& fields) {
+    const char* range =
+        R"({"OTIO_SCHEMA":"TimeRange.1","start_time":{"OTIO_SCHEMA":"RationalTime.1","rate":24,"value":0},)"
+        R"("duration":{"OTIO_SCHEMA":"RationalTime.1","rate":24,"value":24}})";
+    return std::string(R"({"OTIO_SCHEMA":"Clip.1","name":"a","source_range":)") + range +
+           R"(,"metadata":{"quillbrook":{)" + fields + "}}}";
+}
+
 class Describe : public ToolTest {
 protected:
     std::string described(const std::vector<std::string>& files, int status) {
@@ -32,6 +41,19 @@ protected:
 
     std::string out_, err_;
 };
+
+TEST_F(Describe, NamesCameraRollsElseTapesAndNoSoundRolls) {
+    write("two.otio", R"({"OTIO_SCHEMA":"Timeline.1","name":"Two","metadata":{},"tracks":{"OTIO_SCHEMA":"Stack.1",)"
+                      R"("children":[{"OTIO_SCHEMA":"Track.1","kind":"Video","name":"V1","children":[)" +
+                          clip_with(R"("reel":"TK01","cam_reel":"A012","snd_reel":"SR04")") + "," +
+                          clip_with(R"("reel":"TK02","snd_reel":"SR05")") + "]}]}}");
+    const std::string json = described({"two.otio"}, 0);
+    EXPECT_THAT(out_, HasSubstr("2 rolls"));
+    EXPECT_THAT(json, HasSubstr("\"A012\""));
+    EXPECT_THAT(json, HasSubstr("\"TK02\""));
+    EXPECT_THAT(json, Not(HasSubstr("SR0")));
+    EXPECT_THAT(json, Not(HasSubstr("TK01")));
+}
 
 TEST_F(Describe, TellsTracksRateAndRollsOfAnEdit) {
     write_edit("heron.otio");
