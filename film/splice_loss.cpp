@@ -11,8 +11,6 @@ namespace {
 
 using embedded::FilmFamily;
 
-constexpr const char* method_names[] = {"ab", "single", "ultrasonic"};
-
 struct UsualLoss {
     SpliceLoss loss;
     const char* source;
@@ -49,13 +47,7 @@ const UsualLoss& usual_loss(label_t kind, CutMethod method) {
 
 } // namespace
 
-const char* name_of(CutMethod method) { return method_names[static_cast<std::size_t>(method)]; }
-
-std::optional<CutMethod> method_named(const std::string& name) {
-    const auto found = std::find(std::begin(method_names), std::end(method_names), name);
-    if (found == std::end(method_names)) return std::nullopt;
-    return static_cast<CutMethod>(found - std::begin(method_names));
-}
+const char* name_of(CutMethod method) { return cut_methods[static_cast<std::size_t>(method)].first; }
 
 std::optional<SpliceLoss> splice_loss_of(const std::string& text) {
     constexpr int most = 1000;

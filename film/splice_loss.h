@@ -7,6 +7,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace film {
 
@@ -17,9 +18,11 @@ enum class CutMethod : unsigned char {
     ultrasonic, ///< a single strand, welded
 };
 
+/// As command lines and documents name them.
+inline constexpr std::pair<const char*, CutMethod> cut_methods[] = {
+    {"ab", CutMethod::ab}, {"single", CutMethod::single}, {"ultrasonic", CutMethod::ultrasonic}};
+
 const char* name_of(CutMethod method);
-/// Of "ab", "single", "ultrasonic".
-std::optional<CutMethod> method_named(const std::string& name);
 
 /// On one side of a cut.
 struct SpliceLoss {

@@ -37,10 +37,10 @@ const KeySpelling* key_spelling_named(std::string_view name) {
     return found == std::end(spellings) ? nullptr : found;
 }
 
-std::string key_spelling_names() {
-    std::string names;
+std::vector<std::string> key_spelling_names() {
+    std::vector<std::string> names;
     for (const KeySpelling& spelling : spellings)
-        names += (names.empty() ? "" : ", ") + std::string(spelling.name);
+        names.emplace_back(spelling.name);
     return names;
 }
 

@@ -21,7 +21,7 @@ const KeySpelling& plain_spelling();
 /// Null where there is none of that name.
 const KeySpelling* key_spelling_named(std::string_view name);
 /// "plain, dashed, ...".
-std::string key_spelling_names();
+std::vector<std::string> key_spelling_names();
 
 /// A number of another form than ten characters and digits has no groups, and stays.
 std::string spelled(LabelPoint key, const KeySpelling& spelling);

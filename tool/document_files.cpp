@@ -38,19 +38,8 @@ std::vector<OutputFile> files_of(const DocumentFiles& files, const char* json_op
     return all;
 }
 
-documents::Paper parse_paper(const std::string& text) {
-    if (text == "a4") return documents::Paper::a4;
-    if (text == "letter") return documents::Paper::letter;
-    throw UsageError("--paper " + text + ": it is neither a4 nor letter");
-}
-
-std::string parse_profile(const std::string& text) {
-    if (documents::profile_named(text) && !text.empty()) return text;
-    std::string known;
-    for (const std::string& name : documents::profile_names())
-        known += (known.empty() ? "" : ", ") + name;
-    throw UsageError("--for " + text + ": it is none of " + known);
-}
+constexpr std::pair<const char*, documents::Paper> papers[] = {{"a4", documents::Paper::a4},
+                                                               {"letter", documents::Paper::letter}};
 
 std::string made_now() {
     date_def now;
@@ -98,13 +87,11 @@ void add_document_options(OptionTable& options, DocumentFiles& files, const char
         {json_option, "FILE", "Lists as one JSON document", files.json},
         {"--text", "FILE", "Lists as text in aligned columns, names whole", files.text},
         {"--for", "WHOM", "Which of these lists and columns: assistant, cutter, lab, optical, scan, sound or all",
-         OneText{[&files](const std::string& text) { files.profile_name = text.empty() ? "" : parse_profile(text); }}},
+         one_of(documents::profile_names(), [&files](const std::string& text) { files.profile_name = text; })},
         {"--profile", "FILE", "The same by a file of one's own", files.profile_file},
         {"--columns", "NAMES", "The columns of these lists, in order, by the names that CSV and JSON have",
          OneText{[&files](const std::string& text) { files.columns = documents::words_of(text); }}},
-        {"--paper", "SIZE", "What pages are printed on: a4 or letter", OneText{[&files](const std::string& text) {
-             if (!text.empty()) files.paper = parse_paper(text);
-         }}},
+        {"--paper", "SIZE", "What pages are printed on: a4 or letter", one_of(papers, files.paper)},
         {"--feet", "", "These lists in feet and frames, whatever the profile says", files.feet},
     });
     options.add_check([&files] {

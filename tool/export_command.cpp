@@ -64,19 +64,15 @@ std::optional<Format> format_named(std::string_view name) {
     return std::nullopt;
 }
 
-std::string names_of_formats() {
-    std::string names;
-    for (const FormatName& known : format_names)
-        names += (names.empty() ? "" : ", ") + std::string(known.name);
-    return names;
-}
+std::vector<std::string> names_of_formats() { return names_in(format_names, &FormatName::name); }
 
 Format format_of(const ExportJob& job) {
     if (job.as) return *job.as;
     const std::string& file = job.output.report;
     const std::size_t point = file.rfind('.');
     const auto by_name = point == std::string::npos ? std::nullopt : format_named(file.substr(point + 1));
-    if (!by_name) throw JobError(file + ": its name tells no format; name one with --as (" + names_of_formats() + ")");
+    if (!by_name)
+        throw JobError(file + ": its name tells no format; name one with --as (" + listed(names_of_formats()) + ")");
     return *by_name;
 }
 
@@ -262,8 +258,9 @@ Option format_option(std::optional<Format>& as) {
             OneText{[&as](const std::string& text) { as = format_named(text); },
                     {},
                     [](const std::string& text) {
-                        return format_named(text) ? std::string() : "it is none of " + names_of_formats();
-                    }}};
+                        return format_named(text) ? std::string() : none_of(text, names_of_formats());
+                    },
+                    names_of_formats()}};
 }
 
 void add_options(OptionTable& options, ExportJob& job) {

@@ -9,6 +9,7 @@
 #include "tool/event_rows.h"
 #include "tool/json_writer.h"
 #include "tool/open_logs.h"
+#include "tool/option_table.h"
 #include "tool/output_files.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
@@ -33,18 +34,11 @@ bool is_log(FileKind kind) {
     return std::find(std::begin(kinds_of_logs), std::end(kinds_of_logs), kind) != std::end(kinds_of_logs);
 }
 
-std::vector<std::string> listed(const std::set<std::string>& texts) {
+std::vector<std::string> lines_of(const std::set<std::string>& texts) {
     std::vector<std::string> list;
     for (const std::string& text : texts)
         if (!text.empty()) list.push_back(one_line(text));
     return list;
-}
-
-std::string joined(const std::vector<std::string>& texts) {
-    std::string all;
-    for (const std::string& text : texts)
-        all += (all.empty() ? "" : ", ") + text;
-    return all;
 }
 
 /// The camera roll of a source, else its tape.
@@ -84,7 +78,7 @@ void take_edit(FileDescription& file, const EditPtr& edit) {
     std::set<std::string> rolls;
     for (const embedded::SourceDescription& source : embedded::recipe_of(edit)->sources)
         rolls.insert(roll_of(source));
-    file.rolls = listed(rolls);
+    file.rolls = lines_of(rolls);
     add_tracks(file, edit, picture_kind);
     add_tracks(file, edit, sound_kind);
 }
@@ -116,8 +110,8 @@ void describe_log(FileDescription& file, const DescriptionInput& input) {
         rolls.insert(roll);
         if (row.standard.rate) rates.insert(tv_standard_to_edlstr(row.standard));
     }
-    file.rolls = listed(rolls);
-    file.rate = joined(listed(rates));
+    file.rolls = lines_of(rolls);
+    file.rate = listed(lines_of(rates));
 }
 
 std::string parameter(const recdb& table, const char* key) {
@@ -233,7 +227,7 @@ std::string told_description(const FileDescription& file) {
         facts.push_back(count_of(file.rows, "row") + ", " + std::to_string(file.with_key) + " with a key number");
     if (!file.rate.empty()) facts.push_back(file.rate);
     if (!file.rolls.empty()) facts.push_back(count_of(static_cast<int>(file.rolls.size()), "roll"));
-    return joined(facts);
+    return listed(facts);
 }
 
 std::string description_document(const std::vector<FileDescription>& files) {

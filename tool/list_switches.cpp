@@ -37,10 +37,7 @@ constexpr ChangeListWord change_lists[] = {
 };
 
 /// A word and the value of an option that it stands for.
-struct ValueWord {
-    const char* word;
-    const char* value;
-};
+using ValueWord = std::pair<const char*, const char*>;
 
 constexpr ValueWord bench_costs[] = {{"moves", "1"}, {"splices", "2"}, {"frames", "3"}};
 
@@ -60,12 +57,9 @@ std::vector<std::string> split_words(const std::vector<std::string>& values) {
 
 template <class Word, std::size_t N>
 const Word& find_word(const char* option, const Word (&known)[N], const std::string& word) {
-    std::string choices;
-    for (const Word& candidate : known) {
+    for (const Word& candidate : known)
         if (word == candidate.word) return candidate;
-        choices += std::string(choices.empty() ? "" : ", ") + candidate.word;
-    }
-    throw UsageError(std::string(option) + ": \"" + word + "\" is not one of " + choices);
+    throw UsageError(std::string(option) + ": \"" + word + "\" is not one of " + listed(names_in(known, &Word::word)));
 }
 
 using Switches = std::map<std::string, std::string>;
@@ -93,6 +87,15 @@ void choose_changes(Switches& switches, const std::vector<std::string>& values) 
         switches[list.key] = "0";
     for (const std::string& word : split_words(values))
         switches[find_word("--lists", change_lists, word).key] = "1";
+}
+
+template <std::size_t count>
+OneText one_of(LibraryOptions& library, const char* key, const ValueWord (&values)[count], const char* preset = "") {
+    const auto take = [&library, key, &values](const std::string& text) {
+        for (const auto& [word, value] : values)
+            if (text == word) library.switches[key] = value;
+    };
+    return tool::one_of(names_in(values, &ValueWord::first), take, preset);
 }
 
 Option word_option(const char* name, const char* value, const char* help, LibraryOptions& library,
@@ -125,19 +128,13 @@ Option change_lists_option(LibraryOptions& library) {
 }
 
 Option bench_cost_option(LibraryOptions& library) {
-    const auto take = [&library](const std::string& text) {
-        library.switches["chg_bench_cost"] = find_word("--cost", bench_costs, text).value;
-    };
     return {"--cost", "COST", "Plan the bench list for the fewest moves or splices, or the least frames, and prove it",
-            OneText{take}};
+            one_of(library, "chg_bench_cost", bench_costs)};
 }
 
 Option change_units_option(LibraryOptions& library) {
-    const auto take = [&library](const std::string& text) {
-        library.switches["chg_lengthunits"] = find_word("--units", change_units, text).value;
-    };
     return {"--units", "UNITS", "Lengths and positions in frames, feet or timecode",
-            OneText{take, change_units[0].word}};
+            one_of(library, "chg_lengthunits", change_units, change_units[0].first)};
 }
 
 std::vector<const char*> all_single_layer_extensions() {

@@ -10,6 +10,7 @@
 #include "host/ascii_text.h"
 #include "host/recdb.h"
 #include "tool/open_logs.h"
+#include "tool/option_table.h"
 #include "tool/output_files.h"
 #include "tool/reel_aliases.h"
 #include "tool/tool_error.h"
@@ -74,13 +75,6 @@ template <class Row, std::size_t count> const Row& row_named(const Row (&rows)[c
     for (const Row& row : rows)
         if (name == row.name) return row;
     return rows[0];
-}
-
-template <class Row, std::size_t count> std::string names_in(const Row (&rows)[count]) {
-    std::string names;
-    for (const Row& row : rows)
-        names += (names.empty() ? "" : ", ") + std::string(row.name);
-    return names;
 }
 
 /// A log's rows by the texts of one key.
@@ -362,8 +356,8 @@ std::map<std::string, MatchedLog>& matched_logs() {
 
 } // namespace
 
-std::string match_names() { return names_in(match_keys); }
-std::string log_time_names() { return names_in(time_columns); }
+std::vector<std::string> match_names() { return names_in(match_keys, &MatchKey::name); }
+std::vector<std::string> log_time_names() { return names_in(time_columns, &TimeColumn::name); }
 
 void name_by_aliases(const LogMatching& matching) {
     embedded::set_source_naming(

@@ -31,8 +31,8 @@ void match_log(const LogMatching& matching, const std::vector<embedded::SourceDe
                embedded::Warnings& warnings);
 
 /// What --match and --log-time take: "reel, tape, clip, ...".
-std::string match_names();
-std::string log_time_names();
+std::vector<std::string> match_names();
+std::vector<std::string> log_time_names();
 /// What stands in for a log; null where nothing does.
 const MatchedLog* matched_log(const std::string& log);
 

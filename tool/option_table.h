@@ -14,6 +14,7 @@
 //     InputFile, InputFiles       a file, or one or more, to be read; "-" is standard input
 //     InputGroups                 one or more files each time, as often as one likes
 //     OneText                     one value, turned into what the job holds
+//     one_of(words, ...)          one of some words
 //     EachText                    one value each time, as often as one likes
 //
 // A row whose name begins with no dash takes what stands on the line without a name. What options may not be together
@@ -22,6 +23,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -57,7 +59,37 @@ struct OneText {
     std::function<void(const std::string& text)> take;
     std::string preset = {};                                   ///< told by the help and taken where the line has none
     std::function<std::string(const std::string&)> fault = {}; ///< why a text is none; empty where it is fine
+    std::vector<std::string> words = {};                       ///< all that it may be; empty where that is open
 };
+
+/// "a, b, c"
+std::string listed(const std::vector<std::string>& words);
+
+/// "\"x\" is none of a, b, c"
+std::string none_of(const std::string& text, const std::vector<std::string>& words);
+
+/// One of these words; other texts are refused with all of them.
+OneText one_of(std::vector<std::string> words, std::function<void(const std::string& word)> take,
+               std::string preset = {});
+
+/// What the rows are called: `name` is a member of them.
+template <class Row, std::size_t count, class Name>
+std::vector<std::string> names_in(const Row (&rows)[count], Name Row::*name) {
+    std::vector<std::string> names;
+    for (const Row& row : rows)
+        names.emplace_back(row.*name);
+    return names;
+}
+
+/// `value` becomes what the word stands for. The table stays where it is.
+template <class Value, class Target, std::size_t count>
+OneText one_of(const std::pair<const char*, Value> (&meanings)[count], Target& value, std::string preset = {}) {
+    const auto take = [&meanings, &value](const std::string& text) {
+        for (const auto& [word, meaning] : meanings)
+            if (text == word) value = meaning;
+    };
+    return one_of(names_in(meanings, &std::pair<const char*, Value>::first), take, std::move(preset));
+}
 
 /// `take` gets all the texts at once, in the order of the line, and throws `UsageError`.
 struct EachText {

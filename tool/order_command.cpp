@@ -173,12 +173,6 @@ int run(const OrderJob& job) {
 constexpr std::pair<const char*, Sorting> sortings[] = {
     {"roll", Sorting::roll}, {"scan", Sorting::scan}, {"scene", Sorting::scene}, {"edit", Sorting::edit}};
 
-std::string fault_of_sorting(const std::string& text) {
-    const bool known = std::any_of(std::begin(sortings), std::end(sortings),
-                                   [&](const auto& sorting) { return text == sorting.first; });
-    return known ? "" : "it is none of roll, scan, scene, edit";
-}
-
 void add_pieces(OptionTable& options, OrderJob& job) {
     constexpr int most = 10000;
     options.add({
@@ -192,11 +186,7 @@ void add_pieces(OptionTable& options, OrderJob& job) {
          job.order.whole_takes},
         {"--sort", "BY",
          "Pieces by roll and number, by tape and timecode (scan), by scene and take, or in the order of the edit",
-         OneText{[&job](const std::string& text) {
-                     for (const auto& [name, sorting] : sortings)
-                         if (text == name) job.sorting = sorting;
-                 },
-                 "roll", fault_of_sorting}},
+         one_of(sortings, job.sorting, "roll")},
         {"--had", "ORDER", "Earlier orders (--json): order only what they lack", InputFiles{job.had}},
         {"--ends", "", "Of shots that grew, order only what was added", job.ends},
     });

@@ -102,20 +102,6 @@ void write_documents(const OrderOutputs& outputs, const OrderToTell& order, bool
     write_document(outputs.documents, documents::document_of(film, profile));
 }
 
-std::string fault_of_reel(const std::string& text) {
-    for (const auto& [name, reel] : reels)
-        if (text == name) return "";
-    return "it is none of roll, lab, tape";
-}
-
-std::string fault_of_keys(const std::string& text) {
-    return formats::key_spelling_named(text) ? "" : "it is none of " + formats::key_spelling_names();
-}
-
-std::string fault_of_numbers(const std::string& text) {
-    return frame_numbers_named(text) ? "" : "it is none of " + frame_numbers_names();
-}
-
 } // namespace
 
 void add_order_outputs(OptionTable& options, OrderOutputs& outputs) {
@@ -126,14 +112,11 @@ void add_order_outputs(OptionTable& options, OrderOutputs& outputs) {
          outputs.otio},
         {"--cut-file", "FILE", "The pieces as a cut list in fixed columns (.cut)", outputs.cut_file},
         {"--keys", "SPELLING", "How these write key numbers: plain, dashed, roll, stock or apart",
-         OneText{[&outputs](const std::string& text) { outputs.scans.keys = formats::key_spelling_named(text); },
-                 "plain", fault_of_keys}},
+         one_of(
+             formats::key_spelling_names(),
+             [&outputs](const std::string& text) { outputs.scans.keys = formats::key_spelling_named(text); }, "plain")},
         {"--edl-reel", "WHICH", "What the reels of the edit list are: roll, lab or tape",
-         OneText{[&outputs](const std::string& text) {
-                     for (const auto& [name, reel] : reels)
-                         if (text == name) outputs.scans.edl_reel = reel;
-                 },
-                 "roll", fault_of_reel}},
+         one_of(reels, outputs.scans.edl_reel, "roll")},
         {"--file-name", "PATTERN",
          "What scans are called, by {roll}, {lab}, {tape}, {scan}, {scene}, {take}, {clip} "
          "and {frame}, or {frame:6}; by default {roll}_{frame}.dpx",
@@ -141,10 +124,7 @@ void add_order_outputs(OptionTable& options, OrderOutputs& outputs) {
              if (!text.empty()) outputs.scans.files = FileNames(text);
          }}},
         {"--frames-from", "WHAT", "What the numbers of these files count: timecode, take or key",
-         OneText{[&outputs](const std::string& text) {
-                     outputs.scans.numbers = frame_numbers_named(text).value_or(FrameNumbers::timecode);
-                 },
-                 "timecode", fault_of_numbers}},
+         one_of(frame_numberings, outputs.scans.numbers, "timecode")},
     });
     add_document_options(options, outputs.documents, json_option, false);
 }

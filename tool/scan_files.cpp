@@ -8,9 +8,6 @@
 namespace tool {
 namespace {
 
-constexpr std::pair<const char*, FrameNumbers> numberings[] = {
-    {"timecode", FrameNumbers::timecode}, {"take", FrameNumbers::take}, {"key", FrameNumbers::key}};
-
 constexpr const char* usual_pattern = "{roll}_{frame}.dpx";
 constexpr const char* number_word = "{frame}";
 
@@ -90,19 +87,6 @@ std::string word_in(const std::string& text, const Braces& braces) {
 }
 
 } // namespace
-
-std::optional<FrameNumbers> frame_numbers_named(const std::string& name) {
-    for (const auto& [known, numbers] : numberings)
-        if (name == known) return numbers;
-    return std::nullopt;
-}
-
-std::string frame_numbers_names() {
-    std::string names;
-    for (const auto& [name, numbers] : numberings)
-        names += (names.empty() ? "" : ", ") + std::string(name);
-    return names;
-}
 
 FileNames::FileNames() : pattern_(usual_pattern) {}
 

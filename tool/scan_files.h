@@ -4,8 +4,8 @@
 #include "film/order_facts.h"
 
 #include <cstdint>
-#include <optional>
 #include <string>
+#include <utility>
 
 namespace tool {
 
@@ -16,9 +16,8 @@ enum class FrameNumbers : unsigned char {
     key,      ///< from number 0 of the roll's prefix
 };
 
-std::optional<FrameNumbers> frame_numbers_named(const std::string& name);
-/// "timecode, take, key".
-std::string frame_numbers_names();
+inline constexpr std::pair<const char*, FrameNumbers> frame_numberings[] = {
+    {"timecode", FrameNumbers::timecode}, {"take", FrameNumbers::take}, {"key", FrameNumbers::key}};
 
 /// A name of files, "scans/{roll}/{roll}_{frame}.dpx".
 class FileNames {

@@ -8,6 +8,12 @@
 #include "tool/tool_error.h"
 
 namespace tool {
+namespace {
+
+/// Whether it is the frame that is shown first.
+constexpr std::pair<const char*, bool> readings_of_reverse[] = {{"first", true}, {"low", false}};
+
+} // namespace
 
 void add_edit_input(OptionTable& options, EditInput& edit) {
     options.add({{"EDIT", "", "The edit (.otio, .xml, .fcpxml, .aaf), or the edit lists of one programme (.edl)",
@@ -22,10 +28,7 @@ void add_edit_reading(OptionTable& options, EditInput& edit) {
         {"--all-effects", "", "Every effect of the file is the lab's to make", edit.all_effects},
         {"--edl-reverse", "WHICH",
          "What an edit list's source in of a reverse shot is: the frame shown first, or the lowest",
-         OneText{[&edit](const std::string& text) { edit.reverse_from_first = text == "first"; }, "low",
-                 [](const std::string& text) {
-                     return std::string(text == "first" || text == "low" ? "" : "it is neither first nor low");
-                 }}},
+         one_of(readings_of_reverse, edit.reverse_from_first, "low")},
     });
 }
 
@@ -90,18 +93,11 @@ Option log_table(std::string& log) {
 
 void add_log_matching(OptionTable& options, EditInput& edit, const std::string& log) {
     LogMatching& matching = edit.matching;
-    const auto one_of = [](const std::string& names) {
-        return [names](const std::string& text) {
-            const bool known = !text.empty() && text.find(',') == std::string::npos &&
-                               (", " + names + ", ").find(", " + text + ", ") != std::string::npos;
-            return known ? std::string() : "it is none of " + names;
-        };
-    };
     options.add({
         {"--match", "KEY", "By what rows of the log are found: reel, tape, clip, file or camera-roll",
-         OneText{[&matching](const std::string& text) { matching.key = text; }, {}, one_of(match_names())}},
+         one_of(match_names(), [&matching](const std::string& text) { matching.key = text; })},
         {"--log-time", "WHICH", "By which timecode of the rows: source, camera or sound",
-         OneText{[&matching](const std::string& text) { matching.time = text; }, {}, one_of(log_time_names())}},
+         one_of(log_time_names(), [&matching](const std::string& text) { matching.time = text; })},
         {"--aliases", "FILE", "What reels of the edit are called in the log, as \"A12 = A012\", a line each",
          InputFile{matching.aliases}},
     });

@@ -4,10 +4,7 @@ namespace tool {
 
 Option method_option(film::SpliceRules& rules) {
     return {"--method", "METHOD", "How the negative is put together: ab, single or ultrasonic",
-            OneText{[&rules](const std::string& text) { rules.method = *film::method_named(text); }, "ab",
-                    [](const std::string& text) {
-                        return std::string(film::method_named(text) ? "" : "it is none of ab, single, ultrasonic");
-                    }}};
+            one_of(film::cut_methods, rules.method, "ab")};
 }
 
 Option splice_loss_option(film::SpliceRules& rules) {

@@ -1,6 +1,5 @@
 #include "tool/value_words.h"
 
-#include "documents/profile.h"
 #include "quillbrook/changelist.h"
 #include "quillbrook/cutlist.h"
 #include "tool/key_values.h"
@@ -67,19 +66,6 @@ Table made_table() {
     of_all("--channel", words({"V1", "V2", "V3", "V4", "A1", "A2", "A3", "A4", "A5", "A6", "A7", "A8"}));
     of_all("--rate", words({"23.976", "23.98", "24", "25", "29.97", "30", "47.952", "48", "50", "59.94", "60"}));
     of_all("--film", words(kinds));
-    of_all("--edl-reverse", words({"first", "low"}));
-    of_all("--match", words({"reel", "tape", "clip", "file", "camera-roll"}));
-    of_all("--log-time", words({"source", "camera", "sound"}));
-    of_all("--for", words(documents::profile_names()));
-    of_all("--paper", words({"a4", "letter"}));
-    of_all("--method", words({"ab", "single", "ultrasonic"}));
-    of_all("--units", words({"frames", "feet", "timecode"}));
-    of_all("--cost", words({"moves", "splices", "frames"}));
-    of_all("--sort", words({"roll", "scan", "scene", "edit"}));
-    of_all("--keys", words({"plain", "dashed", "roll", "stock", "apart"}));
-    of_all("--edl-reel", words({"roll", "lab", "tape"}));
-    of_all("--frames-from", words({"timecode", "take", "key"}));
-    of_all("--as", words({"otio", "edl", "ale"}));
     of_all("--lists", {ValueKind::list, {"rolls", "pull", "assembly", "opticals", "doubts"}});
     of("changelist", "--lists", {ValueKind::list, {"summary", "new", "changes", "transitions", "bench"}});
     of_all("--single-layer", {ValueKind::list, {"1", "2", "3", "4"}});
@@ -94,6 +80,8 @@ Table made_table() {
 } // namespace
 
 ValueWords value_words(const std::string& command, const Option& option) {
+    const OneText* text = std::get_if<OneText>(&option.target);
+    if (text && !text->words.empty()) return {ValueKind::words, text->words};
     static const Table& table = *new Table(made_table());
     const std::pair<std::string, std::string> keys[] = {{command, option.name}, {"", option.name}, {"", option.value}};
     for (const auto& key : keys)

@@ -374,8 +374,8 @@ TEST_F(Changelist, WrongLinesAreToldWhatIsWrong) {
     expect_wrong({"changelist", "--new", "new.cdb", "-o", "out.txt"}, "--old");
     expect_wrong({"changelist", "--old", "old.cdb", "-o", "out.txt"}, "--new");
     expect_wrong({"changelist", "--old", "old.cdb", "--new", "new.cdb"}, "-o");
-    expect_wrong(line({"--units", "metres"}), "--units: \"metres\" is not one of frames, feet, timecode");
-    expect_wrong(line({"--cost", "feet"}), "--cost: \"feet\" is not one of moves, splices, frames");
+    expect_wrong(line({"--units", "metres"}), "--units: \"metres\" is none of frames, feet, timecode");
+    expect_wrong(line({"--cost", "feet"}), "--cost: \"feet\" is none of moves, splices, frames");
     for (const char* word : {"", "change", "Bench", "summary,"})
         expect_wrong(line({"--lists", word}), "is not one of summary, new, changes, transitions, bench");
     expect_wrong(line({"--channel", "X1"}), "--channel");
