@@ -4,6 +4,7 @@
 #include "embedded/transaction.h"
 
 #include "embedded/file_calls.h"
+#include "embedded/limits.h"
 #include "embedded/services.h"
 #include "host/counted.h"
 #include "tests/support/scratch_directory.h"
@@ -60,6 +61,42 @@ protected:
 
     ScratchDirectory scratch;
 };
+
+/// Files of more bytes than that are refused.
+class LimitOfInputs {
+public:
+    explicit LimitOfInputs(std::size_t bytes) {
+        embedded::Limits limits;
+        limits.input_bytes = bytes;
+        embedded::set_limits(limits);
+    }
+    ~LimitOfInputs() { embedded::set_limits({}); }
+    LimitOfInputs(const LimitOfInputs&) = delete;
+    LimitOfInputs& operator=(const LimitOfInputs&) = delete;
+};
+
+TEST_F(Run, ReadsWhatItMadeItselfHoweverLargeThatIs) {
+    const LimitOfInputs limit(10);
+    const std::string large(11, 'x');
+    put("theirs", large);
+    Transaction run;
+    ASSERT_TRUE(write("ours", large));
+    EXPECT_EQ(read("ours"), large);
+    EXPECT_EQ(read("theirs"), "none");
+    ASSERT_TRUE(write("theirs", large + 'y'));
+    EXPECT_EQ(read("theirs"), large + 'y');
+    ASSERT_TRUE(run.commit(nullptr));
+    EXPECT_EQ(read("ours"), "none") << "it belongs to the run no longer";
+}
+
+TEST_F(Run, ReadsWorkingFilesHoweverLargeTheyAre) {
+    const LimitOfInputs limit(10);
+    const std::string large(11, 'x'), working = embedded::work_directory() + "/copy";
+    ASSERT_TRUE(write_file_whole(working, large, nullptr));
+    std::string bytes, why;
+    EXPECT_TRUE(embedded::read_file(working, &bytes, &why)) << why;
+    EXPECT_EQ(bytes, large);
+}
 
 TEST_F(Run, ShowsItsFilesToItselfAloneUntilItIsDone) {
     Transaction run;

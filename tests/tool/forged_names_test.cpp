@@ -124,6 +124,38 @@ TEST_F(TooMuch, AFileOrADeviceEndsAtTheLimit) {
     expect_refused({"print", "big.cdb", "-o", "out.txt", "--max-input", "1"}, "larger than 1 MiB");
 }
 
+/// An edit list of so many shots of a roll.
+std::string shots(int count) {
+    std::string text = "TITLE: LONG\n";
+    const auto at = [](int frame) {
+        char time[32];
+        std::snprintf(time, sizeof time, " %02d:%02d:%02d:%02d", 1 + frame / 24 / 3600, frame / 24 / 60 % 60,
+                      frame / 24 % 60, frame % 24);
+        return std::string(time);
+    };
+    for (int shot = 0; shot < count; ++shot)
+        text += std::to_string(shot + 1) + " A V C" + at(shot * 20) + at(shot * 20 + 10) + at(shot * 10) +
+                at(shot * 10 + 10) + "\n";
+    return text;
+}
+
+TEST_F(TooMuch, WhatTheRunMakesItselfHasNoLimit) {
+    constexpr std::size_t limit = 1 << 20;
+    write("a.edl", shots(7000));
+    const std::vector<std::string> one{"--rate", "24", "--max-input", "1", "--quiet"};
+    const auto done = [&](std::vector<std::string> arguments) {
+        arguments.insert(arguments.end(), one.begin(), one.end());
+        return expect_done(arguments);
+    };
+    EXPECT_GT(done({"cutlist", "a.edl", "-o", "-"}).out.size(), limit);
+    done({"cutlist", "a.edl", "-o", "a.txt", "--lists", "rolls,pull,assembly,doubts", "--prove", "--html", "a.html"});
+    EXPECT_GT(std::filesystem::file_size(path("a.txt")), limit);
+    EXPECT_GT(std::filesystem::file_size(path("a.cdb")), limit);
+    write("b.edl", shots(6999));
+    done({"changelist", "--old", "a.edl", "--new", "b.edl", "-o", "changes.txt"});
+    expect_refused({"print", "a.cdb", "-o", "again.txt", "--max-input", "1"}, "larger than 1 MiB");
+}
+
 TEST_F(TooMuch, SoDoesALine) {
     const std::string line = "TITLE: " + std::string(500, 'x') +
                              "\n001  R1  V  C  01:00:00:00 01:00:01:00 00:00:00:00 "
