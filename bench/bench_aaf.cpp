@@ -1,7 +1,7 @@
 // AAF edits of many clips, from the bytes of the file to the edit.
 
+#include "bench/long_files.h"
 #include "formats/aaf/aaf_reader.h"
-#include "tests/support/aaf_samples.h"
 
 #include <benchmark/benchmark.h>
 
@@ -10,7 +10,7 @@
 namespace {
 
 void read(benchmark::State& state) {
-    const std::string bytes = aaf_writer::written(aaf_samples::long_cut(static_cast<std::size_t>(state.range(0))));
+    const std::string bytes = bench::long_aaf(static_cast<int>(state.range(0)));
     for (auto _ : state) {
         const formats::ReadResult result = formats::read_aaf_bytes(bytes, "long.aaf", 0);
         if (!result.edit) std::abort();

@@ -1,5 +1,6 @@
 // How fast logs of as many rows as a table holds are read.
 
+#include "bench/long_files.h"
 #include "formats/logs/ale_reader.h"
 #include "formats/logs/log_check.h"
 #include "formats/logs/log_table.h"
@@ -7,31 +8,10 @@
 
 #include <benchmark/benchmark.h>
 
-#include <cstdio>
-
 namespace {
 
-/// A roll of takes of ten seconds, one after the other.
-std::string long_log(int rows) {
-    std::string text = "Heading\nFIELD_DELIM\tTABS\nFPS\t24\nFILM_FORMAT\t35mm,4perf\n\nColumn\n"
-                       "Name\tTape\tStart\tEnd\tCamroll\tKN Start\tKN End\tSoundroll\tSound TC\tScene\tTake\n\nData\n";
-    for (int i = 0; i < rows; ++i) {
-        char row[256];
-        const int second = i % 8000 * 10;
-        std::snprintf(
-            row, sizeof row,
-            "%d-%d\tT%03d\t%02d:%02d:%02d:00\t%02d:%02d:%02d:00\tA%03d\tKJ %06d-%04d+00\tKJ %06d-%04d+00\tS1\t"
-            "%02d:%02d:%02d:00\t%d\t%d\n",
-            i / 10, i % 10, i / 8000, second / 3600, second / 60 % 60, second % 60, (second + 10) / 3600,
-            (second + 10) / 60 % 60, (second + 10) % 60, i / 100, 100000 + i / 600, i % 600 * 15, 100000 + i / 600,
-            i % 600 * 15 + 15, second / 3600, second / 60 % 60, second % 60, i / 10, i % 10);
-        text += row;
-    }
-    return text;
-}
-
 void read_log(benchmark::State& state) {
-    const std::string bytes = long_log(static_cast<int>(state.range(0)));
+    const std::string bytes = bench::long_ale(static_cast<int>(state.range(0)));
     for (auto _ : state) {
         const formats::TextLines text(bytes);
         formats::Log log = formats::read_ale(text, "long.ale");
@@ -42,7 +22,7 @@ void read_log(benchmark::State& state) {
 }
 
 void make_table(benchmark::State& state) {
-    const std::string bytes = long_log(static_cast<int>(state.range(0)));
+    const std::string bytes = bench::long_ale(static_cast<int>(state.range(0)));
     const formats::TextLines text(bytes);
     const formats::Log log = formats::read_ale(text, "long.ale");
     for (auto _ : state) {
@@ -53,7 +33,7 @@ void make_table(benchmark::State& state) {
 }
 
 void check_rows(benchmark::State& state) {
-    const std::string bytes = long_log(static_cast<int>(state.range(0)));
+    const std::string bytes = bench::long_ale(static_cast<int>(state.range(0)));
     const formats::TextLines text(bytes);
     const formats::Log log = formats::read_ale(text, "long.ale");
     for (auto _ : state)

@@ -1,18 +1,12 @@
 #include "bench/long_edit.h"
 
-#include <cstdio>
+#include "bench/printed.h"
 
 namespace bench {
 namespace {
 
 constexpr int rolls = 40;
 constexpr int shortest = 24;
-
-template <class... Values> std::string printed(const char* format, Values... values) {
-    char text[1024];
-    std::snprintf(text, sizeof text, format, values...);
-    return text;
-}
 
 std::string time(int frames) { return printed(R"({"OTIO_SCHEMA":"RationalTime.1","rate":24,"value":%d})", frames); }
 
@@ -52,13 +46,14 @@ std::string dissolve() {
 /// The last of every five events repeats the one four before it.
 int material_of(int index) { return index % reuse_every == reuse_every - 1 ? index - reuse_every + 1 : index; }
 
-template <class ClipAt> std::string picture(int events, const ClipAt& clip_at) {
+template <class ClipAt>
+std::string picture(int events, const ClipAt& clip_at, int dissolve_every = 10, const char* name = "V1") {
     std::string children;
     for (int i = 0; i < events; ++i) {
-        if (i > 0) children += i % 10 == 0 ? ",\n" + dissolve() + ",\n" : std::string(",\n");
+        if (i > 0) children += i % dissolve_every == 0 ? ",\n" + dissolve() + ",\n" : std::string(",\n");
         children += clip_at(i);
     }
-    return R"({"OTIO_SCHEMA":"Track.1","kind":"Video","name":"V1","children":[)" + children + "]}";
+    return printed(R"({"OTIO_SCHEMA":"Track.1","kind":"Video","name":"%s","children":[)", name) + children + "]}";
 }
 
 /// Frames that a clip has slipped up to that version, each clip in its turn.
@@ -67,13 +62,13 @@ int slip_of(int index, int version) {
     return frames * ((version + turns - 1 - index % turns) / turns);
 }
 
-std::string effects_over(int events) {
+std::string effects_over(int events, int every) {
     const std::string effect = R"({"OTIO_SCHEMA":"Effect.1","name":"Superimpose","effect_name":"Superimpose",)"
                                R"("metadata":{"quillbrook":{"tracks":[0]}}})";
     std::string children;
     for (int i = 0; i < events; ++i) {
         if (i > 0) children += ",\n";
-        children += gap(length_of(i), i % effect_every == effect_every / 4 ? effect : "");
+        children += gap(length_of(i), i % every == every / 4 ? effect : "");
     }
     return R"({"OTIO_SCHEMA":"Track.1","kind":"Video","name":"FX","metadata":{"quillbrook":{"subtype":8}},)"
            R"("children":[)" +
@@ -98,7 +93,22 @@ std::string long_reel(int events, int reel, int version) {
 std::string long_optical_edit(int records) {
     const int events = records * effect_every / (effect_every + 1);
     const std::string clips = picture(events, [](int i) { return clip(i, material_of(i)); });
-    return timeline(clips + ",\n" + effects_over(events));
+    return timeline(clips + ",\n" + effects_over(events, effect_every));
+}
+
+std::string shaped_edit(const EditShape& shape) {
+    const int events = shape.clips / shape.tracks;
+    std::string tracks;
+    for (int track = 0; track < shape.tracks; ++track) {
+        const auto clip_at = [&](int i) {
+            const int number = track * events + i, use = number % shape.uses;
+            return clip(number, number / shape.uses, use * 13 % 50);
+        };
+        const std::string name = printed("V%d", track + 1);
+        tracks += (track == 0 ? "" : ",\n") + picture(events, clip_at, shape.dissolve_every, name.c_str());
+    }
+    if (shape.effect_every > 0) tracks += ",\n" + effects_over(events, shape.effect_every);
+    return timeline(tracks);
 }
 
 } // namespace bench

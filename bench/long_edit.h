@@ -17,4 +17,15 @@ std::string long_reel(int events, int reel, int version);
 /// over every 20th event. Every fifth event repeats a stretch of film that was used before.
 std::string long_optical_edit(int records);
 
+/// What an edit's cost may depend on.
+struct EditShape {
+    int clips = 0;
+    int tracks = 1;          ///< the clips are dealt out to these
+    int uses = 1;            ///< of each take
+    int effect_every = 0;    ///< one event in so many has the lab's effect; 0: none has
+    int dissolve_every = 10; ///< one cut in so many is a dissolve
+};
+
+std::string shaped_edit(const EditShape& shape);
+
 } // namespace bench

@@ -315,9 +315,9 @@ function longestTaskOf(trace) {
 }
 
 async function longEditsAnswer() {
-  const maker = join(quillbrook, '../bench/make_edit');
+  const maker = join(quillbrook, '../bench/make_input');
   if (!existsSync(maker)) { console.log(`web page: no ${maker}, so no long edit was made`); return []; }
-  const bytes = spawnSync(maker, ['9999'], {maxBuffer: 1 << 28}).stdout, files = new Map([['long.otio', {bytes, modified}]]);
+  const bytes = spawnSync(maker, ['edit', '9999'], {maxBuffer: 1 << 28}).stdout, files = new Map([['long.otio', {bytes, modified}]]);
   return withDesk({}, async desk => {
     await desk.drop(asFiles(files));
     await desk.page.waitForTimeout(500);
