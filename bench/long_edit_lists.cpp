@@ -39,7 +39,8 @@ std::string list_of_tapes(int events) {
     std::string text = "TITLE: LONG\n";
     const int rows = events / 4;
     for (int event = 0; event < events; ++event) {
-        const int row = event * 7 % rows, source = start_of(row) + 40 + event / rows * 400, record = hour + event * length;
+        const int row = event * 7 % rows, source = start_of(row) + 40 + event / rows * 400,
+                  record = hour + event * length;
         text += printed("%d  ", event + 1) + tape_of(row) + "  V C " + timecode(source) + ' ' +
                 timecode(source + length) + ' ' + timecode(record) + ' ' + timecode(record + length) + '\n';
     }
