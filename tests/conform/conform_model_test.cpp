@@ -193,15 +193,16 @@ void check_pairs(const CutUses& uses, const Model& model, const film::Conform& c
     for (std::size_t i = 0; i < uses.size(); ++i) {
         if (uses[i].printed) continue;
         std::int64_t before = INT64_MIN;
-        bool shares = false, settled = true;
+        bool shares = false, settled = false;
         for (std::size_t j = 0; j < uses.size(); ++j) {
             if (j == i || uses[j].printed || !goes_ahead(uses, j, i)) continue;
             before = std::max(before, last_of(uses[j]));
             shares = shares || last_of(uses[j]) >= first_of(uses[i]);
         }
+        // Of several that end there one is enough: the old splice that keeps its end from there keeps theirs too.
         for (std::size_t j = 0; j < uses.size(); ++j)
             if (j != i && !uses[j].printed && goes_ahead(uses, j, i) && last_of(uses[j]) == before)
-                settled = settled && ((model.stands(uses[i], Side::head) && model.stands(uses[j], Side::tail)) ||
+                settled = settled || ((model.stands(uses[i], Side::head) && model.stands(uses[j], Side::tail)) ||
                                       end_is_told(conform, i, Side::head) || end_is_told(conform, j, Side::tail));
         const auto twice = told.find({i, Trouble::twice});
         RC_ASSERT((twice != told.end()) == shares);
