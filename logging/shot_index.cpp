@@ -1,5 +1,6 @@
 #include "logging/shot_index.h"
 
+#include "base/row_numbers.h"
 #include "logging/log_shot.h"
 #include "logging/log_shot_list.h"
 
@@ -62,9 +63,7 @@ std::size_t shot_intervals::first_holding(std::int64_t from, std::int64_t to) co
 
 void shot_index::build(const Vector<std::unique_ptr<LogShot>>& shots) {
     shots_ = &shots;
-    Vector<std::size_t> order(shots.size());
-    for (std::size_t i = 0; i < order.size(); ++i)
-        order[i] = i;
+    Vector<std::size_t> order = row_numbers(0, shots.size());
     const auto reel_of = [&](std::size_t shot) { return std::string_view(shots[shot]->reel); };
     std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return reel_of(a) < reel_of(b); });
     for (const std::size_t shot : order) {

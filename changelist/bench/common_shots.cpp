@@ -1,5 +1,6 @@
 #include "changelist/bench/common_shots.h"
 
+#include "base/row_numbers.h"
 #include "changelist/bench/heaviest_run.h"
 
 #include <algorithm>
@@ -84,12 +85,8 @@ void CommonShots::match_middle(const Part& part, int depth) {
 }
 
 Vector<std::size_t> by_shot(const Vector<std::uint32_t>& row, std::size_t from, std::size_t to) {
-    Vector<std::size_t> places;
-    for (; from < to; ++from)
-        places.push_back(from);
-    std::sort(places.begin(), places.end(),
-              [&](std::size_t a, std::size_t b) { return row[a] != row[b] ? row[a] < row[b] : a < b; });
-    return places;
+    return sorted_numbers(from, to,
+                          [&](std::size_t a, std::size_t b) { return row[a] != row[b] ? row[a] < row[b] : a < b; });
 }
 
 /// Of shots that stand in both rows, the rarest first.

@@ -4,6 +4,7 @@
 //      old   [ A ][ x ][ B ][ C ]      A and C in order; then B, a whole shot elsewhere; then x in part, between the
 //      new   [ B ][ A ][ x  ][ C ]     same shots; then parts anywhere
 
+#include "base/row_numbers.h"
 #include "changelist/bench/common_shots.h"
 #include "changelist/bench/film_overlaps.h"
 #include "changelist/bench/heaviest_run.h"
@@ -253,8 +254,7 @@ Vector<BenchSpan> spans_in_gaps(const Side& side) {
 
 /// Places in a new order that rise where new places do; of pieces that begin together none can follow another.
 Vector<WeighedPlace> row_of(const KeptPieces& pieces) {
-    Vector<std::size_t> order = in_new_order(pieces);
-    std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+    const Vector<std::size_t> order = sorted_numbers(0, pieces.size(), [&](std::size_t a, std::size_t b) {
         return pieces[a].new_at != pieces[b].new_at ? pieces[a].new_at < pieces[b].new_at : a > b;
     });
     Vector<WeighedPlace> row(pieces.size());

@@ -1,5 +1,6 @@
 #include "changelist/bench/heaviest_run.h"
 
+#include "base/row_numbers.h"
 #include "changelist/bench/best_below.h"
 
 #include <algorithm>
@@ -16,10 +17,8 @@ struct RunEnd {
 };
 
 Vector<std::size_t> ranks_of(const Vector<WeighedPlace>& row) {
-    Vector<std::size_t> order(row.size());
-    for (std::size_t i = 0; i < order.size(); ++i)
-        order[i] = i;
-    std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return row[a].place < row[b].place; });
+    const Vector<std::size_t> order =
+        sorted_numbers(0, row.size(), [&](std::size_t a, std::size_t b) { return row[a].place < row[b].place; });
     Vector<std::size_t> ranks(row.size());
     for (std::size_t rank = 0; rank < order.size(); ++rank)
         ranks[order[rank]] = rank;

@@ -1,5 +1,7 @@
 #include "changelist/bench/kept_pieces.h"
 
+#include "base/row_numbers.h"
+
 #include <algorithm>
 
 namespace {
@@ -57,10 +59,6 @@ void join_neighbours(KeptPieces& pieces) {
 }
 
 Vector<std::size_t> in_new_order(const KeptPieces& pieces) {
-    Vector<std::size_t> order(pieces.size());
-    for (std::size_t i = 0; i < order.size(); ++i)
-        order[i] = i;
-    std::sort(order.begin(), order.end(),
-              [&](std::size_t a, std::size_t b) { return pieces[a].new_at < pieces[b].new_at; });
-    return order;
+    return sorted_numbers(0, pieces.size(),
+                          [&](std::size_t a, std::size_t b) { return pieces[a].new_at < pieces[b].new_at; });
 }

@@ -1,5 +1,7 @@
 #include "changelist/bench/plan_cost.h"
 
+#include "base/row_numbers.h"
+
 #include <algorithm>
 
 namespace {
@@ -22,12 +24,7 @@ template <class Gap, class Piece> void go_over(const FilmOnReels& film, std::siz
     }
 }
 
-Vector<std::size_t> in_old_order(const KeptPieces& pieces) {
-    Vector<std::size_t> order(pieces.size());
-    for (std::size_t i = 0; i < order.size(); ++i)
-        order[i] = i;
-    return order;
-}
+Vector<std::size_t> in_old_order(const KeptPieces& pieces) { return row_numbers(0, pieces.size()); }
 
 /// What one reel falls into.
 struct ReelCount {

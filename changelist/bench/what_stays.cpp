@@ -1,5 +1,6 @@
 #include "changelist/bench/what_stays.h"
 
+#include "base/row_numbers.h"
 #include "changelist/bench/best_below.h"
 #include "changelist/bench/heaviest_run.h"
 #include "changelist/bench/plan_cost.h"
@@ -56,11 +57,9 @@ struct Row {
 
 /// Of items of a row from `from` to `to`, how many lie ahead of each in the new cut.
 Vector<std::size_t> new_ranks(const KeptPieces& pieces, const Row& row, std::size_t from, std::size_t to) {
-    Vector<std::size_t> order;
-    for (std::size_t item = from; item < to; ++item)
-        order.push_back(item);
-    std::sort(order.begin(), order.end(),
-              [&](std::size_t a, std::size_t b) { return pieces[row.items[a]].new_at < pieces[row.items[b]].new_at; });
+    const Vector<std::size_t> order = sorted_numbers(from, to, [&](std::size_t a, std::size_t b) {
+        return pieces[row.items[a]].new_at < pieces[row.items[b]].new_at;
+    });
     Vector<std::size_t> ranks(order.size());
     for (std::size_t rank = 0; rank < order.size(); ++rank)
         ranks[order[rank] - from] = rank;

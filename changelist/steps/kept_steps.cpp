@@ -3,10 +3,9 @@
 #include "base/frame_math.h"
 #include "base/guard.h"
 #include "base/lasting.h"
+#include "base/row_numbers.h"
 #include "changelist/reel_numbers.h"
 #include "changelist/row_fields.h"
-
-#include <algorithm>
 
 namespace {
 
@@ -106,10 +105,7 @@ void place_steps(Vector<change_step>& steps) {
 
 /// Sorts in the order of `before`; what it holds equal stays in order.
 template <class Value, class Before> void sort_stably(Vector<Value>& values, Before before) {
-    Vector<std::size_t> order(values.size());
-    for (std::size_t i = 0; i < order.size(); ++i)
-        order[i] = i;
-    std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+    const Vector<std::size_t> order = sorted_numbers(0, values.size(), [&](std::size_t a, std::size_t b) {
         if (before(values[a], values[b])) return true;
         return !before(values[b], values[a]) && a < b;
     });
