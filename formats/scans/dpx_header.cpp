@@ -56,18 +56,10 @@ void read_key(const HeaderBytes& bytes, ScanHeader& header) {
     header.key = key_unless_zero(std::move(key));
 }
 
-/// A digit pair a byte, hours first. Frames above 40 of slow material carry the mark of drop-frame; only the rate
-/// tells.
+/// Frames above 40 of slow material carry the mark of drop-frame; only the rate tells.
 void read_time(const HeaderBytes& bytes, ScanHeader& header) {
     const std::uint32_t coded = bytes.number(at_timecode);
-    if (coded == unset) return;
-    HeaderTime time;
-    for (std::size_t i = 0; i < time.parts.size(); ++i) {
-        const std::uint32_t pair = coded >> (24 - 8 * i) & 0xFF;
-        header.time_faulty = header.time_faulty || pair >> 4 > 9 || (pair & 0xF) > 9;
-        time.parts[i] = static_cast<int>((pair >> 4) * 10 + (pair & 0xF));
-    }
-    if (!header.time_faulty) header.time = time;
+    if (coded != unset) take_time(header, coded, false);
 }
 
 const embedded::RateInfo* rate_at(const HeaderBytes& bytes, std::size_t at) {

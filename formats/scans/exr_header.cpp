@@ -57,18 +57,9 @@ void read_key(const Value& value, ScanHeader& header) {
 
 // Digit pairs, frames lowest. Other bits than these are flags; bit 6 says that numbers are dropped.
 void read_time(const Value& value, ScanHeader& header) {
-    constexpr std::uint32_t masks[] = {0x3F, 0x7F, 0x7F, 0x3F};
+    constexpr std::uint32_t digits = 0x3F'7F'7F'3F, drop = 0x40;
     const auto coded = static_cast<std::uint32_t>(value.number(0));
-    HeaderTime time;
-    header.time.reset();
-    header.time_faulty = false;
-    for (std::size_t i = 0; i < time.parts.size(); ++i) {
-        const std::uint32_t pair = coded >> (24 - 8 * i) & masks[i];
-        header.time_faulty = header.time_faulty || (pair & 0xF) > 9;
-        time.parts[i] = static_cast<int>((pair >> 4) * 10 + (pair & 0xF));
-    }
-    time.drop = (coded & 0x40) != 0;
-    if (!header.time_faulty) header.time = time;
+    take_time(header, coded & digits, (coded & drop) != 0);
 }
 
 void read_rate(const Value& value, ScanHeader& header) {

@@ -5,6 +5,7 @@
 #include "formats/logs/film_values.h"
 #include "formats/scans/dpx_header.h"
 #include "formats/scans/exr_header.h"
+#include "formats/scans/most_frequent.h"
 #include "formats/scans/scan_rhythm.h"
 
 #include <algorithm>
@@ -65,9 +66,7 @@ std::optional<std::int64_t> usual_step(const ScanFiles& files, const std::vector
         const bool neighbours = files.files[frames[i - 1].file].number + 1 == files.files[frames[i].file].number;
         if (neighbours && before && here) ++steps[*here - *before];
     }
-    const auto most =
-        std::max_element(steps.begin(), steps.end(), [](const auto& a, const auto& b) { return a.second < b.second; });
-    return most == steps.end() ? std::nullopt : std::optional(most->first);
+    return most_frequent(steps);
 }
 
 std::string text_of(const HeaderTime& time) {

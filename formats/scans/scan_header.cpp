@@ -47,6 +47,19 @@ int number_of_digits(std::string_view text) {
     return number;
 }
 
+void take_time(ScanHeader& header, std::uint32_t pairs, bool drop) {
+    HeaderTime time;
+    time.drop = drop;
+    header.time.reset();
+    header.time_faulty = false;
+    for (std::size_t i = 0; i < time.parts.size(); ++i) {
+        const std::uint32_t tens = pairs >> (28 - 8 * i) & 0xF, ones = pairs >> (24 - 8 * i) & 0xF;
+        header.time_faulty = header.time_faulty || tens > 9 || ones > 9;
+        time.parts[i] = static_cast<int>(10 * tens + ones);
+    }
+    if (!header.time_faulty) header.time = time;
+}
+
 std::optional<HeaderKey> key_unless_zero(HeaderKey key) {
     const bool unset = is_zero(key.film) && is_zero(key.prefix) && key.count == 0;
     return unset ? std::nullopt : std::optional(std::move(key));

@@ -65,6 +65,8 @@ private:
 const embedded::RateInfo* rate_of_header(double frames_per_second);
 /// Digits alone, at most nine of them; -1 for anything else.
 int number_of_digits(std::string_view text);
+/// The header's time from pairs of digits, a byte each and hours first; none, and faulty, where one is no digit.
+void take_time(ScanHeader& header, std::uint32_t pairs, bool drop);
 /// The key number, unless all of it is zero, as files have it that know of none.
 std::optional<HeaderKey> key_unless_zero(HeaderKey key);
 

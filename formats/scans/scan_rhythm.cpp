@@ -1,17 +1,10 @@
 #include "formats/scans/scan_rhythm.h"
 
 #include "embedded/label_kinds.h"
-
-#include <algorithm>
+#include "formats/scans/most_frequent.h"
 
 namespace formats {
 namespace {
-
-std::optional<int> most_frequent(const std::map<int, int>& counts) {
-    const auto most = std::max_element(counts.begin(), counts.end(),
-                                       [](const auto& a, const auto& b) { return a.second < b.second; });
-    return most == counts.end() ? std::nullopt : std::optional(most->first);
-}
 
 /// Whether a figure was shown and is another one.
 bool differs(const std::optional<int>& shown, int figure) { return shown && *shown != figure; }
