@@ -4,24 +4,9 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 packages=(emscripten dpkg-dev chromium)
-
-missing=()
-for package in "${packages[@]}"; do
-    dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
-done
 # Any node will do, not only Debian's.
-command -v node >/dev/null || missing+=(nodejs)
-if [ ${#missing[@]} -gt 0 ]; then
-    as_root=()
-    if [ "$(id -u)" -ne 0 ]; then
-        command -v sudo >/dev/null || { echo "setup: missing ${missing[*]}; run me as root" >&2; exit 1; }
-        as_root=(sudo)
-    fi
-    echo "Installing ${missing[*]}"
-    export DEBIAN_FRONTEND=noninteractive
-    "${as_root[@]}" apt-get update -qq
-    "${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
-fi
+command -v node >/dev/null || packages+=(nodejs)
+scripts/setup.sh "${packages[@]}"
 
 # What drives a browser in the tests of the page. Without npm those tests say so.
 modules=build/web-node
