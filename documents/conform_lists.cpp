@@ -1,6 +1,7 @@
 #include "documents/conform_lists.h"
 
 #include "documents/film_cells.h"
+#include "documents/order_lists.h"
 #include "documents/table_head.h"
 #include "film/conform_texts.h"
 
@@ -152,10 +153,7 @@ std::vector<std::string> conform_list_ids() { return {"conform", "conform-unheld
 
 Document conform_lists(const ConformToTell& told, bool frames) {
     Document document;
-    for (std::size_t i = 0; i < told.reels.size(); ++i)
-        document.title.edit += (i == 0 ? "" : ", ") +
-                               (told.reels.size() > 1 ? "R" + std::to_string(i + 1) + ' ' : std::string()) +
-                               told.reels[i].edit;
+    document.title.edit = names_of_reels(told.reels);
     const std::vector<label_t> film = told.kinds();
     if (film.size() == 1) document.title.gauge = gauge_words(label_type_to_edlstr(film.front()));
     document.lists = {conflict_list(told, frames), unheld_list(told)};

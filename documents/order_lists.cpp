@@ -302,14 +302,18 @@ std::vector<std::size_t> by_film(const OrderToTell& order, std::vector<std::size
 
 } // namespace
 
-TitleBlock title_of(const OrderToTell& order) {
+std::string names_of_reels(const std::vector<film::OrderInput>& reels) {
     constexpr std::size_t most_names = 3;
+    std::string names;
+    for (std::size_t i = 0; i < std::min(reels.size(), most_names); ++i)
+        names += (i == 0 ? "" : ", ") + (reels.size() > 1 ? "R" + std::to_string(i + 1) + ' ' : "") + reels[i].edit;
+    if (reels.size() > most_names) names += " and " + std::to_string(reels.size() - most_names) + " more";
+    return names;
+}
+
+TitleBlock title_of(const OrderToTell& order) {
     TitleBlock title;
-    for (std::size_t i = 0; i < std::min(order.reels.size(), most_names); ++i)
-        title.edit += (i == 0 ? "" : ", ") + (order.reels.size() > 1 ? "R" + std::to_string(i + 1) + ' ' : "") +
-                      order.reels[i].edit;
-    if (order.reels.size() > most_names)
-        title.edit += " and " + std::to_string(order.reels.size() - most_names) + " more";
+    title.edit = names_of_reels(order.reels);
     const Totals totals = totals_of(order);
     if (totals.of_kind.size() == 1) title.gauge = gauge_words(label_type_to_edlstr(totals.of_kind.begin()->first));
     return title;

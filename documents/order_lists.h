@@ -19,7 +19,10 @@ struct OrderFilm {
     bool frames = false;            ///< lengths in frames, in place of feet and frames
 };
 
-/// The names of its reels, numbered as its uses have them, and their gauge where it is one.
+/// "R1 weir, R2 mill, R3 ford and 2 more", numbered as uses have them; the name alone of a single reel.
+std::string names_of_reels(const std::vector<film::OrderInput>& reels);
+
+/// The names of its reels, and their gauge where it is one.
 TitleBlock title_of(const film::OrderToTell& order);
 
 /// The pieces in their order, those of a roll under its name.
