@@ -3,7 +3,8 @@
 set -euo pipefail
 packages=(build-essential g++-12 clang-14 libclang-rt-14-dev clang-format-14 cmake ninja-build pkg-config binutils git python3
     rapidjson-dev libcli11-dev libexpat1-dev libgsf-1-dev zlib1g-dev libgtest-dev libgmock-dev librapidcheck-dev libbenchmark-dev tzdata
-    libpango1.0-dev libcairo2-dev libcpp-httplib-dev fonts-dejavu-core fonts-droid-fallback poppler-utils qpdf mandoc zsh fish valgrind time "$@")
+    libpango1.0-dev libcairo2-dev libcpp-httplib-dev fonts-dejavu-core fonts-droid-fallback poppler-utils qpdf mandoc zsh fish valgrind time
+    abigail-tools "$@")
 
 missing=()
 for package in "${packages[@]}"; do
