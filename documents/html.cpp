@@ -324,13 +324,21 @@ private:
             out_ += "\"></label>";
         }
         out_ += "</td>";
+        const std::size_t head = head_of(row);
         for (const std::size_t i : shown_)
-            put_cell(row, i);
+            put_cell(row, i, i == head);
         out_ += "</tr>\n";
     }
 
-    void put_cell(const Row& row, std::size_t i) {
-        const bool head = i == shown_.front();
+    /// The row goes by the name of its first cell with words: a sum has no number of its own.
+    std::size_t head_of(const Row& row) const {
+        const auto full = std::find_if(shown_.begin(), shown_.end(), [&row](std::size_t i) {
+            return i < row.cells.size() && !row.cells[i].lines.empty();
+        });
+        return full == shown_.end() ? list_.columns.size() : *full;
+    }
+
+    void put_cell(const Row& row, std::size_t i, bool head) {
         out_ += head ? "<th scope=row role=rowheader class=\"" : "<td role=cell class=\"";
         out_ += classes_[i];
         out_ += "\">";

@@ -22,7 +22,7 @@ if (missing) {
 
 // The aims are a first load of 1.5 MB, tasks of 100 ms and three times the command's time. Times are told and never wrong:
 // machines differ, and what runs beside takes its share.
-const most_first_load = 1_600_000;
+const most_first_load = 1_500_000;
 let server = null, browser = null;
 
 const asFiles = files => [...files].map(([name, about]) => ({name, ...about}));
@@ -306,12 +306,21 @@ async function firstLoadIsSmall() {
 }
 
 /// The longest task of the page's own thread in a trace, by the time that the processor gave it: other work of the machine
-/// doesn't count.
+/// doesn't count, nor what this program asks the page for.
 function longestTaskOf(trace) {
   const {traceEvents} = JSON.parse(trace), threads = traceEvents.filter(event => event.name === 'thread_name' && event.args.name === 'CrRendererMain');
   const ours = new Set(threads.map(event => `${event.pid} ${event.tid}`));
-  const tasks = traceEvents.filter(event => event.name.endsWith('RunTask') && event.tdur !== undefined && ours.has(`${event.pid} ${event.tid}`));
-  return tasks.reduce((longest, event) => Math.max(longest, event.tdur / 1000), 0);
+  const own = traceEvents.filter(event => ours.has(`${event.pid} ${event.tid}`));
+  const asked = own.filter(event => event.args?.chrome_mojo_event_info?.mojo_interface_tag === 'blink.mojom.DevToolsSession').map(event => event.ts);
+  const tasks = own.filter(event => event.name.endsWith('RunTask') && event.tdur !== undefined).sort((a, b) => b.tdur - a.tdur);
+  const longest = tasks.find(({ts, dur}) => !asked.some(at => at >= ts && at <= ts + dur));
+  return longest ? longest.tdur / 1000 : 0;
+}
+
+async function openList(desk, tab) {
+  const id = (await tab.getAttribute('id')).slice('tab-'.length);
+  await tab.click();
+  if (id !== 'report') await desk.page.waitForSelector(`[data-laid="${id}"]`, {timeout: 60000});
 }
 
 async function longEditsAnswer() {
@@ -329,6 +338,8 @@ async function longEditsAnswer() {
     const told = performance.now() - started;
     await desk.page.fill('#filter', 'shot 99');
     await desk.page.waitForFunction(() => /\d+ of \d+ rows/.test(document.querySelector('.tools output').textContent), null, {timeout: 60000});
+    await desk.page.fill('#filter', '');
+    for (const tab of await desk.page.locator('[role=tab]').all()) await openList(desk, tab);
     const longest = longestTaskOf(await browser.stopTracing());
     const plan = (await desk.page.locator('#commands pre').textContent()).split('\n')[0].split(' ').slice(1);
     const there = runNative(quillbrook, files, [plan], 1_790_000_000);

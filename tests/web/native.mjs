@@ -3,7 +3,7 @@
 import {spawnSync} from 'node:child_process';
 import {mkdirSync, mkdtempSync, readdirSync, readFileSync, rmSync, statSync, utimesSync, writeFileSync} from 'node:fs';
 import {tmpdir} from 'node:os';
-import {join} from 'node:path';
+import {dirname, join} from 'node:path';
 
 function filesBelow(folder, at = '') {
   return readdirSync(join(folder, at)).sort().flatMap(name => {
@@ -18,6 +18,7 @@ export function runNative(quillbrook, files, commands, made) {
   try {
     mkdirSync(join(folder, 'made/csv'), {recursive: true});
     for (const [name, {bytes, modified}] of files) {
+      mkdirSync(dirname(join(folder, name)), {recursive: true});
       writeFileSync(join(folder, name), bytes);
       utimesSync(join(folder, name), modified / 1000, modified / 1000);
     }

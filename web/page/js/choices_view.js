@@ -19,6 +19,11 @@ function control(name, choices, onchange) {
     const box = make('input', {type: 'checkbox', id, checked: choices[name], 'aria-describedby': described, onchange: event => onchange(name, event.target.checked)});
     return make('div', {class: 'check'}, box, make('label', {for: id}, title), told);
   }
+  if (values === undefined && typeof usual[name] === 'string') {
+    const field = make('input', {type: 'text', id, autocomplete: 'off', spellcheck: 'false', value: choices[name], pattern: texts.options[name].pattern, 'aria-describedby': described,
+                                 onchange: event => onchange(name, event.target.value)});
+    return make('label', {class: 'option'}, title, field, told);
+  }
   if (typeof usual[name] === 'number') {
     const field = make('input', {type: 'number', id, min: 0, max: name === 'splice' ? 100 : 10000, step: 1, value: choices[name], 'aria-describedby': described,
                                  onchange: event => onchange(name, whole(event.target, usual[name]))});
@@ -38,11 +43,15 @@ function whole(field, otherwise) {
   return kept;
 }
 
-/// `state`: {choices, channels, busy}; `on`: {choose(name, value), run, stop}.
+/// Options that ask for a kind of file show beside one.
+const needed = {letters: 'scans', ends: 'had'};
+
+/// `state`: {choices, channels, busy, ready, profiles, scans, had}; `on`: {choose(name, value), run, stop}.
 export function showChoices(element, state, on) {
   const {choices} = state, parts = [];
   parts.push(segments('make', words.make.title, words.make.values, choices.make, words.make.help[choices.make], value => on.choose('make', value)));
-  parts.push(segments('whom', words.whom.title, words.whom.values, choices.whom, words.whom.help[choices.whom], value => on.choose('whom', value)));
+  const {own, ...whom} = words.whom.values;
+  parts.push(segments('whom', words.whom.title, state.profiles ? {...whom, own} : whom, choices.whom, words.whom.help[choices.whom], value => on.choose('whom', value)));
   if (state.channels.length > 1) {
     const values = Object.fromEntries(state.channels.map(channel => [channel, channel]));
     parts.push(segments('channel', words.channel.title, values, choices.channel, '', value => on.choose('channel', value)));
@@ -51,7 +60,7 @@ export function showChoices(element, state, on) {
   parts.push(segments('count', words.count.title, counts, choices.count, '', value => on.choose('count', value)));
   const open = element.querySelector('details')?.open;
   parts.push(make('details', {open}, make('summary', {id: 'more'}, `${words.more}: ${words.changed(changed(choices).length)}`),
-                  make('div', {class: 'options'}, folded[choices.make].map(name => control(name, choices, on.choose)))));
+                  make('div', {class: 'options'}, folded[choices.make].filter(name => !needed[name] || state[needed[name]]).map(name => control(name, choices, on.choose)))));
   parts.push(state.busy ? make('button', {class: 'main', type: 'button', id: 'stop', onclick: on.stop}, words.stop)
                         : make('button', {class: 'main', type: 'button', id: 'run', disabled: !state.ready, onclick: on.run}, words.run[choices.make]));
   refill(element, parts);

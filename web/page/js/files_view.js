@@ -1,6 +1,7 @@
 // The files that the user brought, with what was understood of each and a way to take it out.
 
 import {make, refill} from './elements.js';
+import {filesOfInput} from './folders.js';
 import {texts} from './texts.js';
 
 const words = texts.files;
@@ -12,6 +13,8 @@ function factsOf(seen) {
   if (seen.name) facts.push(`“${seen.name}”`);
   const listed = seen.tracks.filter(track => track.events > 0);
   if (listed.length) facts.push(words.events(listed[0].events), listed.map(track => track.channel).join(' '));
+  if (seen.pictures) facts.push(words.pictures(seen.pictures));
+  if (seen.pieces !== undefined) facts.push(words.pieces(seen.pieces));
   if (seen.rows) facts.push(words.rows(seen.rows), words.keys(seen.rows_with_key, seen.rows));
   if (seen.rate) facts.push(seen.rate);
   if (seen.rolls.length) facts.push(words.rolls(seen.rolls.length) + (seen.rolls.length <= most_rolls ? ` (${seen.rolls.join(', ')})` : ''));
@@ -43,6 +46,14 @@ function sides(file, on) {
                 make('label', {}, make('input', {type: 'radio', name, id: `${name}-${side}`, value: side, checked: file.side === side, onchange: () => on.side(file, side)}), words[side]))));
 }
 
+/// The cut that is held against the negative, or one that was carried out on it.
+function cutOf(file, numbers, on) {
+  const id = `cut-${file.id}`, all = Array.from({length: numbers + 1}, (_, number) => number);
+  const list = make('select', {id, onchange: event => on.cut(file, Number(event.target.value))},
+                    all.map(number => make('option', {value: number, selected: number === (file.cut ?? 0)}, number ? words.carried(number) : words.held)));
+  return make('div', {class: 'ask'}, make('label', {for: id, class: 'unseen'}, `${words.side}: ${file.name}`), list);
+}
+
 function warningsOf(seen) {
   const all = seen.warnings ?? [];
   if (all.length === 0) return null;
@@ -50,8 +61,10 @@ function warningsOf(seen) {
               make('ul', {}, all.slice(0, 20).map(line => make('li', {class: 'wrap'}, line)), all.length > 20 && make('li', {}, words.more(all.length - 20))));
 }
 
+const isCut = seen => seen.use === 'edit' || seen.use === 'cut';
+
 function card(file, state, on) {
-  const {seen} = file, pickable = state.pick && seen && !seen.fault && (seen.use === 'edit' || seen.use === 'cut');
+  const {seen} = file, pickable = state.pick && seen && !seen.fault && isCut(seen);
   const name = pickable
     ? make('label', {class: 'pick'}, make('input', {type: 'radio', name: 'edit', id: `pick-${file.id}`, checked: file.id === state.picked, 'aria-label': words.list(file.name), onchange: () => on.pick(file)}),
            make('span', {class: 'strong wrap'}, file.name))
@@ -61,19 +74,26 @@ function card(file, state, on) {
     make('div', {class: 'about'}, name,
          make('p', {class: 'help wrap'}, seen ? factsOf(seen) : `${words.reading} …`),
          seen && !known && make('p', {class: 'fault'}, seen.fault), asking(file, on), known && warningsOf(seen),
-         state.sides && known && seen.use !== 'log' && sides(file, on)),
+         known && isCut(seen) && (state.sides ? sides(file, on) : state.carried > 0 && cutOf(file, state.carried, on))),
     make('button', {class: 'out', type: 'button', id: `out-${file.id}`, 'aria-label': words.remove(file.name), onclick: () => on.remove(file)}, '×')));
 }
 
-/// `state`: {files, pick: one of them is listed, picked: its id, sides: whether old and new are told}.
+/// `state`: {files, pick: one of them is listed, picked: its id, sides: whether old and new are told,
+/// carried: how many cuts that were carried out there may be}.
 export function showFiles(element, state, on) {
   refill(element, state.files.length > 0 && make('ul', {class: 'files', 'aria-label': words.title}, state.files.map(file => card(file, state, on))));
 }
 
-export function dropArea(onfiles) {
-  const input = make('input', {type: 'file', id: 'files', multiple: true, onchange: event => {
-    onfiles([...event.target.files]);
+function input(id, more, onfiles) {
+  return make('input', {type: 'file', id, multiple: true, ...more, onchange: event => {
+    onfiles(filesOfInput(event.target));
     event.target.value = '';
   }});
-  return make('label', {class: 'drop'}, make('span', {class: 'strong'}, words.drop), make('span', {class: 'help'}, words.or), make('span', {class: 'help'}, words.kinds), input);
+}
+
+/// `onfiles` takes [{path, blob}].
+export function dropArea(onfiles) {
+  return make('div', {class: 'bring'},
+    make('label', {class: 'drop'}, make('span', {class: 'strong'}, words.drop), make('span', {class: 'help'}, words.or), make('span', {class: 'help'}, words.kinds), input('files', {}, onfiles)),
+    make('label', {class: 'button folder'}, words.folder, input('folder', {webkitdirectory: true}, onfiles)));
 }

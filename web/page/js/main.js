@@ -4,7 +4,8 @@ import {showChoices} from './choices_view.js';
 import {make, refill} from './elements.js';
 import {ask, stop} from './engine.js';
 import {dropArea, showFiles} from './files_view.js';
-import {exportsOf, planOf, usual} from './plans.js';
+import {filesOfDrop, itemsOf} from './folders.js';
+import {exportsOf, own, planOf, usual} from './plans.js';
 import {ResultView} from './result_view.js';
 import {keep, kept, wipe} from './store.js';
 import {texts} from './texts.js';
@@ -28,14 +29,23 @@ function listedFiles() {
   return state.choices.together && isList(one) ? [one, ...cuts().filter(file => file !== one && isList(file))] : [one];
 }
 
+const most_cuts = 9;
+
+/// Cuts that were carried out, in the order in which they were.
+function carriedCuts() {
+  const numbers = [...new Set(cuts().map(file => file.cut).filter(number => number > 0))].sort((a, b) => a - b);
+  return numbers.map(number => cuts().filter(file => file.cut === number).map(asInput));
+}
+
 function chosen() {
-  const logs = ofUse('log').map(file => ({name: file.name, table: file.seen.kind === 'a logging table'}));
-  const {make: what} = state.choices;
-  const edits = (what === 'order' ? cuts() : listedFiles()).map(asInput);
-  return {edits, logs, olds: cuts().filter(file => file.side === 'old').map(asInput), news: cuts().filter(file => file.side === 'new').map(asInput)};
+  const logs = ofUse('log', 'scan').map(({name, seen}) => ({name, table: seen.kind === 'a logging table', scan: seen.use === 'scan'}));
+  const edits = (state.choices.make === 'order' ? cuts() : listedFiles()).map(asInput), side = name => cuts().filter(file => file.side === name).map(asInput);
+  return {edits, logs, olds: side('old'), news: side('new'), held: cuts().filter(file => !file.cut).map(asInput), carried: carriedCuts(),
+          had: ofUse('order').map(({name}) => ({name})), profile: ofUse('profile').at(-1)?.name ?? ''};
 }
 
 function channels() {
+  if (state.choices.make === 'conform') return [];
   if (state.choices.make === 'changes') return cuts().some(file => file.seen.use === 'edit') ? tracksOf(cuts()[0]) : [];
   return pickedFile()?.seen.use === 'edit' ? tracksOf(pickedFile()) : [];
 }
@@ -44,8 +54,8 @@ const tracksOf = file => file.seen.tracks.filter(track => track.kind === 'plain'
 
 function isReady() {
   if (state.files.some(file => !file.seen)) return false;
-  const {edits, olds, news} = chosen();
-  return state.choices.make === 'changes' ? olds.length > 0 && news.length > 0 : edits.length > 0;
+  const {edits, olds, news, held} = chosen();
+  return {changes: olds.length > 0 && news.length > 0, conform: held.length > 0}[state.choices.make] ?? edits.length > 0;
 }
 
 // ---- words for each state
@@ -56,8 +66,8 @@ function stateOf() {
   if (state.files.some(file => !file.seen)) return [words.reading, ''];
   if (waits?.seen.needs === 'rate') return [words.needsRate(waits.name), words.needsRateHelp];
   if (waits) return [words.needsSequence(waits.name), words.needsSequenceHelp];
-  if (cuts().length === 0) return ofUse('log').length ? [words.needsEdit, words.needsEditHelp] : [words.cantRead, words.cantReadHelp];
-  if (!isReady()) return [words.needsCuts, words.needsCutsHelp];
+  if (cuts().length === 0) return ofUse('log', 'scan').length ? [words.needsEdit, words.needsEditHelp] : [words.cantRead, words.cantReadHelp];
+  if (!isReady()) return state.choices.make === 'conform' ? [words.needsHeld, words.needsHeldHelp] : [words.needsCuts, words.needsCutsHelp];
   return [words.ready, words.readyHelp];
 }
 
@@ -93,10 +103,15 @@ function showFailure(lines) {
 
 function refresh() {
   const {make: what} = state.choices;
-  showFiles(parts.files, {files: state.files, pick: what !== 'changes' && what !== 'order' && cuts().length > 1, picked: pickedFile()?.id, sides: what === 'changes'}, fileActions);
+  const one = what === 'copy' || what === 'negative', last = Math.max(0, ...cuts().map(file => file.cut ?? 0));
+  showFiles(parts.files, {files: state.files, pick: one && cuts().length > 1, picked: pickedFile()?.id, sides: what === 'changes',
+                          carried: what === 'conform' ? Math.min(last + 1, most_cuts) : 0}, fileActions);
   const offered = channels();
   if (offered.length && !offered.includes(state.choices.channel)) state.choices.channel = offered[0];
-  showChoices(parts.choices, {choices: state.choices, channels: offered, busy: state.busy, ready: isReady()}, {choose, run, stop: stopRun});
+  const profiles = ofUse('profile').length > 0;
+  if (state.choices.whom === own && !profiles) state.choices.whom = usual.whom;
+  showChoices(parts.choices, {choices: state.choices, channels: offered, busy: state.busy, ready: isReady(), profiles, scans: ofUse('scan').length > 0, had: ofUse('order').length > 0},
+              {choose, run, stop: stopRun});
   parts.outdated.hidden = !state.view || state.madeOf === signature();
   parts.keepBox.checked = state.keeps;
   parts.wipe.hidden = parts.wipeHelp.hidden = !state.keeps;
@@ -113,7 +128,7 @@ function reset() {
 function choose(name, value) {
   state.choices[name] = value;
   if (name === 'make' && value !== 'changes' && state.choices.count === 'timecode') state.choices.count = usual.count;
-  if (name === 'make' && value === 'changes') giveSides();
+  if (name === 'make') giveSides();
   refresh();
   if (!state.view && !state.busy) showState();
   remember();
@@ -132,24 +147,30 @@ function freeName(name) {
 /// The first half of the cuts is taken for the old one, until somebody says otherwise.
 function giveSides() {
   const all = cuts(), unsaid = all.every(file => !file.said);
-  all.forEach((file, i) => { if (unsaid || !file.side) file.side = i < Math.ceil(all.length / 2) ? 'old' : 'new'; });
+  all.forEach((file, i) => {
+    const old = i < Math.ceil(all.length / 2) && all.length > 1;
+    if (unsaid || !file.side) file.side = old || all.length === 1 ? 'old' : 'new';
+    if (unsaid || file.cut === undefined) file.cut = old ? 1 : 0;
+  });
 }
 
 async function look(file) {
   try {
-    const [seen] = await ask('describe', {files: [{name: file.name, blob: file.blob}], rate: file.rate, sequence: file.sequence});
-    file.seen = seen;
+    const {name, blob, entries, rate, sequence} = file;
+    file.seen = await ask('describe', {file: {name, blob, entries}, rate, sequence});
   } catch (error) {
     file.seen = {kind: '', fault: texts.states.broken(error.message), tracks: [], rolls: [], sequences: [], warnings: []};
   }
-  if (state.choices.make === 'changes') giveSides();
+  if (file.seen.use === 'profile') state.choices.whom = own;
+  giveSides();
   tell(texts.files.added(file.name));
   refresh();
   if (!state.view && !state.busy) showState();
 }
 
-async function addFiles(blobs, rate) {
-  const added = blobs.map(blob => ({id: state.next++, name: blob.name.replace(/[/\\\0]/g, '_'), blob, rate: rate ?? '', sequence: '', seen: null, side: ''}));
+/// `items`: files and folders, as `itemsOf` gives them.
+async function addFiles(items, rate) {
+  const added = items.map(({name, blob, entries}) => ({id: state.next++, name: name.replace(/[/\\\0]/g, '_'), blob, entries, rate: rate ?? '', sequence: '', seen: null, side: ''}));
   for (const file of added) {
     file.name = freeName(file.name);
     state.files.push(file);
@@ -172,6 +193,7 @@ const fileActions = {
     remember();
   },
   pick(file) { state.picked = file.id; refresh(); remember(); },
+  cut(file, number) { file.cut = number; file.said = true; refresh(); if (!state.view) showState(); remember(); },
   side(file, side) { file.side = side; file.said = true; refresh(); if (!state.view) showState(); remember(); },
   rate(file, rate) { for (const one of state.files) if (one.seen?.needs === 'rate') one.rate = rate; again(state.files.filter(one => one.rate === rate && one.seen?.needs)); },
   sequence(file, name) { file.sequence = name; again([file]); },
@@ -187,8 +209,11 @@ const cut_of_examples = Date.UTC(2026, 8, 20, 20);
 async function tryExample(one) {
   state.files = [];
   Object.assign(state.choices, usual, one.choices);
-  const blobs = await Promise.all(one.files.map(async name => new File([await (await fetch(name)).blob()], name.replace(/^.*\//, ''), {lastModified: cut_of_examples})));
-  await addFiles(blobs, one.rate);
+  const load = async path => {
+    const name = path.replace(/^.*\//, '');
+    return {name, blob: new File([await (await fetch(path)).blob()], name, {lastModified: cut_of_examples})};
+  };
+  await addFiles(await Promise.all(one.files.map(load)), one.rate);
   await run();
 }
 
@@ -197,7 +222,7 @@ async function tryExample(one) {
 async function run() {
   if (!isReady() || state.busy) return;
   const what = chosen(), plan = planOf(state.choices, what), made = Math.floor(Date.now() / 1000), turn = ++state.turn;
-  const files = state.files.filter(isRead).map(({name, blob}) => ({name, blob}));
+  const files = state.files.filter(isRead).map(({name, blob, entries}) => ({name, blob, entries}));
   state.busy = true;
   state.view = null;
   refresh();
@@ -221,7 +246,7 @@ async function showResult(result, plan, what, files) {
   const exports = state.choices.make === 'copy' || state.choices.make === 'negative' ? exportsOf(state.choices, what.edits, what.logs) : [];
   const ticks = new Set(state.ticks[result.mark] ?? []);
   const about = {
-    exports, ticks, name: `${plan.stem}.txt`, report: plan.report, logs: what.logs.length,
+    exports, ticks, verdict: plan.noted, name: `${plan.stem}.txt`, report: plan.report, logs: what.logs.length,
     commands: plan.findings ? [...plan.commands, plan.findings] : plan.commands,
     convert: one => ask('convert', {files, commands: one.commands, name: one.name, made: result.made}),
     onticks: () => { state.ticks[result.mark] = [...ticks]; remember(); },
@@ -253,7 +278,7 @@ function remember() {
   clearTimeout(remembering);
   remembering = setTimeout(() => {
     if (!state.keeps) return;
-    const files = state.files.map(({name, blob, rate, sequence, side, said}) => ({name, blob, rate, sequence, side, said}));
+    const files = state.files.map(({name, blob, entries, rate, sequence, side, cut, said}) => ({name, blob, entries, rate, sequence, side, cut, said}));
     keep('state', {files, choices: state.choices, ticks: state.ticks, picked: state.files.findIndex(file => file.id === state.picked)}).catch(giveUp);
   }, 150);
 }
@@ -315,7 +340,7 @@ function takeDrops(element) {
     if (!isOurs(event)) return;
     event.preventDefault();
     element.classList.remove('over');
-    addFiles([...event.dataTransfer.files]);
+    filesOfDrop(event.dataTransfer).then(files => addFiles(itemsOf(files)), () => tell(texts.files.unreadable));
   });
 }
 
@@ -332,10 +357,13 @@ function build() {
     make('header', {class: 'top'}, make('h1', {}, texts.name), make('p', {class: 'soft'}, texts.about),
          make('div', {class: 'buttons'}, make('button', {type: 'button', id: 'example', onclick: () => tryExample(texts.examples.reel)}, texts.tryExample),
               make('button', {type: 'button', id: 'help', onclick: () => help.showModal()}, texts.help))),
-    make('div', {class: 'columns'}, make('aside', {class: 'side', 'aria-label': texts.files.title}, dropArea(addFiles), parts.files, parts.choices, parts.outdated, keepPart()), parts.result),
+    make('div', {class: 'columns'}, make('aside', {class: 'side', 'aria-label': texts.files.title}, dropArea(files => addFiles(itemsOf(files))), parts.files, parts.choices, parts.outdated, keepPart()), parts.result),
     help, parts.status);
   takeDrops(document.documentElement);
 }
+
+// What waits for its turn to be laid out would be missing on paper.
+addEventListener('beforeprint', () => state.view?.layAll());
 
 build();
 refresh();

@@ -58,6 +58,10 @@ export class Pieces {
     return inSlices([...this.waiting.keys()], number => this.put(number));
   }
 
+  putAllAtOnce() {
+    for (const number of [...this.waiting.keys()]) this.put(number);
+  }
+
   /// The pieces that hold a text.
   putWith(text) {
     for (const [number, html] of this.waiting) if (html.includes(text)) this.put(number);

@@ -1,13 +1,13 @@
 // What was made: name, facts, the reel as a strip, what is wrong, then the lists as tabs with counts.
 
 import {ask} from './engine.js';
-import {breathe, download, make, refill} from './elements.js';
+import {download, inSlices, make, refill} from './elements.js';
 import {listStem, typed} from './plans.js';
 import {Drawing, Sheet} from './sheet_view.js';
 import {texts} from './texts.js';
 
 const words = texts.result;
-const first_findings = 3;
+const first_findings = 3, lines_together = 200;
 
 const kindOf = name => name.endsWith('-lists.txt') ? 'lists' : name.slice(name.lastIndexOf('.') + 1);
 
@@ -22,7 +22,18 @@ function proofOf({status, out}) {
   return says(/^(\w+: )?proved/) ? words.proved : '';
 }
 
+const verdictOf = ({status}) => status === 0 ? words.conforms : words.conformsNot;
+
 const sentence = text => text ? text[0].toUpperCase() + text.slice(1) + '.' : '';
+
+/// A report in blocks, of which a browser lays out those that are in sight.
+function* blocksOf(text) {
+  for (let at = 0, end = 0; at < text.length; at = end) {
+    let lines = 0;
+    for (; lines < lines_together && end < text.length; ++lines) end = text.indexOf('\n', end) + 1 || text.length;
+    yield {block: text.slice(at, end), lines};
+  }
+}
 
 async function save(name) {
   download(name.slice(name.lastIndexOf('/') + 1), await ask('output', {name}));
@@ -59,13 +70,13 @@ export class ResultView {
   head(html) {
     const {result} = this, name = result.title?.edit || this.about.name;
     return make('div', {class: 'name'},
-      make('div', {}, make('h2', {tabindex: -1, id: 'made'}, name), make('p', {class: 'soft wrap'}, factsOf(result, proofOf(result)))),
+      make('div', {}, make('h2', {tabindex: -1, id: 'made'}, name), make('p', {class: 'soft wrap'}, factsOf(result, this.about.verdict ? verdictOf(result) : proofOf(result)))),
       make('div', {class: 'buttons'}, html && make('button', {type: 'button', id: 'print', onclick: () => print(html.name)}, words.print), this.menu()));
   }
 
   menu() {
     const row = (name, about, onclick) => make('li', {}, make('button', {type: 'button', class: 'plain', 'data-file': name, onclick}, name.slice(name.indexOf('/') + 1)), make('span', {class: 'soft'}, about));
-    const made = this.result.outputs.filter(file => !file.name.endsWith('imported.RDB'))
+    const made = this.result.outputs.filter(file => !/(imported|scanned)[.]RDB$/.test(file.name))
       .map(file => row(file.name, `${words.kinds[kindOf(file.name)] ?? ''} ${texts.size(file.size)}`, () => save(file.name)));
     const others = this.about.exports.map(one => row(one.name, words.kinds[kindOf(one.name)], () => this.convert(one)));
     return make('details', {class: 'menu', id: 'download'}, make('summary', {}, words.download),
@@ -152,16 +163,10 @@ export class ResultView {
       const page = make('pre', {'data-list': 'report', class: 'report', tabindex: 0, 'aria-label': words.report});
       this.panel.append(page);
       const report = this.result.outputs.find(file => file.name === this.about.report);
-      this.pourReport(page, await (await ask('output', {name: report.name})).text());
+      const text = await (await ask('output', {name: report.name})).text();
+      inSlices(blocksOf(text), ({block, lines}) => page.append(make('div', {style: `--lines:${lines}`}, block)));
     }
     this.select('report');
-  }
-
-  async pourReport(page, text) {
-    for (let at = 0; at < text.length; at += 50_000) {
-      page.append(text.slice(at, at + 50_000));
-      await breathe();
-    }
   }
 
   filterSoon() {
@@ -182,6 +187,16 @@ export class ResultView {
     for (const line of this.doubts.querySelectorAll('li')) line.classList.toggle('here', line.dataset.film === film);
   }
 
+  async showRow(list, row) {
+    await this.open(list);
+    this.sheets.get(list).sheet.showRow(row);
+    for (const line of this.doubts.querySelectorAll('li')) line.classList.toggle('here', line.dataset.film === row);
+  }
+
+  layAll() {
+    this.sheets.get(this.opened)?.sheet.layAll();
+  }
+
   async showEvent(film) {
     if (this.opened === 'report' && this.result.lists?.length) await this.open(this.result.lists[0].id);
     await this.sheets.get(this.opened)?.loaded;
@@ -189,10 +204,10 @@ export class ResultView {
   }
 
   finding(one) {
-    const film = one.event ? `event-${one.event}` : null;
+    const film = one.row ?? (one.event ? `event-${one.event}` : null), show = () => one.row ? this.showRow(one.list, one.row) : this.showEvent(film);
     const place = [one.event && words.event(one.event), one.name, one.timecode].filter(text => text).join(', ');
     return make('li', {'data-film': film}, make('b', {}, `${words.severity[one.severity]}${place ? `: ${place}` : ''}. `), `${sentence(one.what)} `,
-                make('span', {class: 'soft'}, `${sentence(one.advice)} ${one.where ?? ''} `), film && make('button', {type: 'button', class: 'plain', 'aria-label': `${words.show} ${place}`, onclick: () => this.showEvent(film)}, words.show));
+                make('span', {class: 'soft'}, `${sentence(one.advice)} ${one.where ?? ''} `), film && make('button', {type: 'button', class: 'plain', 'aria-label': `${words.show} ${place}`, onclick: show}, words.show));
   }
 
   /// `found`: {counts, shown}; null where nothing was looked for.

@@ -14,6 +14,7 @@ const ownStyle = `
   .head p { display: none; }
   figure { margin: 0; }
   figcaption { padding: .4rem 0; }
+  .patterns { position: absolute; width: 0; height: 0; }
   tr[data-film] { cursor: pointer; }
   .note { font-size: .85rem; }
   @media screen and (max-width: 46rem) { section { margin: 0; padding: 0; } }
@@ -67,7 +68,8 @@ const filmMark = film => `data-film="${film}"`;
 export class Sheet {
   /// `ticks`: a Set of the ids of rows; `on`: {tick(), pick(film)}.
   constructor(host, css, list, ticks, on) {
-    Object.assign(this, {host, list, ticks, on, root: rootOf(host, css), words: null, hidden: new Set()});
+    Object.assign(this, {host, list, ticks, on, root: rootOf(host, css), words: null, hidden: new Set(), left_out: new CSSStyleSheet()});
+    this.root.adoptedStyleSheets.push(this.left_out);
   }
 
   async load() {
@@ -84,6 +86,7 @@ export class Sheet {
       box.checked = this.ticks.has(row.id);
       row.classList.toggle('done', box.checked);
     }
+    if (this.hidden.size) for (const table of piece.querySelectorAll('table')) this.layColumns(table);
     for (const head of piece.querySelectorAll('tr[data-film] th')) if (head.textContent.trim()) this.addButton(head);
   }
 
@@ -106,7 +109,6 @@ export class Sheet {
       if (film) this.on.pick(film);
     });
     for (const menu of this.root.querySelectorAll('.columns')) menu.hidden = false;
-    for (const head of this.root.querySelectorAll('tr.total th:empty')) head.setAttribute('role', 'cell'); // a sum has no name of its own
   }
 
   tick(box) {
@@ -116,13 +118,16 @@ export class Sheet {
     this.on.tick();
   }
 
-  async showColumn(box) {
+  /// By a rule, which holds for rows that come later too.
+  showColumn(box) {
     this.hidden[box.checked ? 'delete' : 'add'](box.value);
-    for (const table of this.root.querySelectorAll('table')) {
-      const widths = table.dataset.widths.split('|');
-      table.style.setProperty('--cols', widths.filter((width, i) => !this.hidden.has(String(i))).join(' '));
-    }
-    await inSlices(this.root.querySelectorAll(`.c${box.value}`), cell => cell.classList.toggle('hide', !box.checked));
+    this.left_out.replaceSync(this.hidden.size ? `${[...this.hidden].map(column => `.c${column}`).join(', ')} { display: none !important; }` : '');
+    for (const table of this.root.querySelectorAll('table')) this.layColumns(table);
+  }
+
+  layColumns(table) {
+    const widths = table.dataset.widths.split('|');
+    table.style.setProperty('--cols', widths.filter((width, i) => !this.hidden.has(String(i))).join(' '));
   }
 
   /// Shows the rows that hold a text, and tells how many of how many; a later call ends this one.
@@ -150,12 +155,27 @@ export class Sheet {
     this.pieces.putWith(filmMark(film));
     mark(this.root, film);
     const row = this.root.querySelector(`tr[data-film="${CSS.escape(film)}"]`);
-    if (!row || !scroll) return row !== null;
-    row.scrollIntoView({block: 'center'});
-    await breathe(); // rows above have their true height only now
-    row.scrollIntoView({block: 'center'});
-    return true;
+    if (row && scroll) await reveal(row);
+    return row !== null;
   }
+
+  async showRow(id) {
+    this.pieces.putWith(` id="${id}"`);
+    const row = this.root.getElementById(id);
+    for (const one of this.root.querySelectorAll('.here')) one.classList.remove('here');
+    row?.classList.add('here');
+    if (row) await reveal(row);
+  }
+
+  layAll() {
+    this.pieces?.putAllAtOnce();
+  }
+}
+
+async function reveal(row) {
+  row.scrollIntoView({block: 'center'});
+  await breathe(); // rows above have their true height only now
+  row.scrollIntoView({block: 'center'});
 }
 
 export function mark(root, film) {

@@ -1,6 +1,8 @@
 // Everything that takes time: runs of the command, and taking apart what they made. Bytes of files come as Blobs.
 
 import makeModule from '../quillbrook.js';
+import {isPicture} from './folders.js';
+import {seenByPage} from './kinds.js';
 import {describePlan} from './plans.js';
 import {runCommand} from './runs.js';
 import {drawingOf, markOf, sectionsOf, sheetOf, styleOf} from './sheets.js';
@@ -17,9 +19,15 @@ async function compile() {
   return WebAssembly.compile(await answer.arrayBuffer());
 }
 
+/// By their paths; folders are {name, entries}, all else {name, blob}.
 async function bytesOf(files) {
   const all = new Map();
-  for (const {name, blob} of files) all.set(name, {bytes: new Uint8Array(await blob.arrayBuffer()), modified: blob.lastModified ?? 0});
+  for (const {name, blob, entries} of files) {
+    for (const one of entries ?? [{blob}]) {
+      const path = one.path ? `${name}/${one.path}` : name, modified = one.blob.lastModified ?? 0;
+      all.set(path, one.path && isPicture(one.path) ? {blob: one.blob, modified} : {bytes: new Uint8Array(await one.blob.arrayBuffer()), modified});
+    }
+  }
   return all;
 }
 
@@ -31,11 +39,20 @@ async function run(words, files, made) {
 const asFiles = (outputs, made) => [...outputs].map(([name, bytes]) => [name, {bytes, modified: made * 1000}]);
 const parsed = bytes => JSON.parse(new TextDecoder().decode(bytes));
 
-async function describe({files, rate, sequence}) {
-  const done = await run(describePlan(files.map(file => file.name), rate, sequence), await bytesOf(files), 0);
-  const document = done.files.get('made/files.json');
-  return document ? parsed(document).files
-                  : files.map(({name}) => ({path: name, kind: '', use: null, fault: done.err.at(-1) ?? '', tracks: [], sequences: [], rolls: [], warnings: []}));
+const undescribed = (name, fault) => ({path: name, kind: '', use: null, fault, tracks: [], sequences: [], rolls: [], warnings: []});
+
+/// Scans are a log whose table was made of them.
+const asScans = (seen, told, pictures) => ({...seen, kind: 'scanned pictures', use: 'scan', pictures, warnings: [...told, ...seen.warnings]});
+
+async function describe({file, rate, sequence}) {
+  const own = await seenByPage(file);
+  if (own) return own;
+  const scan = file.entries?.some(one => isPicture(one.path)) ?? false;
+  const {commands, told} = describePlan({name: file.name, scan, rate, sequence});
+  const done = await runAll(commands, await bytesOf([file]), 0, () => {}), document = done.outputs.get(told);
+  if (!document) return undescribed(file.name, done.told.at(-1) ?? '');
+  const seen = parsed(document).files[0];
+  return scan ? asScans(seen, done.told, file.entries.length) : seen;
 }
 
 /// Commands one behind the other; what one made is there for the next.
@@ -83,17 +100,31 @@ function findingOf(finding) {
           where: finding.where, what: finding.what, advice: finding.advice, code: finding.code};
 }
 
+function counted(all, shownAs = one => one) {
+  const counts = {wrong: 0, doubt: 0, note: 0};
+  for (const finding of all) ++counts[finding.severity];
+  return {counts, shown: all.slice(0, most_findings).map(shownAs)};
+}
+
+/// What stands beside rows of the lists.
+function notesOf(outputs, plan) {
+  const {lists} = parsed(outputs.get(`made/${plan.stem}.json`)), rows = lists.flatMap(list => list.parts.flatMap(part => part.rows.map(row => ({list, row}))));
+  return rows.flatMap(({list, row}) => row.notes.map(note => ({
+    severity: 'wrong', list: list.id, row: row.id, name: [row.values.events, row.values.shot].filter(text => text).join(', '),
+    what: [note.head, note.text.replace(/[.]$/, '')].filter(text => text).join(': '), advice: note.advice, code: note.code,
+  })));
+}
+
 /// What `check` finds, worst first, and how many there are of each severity.
-async function findings({channel}) {
+async function findings() {
   const {plan, files, outputs, made} = current;
+  if (plan.noted) return counted(notesOf(outputs, plan));
   if (!plan.findings) return null;
   const done = await run(plan.findings, new Map([...await bytesOf(files), ...asFiles(outputs, made)]), made);
   const bytes = done.files.get('made/findings.json');
   if (!bytes) return null;
   outputs.set('made/findings.json', bytes);
-  const all = parsed(bytes).findings, counts = {wrong: 0, doubt: 0, note: 0};
-  for (const finding of all) ++counts[finding.severity];
-  return {counts, shown: all.slice(0, most_findings).map(findingOf), channel};
+  return counted(parsed(bytes).findings, findingOf);
 }
 
 /// Pieces in messages of about the same size.
