@@ -2,6 +2,8 @@
 
 #include "host/ascii_text.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
@@ -26,7 +28,14 @@ int decimal_number(const char* text) {
     return static_cast<int>(negative ? value : -value);
 }
 
+// A whole number of few digits, as most speeds are, is the same at any rounding.
 double floating_number(const char* text) {
+    constexpr std::size_t exact_digits = 15;
+    std::size_t digits = 0;
+    std::int64_t whole = 0;
+    for (; digits < exact_digits && ascii::is_digit(text[digits]); ++digits)
+        whole = whole * 10 + (text[digits] - '0');
+    if (digits > 0 && text[digits] == '\0') return static_cast<double>(whole);
     static const locale_t plain = newlocale(LC_ALL_MASK, "C", locale_t{});
     return strtod_l(text, nullptr, plain);
 }

@@ -157,6 +157,13 @@ Fraction::Fraction(wide num, wide den) {
     }
     const bool negative = (num < 0) != (den < 0);
     const uwide n = magnitude(num), d = magnitude(den);
+    if (fits_64(n) && fits_64(d)) {
+        const auto n64 = static_cast<std::uint64_t>(n), d64 = static_cast<std::uint64_t>(d);
+        const std::uint64_t common = std::gcd(n64, d64);
+        num_ = with_sign(n64 / common, negative);
+        den_ = d64 / common;
+        return;
+    }
     const uwide divisor = common_divisor(n, d);
     if (n / divisor > greatest || d / divisor > greatest) {
         *this = nearest_fit({0, n}, {0, d}, negative);
@@ -167,7 +174,9 @@ Fraction::Fraction(wide num, wide den) {
 }
 
 Fraction Fraction::exactly(double value) {
-    if (!std::isfinite(value) || value == 0.0) return {};
+    constexpr double whole_limit = 9007199254740992.0;
+    if (std::fabs(value) <= whole_limit && value == std::trunc(value)) return static_cast<std::int64_t>(value);
+    if (!std::isfinite(value)) return {};
     int exponent = 0;
     const double part = std::frexp(std::fabs(value), &exponent);
     const Huge digits{0, static_cast<std::uint64_t>(std::ldexp(part, 53))};

@@ -258,16 +258,17 @@ private:
         return base_.skipped * (9 * (frame / base_.ten_minutes()) + minutes);
     }
 
+    static bool is_separator(char c) { return c == ':' || c == '.' || c == ';' || c == ','; }
+
     /// Four parts of two digits, with separators or as eight digits.
     bool read_parts(std::string_view text, int (&parts)[4]) const {
         if (text.size() != 8 && text.size() != 11) return false;
         const std::size_t pitch = text.size() == 11 ? 3 : 2;
         for (std::size_t i = 0; i < 4; ++i) {
-            parts[i] = short_number(text.substr(i * pitch, 2));
-            if (parts[i] < 0) return false;
-            if (pitch == 3 && i > 0 && std::string_view(":.;,").find(text[i * 3 - 1]) == std::string_view::npos) {
-                return false;
-            }
+            const char tens = text[i * pitch], ones = text[i * pitch + 1];
+            if (!ascii::is_digit(tens) || !ascii::is_digit(ones)) return false;
+            if (pitch == 3 && i > 0 && !is_separator(text[i * 3 - 1])) return false;
+            parts[i] = (tens - '0') * 10 + (ones - '0');
         }
         return parts[1] < 60 && parts[2] < 60 && parts[3] < base_.count;
     }

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <iterator>
 #include <string_view>
 
 namespace embedded {
@@ -71,15 +72,26 @@ constexpr LabelKind kinds[] = {
     ink(47, "35mm-8p-ink", FilmFamily::f35_8p, 8, 64),
 };
 
+constexpr std::size_t index_of(label_t type) { return static_cast<std::size_t>(type); }
+
 constexpr std::array<const LabelKind*, kind_numbers> index_by_number() {
     std::array<const LabelKind*, kind_numbers> index{};
     for (auto& place : index)
         place = &kinds[0];
     for (const LabelKind& kind : kinds)
-        index[static_cast<std::size_t>(kind.type)] = &kind;
+        index[index_of(kind.type)] = &kind;
     return index;
 }
 constexpr auto kind_of_number = index_by_number();
+
+/// Most texts differ in length from the one that is looked for.
+constexpr std::array<std::size_t, std::size(kinds)> measure_texts() {
+    std::array<std::size_t, std::size(kinds)> lengths{};
+    for (std::size_t i = 0; i < std::size(kinds); ++i)
+        lengths[i] = std::string_view(kinds[i].text).size();
+    return lengths;
+}
+constexpr auto text_lengths = measure_texts();
 
 /// The kinds of a family; 0 where it has none. `by_digits` begins with 4 digits.
 struct FamilyKinds {
@@ -110,16 +122,26 @@ constexpr TimecodeBase timecode_bases[] = {
     {kind_number(1), 60, 0, 60000, 1001}, {kind_number(2), 60, 4, 60000, 1001},
 };
 
+constexpr std::array<double, kind_numbers> measure_steps() {
+    std::array<double, kind_numbers> steps{};
+    for (const LabelKind& kind : kinds)
+        steps[index_of(kind.type)] = 1.0 / kind.samples_per_frame;
+    for (const TimecodeBase& base : timecode_bases)
+        steps[index_of(base.type)] = double(base.rate_den) / base.rate_num;
+    return steps;
+}
+constexpr auto steps_of_numbers = measure_steps();
+
 } // namespace
 
 const LabelKind& label_kind(label_t type) {
-    const auto number = static_cast<std::size_t>(type);
+    const std::size_t number = index_of(type);
     return number < kind_of_number.size() ? *kind_of_number[number] : kinds[0];
 }
 
 const LabelKind& label_kind_of_text(std::string_view text) {
-    for (const LabelKind& kind : kinds) {
-        if (ascii::same(kind.text, text)) return kind;
+    for (std::size_t i = 0; i < std::size(kinds); ++i) {
+        if (text_lengths[i] == text.size() && ascii::same(kinds[i].text, text)) return kinds[i];
     }
     return kinds[0];
 }
@@ -131,10 +153,7 @@ const TimecodeBase* timecode_base(label_t type) {
     return nullptr;
 }
 
-double default_posn_step(label_t type) {
-    if (const TimecodeBase* base = timecode_base(type)) return double(base->rate_den) / base->rate_num;
-    return 1.0 / label_kind(type).samples_per_frame;
-}
+double default_posn_step(label_t type) { return steps_of_numbers[index_of(label_kind(type).type)]; }
 
 label_t with_count_digits(label_t type, int digits) {
     const LabelKind& kind = label_kind(type);

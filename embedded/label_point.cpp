@@ -33,14 +33,17 @@ void LabelPoint::set_sample(int new_sample) {
 void LabelPoint::set_sample(const char* text) {
     int read = 0;
     char prefix[sizeof prefix_] = {};
-    given_ = text && cvt()->parse(text, read, prefix);
+    given_ = text && *text && cvt()->parse(text, read, prefix);
     sample = read;
     if (given_) fit_prefix(prefix);
 }
 
-// A blank prefix says nothing of the roll, so it stays blank at any length.
+// A prefix fits its own kind already. A blank one says nothing of the roll, so it stays blank at any length.
 void LabelPoint::set_type(label_t type) {
-    type_ = label_kind(type).type;
+    const int fitting = label_kind(type_).prefix_length;
+    const embedded::LabelKind& kind = label_kind(type);
+    type_ = kind.type;
+    if (kind.prefix_length == fitting) return;
     const bool blank = std::string_view(prefix_).find_first_not_of(' ') == std::string_view::npos;
     fit_prefix(blank ? "" : prefix_);
 }
@@ -58,9 +61,12 @@ label_cvt* LabelPoint::cvt() const { return get_static_label_cvt(type_); }
 
 void LabelPoint::fit_prefix(const char* prefix) {
     const auto wanted = static_cast<std::size_t>(label_kind(type_).prefix_length);
+    const char filler = *prefix ? '_' : ' ';
     char fitted[sizeof prefix_] = {};
-    const std::size_t given = std::min(std::strlen(prefix), wanted);
-    std::memset(fitted, given == 0 ? ' ' : '_', wanted);
-    std::memcpy(fitted, prefix, given);
+    std::size_t at = 0;
+    for (; at < wanted && prefix[at]; ++at)
+        fitted[at] = prefix[at];
+    for (; at < wanted; ++at)
+        fitted[at] = filler;
     std::memcpy(prefix_, fitted, sizeof fitted);
 }

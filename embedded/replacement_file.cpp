@@ -12,6 +12,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace embedded {
 namespace {
@@ -96,14 +97,21 @@ void ReplacementFile::write(const void* data, std::size_t count) {
         send(static_cast<const char*>(data), count);
         return;
     }
-    if (pending_.size() + count > buffer_size) flush();
-    const char* bytes = static_cast<const char*>(data);
-    pending_.insert(pending_.end(), bytes, bytes + count);
+    if (room_ - used_ < count) make_room();
+    std::memcpy(buffer_.get() + used_, data, count);
+    used_ += count;
+}
+
+void ReplacementFile::make_room() {
+    flush();
+    if (room_ != 0) return;
+    buffer_.reset(new char[buffer_size]);
+    room_ = buffer_size;
 }
 
 void ReplacementFile::flush() {
-    send(pending_.data(), pending_.size());
-    pending_.clear();
+    send(buffer_.get(), used_);
+    used_ = 0;
 }
 
 void ReplacementFile::send(const char* data, std::size_t count) {

@@ -4,8 +4,8 @@
 #include "embedded/file_calls.h"
 
 #include <cstddef>
+#include <memory>
 #include <string>
-#include <vector>
 
 namespace embedded {
 
@@ -26,8 +26,8 @@ public:
     void write(const void* data, std::size_t count);
     /// The same for one byte; pages come so.
     void put(char byte) {
-        if (pending_.size() == buffer_size) flush();
-        if (good()) pending_.push_back(byte);
+        if (used_ == room_) make_room();
+        buffer_[used_++] = byte;
     }
     /// Puts the file in its place; false if anything failed since it was opened.
     bool commit();
@@ -40,6 +40,7 @@ private:
     void fail(int error);
     void open_beside(unsigned mode);
     void keep_mode();
+    void make_room();
     void flush();
     void send(const char* data, std::size_t count);
     int sync_file();
@@ -47,8 +48,10 @@ private:
     void abandon();
 
     std::string target_;
-    std::string beside_; ///< empty when the target is written straight
-    std::vector<char> pending_;
+    std::string beside_;             ///< empty when the target is written straight
+    std::unique_ptr<char[]> buffer_; ///< made for the first byte; what comes behind a failure is kept from the file
+    std::size_t room_ = 0;
+    std::size_t used_ = 0;
     Descriptor file_;
     std::string why_; ///< empty as long as nothing failed
     int noted_ = -1;  ///< the number of `beside_` among the private files

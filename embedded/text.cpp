@@ -82,17 +82,42 @@ template <class T> LightweightString<T> decimal(std::int64_t value) {
     return LightweightString<T>(text, static_cast<std::size_t>(end - digits));
 }
 
+/// Names and the like need no block of their own while they are converted.
+constexpr std::size_t usual_text = 256;
+
 LightweightString<wchar_t> widen(std::string_view text) {
-    Wide wide;
-    wide.reserve(text.size());
-    while (!text.empty())
-        wide.push_back(static_cast<wchar_t>(take_character(text)));
-    return LightweightString<wchar_t>(wide.data(), wide.size());
+    wchar_t usual[usual_text];
+    Wide longer;
+    if (text.size() > usual_text) longer.resize(text.size());
+    wchar_t* const wide = longer.empty() ? usual : longer.data();
+    wchar_t* end = wide;
+    while (!text.empty()) {
+        const auto byte = static_cast<unsigned char>(text.front());
+        if (byte < 0x80) {
+            text.remove_prefix(1);
+            *end++ = static_cast<wchar_t>(byte);
+        } else {
+            *end++ = static_cast<wchar_t>(take_character(text));
+        }
+    }
+    return LightweightString<wchar_t>(wide, static_cast<std::size_t>(end - wide));
+}
+
+/// What is the same in both widths: ASCII of the usual length. False for anything else.
+bool narrow_plain(std::wstring_view text, char (&bytes)[usual_text]) {
+    if (text.size() > usual_text) return false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (static_cast<std::uint32_t>(text[i]) >= 0x80) return false;
+        bytes[i] = static_cast<char>(text[i]);
+    }
+    return true;
 }
 
 } // namespace
 
 LightweightString<char> toUTF8(const LightweightString<wchar_t>& text) {
+    char plain[usual_text];
+    if (narrow_plain(text.view(), plain)) return LightweightString<char>(plain, text.size());
     Bytes bytes;
     bytes.reserve(text.size());
     for (const wchar_t value : text.view())
