@@ -13,10 +13,32 @@ constexpr const char* chain_behind_last_optical = "single-layer transition";
 
 void store(cutdb& db, unsigned row, const cut_s& record) { record.to_record(*db.get_record(row)); }
 
-void load(const cutdb& db, unsigned row, cut_s& record) {
-    record = cut_s();
-    record.from_record(*db.get_record(row));
-}
+void load(const cutdb& db, unsigned row, cut_s& record) { record.from_record(*db.get_record(row)); }
+
+/// What the search for what hangs together asks of a cut.
+struct cut_extent {
+    int edit_in;
+    int edit_out;
+    bool joined; ///< a transition leads out of it
+
+    explicit cut_extent(const dbrecord& row)
+        : edit_in(number_in(row, cf_edit_in)), edit_out(number_in(row, cf_edit_out)),
+          joined(has_text(row.get_field(cf_fx_op_out))) {}
+
+private:
+    static bool has_text(const char* text) { return text && *text; }
+};
+
+/// The same of an optical.
+struct optical_extent {
+    int optical_in;
+    int edit_in;
+    int edit_out;
+
+    explicit optical_extent(const dbrecord& row)
+        : optical_in(number_in(row, cf_optical_in)), edit_in(number_in(row, cf_edit_in)),
+          edit_out(number_in(row, cf_edit_out)) {}
+};
 
 /// One run over a sorted picture table: cuts of V1 first, then upper tracks, then optical rows.
 class optical_classifier {
@@ -82,10 +104,8 @@ private:
     }
 
     void place_next() {
-        cut_s a;
-        cut_s b;
-        load(db_, cut_, a);
-        load(db_, optical_, b);
+        const cut_extent a(*db_.get_record(cut_));
+        const optical_extent b(*db_.get_record(optical_));
         if (a.edit_in > b.optical_in) {
             mark_error(optical_, next_ref_);
             next_optical();
@@ -113,14 +133,14 @@ private:
     //     FX    |--- optical ---|      |-- optical --|
     //     V1  | cut |  cut  x  cut  x  cut  | next group
     //
-    group gather(cut_s& a, cut_s& b) {
+    group gather(cut_extent a, optical_extent b) {
         group g{cut_, cut_, optical_, optical_};
         for (;;) {
             if (a.edit_out > b.edit_in) {
                 g.overlap = true;
                 g.last_optical = optical_;
             }
-            if (a.fx_op_out[0] == '\0' && (!g.overlap || a.edit_out >= b.edit_out)) {
+            if (!a.joined && (!g.overlap || a.edit_out >= b.edit_out)) {
                 next_cut();
                 return g;
             }
@@ -128,10 +148,10 @@ private:
             next_cut();
             if (no_more_cuts_) return g;
             g.last_cut = cut_;
-            load(db_, cut_, a);
+            a = cut_extent(*db_.get_record(cut_));
             if (a.edit_in >= b.edit_out && is_optical(optical_ + 1)) {
                 ++optical_;
-                load(db_, optical_, b);
+                b = optical_extent(*db_.get_record(optical_));
             }
         }
     }

@@ -2,6 +2,7 @@
 
 #include "base/frame_math.h"
 #include "host/fixed_text.h"
+#include "reports/cutdb.h"
 
 #include <string_view>
 
@@ -48,3 +49,7 @@ void set_transition_out(clip_part& clip, const char* operation, int length) {
 
 full_stretch::full_stretch(const cut_s& event)
     : from(frame_difference(event.edit_in, event.fx_len_in)), to(frame_sum(event.edit_out, event.fx_len_out)) {}
+
+full_stretch::full_stretch(const dbrecord& row)
+    : from(frame_difference(number_in(row, cf_edit_in), number_in(row, cf_fx_len_in))),
+      to(frame_sum(number_in(row, cf_edit_out), number_in(row, cf_fx_len_out))) {}

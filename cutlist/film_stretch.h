@@ -22,6 +22,8 @@ struct full_stretch {
     int to; ///< exclusive
 
     explicit full_stretch(const cut_s& event);
+    /// The same of a cutlist's row, as a new record would read it.
+    explicit full_stretch(const dbrecord& row);
 };
 
 /// Letters the rolls that pieces with transitions go to in turn: A, B, A, ...

@@ -11,9 +11,9 @@
 
 namespace {
 
-/// An event as the walk finds it.
+/// Where an event lies. Most lie under no optical, so the rest of a row is read where a piece of it is listed.
 struct layer_event {
-    cut_s event;
+    unsigned row;
     full_stretch stretch;
     int latest_end; ///< of this event and those of its track before it
 };
@@ -40,31 +40,29 @@ public:
 
     void run() {
         const unsigned rows = db_.get_num_records();
-        for (unsigned row = 0; row < rows; ++row) {
-            optical_ = cut_s();
-            optical_.from_record(*db_.get_record(row));
-            if (optical_.optical_record == 0) continue;
+        for (unsigned index = 0; index < rows; ++index) {
+            dbrecord& row = *db_.get_record(index);
+            if (number_in(row, cf_optical_record) == 0) continue;
             ++fx_count_;
-            if (cued_only_ && optical_.clip_cue == 0) continue;
+            if (cued_only_ && number_in(row, cf_clip_cue) == 0) continue;
+            optical_ = cut_s();
+            optical_.from_record(row);
             lay_tracks();
         }
     }
 
 private:
-    // Each row is read once for all opticals.
     void load_events() {
         const unsigned rows = db_.get_num_records();
         for (unsigned index = 0; index < rows; ++index) {
-            dbrecord& row = *db_.get_record(index);
+            const dbrecord& row = *db_.get_record(index);
             if (number_in(row, cf_optical_record) == 1) continue;
             const int track = number_in(row, cf_track);
             const bool first = runs_.empty() || runs_.back().track != track;
             if (first) runs_.push_back({track, events_.size(), events_.size()});
-            cut_s event;
-            event.from_record(row);
-            const full_stretch stretch(event);
+            const full_stretch stretch(row);
             const int latest = first ? stretch.to : std::max(stretch.to, events_.back().latest_end);
-            events_.push_back({event, stretch, latest});
+            events_.push_back({index, stretch, latest});
             runs_.back().end = events_.size();
         }
     }
@@ -106,7 +104,8 @@ private:
     }
 
     void add_piece(const layer_event& found, int track) {
-        const cut_s& event = found.event;
+        cut_s event;
+        event.from_record(*db_.get_record(found.row));
         sl1_rec record;
         clip_part& clip = record.clip;
         const int ahead = std::max(frame_difference(optical_.edit_in, found.stretch.from), 0);

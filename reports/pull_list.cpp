@@ -72,23 +72,25 @@ const char* pull_heads() {
 }
 
 /// Whether a record is an entry of the pull list, as far as the reel's layout decides it.
-bool is_pulled(const cut_report& cut) {
+bool is_pulled(const dbrecord& row) {
     const CutlistOptions& options = cutlist_options();
-    if (cut.optical_record == 1) return false;
+    if (number_in(row, cf_optical_record) == 1) return false;
     if (options.chan_type != picture_channel) return true;
-    return cut.track == 1 && (options.pull_match_assembly || cut.optical_ref == 0);
+    return number_in(row, cf_track) == 1 && (options.pull_match_assembly || number_in(row, cf_optical_ref) == 0);
 }
 
-bool is_optical_pulled(const cut_report& cut) { return cut.optical_record != 1 && cut.optical_ref != 0; }
+bool is_optical_pulled(const dbrecord& row) {
+    return number_in(row, cf_optical_record) != 1 && number_in(row, cf_optical_ref) != 0;
+}
 
 /// Walks the whole table; entries are told by their kind, the first by its place among all records.
-void print_entries(report& out, const recdb& table, int widen_halves, bool (*wanted)(const cut_report&),
+void print_entries(report& out, const recdb& table, int widen_halves, bool (*wanted)(const dbrecord&),
                    int optical_list) {
     const CutlistOptions& options = cutlist_options();
     for (unsigned index = 0; dbrecord* row = table.get_record(index); ++index) {
+        if (!wanted(*row)) continue;
         cut_report cut;
         cut.load(*row, widen_halves, options.chan_type, options.audio_opticals);
-        if (!wanted(cut)) continue;
         const char* const flags = row->get_field(cf_flags);
         out.need_lines(3);
         print_pull_event(out, cut, flags && flags[0] == 'T', index == 0, optical_list);
