@@ -36,6 +36,12 @@ std::string from_latin(std::string_view bytes) {
     return text;
 }
 
+std::size_t end_of_line(std::string_view bytes, std::size_t at) {
+    while (at < bytes.size() && bytes[at] != '\r' && bytes[at] != '\n')
+        ++at;
+    return at;
+}
+
 bool is_sixteen_bit(std::string_view bytes) {
     return bytes.substr(0, 2) == "\xFF\xFE" || bytes.substr(0, 2) == "\xFE\xFF";
 }
@@ -60,7 +66,7 @@ std::string fault_of_lines(std::string_view bytes) {
     const std::size_t longest = embedded::limits().line_bytes;
     std::size_t line = 1;
     for (std::size_t begin = 0; begin < bytes.size(); ++line) {
-        const std::size_t end = std::min(bytes.find_first_of("\r\n", begin), bytes.size());
+        const std::size_t end = end_of_line(bytes, begin);
         if (end - begin > longest)
             return "line " + std::to_string(line) + " is longer than " + std::to_string(longest) +
                    " bytes, the most that is read; --max-line takes more";
@@ -73,7 +79,7 @@ void TextLines::split() {
     const std::string_view text = text_;
     std::size_t begin = 0;
     while (begin < text.size()) {
-        const std::size_t end = std::min(text.find_first_of("\r\n", begin), text.size());
+        const std::size_t end = end_of_line(text, begin);
         lines_.push_back(text.substr(begin, end - begin));
         begin = end + (text.substr(end, 2) == "\r\n" ? 2 : 1);
     }

@@ -59,7 +59,8 @@ private:
     bool sound() {
         if (!rest_.empty() && (rest_.front() == 'A' || rest_.front() == 'a')) {
             rest_.remove_prefix(1);
-            channels_.sound.insert({1, 2});
+            channels_.sound.insert(1);
+            channels_.sound.insert(2);
             return true;
         }
         return sound_numbers(digits());
@@ -80,8 +81,6 @@ private:
     std::string_view rest_;
     Channels channels_;
 };
-
-using Words = std::vector<std::string_view>;
 
 bool is_word(const Words& words, std::size_t at, std::string_view text) {
     return at < words.size() && ascii::same(words[at], text);
@@ -156,10 +155,14 @@ void take_channels(EventLine& event, Words& words) {
 
 std::string joined(const Words& words) {
     std::string text;
-    for (const std::string_view word : words)
-        text += (text.empty() ? "" : " ") + std::string(word);
+    for (const std::string_view word : words) {
+        if (!text.empty()) text += ' ';
+        text += word;
+    }
     return text;
 }
+
+bool is_separator(char c) { return c == ':' || c == ';' || c == '.' || c == ','; }
 
 } // namespace
 
@@ -172,14 +175,16 @@ std::string quoted(std::string_view text) {
 }
 
 std::optional<Timecode> parse_timecode(std::string_view text) {
-    constexpr std::string_view separators = ":;.,";
     if (text.size() != 11) return std::nullopt;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool parts = i % 3 == 2;
-        if (parts ? separators.find(text[i]) == std::string_view::npos : !ascii::is_digit(text[i])) return std::nullopt;
+    for (std::size_t i = 0; i < text.size(); i += 3)
+        if (!ascii::is_digit(text[i]) || !ascii::is_digit(text[i + 1])) return std::nullopt;
+    bool marked_drop = false;
+    for (std::size_t i = 2; i < text.size(); i += 3) {
+        if (!is_separator(text[i])) return std::nullopt;
+        marked_drop = marked_drop || text[i] == ';';
     }
     const Timecode time{two_digits(text, 0), two_digits(text, 3), two_digits(text, 6), two_digits(text, 9),
-                        text.find(';') != std::string_view::npos};
+                        marked_drop};
     if (time.hours > 23 || time.minutes > 59 || time.seconds > 59) return std::nullopt;
     return time;
 }
@@ -189,9 +194,8 @@ std::optional<Channels> parse_channels(std::string_view text) {
     return ChannelReader(text).read();
 }
 
-EventLine parse_event_line(const Line& line) {
+EventLine parse_event_line(const Line& line, Words& words) {
     constexpr std::size_t times = 4;
-    Words words = words_of(line.text);
     if (!all_digits(words.front())) throw BadLine{"not understood: " + quoted(line.text)};
     if (words.size() < times + 3) throw BadLine{"too few fields for an event: " + quoted(line.text)};
     EventLine event;

@@ -5,8 +5,10 @@
 #include "formats/edl/edl_lines.h"
 #include "host/ascii_text.h"
 
+#include <bit>
+#include <cstdint>
+#include <initializer_list>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,10 +27,42 @@ struct Timecode {
 
 std::optional<Timecode> parse_timecode(std::string_view text);
 
+/// Some of the numbers from 1 to 64, walked upward.
+class NumberSet {
+public:
+    class Walk {
+    public:
+        explicit Walk(std::uint64_t rest) : rest_(rest) {}
+        int operator*() const { return std::countr_zero(rest_) + 1; }
+        Walk& operator++() {
+            rest_ &= rest_ - 1;
+            return *this;
+        }
+        bool operator==(const Walk&) const = default;
+
+    private:
+        std::uint64_t rest_;
+    };
+
+    NumberSet() = default;
+    NumberSet(std::initializer_list<int> numbers) {
+        for (const int number : numbers)
+            insert(number);
+    }
+    void insert(int number) { bits_ |= std::uint64_t{1} << (number - 1); }
+    bool empty() const { return bits_ == 0; }
+    Walk begin() const { return Walk(bits_); }
+    Walk end() const { return Walk(0); }
+    bool operator==(const NumberSet&) const = default;
+
+private:
+    std::uint64_t bits_ = 0;
+};
+
 /// Picture tracks and sound channels, numbered from 1.
 struct Channels {
-    std::set<int> picture;
-    std::set<int> sound;
+    NumberSet picture;
+    NumberSet sound;
 };
 
 /// "V", "V2", "A", "A12", "AA", "AA/V", "B", "A1234V", "NONE" and their like; nothing for what isn't one.
@@ -72,8 +106,8 @@ struct BadLine {
     std::string reason;
 };
 
-/// Throws `BadLine` for what isn't an event.
-EventLine parse_event_line(const Line& line);
+/// `words` are those of the line, and are used up. Throws `BadLine` for what isn't an event.
+EventLine parse_event_line(const Line& line, Words& words);
 
 /// A text of the file for messages: printable, and not too long.
 std::string quoted(std::string_view text);

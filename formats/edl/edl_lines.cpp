@@ -66,9 +66,15 @@ std::string_view trimmed(std::string_view text) {
     return text;
 }
 
-std::vector<std::string_view> words_of(std::string_view text) {
+Words words_of(std::string_view text) {
+    Words words;
+    split_words(text, words);
+    return words;
+}
+
+void split_words(std::string_view text, Words& words) {
     constexpr std::size_t words_of_an_event = 10;
-    std::vector<std::string_view> words;
+    words.clear();
     words.reserve(words_of_an_event);
     std::size_t at = 0;
     while (at < text.size()) {
@@ -79,7 +85,6 @@ std::vector<std::string_view> words_of(std::string_view text) {
             ++at;
         if (at > start) words.push_back(text.substr(start, at - start));
     }
-    return words;
 }
 
 std::optional<std::string_view> behind(std::string_view text, std::string_view head) {
@@ -87,20 +92,26 @@ std::optional<std::string_view> behind(std::string_view text, std::string_view h
     return trimmed(text.substr(head.size()));
 }
 
+LineReader::LineReader(std::string_view bytes) : rest_(without_byte_order_mark(bytes)) {}
+
+bool LineReader::next(Line& line) {
+    if (rest_.empty()) return false;
+    std::size_t end = 0;
+    while (end < rest_.size() && rest_[end] != '\r' && rest_[end] != '\n')
+        ++end;
+    line = {++number_, trimmed(rest_.substr(0, end))};
+    const bool pair = end + 1 < rest_.size() && rest_[end] == '\r' && rest_[end + 1] == '\n';
+    rest_.remove_prefix(std::min(end + (pair ? 2 : 1), rest_.size()));
+    return true;
+}
+
 std::vector<Line> split_lines(std::string_view bytes) {
-    bytes = without_byte_order_mark(bytes);
     constexpr std::size_t usual_line = 50;
     std::vector<Line> lines;
     lines.reserve(bytes.size() / usual_line);
-    std::size_t start = 0;
-    while (start < bytes.size()) {
-        std::size_t end = start;
-        while (end < bytes.size() && bytes[end] != '\r' && bytes[end] != '\n')
-            ++end;
-        lines.push_back({static_cast<int>(lines.size()) + 1, trimmed(bytes.substr(start, end - start))});
-        const bool pair = end + 1 < bytes.size() && bytes[end] == '\r' && bytes[end + 1] == '\n';
-        start = end + (pair ? 2 : 1);
-    }
+    LineReader reader(bytes);
+    for (Line line; reader.next(line);)
+        lines.push_back(line);
     return lines;
 }
 

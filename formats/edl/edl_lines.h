@@ -16,12 +16,28 @@ struct Line {
 
 enum class LineKind { blank, title, fcm, split, event, speed, audio, comment, unknown };
 
-/// All lines; control characters count as blanks, so the mark that ends old files leaves nothing behind.
+/// The lines of a text, one after the other; control characters count as blanks, so the mark that ends old files leaves
+/// nothing behind.
+class LineReader {
+public:
+    explicit LineReader(std::string_view bytes);
+    /// False behind the last line.
+    bool next(Line& line);
+
+private:
+    std::string_view rest_;
+    int number_ = 0;
+};
+
+/// All lines.
 std::vector<Line> split_lines(std::string_view bytes);
 LineKind kind_of(std::string_view line);
 
 std::string_view trimmed(std::string_view text);
-std::vector<std::string_view> words_of(std::string_view text);
+using Words = std::vector<std::string_view>;
+Words words_of(std::string_view text);
+/// The same into `words`, whose room is used again.
+void split_words(std::string_view text, Words& words);
 /// What follows `head`, without blanks around it, where the text begins with it in any case.
 std::optional<std::string_view> behind(std::string_view text, std::string_view head);
 bool all_digits(std::string_view text);

@@ -110,6 +110,7 @@ private:
     void take_key_number(std::string_view text, bool strict);
 
     EventList& list_;
+    Words words_;       ///< of the event's line in hand
     bool open_ = false; ///< comments still belong to the last event
     bool drop_ = false; ///< the frame code mode in force
     bool titled_ = false;
@@ -173,7 +174,7 @@ void ListParser::read_split(const Line& line) {
     for (const auto& [head, delay] : delays) {
         const std::size_t at = ascii::find(line.text, head);
         if (at == std::string_view::npos) continue;
-        const std::vector<std::string_view> words = words_of(line.text.substr(at + std::string_view(head).size()));
+        const Words words = words_of(line.text.substr(at + std::string_view(head).size()));
         if (!words.empty()) *delay = parse_timecode(words.front());
         understood = delay->has_value();
         if (understood) list_.largest_frames = std::max(list_.largest_frames, (*delay)->frames);
@@ -202,11 +203,12 @@ void ListParser::begin_event(std::string_view number) {
 
 // A line that can't be read closes the event before it too: the comments below aren't that one's.
 void ListParser::read_event(const Line& line) {
-    const std::string_view number = words_of(line.text).front();
+    split_words(line.text, words_);
+    const std::string_view number = words_.front();
     const bool same = open_ && list_.events.back().number == number;
     named_.reset();
     open_ = false;
-    EventLine made = parse_event_line(line);
+    EventLine made = parse_event_line(line, words_);
     note_timecodes(made);
     if (!same) begin_event(number);
     open_ = true;
@@ -225,7 +227,7 @@ ListParser::Lines ListParser::lines_for_speed(std::string_view reel, const std::
 }
 
 void ListParser::read_speed(const Line& line) {
-    std::vector<std::string_view> words = words_of(line.text);
+    Words words = words_of(line.text);
     std::optional<Timecode> at;
     if (words.size() > 2) at = parse_timecode(words.back());
     if (at) words.pop_back();
@@ -247,7 +249,7 @@ void ListParser::read_speed(const Line& line) {
 void ListParser::read_sound_channels(const Line& line) {
     constexpr int most_channels = 64;
     if (!event()) return warn(line.number, "sound channels that belong to no event");
-    const std::vector<std::string_view> words = words_of(line.text);
+    const Words words = words_of(line.text);
     for (std::size_t i = 1; i < words.size(); ++i) {
         const std::optional<int> channel = whole_number(words[i]);
         if (!channel || *channel < 1 || *channel > most_channels)
@@ -334,7 +336,7 @@ void ListParser::take_effect(std::string_view name) {
 
 // "01:00:01:14 RED     TEXT"; a mark without a text goes by its colour.
 void ListParser::take_locator(std::string_view text, const Line& line) {
-    const std::vector<std::string_view> words = words_of(text);
+    const Words words = words_of(text);
     const std::optional<Timecode> at = words.empty() ? std::nullopt : parse_timecode(words.front());
     if (!at) return not_understood(line);
     list_.largest_frames = std::max(list_.largest_frames, at->frames);
@@ -356,7 +358,7 @@ void ListParser::take_real_reel(std::string_view text) {
 }
 
 void ListParser::take_rate(std::string_view text, const Line& line) {
-    const std::vector<std::string_view> words = words_of(text);
+    const Words words = words_of(text);
     double rate = 0;
     if (!words.empty()) decimal::read(words[0].data(), words[0].data() + words[0].size(), rate);
     if (!(rate > 0)) return not_understood(line);

@@ -159,12 +159,15 @@ ReadResult read_edl(const std::string& path, const ReadOptions& options) {
 }
 
 bool looks_like_edl(std::string_view bytes) {
-    for (const edl::Line& line : edl::split_lines(bytes)) {
+    edl::LineReader lines(bytes);
+    edl::Words words;
+    for (edl::Line line; lines.next(line);) {
         const edl::LineKind kind = edl::kind_of(line.text);
         if (kind == edl::LineKind::fcm) return true;
         if (kind != edl::LineKind::event) continue;
         try {
-            edl::parse_event_line(line);
+            edl::split_words(line.text, words);
+            edl::parse_event_line(line, words);
             return true;
         } catch (const edl::BadLine&) {
             continue;

@@ -157,7 +157,7 @@ bool Layout::sound_is_taken(int channel) {
 
 // Throws `BadLine` for a delay that some line of the event would take, before anything of the event is laid.
 Delays Layout::delays_of(const Event& event) const {
-    const auto frames = [&](const std::optional<Timecode>& delay, std::set<int> Channels::*side) {
+    const auto frames = [&](const std::optional<Timecode>& delay, NumberSet Channels::*side) {
         const bool taken = std::any_of(event.lines.begin(), event.lines.end(),
                                        [&](const EventLine& line) { return !(line.channels.*side).empty(); });
         return delay && taken ? frames_of(*delay, rate_, false) : 0;

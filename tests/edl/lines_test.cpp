@@ -118,17 +118,18 @@ TEST(Lines, FilesWithoutEventsAreRefusedWithTheirFirstLine) {
 }
 
 TEST(Lines, ChannelsInAllSpellings) {
+    using formats::edl::NumberSet;
     using formats::edl::parse_channels;
     const auto sound = [](const char* text) { return parse_channels(text)->sound; };
-    EXPECT_EQ(sound("A"), std::set<int>({1}));
-    EXPECT_EQ(sound("A2"), std::set<int>({2}));
-    EXPECT_EQ(sound("A12"), std::set<int>({12}));
-    EXPECT_EQ(sound("A34"), std::set<int>({3, 4}));
-    EXPECT_EQ(sound("AA/V"), std::set<int>({1, 2}));
-    EXPECT_EQ(sound("A1234V"), std::set<int>({1, 2, 3, 4}));
-    EXPECT_EQ(sound("B"), std::set<int>({1}));
-    EXPECT_EQ(parse_channels("A1234V")->picture, std::set<int>({1}));
-    EXPECT_EQ(parse_channels("V2")->picture, std::set<int>({2}));
+    EXPECT_EQ(sound("A"), NumberSet({1}));
+    EXPECT_EQ(sound("A2"), NumberSet({2}));
+    EXPECT_EQ(sound("A12"), NumberSet({12}));
+    EXPECT_EQ(sound("A34"), NumberSet({3, 4}));
+    EXPECT_EQ(sound("AA/V"), NumberSet({1, 2}));
+    EXPECT_EQ(sound("A1234V"), NumberSet({1, 2, 3, 4}));
+    EXPECT_EQ(sound("B"), NumberSet({1}));
+    EXPECT_EQ(parse_channels("A1234V")->picture, NumberSet({1}));
+    EXPECT_EQ(parse_channels("V2")->picture, NumberSet({2}));
     EXPECT_TRUE(parse_channels("NONE")->picture.empty());
     for (const char* text : {"X", "V0", "A0", "V99", "C"})
         EXPECT_FALSE(parse_channels(text)) << text;
