@@ -90,7 +90,7 @@ const RateInfo* nearest_rate(double frames_per_second) {
     double least = 0.01;
     for (const RateInfo& rate : rates) {
         const double distance = std::fabs(double(rate.num) / double(rate.den) - frames_per_second);
-        if (distance > least || std::isnan(distance)) continue;
+        if (!(distance <= least)) continue;
         nearest = &rate;
         least = distance;
     }

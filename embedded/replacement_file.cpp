@@ -165,6 +165,18 @@ bool write_file_whole(const std::string& path, const std::string& bytes, std::st
     return false;
 }
 
+namespace {
+
+/// What a file holds as long as it doesn't grow; never more than is read of any.
+std::size_t expected_size(int file) {
+    struct stat status = {};
+    const bool plain = ::fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0;
+    const std::size_t size = plain ? static_cast<std::size_t>(status.st_size) : 0;
+    return fault_of_size(size).empty() ? size : 0;
+}
+
+} // namespace
+
 bool read_file(const std::string& path, std::string* bytes, std::string* why) {
     if (const std::string* held = held_input(path)) {
         *bytes = *held;
@@ -181,6 +193,7 @@ bool read_file(const std::string& path, std::string* bytes, std::string* why) {
     constexpr std::size_t block_size = 64 * 1024;
     std::vector<char> block(file.is_open() ? block_size : 0);
     const bool stream = file.is_open() && is_stream(file.number());
+    if (file.is_open() && !stream) bytes->reserve(expected_size(file.number()));
     while (error == 0 && too_large.empty()) {
         const ssize_t got = retried([&] { return ::read(file.number(), block.data(), block.size()); });
         if (got == 0) {

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 
 namespace formats {
@@ -76,8 +77,6 @@ private:
 };
 
 bool DocumentFiller::number(std::string_view text) {
-    // The parser counts the zero that closes the text.
-    if (!text.empty() && text.back() == '\0') text.remove_suffix(1);
     std::int64_t whole = 0;
     std::uint64_t large = 0;
     double value = 0;
@@ -109,13 +108,24 @@ std::string number_text(double number) {
     return std::abs(number) >= 1 && length > 0 ? std::string(fixed) : plain;
 }
 
+/// For a parser that unescapes texts where they lie. It reads blocks of 16 bytes, so as many zeros close the text.
+std::unique_ptr<char[]> closed_copy(std::string_view bytes) {
+    constexpr std::size_t block = 16;
+    std::unique_ptr<char[]> copy(new char[bytes.size() + block]);
+    bytes.copy(copy.get(), bytes.size());
+    std::fill_n(copy.get() + bytes.size(), block, '\0');
+    return copy;
+}
+
 } // namespace
 
 bool JsonDocument::parse(std::string_view bytes) {
-    constexpr unsigned flags =
-        rapidjson::kParseNanAndInfFlag | rapidjson::kParseNumbersAsStringsFlag | rapidjson::kParseIterativeFlag;
+    constexpr unsigned flags = rapidjson::kParseNanAndInfFlag | rapidjson::kParseNumbersAsStringsFlag |
+                               rapidjson::kParseIterativeFlag | rapidjson::kParseInsituFlag;
     const std::size_t skipped = bytes.substr(0, 3) == byte_order_mark ? 3 : 0;
-    rapidjson::MemoryStream stream(bytes.data() + skipped, bytes.size() - skipped);
+    document_.SetNull();
+    text_ = closed_copy(bytes.substr(skipped));
+    rapidjson::InsituStringStream stream(text_.get());
     rapidjson::GenericReader<JsonEncoding, JsonEncoding, JsonMemory> reader;
     const char* reason = nullptr;
     auto generate = [&](JsonTree& target) {
@@ -139,7 +149,9 @@ bool JsonDocument::parse(std::string_view bytes) {
 const JsonValue* json_member(const JsonValue* object, std::string_view key) {
     if (!object || !object->IsObject()) return nullptr;
     for (auto member = object->MemberBegin(); member != object->MemberEnd(); ++member)
-        if (json_string(&member->name) == key) return member->value.IsNull() ? nullptr : &member->value;
+        if (member->name.GetStringLength() == key.size() &&
+            std::memcmp(member->name.GetString(), key.data(), key.size()) == 0)
+            return member->value.IsNull() ? nullptr : &member->value;
     return nullptr;
 }
 

@@ -54,19 +54,25 @@ ObjectType named_type(std::string_view text) {
     const bool too_high = trouble == std::errc::result_out_of_range;
     if ((trouble != std::errc() && !too_high) || end != digits.data() + digits.size()) return {Schema::unknown, 0, 0};
     if (too_high) version = 1 << 30;
+    const std::string_view name = text.substr(0, dot);
     for (const KnownName& known : known_names)
-        if (text.substr(0, dot) == known.name && version > 0) return {known.schema, version, known.newest};
+        if (name == known.name && version > 0) return {known.schema, version, known.newest};
     return {Schema::unknown, version, 0};
 }
 
 std::string segment(const Place& place) {
-    if (place.value && schema_of(*place.value) == Schema::track && place.index >= 0) {
+    if (place.index < 0) return std::string(place.key);
+    if (place.value && schema_of(*place.value) == Schema::track) {
         std::string name = name_of(*place.value);
         if (!name.empty()) return name;
     }
     std::string text(place.key);
-    if (place.index >= 0) text += "[" + std::to_string(place.index) + "]";
-    return text;
+    return text.append(1, '[').append(std::to_string(place.index)).append(1, ']');
+}
+
+void append_step(std::string& path, const std::string& step) {
+    if (!path.empty()) path += '/';
+    path += step;
 }
 
 void check_version(const Place& place) {
@@ -101,16 +107,19 @@ ObjectType object_type(const JsonValue& value) {
 }
 
 std::string Place::text() const {
-    std::vector<const Place*> steps;
-    for (const Place* step = this; step; step = step->up)
-        if (!step->key.empty()) steps.push_back(step);
-    std::string result;
-    for (auto step = steps.rbegin(); step != steps.rend(); ++step)
-        result += (result.empty() ? "" : "/") + segment(**step);
+    std::string result = up ? up->steps() : std::string();
+    const std::string own = segment(*this);
+    if (!key.empty()) append_step(result, own);
     const std::string name = value ? name_of(*value) : std::string();
-    const bool shown = !steps.empty() && segment(*this) == name;
-    if (!name.empty() && !shown) result += (result.empty() ? "\"" : " \"") + name + "\"";
+    const bool shown = !result.empty() && own == name;
+    if (!name.empty() && !shown) result.append(result.empty() ? "\"" : " \"").append(name).append(1, '"');
     return result.empty() ? "the root" : result;
+}
+
+std::string Place::steps() const {
+    std::string result = up ? up->steps() : std::string();
+    if (!key.empty()) append_step(result, segment(*this));
+    return result;
 }
 
 void refuse(const Place& place, const std::string& reason) { throw ReadError{place.text() + ": " + reason}; }

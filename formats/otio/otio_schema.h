@@ -51,6 +51,10 @@ struct Place {
     Place step(std::string_view name, const JsonValue& at, int number = -1) const { return {this, name, number, &at}; }
     /// As `tracks/V1/children[17] "A012"`.
     std::string text() const;
+
+private:
+    /// The same without the name.
+    std::string steps() const;
 };
 
 /// What stops the reading, in words that name the object.

@@ -28,9 +28,8 @@ void check_rate(const Place& place, double rate, std::string_view what) {
     if (rate < lowest_rate || rate > highest_rate) refuse(place, std::string(what) + " is beyond any use");
 }
 
-Fraction listed_or_exact(double rate) {
-    const RateInfo* info = embedded::nearest_rate(rate);
-    return info ? info->rate() : Fraction::exactly(rate);
+Fraction listed_or_exact(const RateInfo* listed, double rate) {
+    return listed ? listed->rate() : Fraction::exactly(rate);
 }
 
 Time time_at(const Place& place) {
@@ -40,7 +39,8 @@ Time time_at(const Place& place) {
     check_rate(place, rate, "the rate");
     if (!std::isfinite(value)) refuse(place, "the value isn't a finite number");
     if (!(std::fabs(value / rate) <= longest_time)) refuse(place, "the time is beyond ten years");
-    return {near_whole(value), listed_or_exact(rate), embedded::nearest_rate(rate)};
+    const RateInfo* listed = embedded::nearest_rate(rate);
+    return {near_whole(value), listed_or_exact(listed, rate), listed};
 }
 
 /// The sign and digits of a text, up to `longest_part` digits.
@@ -118,7 +118,7 @@ std::optional<Fraction> read_rate(const Place& place, const JsonValue* value, st
         if (*end != '\0') rate = 0;
     }
     check_rate(place, rate, what);
-    return listed_or_exact(rate);
+    return listed_or_exact(embedded::nearest_rate(rate), rate);
 }
 
 Fraction read_number(const Place& place, const JsonValue& value, std::string_view what, double limit) {

@@ -1,5 +1,7 @@
 #include "formats/timeline/sources.h"
 
+#include <charconv>
+#include <cstdint>
 #include <limits>
 
 namespace formats::timeline {
@@ -9,7 +11,15 @@ using embedded::Fraction;
 using embedded::LabelDescription;
 using embedded::SourceDescription;
 
-void append(std::string& key, const std::string& text) { key += std::to_string(text.size()) + ":" + text; }
+void append(std::string& key, std::int64_t number) {
+    char digits[24];
+    key.append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
+}
+
+void append(std::string& key, const std::string& text) {
+    append(key, static_cast<std::int64_t>(text.size()));
+    key.append(1, ':').append(text);
+}
 
 void append(std::string& key, const Fraction& value) {
     const Fraction::wide parts[] = {value.num(), value.den()};
@@ -25,22 +35,28 @@ void append(std::string& key, const std::optional<LabelDescription>& label) {
     key += label ? 'y' : 'n';
     if (!label) return;
     append(key, label->text);
-    key += std::to_string(label->type) + "," + (label->sample ? std::to_string(*label->sample) : "");
+    append(key, std::int64_t{label->type});
+    key += ',';
+    if (label->sample) append(key, std::int64_t{*label->sample});
     append(key, label->rate);
 }
 
 std::string key_of(const SourceDescription& source) {
+    constexpr std::size_t usual_key = 512;
     std::string key;
+    key.reserve(usual_key);
     append(key, source.identity);
     append(key, source.name);
     key += source.opens ? 'o' : 'c';
     key += source.rendered ? 'r' : 'm';
-    key += std::to_string(source.rate ? source.rate->code : 0);
+    append(key, std::int64_t{source.rate ? source.rate->code : 0});
     append(key, source.film_rate);
     append(key, source.start_strip);
     append(key, source.length);
     for (const auto& [medium, reel] : source.reels) {
-        key += std::to_string(medium.first) + "," + std::to_string(medium.second);
+        append(key, std::int64_t{medium.first});
+        key += ',';
+        append(key, std::int64_t{medium.second});
         append(key, reel);
     }
     for (const auto* label :
