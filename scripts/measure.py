@@ -60,8 +60,9 @@ class Figures:
         if what == "peak-each":
             return f"{max(0, self.slope(self.peaks, stage)):.1f} KiB"
         at = stage.name, stage.sizes[-1] if size == "all" else int(size)
-        return {"instructions": lambda: instructions_text(self.counts[at]), "peak": lambda: f"{self.peaks[at] / 1024:.0f} MiB",
-                "seconds": lambda: f"{self.times[at]:.2f} s", "written": lambda: f"{self.runs.written[at] / 1e6:.1f} MB"}[what]()
+        texts = {"instructions": lambda: instructions_text(self.counts[at]), "seconds": lambda: f"{self.times[at]:.2f} s",
+                 "peak": lambda: f"{self.peaks[at] / 1024:.0f} MiB", "written": lambda: f"{self.runs.written[at] / 1e6:.1f} MB"}
+        return texts[what]()
 
     def table(self, stages):
         """Rows of stages that have the same sizes."""

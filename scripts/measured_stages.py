@@ -57,9 +57,9 @@ def reader(name, title, kind, file, options="", gate=(20, 500)):
                  within="tool::open_edit*", gate=gate)
 
 
-def document(option, title, made, lists="", into="", gate=(20, 500)):
+def document(option, title, made, lists="", into="", **more):
     return Stage("print" + option[1:], title, "event", table("opticals"), f"{PRINT} {lists} {option} {into or made}", made,
-                 gate=gate)
+                 **more)
 
 
 def log(kind, title, options=""):
@@ -103,7 +103,9 @@ GROUPS = {
         document("--json", "`--json`", "p.json"),
         document("--text", "`--text`", "p.out"),
         document("--svg", "`--svg`", "optical-1.svg", into="."),
-        document("--pdf", "`--pdf`, the assembly list alone", "p.pdf", "--lists assembly", gate=(20, 100)),
+    ],
+    "paper": [
+        document("--pdf", "`--pdf`, the assembly list alone", "p.pdf", "--lists assembly", gate=(20, 100), sizes=(100, 500, 2500)),
     ],
     "recuts": [
         Stage("changes", "`changelist` of the usual lists", "event", recut(), CHANGES + "summary,new,changes,transitions",
