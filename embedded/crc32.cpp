@@ -1,7 +1,9 @@
 #include "embedded/crc32.h"
 
 #include <array>
+#include <bit>
 #include <cstddef>
+#include <cstring>
 
 namespace embedded {
 namespace {
@@ -34,13 +36,23 @@ constexpr std::array<Table, step> make_tables() {
 
 constexpr std::array<Table, step> tables = make_tables();
 
-std::uint32_t eight_bytes_on(std::uint32_t sum, const char* bytes) {
-    std::uint32_t next = 0;
-    for (std::size_t i = 0; i < step; ++i) {
-        const std::uint32_t mixed = i < 4 ? sum >> (8U * i) : 0U;
-        next ^= tables[step - 1 - i][(mixed ^ static_cast<unsigned char>(bytes[i])) & 0xFFU];
+/// Eight bytes as one number, the first of them lowest; one load where the machine counts so itself.
+std::uint64_t word_of(const char* bytes) {
+    std::uint64_t word = 0;
+    if constexpr (std::endian::native == std::endian::little) {
+        std::memcpy(&word, bytes, sizeof word);
+    } else {
+        for (std::size_t i = 0; i < step; ++i)
+            word |= std::uint64_t{static_cast<unsigned char>(bytes[i])} << (8U * i);
     }
-    return next;
+    return word;
+}
+
+std::uint32_t eight_bytes_on(std::uint32_t sum, const char* bytes) {
+    const std::uint64_t word = word_of(bytes) ^ sum;
+    const auto byte = [word](unsigned place) { return static_cast<std::size_t>(word >> (8U * place)) & 0xFFU; };
+    return tables[7][byte(0)] ^ tables[6][byte(1)] ^ tables[5][byte(2)] ^ tables[4][byte(3)] ^ tables[3][byte(4)] ^
+           tables[2][byte(5)] ^ tables[1][byte(6)] ^ tables[0][byte(7)];
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "host/fixed_text.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstdio>
 #include <cstdlib>
@@ -13,7 +14,6 @@
 #include <memory>
 #include <optional>
 #include <string_view>
-#include <vector>
 
 namespace embedded {
 namespace {
@@ -299,10 +299,15 @@ std::unique_ptr<label_cvt> make_converter(const LabelKind& kind) {
     return std::make_unique<kind_cvt>(kind);
 }
 
-std::vector<std::unique_ptr<label_cvt>> make_converters() {
-    std::vector<std::unique_ptr<label_cvt>> converters;
-    for (int number = 0; number < kind_numbers; ++number) {
-        converters.push_back(make_converter(label_kind(static_cast<label_t>(number))));
+using Converters = std::array<label_cvt*, kind_numbers>;
+
+/// By number. Those that name no kind share the converter of none.
+Converters make_converters() {
+    Converters converters{};
+    for (std::size_t number = 0; number < converters.size(); ++number) {
+        const LabelKind& kind = label_kind(static_cast<label_t>(number));
+        const bool known = static_cast<std::size_t>(kind.type) == number;
+        converters[number] = known ? make_converter(kind).release() : converters.front();
     }
     return converters;
 }
@@ -312,6 +317,7 @@ std::vector<std::unique_ptr<label_cvt>> make_converters() {
 
 label_cvt* get_static_label_cvt(label_t type) {
     // Never given back: labels of static life still ask for their converter at the end of the process.
-    static const auto& converters = *new auto(embedded::make_converters());
-    return converters[static_cast<std::size_t>(embedded::label_kind(type).type)].get();
+    static const embedded::Converters converters = embedded::make_converters();
+    const auto number = static_cast<std::size_t>(type);
+    return number < converters.size() ? converters[number] : converters.front();
 }

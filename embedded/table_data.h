@@ -36,6 +36,7 @@ public:
 
 private:
     void place(std::size_t field, char* text);
+    void copy_block(const RowFields& other);
     bool decode_plain(std::string_view line);
     void release(char* text);
     void make_block(std::size_t size);

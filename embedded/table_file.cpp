@@ -6,6 +6,7 @@
 #include "host/settings.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
 
 namespace embedded {
@@ -22,11 +23,21 @@ struct Escape {
 
 constexpr Escape escapes[] = {{'\\', '\\'}, {'t', '\t'}, {'n', '\n'}, {'r', '\r'}, {'=', '='}};
 
+/// By byte, whether a text may have to escape it; a "=" only in some has to be.
+constexpr std::array<bool, 256> make_escaped() {
+    std::array<bool, 256> table{};
+    for (const Escape& escape : escapes)
+        table[static_cast<unsigned char>(escape.character)] = true;
+    return table;
+}
+constexpr std::array<bool, 256> may_be_escaped = make_escaped();
+
 // Most texts hold nothing special and go over in one piece.
 void put_escaped(std::string& out, std::string_view text, std::string_view special) {
     std::size_t done = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (static_cast<unsigned char>(text[i]) > '\\' || special.find(text[i]) == std::string_view::npos) continue;
+        if (!may_be_escaped[static_cast<unsigned char>(text[i])]) continue;
+        if (special.find(text[i]) == std::string_view::npos) continue;
         out.append(text.substr(done, i - done));
         for (const Escape& escape : escapes) {
             if (escape.character == text[i]) out += {'\\', escape.letter};

@@ -1,5 +1,6 @@
 #include "embedded/table_data.h"
 
+#include <algorithm>
 #include <cstring>
 #include <functional>
 
@@ -93,6 +94,7 @@ bool RowFields::set(std::size_t field, std::string_view text) {
 void RowFields::assign(const RowFields& other) {
     if (this == &other) return;
     clear();
+    if (other.texts_ && !other.has_blocks_of_their_own_) return copy_block(other);
     std::size_t room = spare_room;
     for (std::size_t field = 0; field < count_; ++field) {
         if (const char* text = other.get(field)) room += std::strlen(text) + 1;
@@ -103,15 +105,29 @@ void RowFields::assign(const RowFields& other) {
     }
 }
 
+/// Of a row whose texts all lie in its block.
+void RowFields::copy_block(const RowFields& other) {
+    make_block(other.block_used_ + spare_room);
+    std::memcpy(block_.get(), other.block_.get(), other.block_used_);
+    block_used_ = other.block_used_;
+    texts_ = std::make_unique<char*[]>(count_);
+    const std::size_t common = std::min(count_, other.count_);
+    for (std::size_t field = 0; field < common; ++field) {
+        if (const char* text = other.texts_[field]) texts_[field] = block_.get() + (text - other.block_.get());
+    }
+}
+
 /// Of a line without an escape: the fields lie in the block as they stand, parted by zeros in place of tabs.
 bool RowFields::decode_plain(std::string_view line) {
     char* start = put_copy(block_.get(), line);
     char* const end = start + line.size();
+    *end = '\t'; // closes the last field as those before it
     texts_ = std::make_unique<char*[]>(count_);
     std::size_t field = 0;
     bool any = false;
     for (char* at = start;; ++at) {
-        if (at != end && *at != '\t') continue;
+        while (*at != '\t')
+            ++at;
         if (field == count_) return false;
         *at = '\0';
         texts_[field++] = at == start ? nullptr : start;

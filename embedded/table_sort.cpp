@@ -2,6 +2,7 @@
 #include "host/ascii_text.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <numeric>
 
 namespace embedded {
@@ -13,6 +14,8 @@ enum class KeyKind : unsigned char { empty, number, text };
 struct SortKey {
     KeyKind kind = KeyKind::empty;
     bool negative = false;
+    /// Decides most comparisons: of keys of one kind the lower comes first; equal ones are compared by their texts.
+    std::uint64_t rank = 0;
     std::string_view text;
 };
 
@@ -23,14 +26,36 @@ bool is_number(std::string_view text) {
     return !text.empty() && text.front() != '0' && std::all_of(text.begin(), text.end(), ascii::is_digit);
 }
 
-SortKey make_key(const char* field, std::size_t offset) {
+/// Longer numbers come behind all others of their sign, those below 0 ahead of them.
+std::uint64_t rank_of_number(std::string_view digits, bool negative) {
+    constexpr std::size_t most_digits = 18;
+    constexpr std::uint64_t zero = std::uint64_t{1} << 63;
+    std::uint64_t size = digits.size() > most_digits ? zero - 1 : 0;
+    for (std::size_t i = 0; i < digits.size() && digits.size() <= most_digits; ++i)
+        size = size * 10 + static_cast<std::uint64_t>(digits[i] - '0');
+    return negative ? zero - size : zero + size;
+}
+
+/// The first bytes; a shorter text comes ahead as if zeros stood behind it.
+std::uint64_t rank_of_text(std::string_view text, bool fold_case) {
+    std::uint64_t rank = 0;
+    for (std::size_t i = 0; i < sizeof rank; ++i) {
+        const char c = i < text.size() ? text[i] : '\0';
+        rank = rank << 8 | static_cast<unsigned char>(fold_case ? ascii::lower(c) : c);
+    }
+    return rank;
+}
+
+SortKey make_key(const char* field, std::size_t offset, bool fold_case) {
     const std::string_view text(field ? field : "");
     if (text.empty()) return {};
     if (is_number(text)) {
         const bool negative = text.front() == '-';
-        return {KeyKind::number, negative, text.substr(negative ? 1 : 0)};
+        const std::string_view digits = text.substr(negative ? 1 : 0);
+        return {KeyKind::number, negative, rank_of_number(digits, negative), digits};
     }
-    return {KeyKind::text, false, text.substr(std::min(offset, text.size()))};
+    const std::string_view compared = text.substr(std::min(offset, text.size()));
+    return {KeyKind::text, false, rank_of_text(compared, fold_case), compared};
 }
 
 template <class T> int order(const T& a, const T& b) { return a < b ? -1 : (b < a ? 1 : 0); }
@@ -45,6 +70,7 @@ int compare_numbers(const SortKey& a, const SortKey& b) {
 
 int compare_keys(const SortKey& a, const SortKey& b, bool fold_case) {
     if (a.kind != b.kind) return order(a.kind, b.kind);
+    if (a.rank != b.rank) return a.rank < b.rank ? -1 : 1;
     if (a.kind == KeyKind::number) return compare_numbers(a, b);
     return fold_case ? ascii::compare(a.text, b.text) : a.text.compare(b.text);
 }
@@ -56,7 +82,7 @@ public:
         keys_.reserve(table.rows.size() * width_);
         for (const auto& row : table.rows) {
             for (const std::size_t field : table.sort_fields) {
-                keys_.push_back(make_key(row->fields.get(field), table.sort_offset));
+                keys_.push_back(make_key(row->fields.get(field), table.sort_offset, fold_case));
             }
         }
     }

@@ -1,5 +1,6 @@
 #include "embedded/visible_text.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 
@@ -31,17 +32,15 @@ Sign sign_of_wide_control(std::string_view text, std::size_t at) {
 }
 
 /// What bytes may begin, as bits. Parting bytes are control characters as well.
-enum : unsigned char { begins_control = 1, begins_page_mark = 2, begins_other_control = 4, begins_escape = 8 };
+enum : unsigned char { begins_control = 1, begins_page_mark = 2 };
 
 constexpr std::array<unsigned char, 256> make_beginnings() {
     std::array<unsigned char, 256> table{};
     for (std::size_t byte = 0; byte < ' '; ++byte)
-        table[byte] = begins_control | begins_other_control;
+        table[byte] = begins_control;
     for (const unsigned byte : {0x7FU, 0xC2U, 0xE2U})
-        table[byte] = begins_control | begins_other_control;
-    table['\t'] = table['\n'] = begins_control;
+        table[byte] = begins_control;
     table['|'] = begins_page_mark;
-    table['\\'] = begins_escape;
     return table;
 }
 
@@ -53,6 +52,26 @@ unsigned beginnings_in(std::string_view text) {
     for (const char c : text)
         found |= beginnings[static_cast<unsigned char>(c)];
     return found;
+}
+
+/// 1 for what a control character, a page mark or an escape begins with; tabs and line ends, which part fields and
+/// rows, aren't meant.
+constexpr unsigned doubt_of(unsigned char byte) {
+    const bool other_control = (byte < ' ') & (byte != '\t') & (byte != '\n');
+    const bool control = other_control | (byte == 0x7F) | (byte == 0xC2) | (byte == 0xE2);
+    return control | (byte == '|') | (byte == '\\') ? 1U : 0U;
+}
+
+// Whole files go through here; blocks of one size are what compilers look through many bytes at a time.
+bool any_doubtful(std::string_view text) {
+    constexpr std::size_t block = 64;
+    for (; text.size() >= block; text.remove_prefix(block)) {
+        unsigned char found = 0;
+        for (std::size_t i = 0; i < block; ++i)
+            found = static_cast<unsigned char>(found | doubt_of(static_cast<unsigned char>(text[i])));
+        if (found != 0) return true;
+    }
+    return std::any_of(text.begin(), text.end(), [](char c) { return doubt_of(static_cast<unsigned char>(c)) != 0; });
 }
 
 bool may_hold_control(std::string_view text) { return (beginnings_in(text) & begins_control) != 0; }
@@ -117,8 +136,7 @@ bool are_surely_plain(std::string_view lines) {
         if (end - from > longest_line) return false;
         from = end + 1;
     }
-    constexpr unsigned char doubtful = begins_other_control | begins_page_mark | begins_escape;
-    return lines.size() - from <= longest_line && (beginnings_in(lines) & doubtful) == 0;
+    return lines.size() - from <= longest_line && !any_doubtful(lines);
 }
 
 Received receive(std::string& name) {
