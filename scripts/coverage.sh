@@ -39,7 +39,8 @@ lines_of_sources() {
     # shellcheck disable=SC2046
     llvm-cov-14 export -format=lcov -instr-profile=$build/tests.profdata $build/libquillbrook.so $(libraries) |
         awk -F: -v root="$PWD/" '
-            $1 == "SF" { file = index($2, root) == 1 ? substr($2, length(root) + 1) : "" }
+            $1 == "SF" { file = index($2, root) == 1 ? substr($2, length(root) + 1) : ""
+                         sub(/^build\/coverage\/\.\.\/\.\.\//, "", file) }
             $1 == "DA" && file != "" { split($2, part, ","); folder = file; sub(/\/.*/, "", folder)
                                        print folder, file, part[1], part[2] }'
 }
