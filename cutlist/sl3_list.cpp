@@ -27,9 +27,9 @@ public:
         for (unsigned index = 0; index < rows; ++index) {
             dbrecord& row = *db_.get_record(index);
             if (number_in(row, cf_optical_record) == 1 || number_in(row, cf_track) != main_track) continue;
-            event_ = cut_s();
-            event_.from_record(row);
-            lay_event();
+            cut_s event;
+            event.from_record(row);
+            lay_event(event);
         }
     }
 
@@ -44,15 +44,15 @@ private:
         optical_.from_record(*db_.get_record(next_row_++));
     }
 
-    void lay_event() {
-        const full_stretch full(event_);
+    void lay_event(const cut_s& event) {
+        const full_stretch full(event);
         int from = full.from;
         int to = full.to;
         for (bool done = false; !done;) {
             from = std::max(from, limit_);
             if (!no_more_fx_) to = std::min(to, optical_.edit_in);
             if (to > from) {
-                add_clip(full, from, to);
+                add_clip(event, full, from, to);
             } else {
                 done = true;
             }
@@ -66,26 +66,26 @@ private:
         }
     }
 
-    void add_clip(const full_stretch& full, int from, int to) {
+    void add_clip(const cut_s& event, const full_stretch& full, int from, int to) {
         sl2_rec record;
         record.event_num = event_count_++;
         record.type = 'C';
         record.at_edit_frame = from;
         record.track = main_track;
         clip_part& clip = record.clip;
-        set_transition_in(clip, event_.fx_op_in, frame_difference(event_.fx_len_in, frame_difference(from, full.from)));
-        set_transition_out(clip, event_.fx_op_out, frame_difference(event_.fx_len_out, frame_difference(full.to, to)));
+        set_transition_in(clip, event.fx_op_in, frame_difference(event.fx_len_in, frame_difference(from, full.from)));
+        set_transition_out(clip, event.fx_op_out, frame_difference(event.fx_len_out, frame_difference(full.to, to)));
         if (clip.trns_in_length != 0 || clip.trns_out_length != 0) {
             record.ab_roll = rolls_.next();
         } else {
             rolls_.start_again();
         }
         clip.clip_length = frame_difference(to, from);
-        put_text(clip.reel_id, event_.cam_reel);
-        set_film_codes(clip, event_, from, to);
-        clip.speed = event_.speed;
-        clip.shot_name = event_.shot_name;
-        put_text(clip.comments, event_.cue_description);
+        put_text(clip.reel_id, event.cam_reel);
+        set_film_codes(clip, event, from, to);
+        clip.speed = event.speed;
+        clip.shot_name = event.shot_name;
+        put_text(clip.comments, event.cue_description);
         append(list_, record);
     }
 
@@ -103,7 +103,6 @@ private:
 
     cutdb& db_;
     sl2db& list_;
-    cut_s event_;
     cut_s optical_;
     roll_letters rolls_;
     unsigned next_row_ = 0;

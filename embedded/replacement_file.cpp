@@ -109,6 +109,12 @@ void ReplacementFile::make_room() {
     room_ = buffer_size;
 }
 
+// Apart from `put`, which is called for every byte of a page and has nothing to save for this.
+void ReplacementFile::put_behind(char byte) {
+    make_room();
+    buffer_[used_++] = byte;
+}
+
 void ReplacementFile::flush() {
     send(buffer_.get(), used_);
     used_ = 0;

@@ -26,7 +26,7 @@ public:
     void write(const void* data, std::size_t count);
     /// The same for one byte; pages come so.
     void put(char byte) {
-        if (used_ == room_) make_room();
+        if (used_ == room_) return put_behind(byte);
         buffer_[used_++] = byte;
     }
     /// Puts the file in its place; false if anything failed since it was opened.
@@ -41,6 +41,7 @@ private:
     void open_beside(unsigned mode);
     void keep_mode();
     void make_room();
+    void put_behind(char byte);
     void flush();
     void send(const char* data, std::size_t count);
     int sync_file();

@@ -36,12 +36,6 @@ std::string from_latin(std::string_view bytes) {
     return text;
 }
 
-std::size_t end_of_line(std::string_view bytes, std::size_t at) {
-    while (at < bytes.size() && bytes[at] != '\r' && bytes[at] != '\n')
-        ++at;
-    return at;
-}
-
 bool is_sixteen_bit(std::string_view bytes) {
     return bytes.substr(0, 2) == "\xFF\xFE" || bytes.substr(0, 2) == "\xFE\xFF";
 }
@@ -64,24 +58,26 @@ TextLines::TextLines(std::string_view bytes) {
 
 std::string fault_of_lines(std::string_view bytes) {
     const std::size_t longest = embedded::limits().line_bytes;
+    LineEnds ends(bytes);
     std::size_t line = 1;
     for (std::size_t begin = 0; begin < bytes.size(); ++line) {
-        const std::size_t end = end_of_line(bytes, begin);
+        const std::size_t end = ends.end_of_line(begin);
         if (end - begin > longest)
             return "line " + std::to_string(line) + " is longer than " + std::to_string(longest) +
                    " bytes, the most that is read; --max-line takes more";
-        begin = end + (bytes.substr(end, 2) == "\r\n" ? 2 : 1);
+        begin = ends.behind(end);
     }
     return {};
 }
 
 void TextLines::split() {
     const std::string_view text = text_;
+    LineEnds ends(text);
     std::size_t begin = 0;
     while (begin < text.size()) {
-        const std::size_t end = end_of_line(text, begin);
+        const std::size_t end = ends.end_of_line(begin);
         lines_.push_back(text.substr(begin, end - begin));
-        begin = end + (text.substr(end, 2) == "\r\n" ? 2 : 1);
+        begin = ends.behind(end);
     }
 }
 

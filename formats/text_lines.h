@@ -1,6 +1,7 @@
 #pragma once
 // The lines of a text file, whatever program wrote it.
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,6 +33,27 @@ private:
     std::vector<std::string_view> lines_;
     bool was_latin_ = false;
     std::string trouble_;
+};
+
+/// Where lines end, asked for from the front to the back; LF, CR LF and CR each end one.
+class LineEnds {
+public:
+    explicit LineEnds(std::string_view bytes) : bytes_(bytes) {}
+    /// The end of the line that begins at `begin`, which never goes back.
+    std::size_t end_of_line(std::size_t begin) {
+        if (feed_ < begin || !looked_) feed_ = bytes_.find('\n', begin);
+        if (return_ < begin || !looked_) return_ = bytes_.find('\r', begin);
+        looked_ = true;
+        return std::min({feed_, return_, bytes_.size()});
+    }
+    /// Behind a line that ends at `end`; behind the last line as well.
+    std::size_t behind(std::size_t end) const { return end + (bytes_.substr(end, 2) == "\r\n" ? 2 : 1); }
+
+private:
+    std::string_view bytes_;
+    std::size_t feed_ = 0;   ///< the next LF, `npos` behind the last; of CR likewise
+    std::size_t return_ = 0;
+    bool looked_ = false;
 };
 
 /// Which line is longer than is read, in words; empty where none is.

@@ -13,6 +13,9 @@ constexpr char carriage_return = 13;
 
 constexpr int default_spacing = 5;
 
+/// Takes a column; bytes of 128 and above don't.
+constexpr bool is_plain(char c) { return static_cast<signed char>(c) >= 32; }
+
 } // namespace
 
 int report::reports_built = 0;
@@ -34,12 +37,13 @@ void report::emit(char c) {
     if (stream) stream->write(&c, 1);
 }
 
+inline void report::put_plain(char c) {
+    if (column < page_width) emit(c);
+    ++column;
+}
+
 void report::put_char(char c) {
-    if (static_cast<signed char>(c) >= 32) {
-        if (column < page_width) emit(c);
-        ++column;
-        return;
-    }
+    if (is_plain(c)) return put_plain(c);
     switch (c) {
     case tab:
         passthrough ? emit(c) : next_tab();
@@ -70,7 +74,7 @@ void report::next_tab() {
     // The closing 0 is never stepped over, so tabs behind the last stop pad nothing.
     if (!tab_stops || tab_stops[tab_index] == 0) return;
     while (column < tab_stops[tab_index])
-        put_char(' ');
+        put_plain(' ');
     ++tab_index;
 }
 
@@ -78,7 +82,7 @@ void report::print_text(const char* text) {
     if (!text) return;
     for (; *text; ++text) {
         if (*text != '|') {
-            put_char(*text);
+            is_plain(*text) ? put_plain(*text) : put_char(*text);
             continue;
         }
         if (*++text == '\0') return;

@@ -56,4 +56,7 @@ public:
     /// Every fifth column up to 100, filled when the first writer is made. Not closed by 0, and no writer
     /// starts with it: a list brings its own stops.
     static int default_stops[20];
+
+private:
+    void put_plain(char c);
 };

@@ -92,16 +92,13 @@ std::optional<std::string_view> behind(std::string_view text, std::string_view h
     return trimmed(text.substr(head.size()));
 }
 
-LineReader::LineReader(std::string_view bytes) : rest_(without_byte_order_mark(bytes)) {}
+LineReader::LineReader(std::string_view bytes) : bytes_(without_byte_order_mark(bytes)), ends_(bytes_) {}
 
 bool LineReader::next(Line& line) {
-    if (rest_.empty()) return false;
-    std::size_t end = 0;
-    while (end < rest_.size() && rest_[end] != '\r' && rest_[end] != '\n')
-        ++end;
-    line = {++number_, trimmed(rest_.substr(0, end))};
-    const bool pair = end + 1 < rest_.size() && rest_[end] == '\r' && rest_[end + 1] == '\n';
-    rest_.remove_prefix(std::min(end + (pair ? 2 : 1), rest_.size()));
+    if (begin_ >= bytes_.size()) return false;
+    const std::size_t end = ends_.end_of_line(begin_);
+    line = {++number_, trimmed(bytes_.substr(begin_, end - begin_))};
+    begin_ = ends_.behind(end);
     return true;
 }
 

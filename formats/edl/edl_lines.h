@@ -1,6 +1,8 @@
 #pragma once
 // The lines of a CMX 3600 edit list, and the words that stand on them.
 
+#include "formats/text_lines.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -25,7 +27,9 @@ public:
     bool next(Line& line);
 
 private:
-    std::string_view rest_;
+    std::string_view bytes_;
+    LineEnds ends_;
+    std::size_t begin_ = 0;
     int number_ = 0;
 };
 
