@@ -3,13 +3,14 @@
 //
 // Each case gives what is wrong, a line each. What the page makes is held byte by byte against the command.
 
-import {existsSync, readdirSync, readFileSync, statSync} from 'node:fs';
+import {existsSync, mkdirSync, mkdtempSync, readdirSync, readFileSync, rmSync, statSync, writeFileSync} from 'node:fs';
 import {spawnSync} from 'node:child_process';
+import {tmpdir} from 'node:os';
 import {basename, join, resolve} from 'node:path';
 import {gzipSync} from 'node:zlib';
 import {exportsOf, typed, usual} from '../../web/page/js/plans.js';
 import {axeOf, Desk, lacking, launch} from './driver.mjs';
-import {jobs, modified, root} from './jobs.mjs';
+import {jobs, modified, pictureOf, root} from './jobs.mjs';
 import {differences, runNative} from './native.mjs';
 import {serve} from './server.mjs';
 
@@ -40,21 +41,36 @@ async function withDesk(options, step) {
 
 // ---- what is made, against the command
 
-async function prepare(desk, {files, choices, rate}) {
-  await desk.drop(asFiles(files));
-  for (const [name, value] of Object.entries(choices)) if (['make', 'whom', 'channel', 'count'].includes(name)) await desk.choose(name, value);
+const shown_choices = ['make', 'whom', 'channel', 'count'];
+
+async function setOption(desk, name, value) {
+  const field = desk.page.locator(`#option-${name}`);
+  if (value === true) return field.check();
+  if (await field.evaluate(one => one.tagName) === 'SELECT') return field.selectOption(value);
+  await field.fill(String(value));
+  await field.blur();
+}
+
+/// Which cut each file is of: the one to be conformed, or one that was carried out.
+async function setCuts(desk, files, carried) {
+  for (const name of files.keys()) {
+    const number = carried.findIndex(cut => cut.some(one => one.name === name)) + 1;
+    await desk.page.locator('.files > li').filter({hasText: name}).locator('select[id^=cut-]').selectOption(String(number));
+  }
+}
+
+async function prepare(desk, {files, choices, rate, carried}) {
+  await desk.drop(asFiles(files).filter(({name}) => !name.includes('/')));
+  await desk.dropFolders(asFiles(files).filter(({name}) => name.includes('/')));
+  for (const [name, value] of Object.entries(choices)) if (shown_choices.includes(name)) await desk.choose(name, value);
+  if (carried) await setCuts(desk, files, carried);
   if (rate) {
     await desk.page.locator('select[id^=ask-]').first().selectOption(rate);
     await desk.page.locator('.ask button').first().click();
     await desk.read();
   }
-  await desk.page.evaluate(() => { document.querySelector('.side details').open = true; });
-  for (const name of ['handles', 'single']) {
-    if (choices[name] === undefined) continue;
-    const field = desk.page.locator(`#option-${name}`);
-    if (choices[name] === true) await field.check();
-    else { await field.fill(String(choices[name])); await field.blur(); }
-  }
+  await desk.page.evaluate(() => { document.querySelector('.side-choices details').open = true; });
+  for (const [name, value] of Object.entries(choices)) if (!shown_choices.includes(name)) await setOption(desk, name, value);
 }
 
 async function wrongOfJob(desk, job) {
@@ -67,7 +83,7 @@ async function wrongOfJob(desk, job) {
   const commands = plan.findings ? [...plan.commands, plan.findings] : plan.commands;
   const wrong = expect(await pre.textContent() === commands.map(typed).join('\n'), `${name}: another line than ${typed(plan.commands.at(-1))}`);
   const there = runNative(quillbrook, files, plan.commands, made), {outputs: here} = await desk.archive();
-  for (const outputs of [here, there.outputs]) for (const own of ['made/findings.json', 'made/imported.RDB']) outputs.delete(own);
+  for (const outputs of [here, there.outputs]) for (const own of ['made/findings.json', 'made/imported.RDB', 'made/scanned.RDB']) outputs.delete(own);
   return [...wrong, ...differences(name, here, there.outputs)];
 }
 
@@ -97,6 +113,59 @@ async function downloadsAreThoseOfTheArchive() {
   });
 }
 
+/// What is in the way of a cut stands beside the lists, and shows its row.
+async function conflictsAreTold() {
+  return withDesk({}, async desk => {
+    const job = jobs.find(one => one.name === 'conform');
+    await prepare(desk, job);
+    await desk.run();
+    await desk.page.waitForSelector('[data-found]');
+    await desk.page.waitForSelector('[data-laid]');
+    const findings = await desk.text('.findings'), head = await desk.text('.name');
+    await desk.page.locator('.findings button').first().click();
+    return [...expect(/^\d+ wrong/.test(findings) && /Gone/.test(findings), `the findings of a cut that can't be conformed: ${findings}`),
+            ...expect(/can’t be conformed/.test(head), `the head of a cut that can't be conformed: ${head}`),
+            ...expect(await desk.page.locator('#panel tr.here').count() === 1, 'a conflict does not show its row')];
+  });
+}
+
+/// Folders that are dropped as a person does, with the mouse.
+async function foldersAreDropped() {
+  const folder = mkdtempSync(join(tmpdir(), 'quillbrook-folders-'));
+  try {
+    const bundle = join(folder, 'crossing.fcpxmld'), scans = join(folder, 'scans');
+    mkdirSync(join(scans, 'A012'), {recursive: true});
+    mkdirSync(bundle);
+    writeFileSync(join(bundle, 'Info.fcpxml'), readFileSync(join(root, 'examples/formats/crossing.fcpxml')));
+    for (let i = 0; i < 250; ++i) writeFileSync(join(scans, `A012/A012_${String(86400 + i).padStart(7, '0')}.dpx`), pictureOf(i));
+    writeFileSync(join(scans, 'had.json'), readFileSync(join(root, 'tests/web/had.json')));
+    return await withDesk({}, async desk => {
+      await desk.dragIn([bundle, scans]);
+      const cards = await desk.page.locator('.files > li').allInnerTexts();
+      const told = [[/^crossing[.]fcpxmld/, /events/], [/^scans/, /Scanned pictures, 250 pictures, 1 row,.* 1 roll .A012./], [/^had[.]json/, /Order, .*pieces/]];
+      return told.flatMap(([name, facts]) => expect(cards.some(card => name.test(card) && facts.test(card)), `${name} ${facts} stands not in ${cards.join(' / ')}`));
+    });
+  } finally {
+    rmSync(folder, {recursive: true});
+  }
+}
+
+/// What the browser prints is the page of the lists, and nothing of what is around it.
+async function printsTheLists() {
+  return withDesk({}, async desk => {
+    await desk.page.click('#example-reel');
+    await desk.made();
+    await desk.page.waitForSelector('[data-laid]');
+    const [frame] = await Promise.all([desk.page.waitForEvent('frameattached'), desk.page.click('#print')]);
+    await frame.waitForLoadState();
+    const {outputs} = await desk.archive(), page = outputs.get('made/reel.html').toString('utf8');
+    const element = await frame.frameElement(), given = await element.getAttribute('srcdoc'), sandbox = await element.getAttribute('sandbox');
+    const paper = await desk.paper();
+    return [...expect(given === page.replace(/<script>[^]*<\/script>/, ''), 'what is printed is another page than the command’s'), ...expect(!/allow-scripts/.test(sandbox), 'scripts may run in what is printed'),
+            ...expect(/12A\/1/.test(paper) && !/Drop edits|Download|Filter rows/.test(paper), `the browser’s own print: ${paper.slice(0, 300)}`)];
+  });
+}
+
 async function recutIsProved() {
   return withDesk({}, async desk => {
     await desk.page.click('#example-recut');
@@ -117,7 +186,7 @@ async function samplesAreRead() {
     for (const path of ['edl', 'otio', 'fcpxml', 'logs'].flatMap(kind => samplesBelow(`tests/samples/${kind}`)).filter(path => !path.endsWith('.md'))) {
       await desk.load(server.address);
       await desk.drop([{name: basename(path), bytes: readFileSync(join(root, path)), modified}]);
-      const card = await desk.text('.files li');
+      const card = await desk.text('.files > li');
       if (!/\d/.test(card) && !/rate|\?/.test(card)) wrong.push(`${path}: ${card}`);
     }
     return wrong;
@@ -153,7 +222,7 @@ async function namesWithMarkupAreText() {
     await desk.page.waitForSelector('[data-laid]');
     const forged = await desk.page.evaluate(() => [document, ...[...document.querySelectorAll('*')].map(one => one.shadowRoot).filter(one => one)].some(where => where.querySelector('#forged, img')));
     return [...expect(!forged, 'a name became an element'), ...expect(await desk.page.title() === 'Quillbrook', 'a name ran'),
-            ...expect((await desk.text('.files li')).includes('<img src=x'), 'the name of the file does not stand there')];
+            ...expect((await desk.text('.files > li')).includes('<img src=x'), 'the name of the file does not stand there')];
   });
 }
 
@@ -243,6 +312,9 @@ async function needsAreAsked() {
     await desk.page.locator('select[id^=ask-]').selectOption('25');
     await desk.page.locator('.ask button').click();
     await desk.page.waitForSelector('#run:not([disabled])');
+    await desk.page.locator('select[id^=ask-]').selectOption('30');
+    await desk.read();
+    wrong.push(...expect(/30fps/.test(await desk.page.locator('.files > li').last().innerText()), 'a rate that was given stands for ever'));
     await desk.page.locator('[id^=out-]').first().click();
     await desk.run();
     await desk.page.waitForSelector('[data-found]');
@@ -358,7 +430,7 @@ async function stopsWhenTold() {
   });
 }
 
-const cases = {listsAreTheCommands, downloadsAreThoseOfTheArchive, recutIsProved, samplesAreRead, hostileFilesAreTold, namesWithMarkupAreText, worksOffline, statesAreKeptAndWiped,
+const cases = {listsAreTheCommands, downloadsAreThoseOfTheArchive, recutIsProved, conflictsAreTold, foldersAreDropped, printsTheLists, samplesAreRead, hostileFilesAreTold, namesWithMarkupAreText, worksOffline, statesAreKeptAndWiped,
                goesByKeyboard, filterShowsRows, needsAreAsked, fitsEverywhere, axeFindsNothing, firstLoadIsSmall, longEditsAnswer, stopsWhenTold};
 const wanted = process.argv.slice(5);
 server = await serve(site);

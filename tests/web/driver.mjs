@@ -1,8 +1,10 @@
 // A page in a headless Chromium, and what a person does on it.
 
-import {existsSync, readFileSync} from 'node:fs';
+import {spawnSync} from 'node:child_process';
+import {existsSync, mkdirSync, mkdtempSync, readFileSync, rmSync, utimesSync, writeFileSync} from 'node:fs';
 import {createRequire} from 'node:module';
-import {join} from 'node:path';
+import {tmpdir} from 'node:os';
+import {dirname, join} from 'node:path';
 import {unzip} from './unzip.mjs';
 
 const browsers = ['/usr/bin/chromium', '/usr/bin/chromium-browser'];
@@ -33,6 +35,7 @@ export class Desk {
     desk.context = await browser.newContext({viewport: {width: 1280, height: 900}, timezoneId: 'UTC', acceptDownloads: true, ...options});
     desk.page = await desk.context.newPage();
     desk.complaints = [];
+    desk.later = []; // what is done once no browser reads files any more
     watch(desk.page, address, desk.complaints);
     await desk.load(address);
     return desk;
@@ -43,7 +46,10 @@ export class Desk {
     await this.page.waitForSelector('[data-state=waiting]');
   }
 
-  close() { return this.context.close(); }
+  async close() {
+    await this.context.close();
+    for (const step of this.later) step();
+  }
 
   /// Files as [{name, bytes, modified}]. The input element takes no dates, so they are given beside it.
   async drop(files) {
@@ -55,6 +61,39 @@ export class Desk {
       input.dispatchEvent(new Event('change', {bubbles: true}));
     }, files.map(({name, bytes, modified}) => ({name, text: Buffer.from(bytes).toString('base64'), modified})));
     await this.read();
+  }
+
+  /// Files as above, in folders by their names, on the element for folders.
+  async dropFolders(files) {
+    if (files.length === 0) return;
+    const folder = mkdtempSync(join(tmpdir(), 'quillbrook-folder-'));
+    try {
+      for (const {name, bytes, modified} of files) {
+        const path = join(folder, name);
+        mkdirSync(dirname(path), {recursive: true});
+        writeFileSync(path, bytes);
+        utimesSync(path, modified / 1000, modified / 1000);
+      }
+      for (const top of new Set(files.map(({name}) => name.split('/')[0]))) await this.page.setInputFiles('#folder', join(folder, top));
+      await this.read();
+    } finally {
+      this.later.push(() => rmSync(folder, {recursive: true}));
+    }
+  }
+
+  /// Paths, dragged from outside and dropped.
+  async dragIn(files) {
+    const session = await this.context.newCDPSession(this.page), data = {items: [], files, dragOperationsMask: 1};
+    for (const type of ['dragEnter', 'dragOver', 'drop']) await session.send('Input.dispatchDragEvent', {type, x: 400, y: 400, data});
+    await this.page.waitForFunction(() => document.querySelectorAll('.files > li').length > 0);
+    await this.read();
+  }
+
+  /// The text of what the browser prints by itself.
+  async paper() {
+    const made = spawnSync('pdftotext', ['-layout', '-', '-'], {input: await this.page.pdf(), encoding: 'utf8', maxBuffer: 1 << 28});
+    if (made.error) throw new Error('no pdftotext here; scripts/setup.sh installs it');
+    return made.stdout;
   }
 
   /// Until every file was looked at.

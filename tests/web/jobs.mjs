@@ -19,15 +19,16 @@ function job(name, paths, choices, chosen, more = []) {
   return {name, files, choices, edits, logs, rate, carried: sides.carried, plan: planOf({...usual, ...choices}, {edits, logs, ...sides})};
 }
 
+const digitPair = number => Number.parseInt(String(number), 16);
+
 /// The header of a DPX picture: KJ 29 1010, counted from foot 5867, at 01:00:00:00 and on.
 export function pictureOf(frame) {
   const bytes = Buffer.alloc(2048, 0xFF), words = {0: 'SDPX', 1664: '02', 1666: '74', 1668: '00', 1670: '291010', 1676: String(5867 + Math.floor(frame / 16)).padStart(4, '0'), 1680: 'Academy\0'};
   bytes.writeUInt32BE(2048, 4);
   for (const [at, word] of Object.entries(words)) bytes.write(word, Number(at), 'latin1');
-  bytes.writeUInt32BE(frame % 16 * 4, 1668 + 44);
   bytes.write(String(frame % 16 * 4).padStart(2, '0'), 1668, 'latin1');
   bytes.writeFloatBE(24, 1724);
-  bytes.writeUInt32BE(0x01000000 + Math.floor(frame / 24) * 0x100 + Number.parseInt(String(frame % 24).padStart(2, '0'), 16), 1920);
+  bytes.writeUInt32BE(0x01000000 + digitPair(Math.floor(frame / 24)) * 0x100 + digitPair(frame % 24), 1920);
   return bytes;
 }
 
@@ -59,7 +60,7 @@ export const jobs = [
   job('weir tables', tables, {make: 'changes', count: 'timecode'}, {olds: tables.slice(0, 2).map(path => edit(path)), news: tables.slice(2).map(path => edit(path))}),
   job('conform', [...weir, ...versions], {make: 'conform', method: 'single', loss: '3p'},
       {held: versions.map(path => edit(path)), carried: [weir.slice(0, 2).map(path => edit(path)), weir.slice(2).map(path => edit(path))]}),
-  job('what was not had', weir, {make: 'order', handles: 4, ends: true}, {edits: weir.slice(2).map(path => edit(path)), had: [{name: 'had.json'}]}, [['had.json', hadOrder]]),
+  job('what was not had', weir.slice(2), {make: 'order', handles: 4, ends: true}, {edits: weir.slice(2).map(path => edit(path)), had: [{name: 'had.json'}]}, [['had.json', hadOrder]]),
   job('scans', [], {letters: '0274=KJ'}, {edits: [{name: 'scanned.edl', use: 'edit', rate: '24', sequence: ''}], logs: [{name: 'A012', scan: true}]}, [...scans, ['scanned.edl', Buffer.from(scanned)]]),
   job('scans and a log', ['examples/edl/days.ale'], {}, {edits: [{name: 'scanned.edl', use: 'edit', rate: '24', sequence: ''}], logs: [{name: 'days.ale'}, {name: 'A012', scan: true}]},
       [...scans, ['scanned.edl', Buffer.from(scanned)]]),

@@ -7,6 +7,7 @@ import {texts} from './texts.js';
 const words = texts.files;
 const rates = ['24', '25', '30', '23.976', '29.97', '48', '50', '60'];
 const most_rolls = 8;
+const edit_list = 'an edit list';
 
 function factsOf(seen) {
   const facts = [kindOf(seen)];
@@ -29,6 +30,10 @@ function asking(file, on) {
     const list = make('select', {id}, rates.map(rate => make('option', {value: rate}, rate)));
     return make('div', {class: 'doubt'}, make('label', {for: id}, words.needsRate),
                 make('div', {class: 'ask'}, list, make('button', {type: 'button', onclick: () => on.rate(file, list.value)}, words.take)));
+  }
+  if (file.rate && seen?.kind === edit_list) {
+    const list = make('select', {id, onchange: event => on.rate(file, event.target.value)}, rates.map(rate => make('option', {value: rate, selected: rate === file.rate}, rate)));
+    return make('div', {}, make('label', {for: id, class: 'small'}, words.rate), make('div', {class: 'ask'}, list));
   }
   if (seen?.sequences?.length > 1) {
     const list = make('select', {id, onchange: event => on.sequence(file, event.target.value)},
@@ -70,9 +75,9 @@ function card(file, state, on) {
            make('span', {class: 'strong wrap'}, file.name))
     : make('span', {class: 'strong wrap'}, file.name);
   const known = seen && !(seen.fault && !seen.needs);
-  return make('li', {'data-reading': !seen}, make('div', {class: 'row'},
+  return make('li', {'data-reading': !seen || file.again}, make('div', {class: 'row'},
     make('div', {class: 'about'}, name,
-         make('p', {class: 'help wrap'}, seen ? factsOf(seen) : `${words.reading} …`),
+         make('p', {class: 'help wrap'}, seen && !file.again ? factsOf(seen) : `${words.reading} …`),
          seen && !known && make('p', {class: 'fault'}, seen.fault), asking(file, on), known && warningsOf(seen),
          known && isCut(seen) && (state.sides ? sides(file, on) : state.carried > 0 && cutOf(file, state.carried, on))),
     make('button', {class: 'out', type: 'button', id: `out-${file.id}`, 'aria-label': words.remove(file.name), onclick: () => on.remove(file)}, '×')));

@@ -15,6 +15,7 @@ const parts = {};
 
 // ---- what there is to choose from
 
+const isReading = file => !file.seen || file.again;
 const isRead = file => file.seen && !file.seen.fault;
 const ofUse = (...uses) => state.files.filter(file => isRead(file) && uses.includes(file.seen.use));
 const cuts = () => ofUse('edit', 'cut');
@@ -53,7 +54,7 @@ function channels() {
 const tracksOf = file => file.seen.tracks.filter(track => track.kind === 'plain' && track.frames > 0).map(track => track.channel);
 
 function isReady() {
-  if (state.files.some(file => !file.seen)) return false;
+  if (state.files.some(isReading)) return false;
   const {edits, olds, news, held} = chosen();
   return {changes: olds.length > 0 && news.length > 0, conform: held.length > 0}[state.choices.make] ?? edits.length > 0;
 }
@@ -63,7 +64,7 @@ function isReady() {
 function stateOf() {
   const words = texts.states, waits = state.files.find(file => file.seen?.needs);
   if (state.files.length === 0) return [words.nothing, words.nothingHelp];
-  if (state.files.some(file => !file.seen)) return [words.reading, ''];
+  if (state.files.some(isReading)) return [words.reading, ''];
   if (waits?.seen.needs === 'rate') return [words.needsRate(waits.name), words.needsRateHelp];
   if (waits) return [words.needsSequence(waits.name), words.needsSequenceHelp];
   if (cuts().length === 0) return ofUse('log', 'scan').length ? [words.needsEdit, words.needsEditHelp] : [words.cantRead, words.cantReadHelp];
@@ -161,6 +162,7 @@ async function look(file) {
   } catch (error) {
     file.seen = {kind: '', fault: texts.states.broken(error.message), tracks: [], rolls: [], sequences: [], warnings: []};
   }
+  file.again = false;
   if (file.seen.use === 'profile') state.choices.whom = own;
   giveSides();
   tell(texts.files.added(file.name));
@@ -195,11 +197,17 @@ const fileActions = {
   pick(file) { state.picked = file.id; refresh(); remember(); },
   cut(file, number) { file.cut = number; file.said = true; refresh(); if (!state.view) showState(); remember(); },
   side(file, side) { file.side = side; file.said = true; refresh(); if (!state.view) showState(); remember(); },
-  rate(file, rate) { for (const one of state.files) if (one.seen?.needs === 'rate') one.rate = rate; again(state.files.filter(one => one.rate === rate && one.seen?.needs)); },
+  rate(file, rate) {
+    const asked = state.files.filter(one => one === file || one.seen?.needs === 'rate');
+    for (const one of asked) one.rate = rate;
+    again(asked);
+  },
   sequence(file, name) { file.sequence = name; again([file]); },
 };
 
 async function again(files) {
+  for (const file of files) file.again = true;
+  refresh();
   await Promise.all(files.map(look));
   remember();
 }

@@ -39,11 +39,13 @@ async function save(name) {
   download(name.slice(name.lastIndexOf('/') + 1), await ask('output', {name}));
 }
 
+const script = /<script>[^]*<\/script>/;
+
 /// Prints the page as the command made it, in a frame where nothing of it can run.
 async function print(name) {
   const blob = await ask('output', {name});
   const frame = make('iframe', {sandbox: 'allow-same-origin allow-modals', class: 'unseen', title: words.print, 'aria-hidden': true, tabindex: -1});
-  frame.srcdoc = await blob.text();
+  frame.srcdoc = (await blob.text()).replace(script, '');
   document.querySelector('#printed')?.remove();
   frame.id = 'printed';
   document.body.append(frame);

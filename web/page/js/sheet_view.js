@@ -18,7 +18,7 @@ const ownStyle = `
   tr[data-film] { cursor: pointer; }
   .note { font-size: .85rem; }
   @media screen and (max-width: 46rem) { section { margin: 0; padding: 0; } }
-  @media (prefers-color-scheme: dark) { figure svg { border-radius: .3rem; } }
+  @media screen and (prefers-color-scheme: dark) { figure { border-radius: .3rem; } }
 `;
 
 const sheets = new Map(); // of a style's text, made once

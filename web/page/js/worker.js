@@ -81,6 +81,9 @@ function summaryOf(outputs, stem) {
   };
 }
 
+/// Of files and shots, rather than of how far the command is.
+const isSaid = line => line.includes(': ');
+
 async function make({files, plan, made}, tell) {
   current = null;
   const done = await runAll(plan.commands, await bytesOf(files), made, tell);
@@ -89,7 +92,7 @@ async function make({files, plan, made}, tell) {
   current = {outputs: done.outputs, plan, files, made, sections: sectionsOf(text)};
   const report = done.outputs.get(plan.report);
   return {
-    status: done.status, out: done.out.slice(0, 200), told: done.told.slice(0, 200), made, ...summaryOf(done.outputs, plan.stem),
+    status: done.status, out: done.out.slice(0, 200), told: done.told.filter(isSaid).slice(0, 200), made, ...summaryOf(done.outputs, plan.stem),
     style: styleOf(text), mark: markOf(text), report: !!report,
     outputs: [...done.outputs].map(([name, bytes]) => ({name, size: bytes.length})),
   };
