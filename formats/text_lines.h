@@ -51,7 +51,7 @@ public:
 
 private:
     std::string_view bytes_;
-    std::size_t feed_ = 0;   ///< the next LF, `npos` behind the last; of CR likewise
+    std::size_t feed_ = 0; ///< the next LF, `npos` behind the last; of CR likewise
     std::size_t return_ = 0;
     bool looked_ = false;
 };
