@@ -92,12 +92,13 @@ class Runs:
         """What is found, the list of doubts and the proof, as a share of reading the edit and making its lists."""
         told = self.work / "calls"
         self.run(stage, n, ["valgrind", "-q", "--tool=callgrind", f"--callgrind-out-file={told}"], "shared")
-        names = ("open_edit", "make_cutlist_from_edit"), ("check_film", "film_of_edit", "prove_lists", "add_doubts")
+        names = (("tool::open_edit", "make_cutlist_from_edit"),
+                 ("tool::check_film", "tool::film_of_edit", "tool::prove_lists", "tool::add_doubts"))
         lines = subprocess.run(["callgrind_annotate", "--inclusive=yes", "--threshold=100", told], capture_output=True,
                                text=True, check=True).stdout.splitlines()
         sums = []
         for group in names:
-            pattern = re.compile(r"\s*([\d,]+) .*?:((?:tool::)?(?:" + "|".join(group) + r")\()")
+            pattern = re.compile(r"\s*([\d,]+) .*?:(" + "|".join(group) + r")\(")
             found = dict((match.group(2), int(match.group(1).replace(",", ""))) for match in map(pattern.match, reversed(lines))
                          if match)
             sums.append(sum(found.values()))
