@@ -34,8 +34,11 @@ dictionary_of() {
     esac || true
 }
 
-# A number that the last line of the log with this word in it has behind it.
-figure() { grep -oE "$1:? +[0-9]+" "$2" | "${3:-tail}" -n 1 | grep -oE '[0-9]+$' || echo 0; }
+# What the lines of the log say of reached code: the first, or the last.
+reached() { # log, line
+    awk -v wanted="$2" '{ for (i = 1; i < NF; i++) if ($i == "cov:") { last = $(i + 1); if (first == "") first = last } }
+                        END { print (wanted == "first" ? first : last) + 0 }' "$1"
+}
 
 # What was found ends a run, and the next goes on with the rest of the time.
 fuzz() { # target, seconds
@@ -50,17 +53,17 @@ fuzz() { # target, seconds
     done
 }
 
-# As few of the new inputs as reach all that the small ones reach.
+# As few of the new small inputs as reach what all of them reach; of too many the larger ones, which reach most.
 keep_new() { # target
     local target=$1
     mkdir -p "$place/small" "$place/merged"
     cp fuzz/corpus/"$target"/* "$place/merged"
     find "$place/$target" -type f -size -${largest}c -exec cp -t "$place/small" {} +
     # shellcheck disable=SC2086
-    "$build/fuzz_$target" -merge=1 -use_counters=0 -timeout=30 ${options[$target]:-} "$place/merged" "$place/small" >"$results/$target/merge.log" 2>&1 || true
+    "$build/fuzz_$target" -set_cover_merge=1 -use_counters=0 -timeout=30 ${options[$target]:-} "$place/merged" "$place/small" >"$results/$target/merge.log" 2>&1 || true
     for file in "$place"/merged/*; do
         [ -e "fuzz/corpus/$target/$(basename "$file")" ] || echo "$file"
-    done | xargs -r ls -Sr | head -n $most_new | xargs -r cp -t "$results/$target/new"
+    done | xargs -r ls -S | head -n $most_new | xargs -r cp -t "$results/$target/new"
     rm -rf "$place/small" "$place/merged"
 }
 
@@ -81,7 +84,7 @@ for target in "${targets[@]}"; do
     log=$results/$target/log
     findings=$(find "$results/$target/found" -type f | wc -l)
     [ "$findings" -eq 0 ] || anything=1
-    printf '%-14s %8d %10.0f %10d %8d %8d %6d %9d\n' "$target" $took "$(awk '{ sum += $1 } END { print sum + 0 }' "$results/$target/seconds")" "$(runs_of "$log")" "$(figure 'cov' "$log" head)" "$(figure 'cov' "$log")" \
+    printf '%-14s %8d %10.0f %10d %8d %8d %6d %9d\n' "$target" $took "$(awk '{ sum += $1 } END { print sum + 0 }' "$results/$target/seconds")" "$(runs_of "$log")" "$(reached "$log" first)" "$(reached "$log" last)" \
         "$(find "$results/$target/new" -type f | wc -l)" "$findings"
 done
 exit $anything

@@ -330,4 +330,35 @@ TEST(AafChains, MaterialWithoutTapeHasItsFilesTimecodeAndTheBinsReel) {
     EXPECT_EQ(label_at(result, user_label_timecode), "02:00:00:20");
 }
 
+// Whatever lies around the clip on the way to the tape shows the same frame of it.
+TEST(AafChains, LeadThroughScopesEffectsAndChoices) {
+    const Object below_it = clip(1001, 0, 10000);
+    for (const Object& around :
+         {scope(10000, {filler(10000), below_it}), effect(dissolve, 10000, {filler(10000), below_it}),
+          choices(10000, {below_it, filler(10000)}), selector(10000, scope(10000, {below_it}))}) {
+        Made made = track(clip(1, 20, 10));
+        made.mobs[1] = master(1, "A", {slot(1, {24}, around)});
+        EXPECT_EQ(label_at(read(made), user_label_timecode), "01:00:00:20");
+    }
+}
+
+TEST(AafChains, TransitionsOfAFileShortenWhatStandsAhead) {
+    Made made = track(clip(1, 105, 3));
+    made.mobs[2] = file_source(
+        1001, "A.mxf", {slot(1, {24}, sequence({clip(2001, 0, 100), transition(10, 5), clip(2001, 500, 100)}))});
+    EXPECT_EQ(label_at(read(made), user_label_timecode), "01:00:21:11") << "the 15th frame behind 500";
+}
+
+TEST(AafChains, PerforationsMayStandInTheWordsOfTheGauge) {
+    for (const auto& [gauge, key] : {std::pair("35mm, 3perf", "KJ2910100000+20"),
+                                     {"35mm 3-perf", "KJ2910100000+20"},
+                                     {"35mm", "KJ2910100001+04"},
+                                     {"perf", "KJ2910100001+04"}}) {
+        Made made = telecine(sequence({clip(1, 20, 24)}));
+        made.mobs[4].child(pid::essence_description,
+                           Object(Class::film_descriptor).number(pid::film_format, 1, 1).text(pid::film_gauge, gauge));
+        EXPECT_EQ(label_at(read(made), user_label_key).substr(0, 15), key) << gauge;
+    }
+}
+
 } // namespace

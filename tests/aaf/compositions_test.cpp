@@ -108,6 +108,10 @@ TEST(AafCompositions, SoundAloneHasTheRateOfItsTimecode) {
     ASSERT_EQ(result.error, "");
     EXPECT_EQ(start_of(result), "01:00:00:00");
     EXPECT_EQ(drawn(result), "A 0-25 @50");
+    made.mobs[0] = composition(
+        100, "Mix",
+        {slot(1, {48000}, clip(1, 96000, 48000, 1, sound)), slot(2, {48000}, timecode(90000, 25, 48000), 1)});
+    EXPECT_EQ(drawn(made), "A 0-25 @50") << "that of its counting, where its slot has the rate of the sound";
     made.mobs[0] = composition(100, "Mix", {slot(1, {48000}, clip(1, 0, 48000, 1, sound))});
     EXPECT_TRUE(read(made).rate_missing);
 }

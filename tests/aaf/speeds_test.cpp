@@ -120,4 +120,25 @@ TEST(AafSpeeds, FloatingNumbersOfAnOwnTypeAreRead) {
     EXPECT_EQ(drawn(track(motion(10, clip(1, 0, 15), std::move(map)))), "A 0-10 @0*1.5");
 }
 
+TEST(AafSpeeds, FloatingAndWholeNumbersOfAnySizeAreRead) {
+    Object ratio(Class::constant_value);
+    ratio.id(pid::parameter_definition, speed_ratio).indirect_float(pid::constant_value, 0.5F);
+    EXPECT_EQ(drawn(track(motion(10, clip(1, 0, 20), ratio))), "A 0-10 @0*2");
+    ratio.indirect_whole(pid::constant_value, -1);
+    EXPECT_EQ(drawn(track(motion(10, clip(1, 0, 10), ratio))), "A 0-10 @9*-1");
+    ratio.indirect_natural(pid::constant_value, 2);
+    EXPECT_EQ(drawn(track(motion(20, clip(1, 0, 10), ratio))), "A 0-20 @0*0.5");
+    ratio.indirect_text(pid::constant_value, "2");
+    EXPECT_EQ(drawn(track(motion(20, clip(1, 0, 10), ratio))), drawn(track(motion(20, clip(1, 0, 10), clip(1, 0, 1)))));
+}
+
+// A 0-20 and B 12-32 with the transition over 12-20 and the cut at 14, at twice the speed, then backward.
+TEST(AafSpeeds, ATransitionInANestPlaysAtTheSpeedOfItsEffect) {
+    const Object nest = sequence({clip(1, 0, 20), transition(8, 2), clip(2, 50, 20)});
+    EXPECT_EQ(drawn(track(motion(16, nest, varying(speed_offset_map, {{0, 0}, {16, 32}})))),
+              "A 0-6 @0*2 | x 6-10 | B 10-16 @58*2");
+    const auto backward = read(track(motion(16, nest, varying(speed_offset_map, {{0, 31}, {16, -1}}))));
+    EXPECT_EQ(drawn(backward), "B 0-6 @69*-2 | x 6-10 | A 10-16 @11*-2");
+}
+
 } // namespace

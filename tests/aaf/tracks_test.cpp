@@ -215,4 +215,42 @@ TEST(AafTracks, ASlotOfANestThatIsNotThereIsAGap) {
     EXPECT_TRUE(warns_of(result, "slot 7 of composition \"Nest\" isn't there"));
 }
 
+/// What the first effect of a channel is: "wipe43r".
+std::string first_effect(const formats::ReadResult& result) {
+    const Qb::Ptr<Cel> cel = result.edit->get_edit_cel_p(0);
+    for (ce_handle at = cel->get_start_ceh(); at.valid(); at.increment(ce_all)) {
+        if (!at.get_channel_event().cookie.isEffect()) continue;
+        const Cookie kind = result.edit->getED2CookieForED5Effect(at);
+        if (!kind.isWipe()) return "no wipe";
+        return "wipe" + std::to_string(kind.wipeType()) + (kind.wipeDirection() == wipe_reversed ? "r" : "");
+    }
+    return "no effect";
+}
+
+TEST(AafTracks, AWipeHasTheNumberAndDirectionOfItsParameters) {
+    constexpr Auid smpte_wipe = auid("0c3bea44-fc05-11d2-8a29-0050040ef7d2");
+    constexpr Auid number = auid("e4962323-2267-11d3-8a4c-0050040ef7d2");
+    constexpr Auid own_number = auid("01234567-89ab-cdef-0123-000000000001");
+    constexpr Auid reverse = auid("01234567-89ab-cdef-0123-000000000002");
+    const auto wipe_with = [&](Objects parameters) {
+        Object wipe = transition(8, 4, smpte_wipe);
+        wipe.child(pid::transition_operation, effect(smpte_wipe, 8, {}, std::move(parameters)));
+        Made made = track(sequence({clip(1, 0, 24), wipe, clip(2, 0, 24)}));
+        made.operations = {defined(smpte_wipe, "SMPTE Video Wipe")};
+        made.parameters = {defined(own_number, "WipeNumber"), defined(reverse, "Reverse")};
+        return first_effect(read(made));
+    };
+    EXPECT_EQ(wipe_with({}), "wipe1");
+    EXPECT_EQ(wipe_with({constant(number, 43)}), "wipe43");
+    EXPECT_EQ(wipe_with({constant(own_number, 19), constant(reverse, 1)}), "wipe19r");
+    EXPECT_EQ(wipe_with({constant(number, 70000), constant(reverse, 0)}), "wipe65535");
+    EXPECT_EQ(wipe_with({constant(number, -5)}), "wipe0");
+}
+
+TEST(AafTracks, AScopeWithoutTracksIsAGap) {
+    const auto result = read(track(sequence({clip(1, 0, 10), scope(12, {}), clip(2, 0, 10)})));
+    EXPECT_TRUE(warns_of(result, "it holds no tracks, so it is a gap"));
+    EXPECT_EQ(drawn(result), "A 0-10 @0 | b 10-22 | B 22-32 @0");
+}
+
 } // namespace

@@ -345,4 +345,24 @@ TEST(SeveralLists, HaveTheirTracksAboveThoseOfTheListsBefore) {
     EXPECT_EQ(drawn(read({titles, picture}).edit, 0), "0-24 T@01:00:00:00");
 }
 
+// A backward clip shows its last frame first, wherever what is recorded later cuts it.
+TEST(Events, BackwardClipsThatAreCutKeepTheirFirstFrame) {
+    const std::string backward = "001  A V C 01:00:00:00 01:00:02:00 10:00:00:00 10:00:02:00\n"
+                                 "M2   A       -024.0       01:00:00:00\n";
+    const std::string whole = channel(backward);
+    ASSERT_EQ(whole.substr(0, 7), "0-48 A@");
+    const formats::ReadResult cut = read(backward + "002  B V C 02:00:00:00 02:00:01:00 10:00:01:12 10:00:02:12\n");
+    EXPECT_EQ(drawn(cut.edit, 0), "0-36 A@" + whole.substr(7) + " | 36-60 B@02:00:00:00");
+}
+
+TEST(Events, ASpeedFromAnotherTimecodeCountsWithADoubt) {
+    const formats::ReadResult result = read("001  A V C 01:00:00:00 01:00:02:00 10:00:00:00 10:00:01:00\n"
+                                            "M2   A       048.0       01:00:09:00\n");
+    EXPECT_EQ(drawn(result.edit, 0), "0-24 A@01:00:00:00*2");
+    ASSERT_EQ(result.warnings.size(), 1U);
+    EXPECT_EQ(result.warnings[0].kind, embedded::WarningKind::doubt);
+    EXPECT_NE(result.warnings[0].text.find("a speed from another timecode than the event's source in, which counts"),
+              std::string::npos);
+}
+
 } // namespace

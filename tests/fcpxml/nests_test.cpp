@@ -278,4 +278,37 @@ TEST(FcpxmlSound, MarkersOfAClipInAClipWithAPictureAreCuesOfThat) {
     EXPECT_EQ(cues_of(result.edit, 0), "24 seen");
 }
 
+// Over 7/4 s to 9/4 s a dissolve, of which the cut is at 2 s.
+TEST(FcpxmlCompounds, TheirTransitionsAndMarkersPlayAtTheirSpeed) {
+    const std::string media = compound("c", clip("A", R"(duration="2s")", R"(<marker start="1/2s" value="m"/>)") +
+                                                dissolve(R"(offset="7/4s" duration="1/2s")") +
+                                                clip("B", R"(start="9s" offset="2s" duration="2s")"));
+    const auto at = [&](const std::string& attributes, const std::string& points) {
+        return read(with_spine(ref("c", attributes, speed(points)), R"(format="r24")", media));
+    };
+    const auto twice = at(R"(duration="2s")", "0s 0s, 2s 4s");
+    EXPECT_EQ(drawn(twice.edit, 0), "0-21 A@00:00:00:00*2 | 21-27 diss | 27-48 B@00:00:09:06*2");
+    EXPECT_EQ(cues_of(twice.edit, 0), "6 m");
+    const auto backward = at(R"(duration="4s")", "0s 4s, 4s 0s");
+    EXPECT_EQ(drawn(backward.edit, 0), "0-42 B@00:00:10:23*-1 | 42-54 diss | 54-96 A@00:00:01:17*-1");
+    EXPECT_EQ(cues_of(backward.edit, 0), "84 m");
+}
+
+TEST(FcpxmlMulticam, WithoutAStartItIsShownFromItsTimecodeOn) {
+    const std::string media = R"(<media id="late" name="Late"><multicam format="r24" tcStart="100s">)"
+                              R"(<mc-angle name="A" angleID="a">)" +
+                              clip("CamA", R"(offset="100s" start="10s" duration="10s")") +
+                              "</mc-angle></multicam></media>";
+    EXPECT_EQ(drawn_spine(R"(<mc-clip ref="late" duration="2s"><mc-source angleID="a"/></mc-clip>)", R"(format="r24")",
+                          media),
+              "0-48 CamA@00:00:10:00");
+}
+
+TEST(FcpxmlClips, WhatIsUnknownInAClipIsLeftOut) {
+    const auto result = read(with_spine(R"(<clip name="C" duration="2s"><hologram duration="2s"/>)"
+                                        R"(<video ref="m24" name="A" duration="2s"/></clip>)"));
+    EXPECT_EQ(edl_tests::reel_at(result.edit, 0, 0), "M24");
+    EXPECT_TRUE(warns(result, "hologram: isn't known here and is left out", WarningKind::dropped));
+}
+
 } // namespace

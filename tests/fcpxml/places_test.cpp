@@ -334,4 +334,36 @@ TEST(FcpxmlProjects, ToldToRunAtAnotherRateItWarns) {
                       WarningKind::rate));
 }
 
+TEST(FcpxmlPlaces, CaptionsInAStorylineTakeNoTime) {
+    const auto result = read(with_spine(clip("A", R"(duration="1s")") + R"(<caption offset="1s" duration="5s"/>)" +
+                                        clip("B", R"(duration="1s")")));
+    EXPECT_EQ(drawn(result.edit, 0), "0-24 A@00:00:00:00 | 24-48 B@00:00:00:00");
+    EXPECT_TRUE(warns(result, "caption: left out", WarningKind::dropped));
+}
+
+TEST(FcpxmlPlaces, AnItemThatLiesBeforeTheOneItFollowsIsPutBehindThat) {
+    const auto result =
+        read(with_spine(clip("A", R"(offset="2s" duration="1s")") + clip("B", R"(offset="1s" duration="1s")")));
+    EXPECT_EQ(drawn(result.edit, 0), "0-48 black | 48-72 A@00:00:00:00 | 72-96 B@00:00:00:00");
+    EXPECT_TRUE(warns(result, "\"B\": lies before the item that it follows; it is put behind that"));
+}
+
+TEST(FcpxmlProjects, ClipsHaveTheRateOfWhatTheyHold) {
+    const std::string angles =
+        R"(<media id="mc" name="Multi"><multicam format="r25" tcStart="0s"><mc-angle angleID="a">)" +
+        clip("Cam", R"(duration="9s")", {}, "m25") + "</mc-angle></multicam></media>";
+    const std::string file =
+        file_of("<resources>" + usual_resources() + angles + "</resources>" +
+                    R"(<clip name="K" duration="2s"><video ref="m25" duration="2s"/></clip>)"
+                    R"(<mc-clip ref="mc" name="M" duration="2s"><mc-source angleID="a"/></mc-clip>)",
+                "1.6");
+    formats::ReadOptions options;
+    for (const char* name : {"K", "M"}) {
+        options.sequence = name;
+        const auto result = read(file, options);
+        ASSERT_TRUE(result.edit) << result.error;
+        EXPECT_EQ(embedded::rate_info(result.edit->getSourceFrameRate())->nominal, 25) << name;
+    }
+}
+
 } // namespace

@@ -167,4 +167,10 @@ TEST(FcpxmlRates, ACompoundThatIsConformedFrameForFrameKeepsItsFrames) {
               "0-100 In@00:00:02:00 | 100-192 Next@00:00:01:00");
 }
 
+TEST(FcpxmlRates, AConformingThatTellsNoRateIsToldOf) {
+    const auto result = read(with_spine(R"(<title ref="text" name="T" duration="2s"><conform-rate/></title>)"));
+    ASSERT_TRUE(result.edit) << result.error;
+    EXPECT_TRUE(warns(result, "doesn't tell the rate that it is for; taken as the sequence's"));
+}
+
 } // namespace

@@ -289,4 +289,56 @@ TEST(Ale, BadPairsOfTheHeadingAreTold) {
     EXPECT_THAT(log.error, HasSubstr("no frame rate"));
 }
 
+TEST(Ale, CommasMayPartTheCells) {
+    Cells heading = plain_heading;
+    heading[0] = "FIELD_DELIM\tCOMMAS";
+    std::string text = ale(heading, {}, {});
+    text = text.substr(0, text.find("Column")) + "Column\n" + joined(plain_columns, ",") + "\nData\n" +
+           joined(plain_row, ",") + "\n";
+    expect_plain_row(only_row(text));
+    heading[0] = "FIELD_DELIM\tSTARS";
+    expect_warning(ale(heading, plain_columns, {plain_row}), "field_delim \"STARS\" isn't known; taken as TABS");
+}
+
+TEST(Ale, NamesBehindTheLastColumnMayBeEmpty) {
+    Cells columns = plain_columns;
+    columns.insert(columns.end(), {"", " "});
+    expect_plain_row(row_of(plain_heading, columns, plain_row));
+}
+
+TEST(Ale, FilmOfARowThatIsNotKnownIsTold) {
+    Cells columns = plain_columns, cells = plain_row;
+    columns.push_back("Gauge");
+    cells.push_back("48mm");
+    expect_warning(ale(plain_heading, columns, {cells}), "\"48mm\" isn't known");
+}
+
+TEST(Ale, FramesThatAFootDoesNotHaveAreTold) {
+    struct Case {
+        const char *film, *key, *told, *read;
+    };
+    for (const Case& each : {
+             Case{"35mm,4perf", "KJ123456-1234+32", "is a mid-foot mark of 32 perforations; taken as that",
+                  "KJ1234561234+08"},
+             Case{"35mm,4perf", "KJ123456-1234+16", "has more frames than a count of this film; carried",
+                  "KJ1234561235+00"},
+             Case{"35mm,3perf", "KJ123456-1234+05.4", "has a perforation that no frame of this film has; left out",
+                  "KJ1234561234+05"},
+         }) {
+        Cells heading = plain_heading, cells = plain_row;
+        heading[2] = std::string("FILM_FORMAT\t") + each.film;
+        cells[4] = each.key;
+        cells[5] = "";
+        const std::string text = ale(heading, plain_columns, {cells});
+        expect_warning(text, each.told);
+        EXPECT_EQ(std::string(LabelPoint(read(text).rows.at(0).key_start).get_string()).substr(0, 15), each.read);
+    }
+}
+
+TEST(Ale, NamesWithControlCharactersAreTold) {
+    Cells cells = plain_row;
+    cells[0] = "a\x1b[2J";
+    expect_warning(ale(plain_heading, plain_columns, {cells}), "day.ale:11:1: ");
+}
+
 } // namespace

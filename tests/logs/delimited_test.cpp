@@ -136,4 +136,11 @@ TEST(Delimited, FilesThatCanNotBeUsedAreRefused) {
     EXPECT_THAT(read_csv("Start,End\n").error, HasSubstr("holds no rows"));
 }
 
+TEST(Delimited, CellsBehindTheLastColumnAreTold) {
+    const Log log = read_csv("Name,Start,End\na,01:00:00:00,01:00:01:00,more\n");
+    EXPECT_THAT(log.warnings, ElementsAre(HasSubstr("day.csv:2:")));
+    EXPECT_THAT(log.warnings, ElementsAre(HasSubstr("more cells than there are columns; left out")));
+    EXPECT_EQ(log.rows.size(), 1u);
+}
+
 } // namespace

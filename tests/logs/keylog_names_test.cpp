@@ -162,4 +162,21 @@ TEST(KeylogNames, FilesThatCanNotBeUsedAreRefused) {
     EXPECT_THAT(read_keylog("Record# CAMROLL VTTC_OUT KEYIN\n").error, HasSubstr("day.ftl:1: no column VTTC_IN"));
 }
 
+TEST(KeylogNames, ColumnsAndGaugesThatAreNotAsTheyShouldAreTold) {
+    const auto told = [](const std::string& header, const std::string& standards) {
+        return read_keylog(keylog::file_of({header, standards, record()}));
+    };
+    const std::string standards = keylog::standards("35", "4", "PAL", "VTR 1");
+    const Log twice = told(keylog::full_header() + "   LABROLL", standards);
+    ASSERT_EQ(twice.warnings.size(), 1u);
+    EXPECT_THAT(twice.warnings[0].text, HasSubstr("column labroll stands twice; the second counts where the first"));
+    const Log gauge = told(keylog::full_header(), keylog::standards("48", "4", "PAL", "VTR 1"));
+    ASSERT_EQ(gauge.warnings.size(), 1u);
+    EXPECT_THAT(gauge.warnings[0].text, HasSubstr("gauge \"48\" isn't known"));
+    std::string no_keys = keylog::full_header();
+    for (const char* name : {"KEYIN ", "INK_IN"})
+        no_keys.replace(no_keys.find(name), 6, 6, 'X');
+    EXPECT_THAT(told(no_keys, standards).error, HasSubstr("neither a column KEYIN nor INK_IN"));
+}
+
 } // namespace

@@ -190,4 +190,10 @@ TEST(OtioCue, ATrimmedTracksMarkersMoveWithItsContent) {
     EXPECT_EQ(cues(result, 0, 0.9), Strings{});
 }
 
+TEST(OtioEffect, TracksThatAreNoArrayDontCount) {
+    const auto result = one(effects({effect(quillbrook("\"optical\": true, \"tracks\": 3"))}));
+    EXPECT_TRUE(warns_of(result, "its \"tracks\" aren't an array, so they don't count"));
+    EXPECT_EQ(materials(result), std::vector<int>{0});
+}
+
 } // namespace

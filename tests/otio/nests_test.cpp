@@ -151,4 +151,10 @@ TEST(OtioNest, DeepOnesAreReadWithoutTrouble) {
     EXPECT_EQ(drawn(timeline({track({text})})), "B 0-1");
 }
 
+TEST(OtioNest, ATracksRangeThatMeetsNothingStartsAtItsHeadWithAWarning) {
+    const auto result = read(around(track({clip("B", 5, 2), clip("C", 0, 2)}, source_range(9, 3))));
+    EXPECT_TRUE(warns_of(result, "its source_range meets none of its content and starts at its head"));
+    EXPECT_EQ(points(result).at(2).source_time, 5.0);
+}
+
 } // namespace

@@ -249,4 +249,28 @@ TEST(OtioSource, TheTimelinesFilmRateHoldsForRenderedNestsToo) {
     EXPECT_EQ(mPosn_Xlate(10.0, medium_edit, medium_film, medium), 300.0);
 }
 
+TEST(OtioSource, AReferenceOfAnUnknownTypeIsMissingMedia) {
+    const auto with_media = [](const char* schema) {
+        return timeline({track({clip("A", 0, 4, {}, object(schema, ""))})});
+    };
+    EXPECT_TRUE(
+        warns_of(read(with_media("HoloReference.1")), "its media reference is of an unknown type: missing media"));
+    EXPECT_EQ(drawn(with_media("HoloReference.1")), drawn(with_media("MissingReference.1")));
+}
+
+TEST(OtioSource, AStandardThatIsNoneIsToldOf) {
+    const auto result = one(clip("A", 0, 4, quillbrook("\"timecode\": \"01:00:00:00\", \"timecode_std\": \"99fps\"")));
+    EXPECT_TRUE(warns_of(result, "\"99fps\" of \"timecode_std\" is no timecode standard"));
+}
+
+TEST(OtioSource, AFilmRateMayBeWrittenInAnyWay) {
+    const auto frames = [](const std::string& rate) {
+        const EditPtr medium = source(clip("A", 0, 4, quillbrook("\"film_rate\": " + rate)));
+        return mPosn_Xlate(10.0, medium_edit, medium_film, medium);
+    };
+    for (const char* rate : {"16", "\"16\"", "\"48/3\"", "\"1.6e1\"", "16.0"})
+        EXPECT_EQ(frames(rate), 160.0) << rate;
+    EXPECT_NE(error_of(timeline({track({clip("A", 0, 4, quillbrook("\"film_rate\": \"slow\""))})})), "");
+}
+
 } // namespace

@@ -17,6 +17,9 @@ enum form : std::uint16_t {
 
 constexpr Auid rational_type = auid("03010100-0000-0000-060e-2b3401040101");
 constexpr Auid string_type = auid("01100200-0000-0000-060e-2b3401040101");
+constexpr Auid uint8_type = auid("01010100-0000-0000-060e-2b3401040101");
+constexpr Auid int32_type = auid("01010700-0000-0000-060e-2b3401040101");
+constexpr Auid float_type = auid("11111111-0000-0000-0000-000000000002");
 constexpr Auid double_type = auid("11111111-0000-0000-0000-000000000001");
 constexpr Auid top_level = auid("0d010102-0101-0700-060e-2b3404010101");
 constexpr Auid sub_clip_usage = auid("0d010102-0101-0500-060e-2b3404010101");
@@ -160,6 +163,22 @@ Object& Object::indirect_double(Pid property, double value) {
     return add(property, data, [=](bool big) {
         return indirect(double_type, number_bytes(std::bit_cast<std::uint64_t>(value), 8, big), big);
     });
+}
+
+Object& Object::indirect_float(Pid property, float value) {
+    return add(property, data, [=](bool big) {
+        return indirect(float_type, number_bytes(std::bit_cast<std::uint32_t>(value), 4, big), big);
+    });
+}
+
+Object& Object::indirect_whole(Pid property, std::int32_t value) {
+    return add(property, data, [=](bool big) {
+        return indirect(int32_type, number_bytes(static_cast<std::uint32_t>(value), 4, big), big);
+    });
+}
+
+Object& Object::indirect_natural(Pid property, std::uint8_t value) {
+    return add(property, data, [=](bool big) { return indirect(uint8_type, number_bytes(value, 1, big), big); });
 }
 
 Object& Object::child(Pid property, Object value) { return add(property, strong, nullptr, {std::move(value)}); }
@@ -421,9 +440,9 @@ std::string written(const Made& made) {
     Object header =
         Object(Class::header)
             .child(pid::content, Object(auid("0d010101-0101-1800-060e-2b3402060101")).set(pid::mobs, made.mobs))
-            .child(
-                pid::dictionary,
-                Object(auid("0d010101-0101-2200-060e-2b3402060101")).set(pid::operation_definitions, made.operations))
+            .child(pid::dictionary, Object(auid("0d010101-0101-2200-060e-2b3402060101"))
+                                        .set(pid::operation_definitions, made.operations)
+                                        .set(pid::parameter_definitions, made.parameters))
             .vector(pid::identifications, std::move(writers));
     Object root(auid("b3b398a5-1c90-11d4-8053-080036210804"));
     root.child(pid::root_header, std::move(header));

@@ -38,6 +38,9 @@ public:
     Object& indirect_rational(Pid property, std::int64_t num, std::int64_t den);
     Object& indirect_text(Pid property, const std::string& ascii);
     Object& indirect_double(Pid property, double value);
+    Object& indirect_float(Pid property, float value);
+    Object& indirect_whole(Pid property, std::int32_t value);
+    Object& indirect_natural(Pid property, std::uint8_t value);
     Object& child(Pid property, Object value);
     Object& vector(Pid property, std::vector<Object> elements);
     Object& set(Pid property, std::vector<Object> elements);
@@ -124,6 +127,7 @@ Object film(int number, const std::string& name, Objects slots, int perforations
 struct Made {
     Objects mobs;
     Objects operations; ///< definitions, by `defined`
+    Objects parameters; ///< definitions, by `defined`
     Objects classes;    ///< of the file's own, by `defined_property`
     std::string company = "Made";
     bool big_endian = false;
