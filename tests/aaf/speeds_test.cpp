@@ -123,11 +123,11 @@ TEST(AafSpeeds, FloatingNumbersOfAnOwnTypeAreRead) {
 TEST(AafSpeeds, FloatingAndWholeNumbersOfAnySizeAreRead) {
     Object ratio(Class::constant_value);
     ratio.id(pid::parameter_definition, speed_ratio).indirect_float(pid::constant_value, 0.5F);
-    EXPECT_EQ(drawn(track(motion(10, clip(1, 0, 20), ratio))), "A 0-10 @0*2");
+    EXPECT_EQ(drawn(track(motion(10, clip(1, 0, 40), ratio))), "A 0-10 @0*2");
     ratio.indirect_whole(pid::constant_value, -1);
     EXPECT_EQ(drawn(track(motion(10, clip(1, 0, 10), ratio))), "A 0-10 @9*-1");
     ratio.indirect_natural(pid::constant_value, 2);
-    EXPECT_EQ(drawn(track(motion(20, clip(1, 0, 10), ratio))), "A 0-20 @0*0.5");
+    EXPECT_EQ(drawn(track(motion(20, clip(1, 0, 40), ratio))), "A 0-20 @0*0.5");
     ratio.indirect_text(pid::constant_value, "2");
     EXPECT_EQ(drawn(track(motion(20, clip(1, 0, 10), ratio))), drawn(track(motion(20, clip(1, 0, 10), clip(1, 0, 1)))));
 }
