@@ -10,6 +10,7 @@
 
 #include <deque>
 #include <map>
+#include <optional>
 
 namespace tool {
 namespace {
@@ -164,7 +165,8 @@ std::vector<std::string> words_behind(const CLI::App& app) {
     return words;
 }
 
-/// All commands with the options of each.
+/// All commands. The options of one are set up when the line or the help comes to it, as most of a short run would go
+/// into those of the others.
 class Parser {
 public:
     Parser() : app_(about, "quillbrook") {
@@ -188,13 +190,14 @@ public:
                 throw UsageError("help: there is no command \"" + word + '"' + suggestion(word, words_behind(*at)));
             before += (before.empty() ? "" : " ") + at->get_name();
             at = named.front();
+            set_up(*at);
         }
         return at->help(before);
     }
 
     std::function<JobResult()> job() const {
         for (const Leaf& leaf : leaves_)
-            if (leaf.parser.parsed()) return leaf.reader.job();
+            if (leaf.parser.parsed()) return leaf.reader->job();
         for (const auto& [group, parser] : groups_)
             if (parser->parsed()) refuse_bare(*group);
         throw UsageError("a command is required: " + all_choices() + "; see quillbrook --help");
@@ -202,11 +205,20 @@ public:
 
 private:
     struct Leaf {
-        const CLI::App& parser;
-        Reader reader;
+        CLI::App& parser;
+        const Command& command;
+        std::optional<Reader> reader;
 
-        Leaf(CLI::App& at, const Command& command) : parser(at), reader(at, command) {}
+        Leaf(CLI::App& at, const Command& its) : parser(at), command(its) {}
+        void set_up() {
+            if (!reader) reader.emplace(parser, command);
+        }
     };
+
+    void set_up(const CLI::App& parser) {
+        for (Leaf& leaf : leaves_)
+            if (&leaf.parser == &parser) leaf.set_up();
+    }
 
     void add(const Command& command) {
         const CommandGroup* group = group_of(command);
@@ -214,7 +226,8 @@ private:
         const std::string word = group ? word_behind_group(command) : command.name;
         CLI::App* parser = parent.add_subcommand(word, command.about);
         parser->footer(command.examples);
-        leaves_.emplace_back(*parser, command);
+        Leaf& leaf = leaves_.emplace_back(*parser, command);
+        parser->preparse_callback([&leaf](std::size_t) { leaf.set_up(); });
     }
     CLI::App& parser_of(const CommandGroup& group) {
         CLI::App*& parser = groups_[&group];
