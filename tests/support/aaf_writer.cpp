@@ -437,12 +437,13 @@ Object defined_property(const Auid& id, Pid number) {
 std::string written(const Made& made) {
     Objects writers;
     writers.push_back(Object(auid("0d010101-0101-3000-060e-2b3402060101")).text(pid::company_name, made.company));
+    Object definitions(auid("0d010101-0101-2200-060e-2b3402060101"));
+    definitions.set(pid::operation_definitions, made.operations);
+    if (!made.parameters.empty()) definitions.set(pid::parameter_definitions, made.parameters);
     Object header =
         Object(Class::header)
             .child(pid::content, Object(auid("0d010101-0101-1800-060e-2b3402060101")).set(pid::mobs, made.mobs))
-            .child(pid::dictionary, Object(auid("0d010101-0101-2200-060e-2b3402060101"))
-                                        .set(pid::operation_definitions, made.operations)
-                                        .set(pid::parameter_definitions, made.parameters))
+            .child(pid::dictionary, std::move(definitions))
             .vector(pid::identifications, std::move(writers));
     Object root(auid("b3b398a5-1c90-11d4-8053-080036210804"));
     root.child(pid::root_header, std::move(header));
