@@ -59,7 +59,7 @@ unsigned beginnings_in(std::string_view text) {
 constexpr unsigned doubt_of(unsigned char byte) {
     const bool other_control = (byte < ' ') & (byte != '\t') & (byte != '\n');
     const bool control = other_control | (byte == 0x7F) | (byte == 0xC2) | (byte == 0xE2);
-    return control | (byte == '|') | (byte == '\\') ? 1U : 0U;
+    return (control | (byte == '|') | (byte == '\\')) ? 1U : 0U;
 }
 
 // Whole files go through here; blocks of one size are what compilers look through many bytes at a time.
