@@ -1,9 +1,8 @@
 #!/usr/bin/env node
 // The browser's build of the command under Node, held byte by byte against the command: check_module.mjs SITE QUILLBROOK
 
-import {spawnSync} from 'node:child_process';
-import {existsSync, readFileSync} from 'node:fs';
-import {dirname, join, resolve} from 'node:path';
+import {readFileSync} from 'node:fs';
+import {resolve} from 'node:path';
 import {itemsOf} from '../../web/page/js/folders.js';
 import {seenByPage} from '../../web/page/js/kinds.js';
 import {exportsOf, folded, planOf, typed, usual} from '../../web/page/js/plans.js';
@@ -11,7 +10,7 @@ import {drawingOf, sectionsOf, sheetOf, styleOf} from '../../web/page/js/sheets.
 import {crc32, zipOf} from '../../web/page/js/zip.js';
 import {runCommand} from '../../web/page/js/runs.js';
 import {filesOf, jobs, root} from './jobs.mjs';
-import {differences, runNative} from './native.mjs';
+import {differences, longEdit, runNative} from './native.mjs';
 
 const [site, quillbrook] = process.argv.slice(2).map(path => resolve(path));
 const made = 1_790_000_000;
@@ -84,9 +83,7 @@ const kilobytes = text => Math.ceil(text.length / 1000);
 
 /// A long page comes in pieces that a browser takes one by one, and all of it does.
 function wrongOfPieces() {
-  const maker = join(dirname(quillbrook), 'bench/make_edit'), most = 60, wrong = [];
-  if (!existsSync(maker)) { console.log(`web module: no ${maker}, so no long page was cut`); return []; }
-  const files = new Map([['long.otio', {bytes: spawnSync(maker, ['3000'], {maxBuffer: 1 << 28}).stdout, modified: 0}]]);
+  const most = 60, wrong = [], files = new Map([['long.otio', {bytes: longEdit(quillbrook, 3000), modified: 0}]]);
   const {outputs} = runNative(quillbrook, files, [['cutlist', 'long.otio', '-o', 'made/long.txt', '--html', 'made/long.html', '--for', 'all']], made);
   const page = outputs.get('made/long.html').toString('utf8'), style = styleOf(page);
   if (kilobytes(style) > most || !style.includes('.note') || !style.includes('#assembly tbody .c1')) wrong.push(`the style has ${kilobytes(style)} kB`);

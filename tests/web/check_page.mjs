@@ -3,15 +3,14 @@
 //
 // Each case gives what is wrong, a line each. What the page makes is held byte by byte against the command.
 
-import {existsSync, mkdirSync, mkdtempSync, readdirSync, readFileSync, rmSync, statSync, writeFileSync} from 'node:fs';
-import {spawnSync} from 'node:child_process';
+import {mkdirSync, mkdtempSync, readdirSync, readFileSync, rmSync, statSync, writeFileSync} from 'node:fs';
 import {tmpdir} from 'node:os';
 import {basename, join, resolve} from 'node:path';
 import {gzipSync} from 'node:zlib';
 import {exportsOf, typed, usual} from '../../web/page/js/plans.js';
 import {axeOf, Desk, lacking, launch} from './driver.mjs';
 import {jobs, modified, pictureOf, root} from './jobs.mjs';
-import {differences, runNative} from './native.mjs';
+import {differences, longEdit, runNative} from './native.mjs';
 import {serve} from './server.mjs';
 
 const [site, quillbrook, modules] = process.argv.slice(2, 5).map(path => resolve(path));
@@ -396,9 +395,7 @@ async function openList(desk, tab) {
 }
 
 async function longEditsAnswer() {
-  const maker = join(quillbrook, '../bench/make_input');
-  if (!existsSync(maker)) { console.log(`web page: no ${maker}, so no long edit was made`); return []; }
-  const bytes = spawnSync(maker, ['edit', '9999'], {maxBuffer: 1 << 28}).stdout, files = new Map([['long.otio', {bytes, modified}]]);
+  const files = new Map([['long.otio', {bytes: longEdit(quillbrook, 9999), modified}]]);
   return withDesk({}, async desk => {
     await desk.drop(asFiles(files));
     await desk.page.waitForTimeout(500);

@@ -36,6 +36,13 @@ export function runNative(quillbrook, files, commands, made) {
   }
 }
 
+/// An edit of so many events, in an .otio file.
+export function longEdit(quillbrook, events) {
+  const {error, stdout} = spawnSync(join(dirname(quillbrook), 'bench/make_input'), ['edit', String(events)], {maxBuffer: 1 << 28});
+  if (error) throw new Error(`no long edit was made: ${error.message}`);
+  return stdout;
+}
+
 /// What differs between two Maps of names and bytes, a line each.
 export function differences(name, mine, theirs) {
   const wrong = [];

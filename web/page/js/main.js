@@ -51,7 +51,11 @@ function channels() {
   return pickedFile()?.seen.use === 'edit' ? tracksOf(pickedFile()) : [];
 }
 
-const tracksOf = file => file.seen.tracks.filter(track => track.kind === 'plain' && track.frames > 0).map(track => track.channel);
+/// Those with something to list; all of an edit that has nothing at all.
+function tracksOf(file) {
+  const plain = file.seen.tracks.filter(track => track.kind === 'plain' && track.frames > 0), full = plain.filter(track => track.events > 0);
+  return (full.length ? full : plain).map(track => track.channel);
+}
 
 function isReady() {
   if (state.files.some(isReading)) return false;
