@@ -330,13 +330,13 @@ private:
         out_ += "</tr>\n";
     }
 
-    /// The row goes by the name of its first cell with words: a sum has no number of its own.
+    /// The row goes by the name of its first cell with words, be they a note's: a sum has no number of its own.
     std::size_t head_of(const Row& row) const {
         const auto full = std::find_if(shown_.begin(), shown_.end(), [&](std::size_t i) {
             return (i < row.cells.size() && !row.cells[i].lines.empty()) ||
                    (static_cast<int>(i) == note_column_ && !row.notes.empty());
         });
-        return full == shown_.end() ? list_.columns.size() : *full;
+        return full == shown_.end() ? shown_.front() : *full;
     }
 
     void put_cell(const Row& row, std::size_t i, bool head) {

@@ -12,6 +12,7 @@
 #include <rapidjson/document.h>
 #include <rapidjson/schema.h>
 
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 
@@ -115,6 +116,32 @@ TEST_F(Emitters, RowsOfThePageAreThoseOfTheModel) {
             expected.push_back(text);
         }
     EXPECT_EQ(page.rows, expected);
+}
+
+// An optical over no event has a note and nothing else; a row may have less.
+TEST_F(Emitters, EveryRowOfThePageHasOneHeadingWhateverItLacks) {
+    Document bare = document;
+    for (List& list : bare.lists)
+        for (Part& part : list.parts)
+            for (std::size_t i = 0; i < part.rows.size(); ++i) {
+                part.rows[i].notes.clear();
+                if (i % 3 == 1) part.rows[i].notes = {{Mark::wrong, "Effect over no event", "", "", ""}};
+                if (i % 3 != 2) std::fill(part.rows[i].cells.begin(), part.rows[i].cells.end(), Cell());
+            }
+    const std::string page = html_of(bare);
+    const std::string begins = "<tr role=row id=";
+    std::size_t rows = 0;
+    for (std::size_t at = page.find(begins); at != std::string::npos; at = page.find(begins, at + 1), ++rows) {
+        const std::string row = page.substr(at, page.find("</tr>", at) - at);
+        const std::size_t head = row.find("<th scope=row");
+        ASSERT_NE(head, std::string::npos) << row;
+        ASSERT_EQ(row.find("<th scope=row", head + 1), std::string::npos) << row;
+        if (const std::size_t note = row.find("Effect over no event"); note != std::string::npos) {
+            EXPECT_GT(note, head) << row;
+            EXPECT_LT(note, row.find("</th>")) << row;
+        }
+    }
+    EXPECT_GT(rows, 20U);
 }
 
 TEST_F(Emitters, JsonFitsItsSchema) {
