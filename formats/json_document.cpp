@@ -108,12 +108,11 @@ std::string number_text(double number) {
     return std::abs(number) >= 1 && length > 0 ? std::string(fixed) : plain;
 }
 
-/// For a parser that unescapes texts where they lie. It reads blocks of 16 bytes, so as many zeros close the text.
+/// For a parser that unescapes texts where they lie. A zero closes the text.
 std::unique_ptr<char[]> closed_copy(std::string_view bytes) {
-    constexpr std::size_t block = 16;
-    std::unique_ptr<char[]> copy(new char[bytes.size() + block]);
+    std::unique_ptr<char[]> copy(new char[bytes.size() + 1]);
     bytes.copy(copy.get(), bytes.size());
-    std::fill_n(copy.get() + bytes.size(), block, '\0');
+    copy[bytes.size()] = '\0';
     return copy;
 }
 

@@ -1,10 +1,6 @@
 #pragma once
 // JSON texts as edit files hold them: with NaN and infinities, and with integers of any length.
 
-// Blanks and texts are looked through 16 bytes at a time where every processor of the target can.
-#if defined(__SSE2__) && !defined(RAPIDJSON_SSE2)
-#define RAPIDJSON_SSE2
-#endif
 // The library counts from a null pointer while its stacks are empty, which the sanitizer would report.
 #ifdef __clang__
 #pragma clang diagnostic push
