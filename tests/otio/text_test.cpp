@@ -33,6 +33,18 @@ TEST(OtioText, CommentsTrailingCommasAndTextBehindAreErrorsWithLineAndByte) {
     EXPECT_NE(error_of("").find("line 1, byte 1:"), std::string::npos);
 }
 
+// Wherever in a text, and on whatever address that comes to lie.
+TEST(OtioText, ControlCharactersInTextsAreErrorsWhereTheyStand) {
+    for (std::size_t at = 0; at < 40; ++at)
+        for (char control = 1; control < ' '; ++control) {
+            std::string name(40, 'n');
+            name[at] = control;
+            EXPECT_NE(error_of("{\"name\": \"" + name + "\"}").find("line 1, byte " + std::to_string(at + 11) + ':'),
+                      std::string::npos)
+                << at << ' ' << int(control);
+        }
+}
+
 TEST(OtioText, OfTwoEqualKeysTheFirstCounts) {
     const auto result = read(simple(R"("name": "first", "name": "second")"));
     EXPECT_EQ(name(result.edit), "first");
