@@ -321,6 +321,21 @@ async function needsAreAsked() {
   });
 }
 
+const span = frames => ({OTIO_SCHEMA: 'TimeRange.1', start_time: {OTIO_SCHEMA: 'RationalTime.1', rate: 24, value: 0}, duration: {OTIO_SCHEMA: 'RationalTime.1', rate: 24, value: frames}});
+const trackOf = child => ({OTIO_SCHEMA: 'Track.1', kind: 'Video', children: [{source_range: span(48), ...child}]});
+
+/// What is listed is a track with events, though an empty one lies below it.
+async function emptyTracksAreLeftOut() {
+  return withDesk({}, async desk => {
+    const tracks = [trackOf({OTIO_SCHEMA: 'Gap.1'}), trackOf({OTIO_SCHEMA: 'Clip.1', name: 'title'})];
+    const edit = {OTIO_SCHEMA: 'Timeline.1', name: 'Upper', tracks: {OTIO_SCHEMA: 'Stack.1', children: tracks}};
+    await desk.drop([{name: 'upper.otio', bytes: Buffer.from(JSON.stringify(edit)), modified}]);
+    if (!await desk.run()) return ['an edit with an empty track: nothing was made'];
+    const line = await desk.page.locator('#commands pre').textContent();
+    return expect(/--channel V2/.test(line), `another track than V2 was listed: ${line}`);
+  });
+}
+
 async function fitsEverywhere() {
   const wrong = [];
   for (const [name, width, scale] of [['360 pixels', 360, 1], ['200 % of text', 1280, 2], ['360 pixels and 200 % of text', 360, 2]]) {
@@ -428,7 +443,7 @@ async function stopsWhenTold() {
 }
 
 const cases = {listsAreTheCommands, downloadsAreThoseOfTheArchive, recutIsProved, conflictsAreTold, foldersAreDropped, printsTheLists, samplesAreRead, hostileFilesAreTold, namesWithMarkupAreText, worksOffline, statesAreKeptAndWiped,
-               goesByKeyboard, filterShowsRows, needsAreAsked, fitsEverywhere, axeFindsNothing, firstLoadIsSmall, longEditsAnswer, stopsWhenTold};
+               goesByKeyboard, filterShowsRows, needsAreAsked, emptyTracksAreLeftOut, fitsEverywhere, axeFindsNothing, firstLoadIsSmall, longEditsAnswer, stopsWhenTold};
 const wanted = process.argv.slice(5);
 server = await serve(site);
 browser = await launch(modules);

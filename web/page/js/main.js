@@ -114,7 +114,7 @@ function refresh() {
   const offered = channels();
   if (offered.length && !offered.includes(state.choices.channel)) state.choices.channel = offered[0];
   const profiles = ofUse('profile').length > 0;
-  if (state.choices.whom === own && !profiles) state.choices.whom = usual.whom;
+  if (state.choices.whom === own && !profiles && !state.files.some(isReading)) state.choices.whom = usual.whom;
   showChoices(parts.choices, {choices: state.choices, channels: offered, busy: state.busy, ready: isReady(), profiles, scans: ofUse('scan').length > 0, had: ofUse('order').length > 0},
               {choose, run, stop: stopRun});
   parts.outdated.hidden = !state.view || state.madeOf === signature();
@@ -167,7 +167,6 @@ async function look(file) {
     file.seen = {kind: '', fault: texts.states.broken(error.message), tracks: [], rolls: [], sequences: [], warnings: []};
   }
   file.again = false;
-  if (file.seen.use === 'profile') state.choices.whom = own;
   giveSides();
   tell(texts.files.added(file.name));
   refresh();
@@ -184,6 +183,7 @@ async function addFiles(items, rate) {
   reset();
   refresh();
   await Promise.all(added.map(look));
+  if (added.some(file => isRead(file) && file.seen.use === 'profile')) state.choices.whom = own;
   if (added.length) state.picked = cuts().findLast(file => added.includes(file))?.id ?? state.picked;
   refresh();
   remember();
@@ -290,8 +290,9 @@ function remember() {
   clearTimeout(remembering);
   remembering = setTimeout(() => {
     if (!state.keeps) return;
-    const files = state.files.map(({name, blob, entries, rate, sequence, side, cut, said}) => ({name, blob, entries, rate, sequence, side, cut, said}));
-    keep('state', {files, choices: state.choices, ticks: state.ticks, picked: state.files.findIndex(file => file.id === state.picked)}).catch(giveUp);
+    const lasting = state.files.filter(file => file.seen?.use !== 'scan'); // gigabytes, which the browser would copy
+    const files = lasting.map(({name, blob, entries, rate, sequence, side, cut, said}) => ({name, blob, entries, rate, sequence, side, cut, said}));
+    keep('state', {files, choices: state.choices, ticks: state.ticks, picked: lasting.findIndex(file => file.id === state.picked)}).catch(giveUp);
   }, 150);
 }
 
