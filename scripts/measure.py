@@ -2,9 +2,10 @@
 """Makes docs/performance.md anew: fills the figures into bench/performance.md.in, where its words stand.
 
     cmake --preset release && cmake --build --preset release
-    scripts/measure.py [BUILD] [--only NAME,...]
+    scripts/measure.py [BUILD] [--only NAME,...] [--keep FILE]
 
-Takes a quarter of an hour on an idle machine. With --only it prints the table of those stages, or of those groups, and
+Takes a quarter of an hour on an idle machine; with --keep another run of the same build goes on where a stopped one was. With
+--only it prints the table of those stages, or of those groups, and
 writes nothing. In the template {{table GROUP}} stands for a table of measured_stages.py; {{STAGE SIZE FIGURE}} for one
 figure: instructions, peak, seconds or written of so many pieces, or each, growth or peak-each, for which SIZE is "all".
 {{machine}}, {{share}}, {{steps SIZE LIST}}, {{nanoseconds PROGRAM NAME}}, {{proved NAME}} and {{browser WHAT}} are what the
@@ -19,6 +20,7 @@ import re
 import subprocess
 import sys
 import tempfile
+import threading
 
 from measured_runs import RunFailed, Runs, growth, in_parallel, missing_tools
 from measured_stages import GROUPS, STAGES
@@ -38,15 +40,35 @@ def each_text(count):
 class Figures:
     """Of the stages that are named: counted and timed when they are made."""
 
-    def __init__(self, runs, stages):
-        self.runs, self.counts, self.peaks, self.times = runs, {}, {}, {}
+    def __init__(self, runs, stages, kept):
+        """`kept`: a file that holds what an earlier run of the same build found out, and takes what this one does."""
+        self.counts, self.peaks, self.times, self.written = {}, {}, {}, {}
+        self.kept, self.lock = kept, threading.Lock()
+        if kept and kept.exists():
+            for line in kept.read_text(encoding="utf-8").splitlines():
+                self.take(*json.loads(line))
         wanted = sorted(((stage, n) for stage in stages for n in stage.sizes), key=lambda one: -one[1])
-        runs.prepare(wanted)
+        untimed = [(stage, n) for stage, n in wanted if (stage.name, n) not in self.peaks]
+        uncounted = [(stage, n) for stage, n in wanted if (stage.name, n) not in self.counts]
+        runs.prepare(untimed + uncounted)
         # One after the other, with nothing beside.
-        for stage, n in wanted:
-            self.peaks[stage.name, n], self.times[stage.name, n] = runs.peak_and_seconds(stage, n)
-        for (stage, n), count in zip(wanted, in_parallel(lambda one: runs.instructions(*one), wanted)):
-            self.counts[stage.name, n] = count
+        for stage, n in untimed:
+            peak, seconds = runs.peak_and_seconds(stage, n)
+            self.found("timed", stage.name, n, peak, seconds, runs.written[stage.name, n])
+        in_parallel(lambda one: self.found("counted", one[0].name, one[1], runs.instructions(*one)), uncounted)
+
+    def take(self, kind, name, n, *figures):
+        if kind == "timed":
+            self.peaks[name, n], self.times[name, n], self.written[name, n] = figures
+        else:
+            self.counts[name, n] = figures[0]
+
+    def found(self, *words):
+        with self.lock:
+            self.take(*words)
+            if self.kept:
+                with self.kept.open("a", encoding="utf-8") as file:
+                    file.write(json.dumps(words) + "\n")
 
     def slope(self, figures, stage):
         _, half, full = stage.sizes
@@ -61,7 +83,7 @@ class Figures:
             return f"{max(0, self.slope(self.peaks, stage)):.1f} KiB"
         at = stage.name, stage.sizes[-1] if size == "all" else int(size)
         texts = {"instructions": lambda: instructions_text(self.counts[at]), "seconds": lambda: f"{self.times[at]:.2f} s",
-                 "peak": lambda: f"{self.peaks[at] / 1024:.0f} MiB", "written": lambda: f"{self.runs.written[at] / 1e6:.1f} MB"}
+                 "peak": lambda: f"{self.peaks[at] / 1024:.0f} MiB", "written": lambda: f"{self.written[at] / 1e6:.1f} MB"}
         return texts[what]()
 
     def table(self, stages):
@@ -163,6 +185,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("build", nargs="?", default="build/release")
     parser.add_argument("--only", default="", metavar="NAME,...")
+    parser.add_argument("--keep", type=pathlib.Path, metavar="FILE")
     options = parser.parse_args()
     if missing_tools():
         raise SystemExit("measure: missing: " + " ".join(missing_tools()) + "; scripts/setup.sh installs them")
@@ -173,9 +196,9 @@ def main():
             if options.only:
                 for name in options.only.split(","):
                     group = GROUPS.get(name) or [STAGES[name]]
-                    print(Figures(runs, group).table(group), flush=True)
+                    print(Figures(runs, group, options.keep).table(group), flush=True)
                 return 0
-            text = fill(template, Figures(runs, stages_of(template)), Fillings(options.build, runs))
+            text = fill(template, Figures(runs, stages_of(template), options.keep), Fillings(options.build, runs))
         except RunFailed as failure:
             raise SystemExit(f"measure: {failure}") from None
     DOCUMENT.write_text(text, encoding="utf-8")
