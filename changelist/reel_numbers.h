@@ -22,7 +22,6 @@ public:
     std::size_t index(int number) const {
         return static_cast<std::size_t>(std::lower_bound(numbers_.begin(), numbers_.end(), number) - numbers_.begin());
     }
-    bool has(int number) const { return std::binary_search(numbers_.begin(), numbers_.end(), number); }
 
 private:
     Vector<int> numbers_;

@@ -134,9 +134,4 @@ std::vector<Optical> lab_effects_of(const EditPtr& edit) {
     return effects;
 }
 
-std::vector<Optical> opticals_of_edit(const EditPtr& edit, bool neg_cut) {
-    std::vector<MainEvent> events = main_events_of(edit);
-    return number_events(events, lab_effects_of(edit), neg_cut);
-}
-
 } // namespace film

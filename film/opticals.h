@@ -34,7 +34,4 @@ std::vector<Optical> number_events(std::vector<MainEvent>& events, std::vector<O
 /// The effects of an edit that the lab makes, by start.
 std::vector<Optical> lab_effects_of(const EditPtr& edit);
 
-/// All opticals of a picture edit.
-std::vector<Optical> opticals_of_edit(const EditPtr& edit, bool neg_cut);
-
 } // namespace film

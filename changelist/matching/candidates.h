@@ -62,7 +62,6 @@ public:
 
     /// Good until the next call that changes the table.
     const ChangeRecord& operator[](int index) const { return events_[static_cast<std::size_t>(index)]; }
-    label_t film_std() const { return film_std_; }
     /// No candidate lies on another reel.
     bool are_on_reel(int reel);
 

@@ -19,7 +19,6 @@ public:
     Object(ObjectStore& store, compound::StorageId storage);
 
     Class what() const { return class_; }
-    const Auid& class_id() const { return class_id_; }
     /// The class in the words of messages, as "class 0d010101-...".
     std::string class_name() const;
     bool has(Pid property) const { return find(property) != nullptr; }

@@ -66,7 +66,6 @@ public:
     Bytes(std::string_view bytes, bool big_endian) : bytes_(bytes), big_(big_endian) {}
 
     std::size_t size() const { return bytes_.size(); }
-    bool big_endian() const { return big_; }
     std::string_view view() const { return bytes_; }
     Bytes from(std::size_t at) const { return {bytes_.substr(at < bytes_.size() ? at : bytes_.size()), big_}; }
 

@@ -36,7 +36,6 @@ public:
     explicit SpeedMap(std::vector<SpeedPoint> points) : points_(std::move(points)) {}
 
     bool identity() const { return points_.empty(); }
-    const std::vector<SpeedPoint>& points() const { return points_; }
     /// What the map does between two times. Beyond its ends it holds the value that stands there; a hold shorter than
     /// `least_hold` is none, but a rounded time: the run beside it goes on.
     std::vector<Span> spans(const Fraction& from, const Fraction& to, const Fraction& least_hold = 0) const;
