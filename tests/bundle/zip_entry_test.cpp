@@ -85,6 +85,23 @@ TEST(ZipEntries, AreReadStoredAndPacked) {
     }
 }
 
+// Beyond 4 GB the end says nothing, and another one ahead of it, which is found by a third, says where the directory
+// is.
+TEST(ZipEntries, OfArchivesBeyondFourGigabytesAreFoundByTheLargeEnd) {
+    const std::string plain = archive({{"a", "first"}, {"b", "second"}});
+    const std::size_t end = plain.size() - 22;
+    const std::uint64_t directory = plain.find("PK\x01\x02");
+    const std::string large_end = "PK\x06\x06" + bytes_of(44, 8) + bytes_of(0, 12) + bytes_of(2, 8) + bytes_of(2, 8) +
+                                  bytes_of(end - directory, 8) + bytes_of(directory, 8);
+    const std::string locator = "PK\x06\x07" + bytes_of(0, 4) + bytes_of(end, 8) + bytes_of(1, 4);
+    std::string last = plain.substr(end);
+    last.replace(16, 4, bytes_of(0xFFFFFFFF, 4));
+    std::string why;
+    EXPECT_EQ(entry_of(plain.substr(0, end) + large_end + locator + last, "b", why), "second") << why;
+    EXPECT_EQ(why_not(plain.substr(0, end) + last, "b"), "isn't in the archive");
+    EXPECT_EQ(why_not(plain.substr(0, end) + std::string(56, 'x') + locator + last, "b"), "isn't in the archive");
+}
+
 TEST(ZipEntries, ThatCannotBeReadSayWhy) {
     EXPECT_EQ(why_not(archive({{"a", "x"}}), "b"), "isn't in the archive");
     EXPECT_EQ(why_not("PK\x03\x04", "a"), "isn't in the archive");
@@ -136,6 +153,12 @@ TEST(Bundles, AnArchiveWithAnEditIsOne) {
     const auto result = formats::read_otioz_bytes(bytes, "dir/reel 3.otioz", 0);
     ASSERT_TRUE(result.edit) << result.error;
     EXPECT_STREQ(toUTF8(result.edit->getName()).c_str(), "reel 3");
+    const ScratchDirectory folder;
+    put_bytes(folder.file("reel 4.otioz"), bytes);
+    const formats::EditReader* reader = formats::edit_reader_of(formats::FileKind::otioz, "a");
+    const auto of_file = formats::read_edit(*reader, {folder.file("reel 4.otioz")}, {});
+    ASSERT_TRUE(of_file.edit) << of_file.error;
+    EXPECT_STREQ(toUTF8(of_file.edit->getName()).c_str(), "reel 4");
     EXPECT_EQ(formats::read_otioz_bytes("PK\x03\x04", "a.otioz", 0).error,
               "a.otioz: content.otio isn't in the archive");
 }

@@ -158,12 +158,14 @@ TEST_F(Conforming, TakesTheLabsOwnFigure) {
     EXPECT_EQ(conform(cut(5), {}, {"--method", "tape"}).status, 2);
 }
 
+constexpr const char* lost_film =
+    R"({"OTIO_SCHEMA": "Track.1", "kind": "Video", "children": [{"OTIO_SCHEMA": "Clip.1", "name": "Lost",
+        "source_range": {"OTIO_SCHEMA": "TimeRange.1",
+          "start_time": {"OTIO_SCHEMA": "RationalTime.1", "rate": 24, "value": 0},
+          "duration": {"OTIO_SCHEMA": "RationalTime.1", "rate": 24, "value": 10}}}]})";
+
 TEST_F(Conforming, NamesFilmThatItCantHold) {
-    write("none.otio",
-          R"({"OTIO_SCHEMA": "Track.1", "kind": "Video", "children": [{"OTIO_SCHEMA": "Clip.1", "name": "Lost",
-              "source_range": {"OTIO_SCHEMA": "TimeRange.1",
-                "start_time": {"OTIO_SCHEMA": "RationalTime.1", "rate": 24, "value": 0},
-                "duration": {"OTIO_SCHEMA": "RationalTime.1", "rate": 24, "value": 10}}}]})");
+    write("none.otio", lost_film);
     const ToolResult result = conform({"none.otio"}, {{"none.otio"}}, {"--json", "none.json"});
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.out, HasSubstr("CAN'T BE HELD: no numbers that tell its film frame by frame\n"
@@ -181,6 +183,14 @@ TEST_F(Conforming, RefusesWhatIsNoCut) {
     write("c.txt", "");
     EXPECT_THAT(conform(cut(3), {}, {"-o", "c.txt"}).err,
                 HasSubstr("c.txt: is there already; --overwrite replaces it"));
+}
+
+TEST_F(Conforming, ListsFilmThatItCantHoldOnPagesToo) {
+    write("none.otio", lost_film);
+    EXPECT_EQ(conform({"none.otio"}, {{"none.otio"}}, {"--text", "c.text", "--csv", "."}).status, 0);
+    EXPECT_THAT(read("conform-unheld.csv"), HasSubstr("\nconform-unheld-1,,,1,0,10,"));
+    EXPECT_THAT(read("conform-unheld.csv"), HasSubstr("\nconform-unheld-2,,1,1,0,10,"));
+    EXPECT_THAT(read("c.text"), HasSubstr("Can't be held"));
 }
 
 } // namespace

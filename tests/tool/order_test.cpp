@@ -253,4 +253,21 @@ TEST_F(Order, ForScannersIsRefusedAsItIsAsked) {
     expect_refused({project_folder() + "/examples/23.976/ferry.otio", "--edl", "f.edl"}, "such a file has one rate");
 }
 
+// Lists for scanners by key number lack film that has none; what is told of many pieces is told once.
+TEST_F(Order, FilmWithoutKeyNumbersIsLeftOutOfCutListsInOneLine) {
+    std::string list = "TITLE: A\n";
+    for (int i = 0; i < 10; ++i) {
+        char line[100];
+        std::snprintf(line, sizeof line, "%03d  VT1 V C 01:%02d:10:00 01:%02d:12:00 10:00:%02d:00 10:00:%02d:00\n",
+                      i + 1, i, i, 2 * i, 2 * i + 2);
+        list += line;
+    }
+    write("a.edl", list);
+    const ToolResult many = run({"order", "a.edl", "--rate", "24", "-o", "a.txt", "--cut-file", "a.cut"});
+    EXPECT_THAT(many.err, HasSubstr("pieces 1, 2, 3, 4, 5, 6, 7, 8 and 2 more: left out, as there is no key number"));
+    write("b.edl", list.substr(0, list.find('\n', list.find("001")) + 1));
+    const ToolResult one = run({"order", "b.edl", "--rate", "24", "-o", "b.txt", "--cut-file", "b.cut"});
+    EXPECT_THAT(one.err, HasSubstr("piece 1: left out, as there is no key number"));
+}
+
 } // namespace

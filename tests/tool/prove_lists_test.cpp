@@ -88,4 +88,12 @@ TEST_F(ProveLists, NeedToBeAskedForWhereAnEditIsNamed) {
     EXPECT_FALSE(exists("again.txt"));
 }
 
+// Timecode at 24 frames in place of the edit's own.
+TEST_F(ProveLists, OfSoundByTimecodeOfTwentyFourFrames) {
+    const ToolResult result = run({"cutlist", example("reel/reel.otio"), "-o", "a.txt", "--channel", "A1", "--prove",
+                                   "--quiet", "--config", "audio_cutlist_24P=1"});
+    EXPECT_EQ(result.status, 0) << result.out << result.err;
+    EXPECT_EQ(result.out, "proved: 19 events, 1,603 frames\n");
+}
+
 } // namespace
