@@ -152,13 +152,14 @@ class Fillings:
         done = subprocess.run([ROOT / "tests/browser/check_pages.py", self.build / "quillbrook"], capture_output=True,
                               text=True, check=False)
         found = dict(re.findall(r"([a-z][\w %]*?) (\d+)(?: \([^)]*\))?(?:,|$)", done.stdout.partition(" in ms: ")[2].strip()))
-        if done.returncode != 0 or not found:
-            raise RunFailed("the page wasn't opened: " + done.stdout)
+        if not found:
+            print("measure: the page wasn't opened: " + done.stdout, file=sys.stderr)
         return found
 
     def browser(self, *what):
-        """The longest task of the page's thread, in a browser."""
-        return self.tasks()[" ".join(what)] + " ms"
+        """The longest task of the page's thread, in a browser; where there is none, that it wasn't looked at."""
+        found = self.tasks().get(" ".join(what))
+        return f"{found} ms" if found else "not measured"
 
 
 def fill(template, figures, fillings):
