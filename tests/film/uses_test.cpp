@@ -146,4 +146,24 @@ TEST_F(FilmUses, WithoutANumberTheFramesAreStillCounted) {
     EXPECT_FALSE(strips[1].has_film());
 }
 
+// Timecode at 50 frames a second counts two for each frame of film at 25.
+TEST(UsesOfTables, TimecodeOfVideoCountsItsOwnFramesToTheFilms) {
+    struct Kind {
+        int type, frames_of_24;
+    };
+    for (const Kind& kind : {Kind{label_tc_24, 24}, {5, 30}, {7, 48}, {9, 48}, {1, 60}}) {
+        EditBuilder builder(plain_edit());
+        const int v1 = builder.add_channel(picture);
+        embedded::SourceDescription source = shot("a");
+        source.video_timecode = label(kind.type, "01:00:00:00");
+        builder.add_event(v1, event_of(builder.add_source(source), 48));
+        const film_test::MadeList list(builder.finish(), {});
+        ASSERT_TRUE(list.made);
+        const Strips strips = film::uses_of_table(*list.table);
+        ASSERT_EQ(strips.size(), 1U);
+        ASSERT_TRUE(strips[0].timecode) << kind.type;
+        EXPECT_EQ(strips[0].timecode.frame_at(24) - strips[0].timecode.frame_at(0), kind.frames_of_24) << kind.type;
+    }
+}
+
 } // namespace
