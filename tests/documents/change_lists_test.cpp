@@ -57,6 +57,35 @@ TEST_F(ChangeLists, TheBenchListSaysWhatToDoWhereAndHowLongTheReelIsThen) {
                     "3 insert 16 8 KA1234560100+00 KA1234560100+07 92"));
 }
 
+TEST_F(ChangeLists, WhatMovesSaysWhichStepItComesFromOrGoesTo) {
+    film.bench = {step(1, change_pick_up, 40, 16, "KJ1234560100+00", "KJ1234560100+15"),
+                  step(2, change_put_down, 0, 16, "KJ1234560100+00", "KJ1234560100+15"),
+                  step(3, change_pick_up, 0, 8, "KA1234560100+00", "KA1234560100+07")};
+    film.bench[0].other_step = 2;
+    film.bench[1].other_step = 1;
+    const List list = bench_list_of(film);
+    std::vector<std::string> told;
+    for (const Row& row : items_of(list)) {
+        told.push_back(text_of(row.cells[1].lines));
+        EXPECT_TRUE(row.has(Mark::moved));
+    }
+    EXPECT_THAT(told, ElementsAre("Pick up to step 2", "Put down from 1", "Pick up"));
+    EXPECT_THAT(drawn(list, {"step", "action", "other_step"}),
+                ElementsAre("1 pick up 2", "2 put down 1", "3 pick up -"));
+}
+
+TEST_F(ChangeLists, OfMoreThanAHundredStepsHaveNoPictures) {
+    const auto codes = [](const List& list) {
+        std::string all;
+        for (const Note& note : list.notes)
+            all += note.code;
+        return all;
+    };
+    EXPECT_EQ(codes(bench_list_of(film)) + codes(reel_list_of(film)), "");
+    film.bench.resize(101, film.bench[0]);
+    EXPECT_EQ(codes(bench_list_of(film)) + codes(reel_list_of(film)), "not-drawn");
+}
+
 TEST_F(ChangeLists, NewFilmIsPulledByKeyNumber) {
     const List list = change_pull_of(film);
     EXPECT_THAT(drawn(list, {"key_first", "length", "step"}),
