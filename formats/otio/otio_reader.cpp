@@ -154,6 +154,7 @@ void Reading::read(const Original* original) {
     embedded::EditBuilder builder(edit);
     builder.set_unrender(unrender_hooks(edit));
     otio::add_channels(root, context, builder);
+    document_ = {}; // of which nothing is left to read, before the edit takes its memory
     result_.edit = builder.finish();
     add_warnings(warnings_);
     add_warnings(builder.warnings());
