@@ -7,8 +7,8 @@ namespace {
 
 std::string number(std::uint64_t value, int size) {
     std::string bytes;
-    for (int i = 0; i < size; ++i)
-        bytes += static_cast<char>(value >> (8 * i));
+    for (int i = 0; i < size; ++i, value >>= 8)
+        bytes += static_cast<char>(value);
     return bytes;
 }
 
