@@ -105,7 +105,7 @@ GROUPS = {
         document("--svg", "`--svg`", "optical-1.svg", into="."),
     ],
     "paper": [
-        document("--pdf", "`--pdf`, the assembly list alone", "p.pdf", "--lists assembly", gate=(20, 100), sizes=(100, 500, 2500)),
+        document("--pdf", "`--pdf`", "p.pdf", "--lists assembly", gate=(20, 100), sizes=(100, 500, 2500)),
     ],
     "recuts": [
         Stage("changes", "`changelist` of the usual lists", "event", recut(), CHANGES + "summary,new,changes,transitions",
