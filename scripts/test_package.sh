@@ -8,11 +8,13 @@ here=$PWD
 work=$(mktemp -d)
 trap 'rm -rf --one-file-system "$work"' EXIT
 fail() { echo "packages: $1" >&2; exit 1; }
+# Those of debug symbols come of themselves.
+mapfile -t packages < <(find . -maxdepth 1 -name '*.deb' ! -name '*-dbgsym_*' | sort)
 
 echo "== the files of cmake --install"
 DESTDIR=$work/tree cmake --install quillbrook-*/obj-* >/dev/null
 (cd "$work/tree" && find . ! -type d | sort) >"$work/installed"
-for package in ./*.deb; do
+for package in "${packages[@]}"; do
     dpkg-deb -c "$package" | awk '$1 !~ /^d/ { print $6 }'
 done | sed 's/\.gz$//' | grep -vE '/share/doc/[^/]+/(copyright|changelog)$|^\./usr/share/lintian/' | sort >"$work/packed"
 diff "$work/installed" "$work/packed" || fail "they aren't the same"
@@ -47,7 +49,7 @@ inside apt-get -qq update
 files_of_root >"$work/before"
 
 mkdir "$root/packages" "$root/job"
-cp ./*.deb "$root/packages"
+cp "${packages[@]}" "$root/packages"
 inside sh -c 'apt-get -qq -y --no-install-recommends install /packages/*.deb >/packages/install.log 2>&1' ||
     { tail -n 20 "$root/packages/install.log" >&2; fail "they can't be installed"; }
 
