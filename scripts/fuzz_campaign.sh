@@ -63,7 +63,7 @@ keep_new() { # target
     "$build/fuzz_$target" -set_cover_merge=1 -use_counters=0 -timeout=30 ${options[$target]:-} "$place/merged" "$place/small" >"$results/$target/merge.log" 2>&1 || true
     for file in "$place"/merged/*; do
         [ -e "fuzz/corpus/$target/$(basename "$file")" ] || echo "$file"
-    done | xargs -r ls -S | head -n $most_new | xargs -r cp -t "$results/$target/new"
+    done | xargs -r ls -S | sed -n "1,${most_new}p" | xargs -r cp -t "$results/$target/new"
     rm -rf "$place/small" "$place/merged"
 }
 
