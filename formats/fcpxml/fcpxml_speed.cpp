@@ -37,16 +37,18 @@ void add_part(const Span& span, const Fraction& from, const Fraction& to, std::v
 }
 
 void drop_short_first(std::vector<Span>& parts, const Fraction& least) {
+    if (parts.size() < 2) return;
     const Span first = parts.front();
-    if (parts.size() < 2 || least <= first.to - first.from) return;
+    if (least <= first.to - first.from) return;
     parts.erase(parts.begin());
     parts.front().value = parts.front().value_at(first.from);
     parts.front().from = first.from;
 }
 
 void drop_short_last(std::vector<Span>& parts, const Fraction& least) {
+    if (parts.size() < 2) return;
     const Span last = parts.back();
-    if (parts.size() < 2 || least <= last.to - last.from) return;
+    if (least <= last.to - last.from) return;
     parts.pop_back();
     parts.back().to = last.to;
 }

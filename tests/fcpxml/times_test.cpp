@@ -111,6 +111,12 @@ TEST(FcpxmlSpeed, PointsAtOneTimeJumpAndDivideNothingByNothing) {
     EXPECT_EQ(spans(SpeedMap({{4, 4}, {4, 10}}), 2, 6), "2-4: 4+0, 4-6: 10+0");
 }
 
+TEST(FcpxmlSpeed, NothingIsShownWithinNoTime) {
+    const SpeedMap map({{0, 4}, {1, 0}});
+    for (const Fraction& time : {Fraction(-1), Fraction(0), Fraction(1, 2), Fraction(9)})
+        EXPECT_EQ(spans(map, time, time, Fraction(1, 48)), "");
+}
+
 TEST(FcpxmlSpeed, AHoldShorterThanIsAskedForIsNone) {
     const SpeedMap map({{2, 2}, {6, 10}});
     EXPECT_EQ(spans(map, Fraction(7, 4), Fraction(25, 4), Fraction(1, 2)), "7/4-25/4: 3/2+2");
