@@ -186,13 +186,17 @@ export class ResultView {
     this.picked = film;
     for (const {sheet} of this.sheets.values()) sheet.show(film, scroll && sheet.list === this.opened);
     this.drawing?.show(film);
+    this.markDoubts(film);
+  }
+
+  markDoubts(film) {
     for (const line of this.doubts.querySelectorAll('li')) line.classList.toggle('here', line.dataset.film === film);
   }
 
   async showRow(list, row) {
     await this.open(list);
     this.sheets.get(list).sheet.showRow(row);
-    for (const line of this.doubts.querySelectorAll('li')) line.classList.toggle('here', line.dataset.film === row);
+    this.markDoubts(row);
   }
 
   layAll() {

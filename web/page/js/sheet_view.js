@@ -162,8 +162,7 @@ export class Sheet {
   async showRow(id) {
     this.pieces.putWith(` id="${id}"`);
     const row = this.root.getElementById(id);
-    for (const one of this.root.querySelectorAll('.here')) one.classList.remove('here');
-    row?.classList.add('here');
+    markAll(this.root, row ? [row] : []);
     if (row) await reveal(row);
   }
 
@@ -178,7 +177,9 @@ async function reveal(row) {
   row.scrollIntoView({block: 'center'});
 }
 
-export function mark(root, film) {
+function markAll(root, marked) {
   for (const one of root.querySelectorAll('.here')) one.classList.remove('here');
-  for (const one of root.querySelectorAll(`[data-film="${CSS.escape(film)}"]`)) one.classList.add('here');
+  for (const one of marked) one.classList.add('here');
 }
+
+const mark = (root, film) => markAll(root, root.querySelectorAll(`[data-film="${CSS.escape(film)}"]`));
