@@ -88,12 +88,20 @@ TEST_F(ProveLists, NeedToBeAskedForWhereAnEditIsNamed) {
     EXPECT_FALSE(exists("again.txt"));
 }
 
-// Timecode at 24 frames in place of the edit's own.
+// The start of that timecode is made another than that of the edit's own, so that either can be told from the other.
 TEST_F(ProveLists, OfSoundByTimecodeOfTwentyFourFrames) {
-    const ToolResult result = run({"cutlist", example("reel/reel.otio"), "-o", "a.txt", "--channel", "A1", "--prove",
-                                   "--quiet", "--config", "audio_cutlist_24P=1"});
-    EXPECT_EQ(result.status, 0) << result.out << result.err;
-    EXPECT_EQ(result.out, "proved: 19 events, 1,603 frames\n");
+    std::string edit = read(example("reel/reel.otio"));
+    const std::string kept = R"("timecode_24p": "01:00:00:00")";
+    ASSERT_NE(edit.find(kept), std::string::npos);
+    write("reel.otio", edit.replace(edit.find(kept), kept.size(), R"("timecode_24p": "09:00:00:00")"));
+    for (const auto& [setting, start] : {std::pair("0", "01:00:00:00"), std::pair("1", "09:00:00:00")}) {
+        const ToolResult result = run({"cutlist", "reel.otio", "-o", "a.txt", "--overwrite", "--channel", "A1",
+                                       "--prove", "--quiet", "--config", "audio_cutlist_by_timecode_test=1", "--config",
+                                       std::string("audio_cutlist_24P=") + setting});
+        EXPECT_EQ(result.status, 0) << result.out << result.err;
+        EXPECT_EQ(result.out, "proved: 19 events, 1,603 frames\n");
+        EXPECT_THAT(read("a.txt"), HasSubstr(std::string("\n  1  ") + start));
+    }
 }
 
 } // namespace
