@@ -342,9 +342,11 @@ TEST(FcpxmlPlaces, CaptionsInAStorylineTakeNoTime) {
 }
 
 TEST(FcpxmlPlaces, AnItemThatLiesBeforeTheOneItFollowsIsPutBehindThat) {
+    const std::string above = clip("C", R"(lane="1" duration="1s")");
     const auto result =
-        read(with_spine(clip("A", R"(offset="2s" duration="1s")") + clip("B", R"(offset="1s" duration="1s")")));
+        read(with_spine(clip("A", R"(offset="2s" duration="1s")") + clip("B", R"(offset="1s" duration="1s")", above)));
     EXPECT_EQ(drawn(result.edit, 0), "0-48 black | 48-72 A@00:00:00:00 | 72-96 B@00:00:00:00");
+    EXPECT_EQ(drawn(result.edit, 1), "72-96 C@00:00:00:00");
     EXPECT_TRUE(warns(result, "\"B\": lies before the item that it follows; it is put behind that"));
 }
 
