@@ -9,14 +9,10 @@
 #include <limits>
 #include <locale.h>
 
-// What `strtol` gives, cut to an int, at a fraction of its cost: rows hold their numbers as text.
-int decimal_number(const char* text) {
-    if (!text) return 0;
-    while (ascii::is_white(*text))
-        ++text;
-    const bool negative = *text == '-';
-    if (negative || *text == '+') ++text;
-    long value = 0;
+namespace {
+
+/// The rest of a number of more than a few digits, which may be out of range.
+int long_number(const char* text, long value, bool negative) {
     for (; ascii::is_digit(*text); ++text) {
         const int digit = *text - '0';
         if (__builtin_mul_overflow(value, 10, &value) || __builtin_sub_overflow(value, digit, &value))
@@ -26,6 +22,24 @@ int decimal_number(const char* text) {
     if (!negative && value == std::numeric_limits<long>::min())
         return static_cast<int>(std::numeric_limits<long>::max());
     return static_cast<int>(negative ? value : -value);
+}
+
+} // namespace
+
+// What `strtol` gives, cut to an int, at a fraction of its cost: rows hold their numbers as text.
+int decimal_number(const char* text) {
+    constexpr int safe = (std::numeric_limits<int>::max() - 9) / 10;
+    if (!text) return 0;
+    while (ascii::is_white(*text))
+        ++text;
+    const bool negative = *text == '-';
+    if (negative || *text == '+') ++text;
+    int value = 0;
+    for (; ascii::is_digit(*text); ++text) {
+        if (value > safe) return long_number(text, -long{value}, negative);
+        value = value * 10 + (*text - '0');
+    }
+    return negative ? -value : value;
 }
 
 // A whole number of few digits, as most speeds are, is the same at any rounding.

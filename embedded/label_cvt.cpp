@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -22,21 +21,16 @@ using wide = std::int64_t;
 
 constexpr std::size_t longest_text = 40;
 constexpr std::size_t longest_prefix = 8;
-constexpr std::size_t longest_number = 20;
+constexpr std::array<std::uint32_t, 7> powers_of_ten = {1, 10, 100, 1000, 10000, 100000, 1000000};
 /// Above every count that a sample can reach, and far below where a count times its samples would overflow.
 constexpr wide count_limit = 10'000'000'000;
 
-bool all_digits(std::string_view text) {
-    for (const char c : text) {
-        if (!ascii::is_digit(c)) return false;
-    }
-    return !text.empty();
-}
-
-/// `text` holds digits only.
+/// Of digits and nothing else; nothing where there are none, or where the number is out of all reach.
 std::optional<wide> number_of(std::string_view text) {
+    if (text.empty()) return std::nullopt;
     wide number = 0;
     for (const char c : text) {
+        if (!ascii::is_digit(c)) return std::nullopt;
         number = number * 10 + (c - '0');
         if (number > count_limit) return std::nullopt;
     }
@@ -45,20 +39,21 @@ std::optional<wide> number_of(std::string_view text) {
 
 /// With leading zeros up to `digits`; the end of what it wrote. Much quicker than `printf`, and tables are full of
 /// such texts.
-char* put_number(char* out, wide number, int digits) {
-    char text[longest_number];
-    char* const end = std::to_chars(text, text + longest_number, number).ptr;
-    for (std::ptrdiff_t missing = digits - (end - text); missing > 0; --missing)
-        *out++ = '0';
-    return std::copy(text, end, out);
+char* put_number(char* out, std::uint32_t number, int digits) {
+    for (std::uint64_t power = powers_of_ten[digits]; number >= power; power *= 10)
+        ++digits;
+    for (char* at = out + digits; at != out; number /= 10)
+        *--at = static_cast<char>('0' + number % 10);
+    return out + digits;
 }
 
 bool fits_int(wide value) { return value == clamp_to_int(value); }
 
 /// One or two digits and nothing else; -1 for anything else.
 int short_number(std::string_view text) {
-    if (text.size() > 2 || !all_digits(text)) return -1;
-    return static_cast<int>(*number_of(text));
+    if (text.empty() || text.size() > 2) return -1;
+    const char tens = text.size() == 2 ? text.front() : '0', ones = text.back();
+    return ascii::is_digit(tens) && ascii::is_digit(ones) ? (tens - '0') * 10 + (ones - '0') : -1;
 }
 
 wide remainder(wide value, wide divisor) { return ((value % divisor) + divisor) % divisor; }
@@ -104,25 +99,26 @@ public:
         const wide in_frame = kind().samples_per_frame;
         const wide s = magnitude(sample);
         const wide count = (s + in_frame - 1) / in_count;
-        const wide dot = remainder(in_count * count - s, in_frame) + 1;
-        const wide frames = (s - in_count * count + dot - 1) / in_frame;
+        const wide ahead = in_count * count - s; // of the dot, less than a frame; below 0 frames lie between
+        const wide frames = ahead < 0 ? (in_frame - 1 - ahead) / in_frame : 0;
+        const wide dot = ahead + in_frame * frames + 1;
 
         char text[longest_text];
         char* end = std::copy_n(prefix, ::strnlen(prefix, longest_prefix), text);
-        end = put_number(end, count, kind().digits);
+        end = put_number(end, static_cast<std::uint32_t>(count), kind().digits);
         *end++ = sample < 0 ? '-' : '+';
-        end = put_number(end, frames, 2);
+        end = put_number(end, static_cast<std::uint32_t>(frames), 2);
         if (shows_dot(count, dot)) {
             *end++ = '.';
-            end = put_number(end, dot, 1);
+            end = put_number(end, static_cast<std::uint32_t>(dot), 1);
         }
         write(out, size, std::string_view(text, static_cast<std::size_t>(end - text)));
     }
 
     bool parse(const char* text, int& sample, char* prefix) const override {
-        const Tail tail = read_tail(text);
-        const Head head = read_head(std::string_view(text).substr(0, tail.begins));
-        if (!all_digits(head.count)) return false;
+        const std::string_view whole(text);
+        const Tail tail = read_tail(whole);
+        const Head head = read_head(whole.substr(0, tail.begins));
         const std::optional<wide> count = number_of(head.count);
         if (!count) return false;
         const wide dot = tail.dot == no_dot ? usual_dot(*count) : tail.dot;
@@ -165,15 +161,14 @@ private:
 
     static Tail read_tail(std::string_view text) {
         const Tail none{text.size()};
-        std::size_t sign = text.size();
-        while (sign > 0 && !is_sign(text[sign - 1]))
-            --sign;
+        std::size_t sign = text.size(), point = text.size();
+        while (sign > 0 && !is_sign(text[sign - 1])) {
+            if (text[--sign] == '.') point = sign;
+        }
         if (sign-- == 0) return none;
-        const std::string_view figures = text.substr(sign + 1);
-        const std::size_t point = figures.find('.');
-        const bool dotted = point != std::string_view::npos;
-        const int frames = short_number(figures.substr(0, point));
-        const int dot = dotted ? short_number(figures.substr(point + 1)) : no_dot;
+        const bool dotted = point < text.size();
+        const int frames = short_number(text.substr(sign + 1, point - sign - 1));
+        const int dot = dotted ? short_number(text.substr(point + 1)) : no_dot;
         if (frames < 0 || (dotted && dot < 0)) return none;
         return {sign, frames, dot, text[sign] == '-'};
     }
@@ -204,7 +199,6 @@ public:
         std::string_view digits(text);
         const bool negative = !digits.empty() && digits.front() == '-';
         if (negative) digits.remove_prefix(1);
-        if (!all_digits(digits)) return false;
         const std::optional<wide> number = number_of(digits);
         if (!number) return false;
         const wide value = negative ? -*number : *number;
@@ -225,12 +219,13 @@ public:
         const int number = frame + skipped_before(frame);
         const int seconds = number / base_.count;
         char text[] = "-HH:MM:SS:FF";
+        const std::string_view written(text, sizeof text - 1);
         put_two_digits(text + 1, seconds / 3600);
         put_two_digits(text + 4, seconds / 60 % 60);
         put_two_digits(text + 7, seconds % 60);
         if (base_.skipped) text[9] = ';';
         put_two_digits(text + 10, number % base_.count);
-        write(out, size, signed_frame < 0 ? text : text + 1);
+        write(out, size, signed_frame < 0 ? written : written.substr(1));
     }
 
     bool parse(const char* text, int& sample, char* prefix) const override {
@@ -301,8 +296,9 @@ std::unique_ptr<label_cvt> make_converter(const LabelKind& kind) {
 
 using Converters = std::array<label_cvt*, kind_numbers>;
 
-/// By number. Those that name no kind share the converter of none.
-Converters make_converters() {
+/// By number. Those that name no kind share the converter of none. Not made part of the look-up, which every text of a
+/// label goes through.
+[[gnu::noinline]] Converters make_converters() {
     Converters converters{};
     for (std::size_t number = 0; number < converters.size(); ++number) {
         const LabelKind& kind = label_kind(static_cast<label_t>(number));

@@ -13,6 +13,8 @@
 namespace embedded {
 namespace {
 
+constexpr std::size_t longest_kind_text = 11;
+
 constexpr label_t kind_number(int number) { return static_cast<label_t>(number); }
 
 constexpr LabelKind key(int type, const char* text, FilmFamily family, int frame, int count, int digits = 4) {
@@ -82,16 +84,25 @@ constexpr std::array<const LabelKind*, kind_numbers> index_by_number() {
         index[index_of(kind.type)] = &kind;
     return index;
 }
-constexpr auto kind_of_number = index_by_number();
+/// The kinds with texts of one length stand side by side, as only those are compared with a text.
+struct KindsByLength {
+    std::array<const LabelKind*, std::size(kinds)> ordered{};
+    std::array<std::size_t, longest_kind_text + 2> begins{}; ///< by length; one more closes the last
+};
 
-/// Most texts differ in length from the one that is looked for.
-constexpr std::array<std::size_t, std::size(kinds)> measure_texts() {
-    std::array<std::size_t, std::size(kinds)> lengths{};
-    for (std::size_t i = 0; i < std::size(kinds); ++i)
-        lengths[i] = std::string_view(kinds[i].text).size();
-    return lengths;
+constexpr KindsByLength sort_by_length() {
+    KindsByLength sorted;
+    std::size_t at = 0;
+    for (std::size_t length = 0; length <= longest_kind_text; ++length) {
+        for (const LabelKind& kind : kinds) {
+            if (std::string_view(kind.text).size() == length) sorted.ordered[at++] = &kind;
+        }
+        sorted.begins[length + 1] = at;
+    }
+    return sorted;
 }
-constexpr auto text_lengths = measure_texts();
+constexpr KindsByLength by_length = sort_by_length();
+static_assert(by_length.begins.back() == std::size(kinds), "a text is longer than the longest");
 
 /// The kinds of a family; 0 where it has none. `by_digits` begins with 4 digits.
 struct FamilyKinds {
@@ -134,14 +145,13 @@ constexpr auto steps_of_numbers = measure_steps();
 
 } // namespace
 
-const LabelKind& label_kind(label_t type) {
-    const std::size_t number = index_of(type);
-    return number < kind_of_number.size() ? *kind_of_number[number] : kinds[0];
-}
+constinit const std::array<const LabelKind*, kind_numbers> kinds_by_number = index_by_number();
 
 const LabelKind& label_kind_of_text(std::string_view text) {
-    for (std::size_t i = 0; i < std::size(kinds); ++i) {
-        if (text_lengths[i] == text.size() && ascii::same(kinds[i].text, text)) return kinds[i];
+    if (text.size() > longest_kind_text) return kinds[0];
+    for (std::size_t i = by_length.begins[text.size()]; i < by_length.begins[text.size() + 1]; ++i) {
+        const LabelKind& kind = *by_length.ordered[i];
+        if (ascii::compare({kind.text, text.size()}, text) == 0) return kind;
     }
     return kinds[0];
 }

@@ -3,6 +3,8 @@
 
 #include "host/labels.h"
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -42,8 +44,13 @@ struct TimecodeBase {
 /// Kinds are numbered below this.
 constexpr int kind_numbers = 48;
 
-/// The kind of an unknown number is the one of `label_none`.
-const LabelKind& label_kind(label_t type);
+/// Numbers that name no kind have the kind of `label_none`.
+extern const std::array<const LabelKind*, kind_numbers> kinds_by_number;
+/// The same for any number.
+inline const LabelKind& label_kind(label_t type) {
+    const auto number = static_cast<std::size_t>(type);
+    return *kinds_by_number[number < kinds_by_number.size() ? number : 0];
+}
 /// Without regard to case; the kind of `label_none` when the text is unknown.
 const LabelKind& label_kind_of_text(std::string_view text);
 /// Null for what isn't timecode.

@@ -6,11 +6,30 @@
 #include "host/labels.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <string_view>
 
 using embedded::clamp_to_int;
 using embedded::label_kind;
+
+namespace {
+
+constexpr std::size_t longest_prefix = 8;
+
+/// Prefixes of one character, by their length.
+using Fillings = std::array<std::array<char, longest_prefix + 1>, longest_prefix + 1>;
+
+constexpr Fillings fillings_of(char filler) {
+    Fillings fillings{};
+    for (std::size_t length = 0; length < fillings.size(); ++length)
+        std::fill_n(fillings[length].begin(), length, filler);
+    return fillings;
+}
+constexpr Fillings blanks = fillings_of(' ');
+constexpr Fillings lines = fillings_of('_');
+
+} // namespace
 
 LabelPoint::LabelPoint(int first_sample, label_t type) : sample(first_sample), given_(true) { set_type(type); }
 
@@ -35,7 +54,13 @@ void LabelPoint::set_sample(const char* text) {
     char prefix[sizeof prefix_] = {};
     given_ = text && *text && cvt()->parse(text, read, prefix);
     sample = read;
-    if (given_) fit_prefix(prefix);
+    if (!given_) return;
+    const int length = label_kind(type_).prefix_length;
+    if (length == 0 || prefix[length - 1] != '\0') {
+        std::memcpy(prefix_, prefix, sizeof prefix_);
+    } else {
+        fit_prefix(prefix);
+    }
 }
 
 // A prefix fits its own kind already. A blank one says nothing of the roll, so it stays blank at any length.
@@ -61,12 +86,9 @@ label_cvt* LabelPoint::cvt() const { return get_static_label_cvt(type_); }
 
 void LabelPoint::fit_prefix(const char* prefix) {
     const auto wanted = static_cast<std::size_t>(label_kind(type_).prefix_length);
-    const char filler = *prefix ? '_' : ' ';
-    char fitted[sizeof prefix_] = {};
-    std::size_t at = 0;
-    for (; at < wanted && prefix[at]; ++at)
+    char fitted[sizeof prefix_];
+    std::memcpy(fitted, (*prefix ? lines : blanks)[wanted].data(), sizeof fitted);
+    for (std::size_t at = 0; at < wanted && prefix[at]; ++at)
         fitted[at] = prefix[at];
-    for (; at < wanted; ++at)
-        fitted[at] = filler;
     std::memcpy(prefix_, fitted, sizeof fitted);
 }
