@@ -1,9 +1,9 @@
 #include "embedded/crc32.h"
 
+#include "embedded/eight_bytes.h"
+
 #include <array>
-#include <bit>
 #include <cstddef>
-#include <cstring>
 
 namespace embedded {
 namespace {
@@ -35,18 +35,6 @@ constexpr std::array<Table, step> make_tables() {
 }
 
 constexpr std::array<Table, step> tables = make_tables();
-
-/// Eight bytes as one number, the first of them lowest; one load where the machine counts so itself.
-std::uint64_t word_of(const char* bytes) {
-    std::uint64_t word = 0;
-    if constexpr (std::endian::native == std::endian::little) {
-        std::memcpy(&word, bytes, sizeof word);
-    } else {
-        for (std::size_t i = 0; i < step; ++i)
-            word |= std::uint64_t{static_cast<unsigned char>(bytes[i])} << (8U * i);
-    }
-    return word;
-}
 
 std::uint32_t eight_bytes_on(std::uint32_t sum, const char* bytes) {
     const std::uint64_t word = word_of(bytes) ^ sum;

@@ -19,10 +19,10 @@ int store(dbrecord::Impl& row, int field, std::string_view text) {
 const char* dbrecord::get_field(unsigned short field) const { return impl_->fields.get(field); }
 
 int dbrecord::in_field(int field, char* buffer, int max_chars) const {
-    const char* text = impl_->fields.get(field_index(field));
-    if (!text || max_chars < 0) return 0;
-    const std::size_t length = ::strnlen(text, static_cast<std::size_t>(max_chars));
-    std::memmove(buffer, text, length);
+    const std::string_view text = impl_->fields.view(field_index(field));
+    if (text.empty() || max_chars < 0) return 0;
+    const std::size_t length = std::min(text.size(), static_cast<std::size_t>(max_chars));
+    std::memmove(buffer, text.data(), length);
     buffer[length] = '\0';
     return static_cast<int>(length);
 }

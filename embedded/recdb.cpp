@@ -19,8 +19,8 @@ using embedded::Row;
 struct recdb::Impl {
     embedded::TableData data;
     LightweightString<wchar_t> filename;
-    /// Records that `make_dummy_record` handed out; the last one answers for records that aren't there.
-    std::deque<Row> free_records;
+    /// The last record that `make_dummy_record` handed out; it answers for records that aren't there.
+    Row* free_record = nullptr;
     int valid = 1;
 
     const Column* column(unsigned field) const { return field < data.columns.size() ? &data.columns[field] : nullptr; }
@@ -32,7 +32,6 @@ struct recdb::Impl {
         Row* row = data.shown_row(record);
         return row && row->fields.set(field, text) ? 0 : -1;
     }
-    Row& make_free_record() { return free_records.emplace_back(data.columns.size(), 0); }
     int save(const std::string& bytes) const {
         // A table that couldn't be read has no columns: its file stays as it is.
         const std::string path(toUTF8(filename).view());
@@ -109,11 +108,14 @@ dbrecord* recdb::get_record(unsigned index) const {
     return row ? &row->record : nullptr;
 }
 
-dbrecord* recdb::make_dummy_record() { return &impl_->make_free_record().record; }
+dbrecord* recdb::make_dummy_record() {
+    impl_->free_record = impl_->data.make_row();
+    return &impl_->free_record->record;
+}
 
 dbrecord& recdb::operator[](unsigned index) {
     if (dbrecord* record = get_record(index)) return *record;
-    return impl_->free_records.empty() ? *make_dummy_record() : impl_->free_records.back().record;
+    return impl_->free_record ? impl_->free_record->record : *make_dummy_record();
 }
 
 LightweightString<char> recdb::getField(unsigned record, unsigned field) const { return impl_->text(record, field); }
@@ -126,7 +128,7 @@ const char* recdb::get_fieldname(unsigned field) const {
 int recdb::get_fieldsize(unsigned field) const {
     std::size_t longest = 0;
     for (const auto& row : impl_->data.rows) {
-        if (const char* text = row->fields.get(field)) longest = std::max(longest, std::strlen(text));
+        longest = std::max(longest, row->fields.view(field).size());
     }
     return static_cast<int>(longest);
 }

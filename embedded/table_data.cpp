@@ -3,6 +3,8 @@
 #include "host/ascii_text.h"
 
 #include <algorithm>
+#include <cstring>
+#include <new>
 #include <unordered_set>
 
 namespace embedded {
@@ -10,6 +12,24 @@ namespace embedded {
 std::string folded(std::string_view text) { return ascii::lower_case(std::string(text)); }
 
 bool is_type_letter(int type) { return ascii::is_letter(static_cast<char>(type)) && type == static_cast<char>(type); }
+
+Row* RowPool::make(std::size_t field_count, std::uint32_t serial) {
+    Row* row = spare_;
+    if (row) {
+        spare_ = row->next_spare;
+        row->fields.clear();
+        row->tagged = false;
+    } else {
+        row = new (memory_.take(sizeof(Row))) Row(memory_, field_count);
+    }
+    row->serial = serial;
+    return row;
+}
+
+void RowPool::give_back(Row* row) noexcept {
+    row->next_spare = spare_;
+    spare_ = row;
+}
 
 void TableData::clear() { *this = TableData(); }
 
@@ -64,26 +84,36 @@ int TableData::find_column(std::string_view name) const {
 }
 
 void TableData::insert_rows(std::size_t at, std::size_t count) {
-    std::vector<std::unique_ptr<Row>> fresh(count);
-    for (auto& row : fresh)
-        row = make_row();
-    rows.insert(rows.begin() + static_cast<std::ptrdiff_t>(at), std::make_move_iterator(fresh.begin()),
-                std::make_move_iterator(fresh.end()));
+    const auto first = static_cast<std::ptrdiff_t>(rows.size());
+    for (; count > 0; --count)
+        rows.push_back(make_row());
+    std::rotate(rows.begin() + static_cast<std::ptrdiff_t>(at), rows.begin() + first, rows.end());
     forget_shown();
+}
+
+char* TableData::keep_lines(std::string_view lines) {
+    char* const kept = pool_->memory().take(lines.size() + RowFields::behind_line);
+    std::memset(std::copy(lines.begin(), lines.end(), kept), 0, RowFields::behind_line);
+    return kept;
 }
 
 void TableData::remove_shown(std::size_t first, std::size_t count) {
     const std::size_t shown_count = count_shown();
     first = std::min(first, shown_count);
     const std::size_t last = first + std::min(count, shown_count - first);
-    for (std::size_t index = first; index < last; ++index)
-        rows[position(index)].reset();
+    for (std::size_t index = first; index < last; ++index) {
+        Row*& row = rows[position(index)];
+        give_back(std::exchange(row, nullptr));
+    }
     std::erase(rows, nullptr);
     forget_shown();
 }
 
 std::size_t TableData::remove_tagged() {
-    const std::size_t removed = std::erase_if(rows, [](const auto& row) { return row->tagged; });
+    const std::size_t removed = std::erase_if(rows, [this](Row* row) {
+        if (row->tagged) give_back(row);
+        return row->tagged;
+    });
     forget_shown();
     return removed;
 }
@@ -108,13 +138,11 @@ bool TableData::append_joined(const TableData& other) {
     if (std::all_of(joined.begin(), joined.end(), [](int source) { return source < 0; })) return false;
     const std::size_t count = other.rows.size();
     for (std::size_t i = 0; i < count; ++i) {
-        auto row = make_row();
+        rows.push_back(make_row());
         for (std::size_t field = 0; field < joined.size(); ++field) {
-            const char* text =
-                joined[field] < 0 ? nullptr : other.rows[i]->fields.get(static_cast<std::size_t>(joined[field]));
-            if (text) row->fields.set(field, text);
+            if (joined[field] < 0) continue;
+            rows.back()->fields.set(field, other.rows[i]->fields.view(static_cast<std::size_t>(joined[field])));
         }
-        rows.push_back(std::move(row));
     }
     forget_shown();
     return true;
@@ -145,7 +173,7 @@ std::size_t TableData::position(std::size_t index) const {
 
 Row* TableData::shown_row(std::size_t index) const {
     const std::size_t place = position(index);
-    return place < rows.size() ? rows[place].get() : nullptr;
+    return place < rows.size() ? rows[place] : nullptr;
 }
 
 void TableData::set_tag(std::size_t index, bool on) {
@@ -173,14 +201,13 @@ std::size_t TableData::rank_made(const Row& row) const {
 void TableData::set_query(const RowFields* fields) {
     query_.clear();
     for (std::size_t field = 0; fields && field < fields->count(); ++field) {
-        if (const char* text = fields->get(field)) query_.emplace_back(field, text);
+        if (const std::string_view text = fields->view(field); !text.empty()) query_.emplace_back(field, text);
     }
 }
 
 bool TableData::matches_query(const Row& row) const {
     return std::all_of(query_.begin(), query_.end(), [&](const auto& criterion) {
-        const char* text = row.fields.get(criterion.first);
-        return text && std::string_view(text).substr(0, criterion.second.size()) == criterion.second;
+        return row.fields.view(criterion.first).starts_with(criterion.second);
     });
 }
 
@@ -198,8 +225,7 @@ std::size_t TableData::tag_matching(bool add) {
 std::size_t TableData::tag_different(std::size_t field) {
     std::unordered_set<std::string_view> seen;
     for (const auto& row : rows) {
-        const char* text = row->fields.get(field);
-        row->tagged = seen.insert(text ? text : "").second;
+        row->tagged = seen.insert(row->fields.view(field)).second;
     }
     forget_shown();
     return seen.size();

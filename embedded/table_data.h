@@ -1,6 +1,7 @@
 #pragma once
 // What a record table holds, and the rows behind `dbrecord`.
 
+#include "embedded/row_memory.h"
 #include "host/recdb.h"
 
 #include <cstdint>
@@ -14,57 +15,76 @@
 
 namespace embedded {
 
-/// The texts of one row. A field without text is null. Texts lie behind each other in one block as long as it
-/// has room; what comes later has a block of its own, so a text stays where it is until its own field is set.
+/// The texts of one row, in the memory of its table. A text stays where it is until its own field is set. An empty one
+/// counts as none. Each is shorter than 2 GiB.
 class RowFields {
 public:
-    explicit RowFields(std::size_t count) : count_(static_cast<std::uint32_t>(count)) {}
-    ~RowFields();
+    RowFields(RowMemory& memory, std::size_t count);
     RowFields(const RowFields&) = delete;
     RowFields& operator=(const RowFields&) = delete;
 
     std::size_t count() const { return count_; }
     /// Null when the field has no text, or when there is no such field.
-    const char* get(std::size_t field) const { return texts_ && field < count_ ? texts_[field] : nullptr; }
+    const char* get(std::size_t field) const { return has(field) ? texts_[field].at : nullptr; }
+    /// Empty in the same cases.
+    std::string_view view(std::size_t field) const {
+        return has(field) ? std::string_view(texts_[field].at, texts_[field].size) : std::string_view();
+    }
     /// `text` holds no zero and may be part of this row. False when there is no such field.
     bool set(std::size_t field, std::string_view text);
     void clear();
     /// Takes over all texts of another row with as many fields.
     void assign(const RowFields& other);
-    /// Fills a new row from a line of a table file; false when the line doesn't fit the columns.
-    bool decode(std::string_view line);
+    /// Fills a new row from a line of a table file, whose bytes become its texts: they lie in the table's memory, and
+    /// may be written and read for `behind_line` bytes behind them. False when the line doesn't fit the columns.
+    bool decode(char* line, std::size_t size);
+    static constexpr std::size_t behind_line = 8;
 
 private:
-    void place(std::size_t field, char* text);
-    void copy_block(const RowFields& other);
-    bool decode_plain(std::string_view line);
-    void release(char* text);
-    void make_block(std::size_t size);
-    /// A copy in the block where it has room, else in a block of its own.
-    char* keep(std::string_view text);
+    struct Text {
+        char* at;
+        std::uint32_t size;
+        std::uint32_t room; ///< for the closing zero, too; 0 where there is no memory yet
+    };
 
-    std::unique_ptr<char*[]> texts_; ///< made when the first field gets a text
-    std::unique_ptr<char[]> block_;
-    std::size_t block_size_ = 0;
-    std::size_t block_used_ = 0;
+    bool has(std::size_t field) const { return field < count_ && texts_[field].size > 0; }
+    void make_room(Text& kept, std::size_t size);
+    void keep(Text& kept, std::string_view text);
+    bool decode_plain(char* line, char* end);
+    bool decode_escaped(const char* line, const char* end, char* out);
+
+    RowMemory* memory_;
+    Text* texts_;
     std::uint32_t count_;
-    bool has_blocks_of_their_own_ = false; ///< some text may have one
 };
 
 } // namespace embedded
 
 struct dbrecord::Impl {
-    Impl(std::size_t field_count, std::uint32_t made_as) : record(this), fields(field_count), serial(made_as) {}
+    Impl(embedded::RowMemory& memory, std::size_t field_count) : record(this), fields(memory, field_count) {}
 
     dbrecord record;
     embedded::RowFields fields;
-    std::uint32_t serial; ///< rises in the order in which a table's rows are made
+    std::uint32_t serial = 0; ///< rises in the order in which a table's rows are made
     bool tagged = false;
+    Impl* next_spare = nullptr;
 };
 
 namespace embedded {
 
 using Row = dbrecord::Impl;
+
+/// Makes the rows of a table, of those that it gave up as long as there are any.
+class RowPool {
+public:
+    RowMemory& memory() { return memory_; }
+    Row* make(std::size_t field_count, std::uint32_t serial);
+    void give_back(Row* row) noexcept;
+
+private:
+    RowMemory memory_;
+    Row* spare_ = nullptr;
+};
 
 struct Column {
     std::string name;
@@ -85,7 +105,7 @@ public:
     std::vector<Column> columns;
     std::deque<Parameter> parameters;
     /// In the present sort order.
-    std::vector<std::unique_ptr<Row>> rows;
+    std::vector<Row*> rows;
     std::vector<std::size_t> sort_fields;
     std::size_t sort_offset = 0;
 
@@ -100,7 +120,12 @@ public:
     /// The first column of that name, or -1.
     int find_column(std::string_view name) const;
 
-    std::unique_ptr<Row> make_row() { return std::make_unique<Row>(columns.size(), next_serial_++); }
+    /// Not among `rows` yet, but the table's. All have the columns that the first was made with.
+    Row* make_row() { return pool_->make(columns.size(), next_serial_++); }
+    /// Of a row that isn't among `rows`.
+    void give_back(Row* row) noexcept { pool_->give_back(row); }
+    /// A copy that lasts as long as the table, for `RowFields::decode`.
+    char* keep_lines(std::string_view lines);
     void insert_rows(std::size_t position, std::size_t count);
     void remove_shown(std::size_t first, std::size_t count);
     std::size_t remove_tagged();
@@ -133,6 +158,7 @@ private:
     /// Which column of `other` each column here takes its text from, or -1.
     std::vector<int> joined_columns(const TableData& other) const;
 
+    std::unique_ptr<RowPool> pool_ = std::make_unique<RowPool>();
     std::unordered_map<std::string, std::size_t> parameter_index_; ///< by folded name
     std::vector<std::pair<std::size_t, std::string>> query_;
     std::uint32_t next_serial_ = 0;

@@ -23,32 +23,38 @@ struct Escape {
 
 constexpr Escape escapes[] = {{'\\', '\\'}, {'t', '\t'}, {'n', '\n'}, {'r', '\r'}, {'=', '='}};
 
-/// By byte, whether a text may have to escape it; a "=" only in some has to be.
-constexpr std::array<bool, 256> make_escaped() {
-    std::array<bool, 256> table{};
-    for (const Escape& escape : escapes)
-        table[static_cast<unsigned char>(escape.character)] = true;
-    return table;
-}
-constexpr std::array<bool, 256> may_be_escaped = make_escaped();
-
-// Most texts hold nothing special and go over in one piece.
-void put_escaped(std::string& out, std::string_view text, std::string_view special) {
-    std::size_t done = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (!may_be_escaped[static_cast<unsigned char>(text[i])]) continue;
-        if (special.find(text[i]) == std::string_view::npos) continue;
-        out.append(text.substr(done, i - done));
-        for (const Escape& escape : escapes) {
-            if (escape.character == text[i]) out += {'\\', escape.letter};
-        }
-        done = i + 1;
-    }
-    out.append(text.substr(done));
-}
-
 constexpr std::string_view special_in_text = "\\\t\n\r";
 constexpr std::string_view special_in_name = "\\\t\n\r=";
+
+/// By byte, the letter of its escape; zero where it stands for itself.
+using EscapeLetters = std::array<char, 256>;
+
+constexpr EscapeLetters letters_of(std::string_view special) {
+    EscapeLetters letters{};
+    for (const Escape& escape : escapes) {
+        if (special.find(escape.character) != std::string_view::npos)
+            letters[static_cast<unsigned char>(escape.character)] = escape.letter;
+    }
+    return letters;
+}
+constexpr EscapeLetters letters_in_text = letters_of(special_in_text);
+constexpr EscapeLetters letters_in_name = letters_of(special_in_name);
+
+/// The end of what it wrote, of two bytes for each of the text at most.
+char* put_escaped(char* out, std::string_view text, const EscapeLetters& letters) {
+    for (const char c : text) {
+        const char letter = letters[static_cast<unsigned char>(c)];
+        if (letter != '\0') *out++ = '\\';
+        *out++ = letter != '\0' ? letter : c;
+    }
+    return out;
+}
+
+void put_escaped(std::string& out, std::string_view text, const EscapeLetters& letters) {
+    const std::size_t before = out.size();
+    out.resize(before + 2 * text.size());
+    out.resize(static_cast<std::size_t>(put_escaped(out.data() + before, text, letters) - out.data()));
+}
 
 // Texts of a table end at a zero, so what stands behind one in a file is lost.
 std::optional<std::string> unescaped(std::string_view text, std::string_view special) {
@@ -154,24 +160,41 @@ std::size_t read_head(std::string_view bytes, TableData* table) {
 
 /// With `leave_out`, lines that are no records are left out.
 bool read_records(std::string_view bytes, std::size_t max_records, bool leave_out, TableData* table) {
-    Lines lines(bytes);
+    char* const kept = table->keep_lines(bytes);
+    Lines lines({kept, bytes.size()});
     std::string_view line;
     while (table->rows.size() < max_records && lines.next(&line)) {
-        table->rows.push_back(table->make_row());
-        if (table->rows.back()->fields.decode(line)) continue;
-        if (!leave_out) return false;
-        table->rows.pop_back();
+        Row* const row = table->make_row();
+        if (row->fields.decode(kept + (line.data() - kept), line.size())) {
+            table->rows.push_back(row);
+        } else if (leave_out) {
+            table->give_back(row);
+        } else {
+            return false;
+        }
     }
     table->forget_shown();
     return true;
 }
 
+/// Bytes that a row may take as a line.
+std::size_t most_bytes(const RowFields& fields) {
+    std::size_t bytes = fields.count() + 1;
+    for (std::size_t field = 0; field < fields.count(); ++field)
+        bytes += 2 * fields.view(field).size();
+    return bytes;
+}
+
 void put_record(std::string& out, const RowFields& fields) {
+    const std::size_t before = out.size();
+    out.resize(before + most_bytes(fields));
+    char* end = out.data() + before;
     for (std::size_t field = 0; field < fields.count(); ++field) {
-        if (field > 0) out += '\t';
-        if (const char* text = fields.get(field)) put_escaped(out, text, special_in_text);
+        if (field > 0) *end++ = '\t';
+        end = put_escaped(end, fields.view(field), letters_in_text);
     }
-    out += '\n';
+    *end++ = '\n';
+    out.resize(static_cast<std::size_t>(end - out.data()));
 }
 
 void put_columns(std::string& out, const TableData& table) {
@@ -181,7 +204,7 @@ void put_columns(std::string& out, const TableData& table) {
             out += '\t';
             types += '\t';
         }
-        put_escaped(out, column.name, special_in_text);
+        put_escaped(out, column.name, letters_in_text);
         types += column.type;
     }
     out += '\n' + types + '\n';
@@ -262,9 +285,9 @@ std::string table_text(const TableData& table) {
     std::string out(first_line);
     out += '\n';
     for (const Parameter& parameter : table.parameters) {
-        put_escaped(out, parameter.name, special_in_name);
+        put_escaped(out, parameter.name, letters_in_name);
         out += '=';
-        put_escaped(out, parameter.value, special_in_text);
+        put_escaped(out, parameter.value, letters_in_text);
         out += '\n';
     }
     out += '\n';

@@ -1,22 +1,15 @@
+#include "embedded/eight_bytes.h"
 #include "embedded/table_data.h"
 
 #include <algorithm>
 #include <cstring>
-#include <functional>
+#include <memory>
+#include <new>
 
 namespace embedded {
 namespace {
 
-/// Room for the texts of a usual row, so that a row that is filled field by field takes two blocks in all.
-constexpr std::size_t usual_block = 384;
-/// What a row that was copied may still grow by.
-constexpr std::size_t spare_room = 64;
-
-char* put_copy(char* to, std::string_view text) {
-    std::memcpy(to, text.data(), text.size());
-    to[text.size()] = '\0';
-    return to;
-}
+constexpr std::size_t size_limit = std::size_t{1} << 31U; // texts are shorter
 
 /// The character that an escape stands for; zero for an escape that doesn't exist.
 char plain_character(char escape) {
@@ -36,134 +29,103 @@ char plain_character(char escape) {
 
 } // namespace
 
-RowFields::~RowFields() { clear(); }
+void RowMemory::add_block(std::size_t least) {
+    blocks_.emplace_back();
+    const std::size_t size = std::max(least, block_size_);
+    blocks_.back().reset(new char[size]);
+    next_ = blocks_.back().get();
+    left_ = size;
+    block_size_ = std::min(2 * block_size_, largest_block);
+}
+
+RowFields::RowFields(RowMemory& memory, std::size_t count)
+    : memory_(&memory), texts_(reinterpret_cast<Text*>(memory.take(count * sizeof(Text)))),
+      count_(static_cast<std::uint32_t>(count)) {
+    std::memset(texts_, 0, count * sizeof(Text));
+}
 
 void RowFields::clear() {
-    for (std::size_t field = 0; has_blocks_of_their_own_ && texts_ && field < count_; ++field)
-        release(texts_[field]);
-    texts_.reset();
-    block_.reset();
-    block_size_ = block_used_ = 0;
-    has_blocks_of_their_own_ = false;
+    for (std::size_t field = 0; field < count_; ++field)
+        texts_[field].size = 0;
 }
 
-void RowFields::make_block(std::size_t size) {
-    block_.reset(new char[size]);
-    block_size_ = size;
-    block_used_ = 0;
+// What a text had room for stays behind, as the new one may lie there; so room that grows at all grows by half at
+// least.
+void RowFields::make_room(Text& kept, std::size_t size) {
+    if (size >= size_limit) throw std::bad_alloc();
+    const std::size_t room = std::max<std::size_t>(size + 1, kept.room + kept.room / 2);
+    kept.room = static_cast<std::uint32_t>((room + 7) / 8 * 8);
+    kept.at = memory_->take(kept.room);
 }
 
-char* RowFields::keep(std::string_view text) {
-    if (!texts_ && !block_) make_block(usual_block);
-    if (text.size() >= block_size_ - block_used_) {
-        has_blocks_of_their_own_ = true;
-        return put_copy(new char[text.size() + 1], text);
+void RowFields::keep(Text& kept, std::string_view text) {
+    if (text.empty()) {
+        kept.size = 0;
+        return;
     }
-    char* room = block_.get() + block_used_;
-    block_used_ += text.size() + 1;
-    return put_copy(room, text);
-}
-
-void RowFields::release(char* text) {
-    const std::less<const char*> before;
-    const bool in_block = block_ && !before(text, block_.get()) && before(text, block_.get() + block_size_);
-    if (!in_block) delete[] text;
-}
-
-void RowFields::place(std::size_t field, char* text) {
-    if (!texts_) texts_ = std::make_unique<char*[]>(count_);
-    texts_[field] = text;
+    if (text.size() >= kept.room) make_room(kept, text.size());
+    std::memmove(kept.at, text.data(), text.size());
+    kept.at[text.size()] = '\0';
+    kept.size = static_cast<std::uint32_t>(text.size());
 }
 
 bool RowFields::set(std::size_t field, std::string_view text) {
     if (field >= count_) return false;
-    char* old = texts_ ? texts_[field] : nullptr;
-    if (text.empty()) {
-        if (old) place(field, nullptr);
-        release(old);
-    } else if (old && text.size() <= std::strlen(old)) {
-        std::memmove(old, text.data(), text.size());
-        old[text.size()] = '\0';
-    } else {
-        place(field, keep(text));
-        release(old);
-    }
+    keep(texts_[field], text);
     return true;
 }
 
 void RowFields::assign(const RowFields& other) {
-    if (this == &other) return;
-    clear();
-    if (other.texts_ && !other.has_blocks_of_their_own_) return copy_block(other);
-    std::size_t room = spare_room;
-    for (std::size_t field = 0; field < count_; ++field) {
-        if (const char* text = other.get(field)) room += std::strlen(text) + 1;
-    }
-    make_block(room);
-    for (std::size_t field = 0; field < count_; ++field) {
-        if (const char* text = other.get(field)) place(field, keep(text));
-    }
+    for (std::size_t field = 0; field < count_; ++field)
+        keep(texts_[field], other.view(field));
 }
 
-/// Of a row whose texts all lie in its block.
-void RowFields::copy_block(const RowFields& other) {
-    make_block(other.block_used_ + spare_room);
-    std::memcpy(block_.get(), other.block_.get(), other.block_used_);
-    block_used_ = other.block_used_;
-    texts_ = std::make_unique<char*[]>(count_);
-    const std::size_t common = std::min(count_, other.count_);
-    for (std::size_t field = 0; field < common; ++field) {
-        if (const char* text = other.texts_[field]) texts_[field] = block_.get() + (text - other.block_.get());
-    }
-}
-
-/// Of a line without an escape: the fields lie in the block as they stand, parted by zeros in place of tabs.
-bool RowFields::decode_plain(std::string_view line) {
-    char* start = put_copy(block_.get(), line);
-    char* const end = start + line.size();
+/// Of a line without an escape: the fields stay where they are, parted by zeros in place of tabs.
+bool RowFields::decode_plain(char* line, char* end) {
     *end = '\t'; // closes the last field as those before it
-    texts_ = std::make_unique<char*[]>(count_);
-    std::size_t field = 0;
-    bool any = false;
-    for (char* at = start;; ++at) {
-        while (*at != '\t')
-            ++at;
-        if (field == count_) return false;
-        *at = '\0';
-        texts_[field++] = at == start ? nullptr : start;
-        any = any || at != start;
-        if (at == end) break;
-        start = at + 1;
+    Text* text = texts_;
+    const Text* const behind = texts_ + count_;
+    char* start = line;
+    for (char* eight = line;; eight += 8) {
+        for (std::uint64_t tabs = places_of('\t', word_of(eight)); tabs != 0; tabs &= tabs - 1) {
+            if (text == behind) return false;
+            char* const tab = eight + first_place(tabs);
+            const auto size = static_cast<std::uint32_t>(tab - start);
+            *tab = '\0';
+            *text++ = {start, size, size + 1};
+            if (tab == end) return text == behind;
+            start = tab + 1;
+        }
     }
-    if (!any) clear();
-    return field == count_;
 }
 
-bool RowFields::decode(std::string_view line) {
-    make_block(line.size() + 1);
-    block_used_ = block_size_;
-    if (line.find('\\') == std::string_view::npos && line.find('\0') == std::string_view::npos)
-        return decode_plain(line);
-    char* out = block_.get();
+// A text ends at a zero, which escapes and bytes of a file may bring in.
+bool RowFields::decode_escaped(const char* line, const char* end, char* out) {
     char* start = out;
     std::size_t field = 0;
-    for (std::size_t i = 0; i <= line.size(); ++i) {
-        if (i == line.size() || line[i] == '\t') {
+    for (const char* at = line; at <= end; ++at) {
+        if (at == end || *at == '\t') {
             if (field == count_) return false;
             *out++ = '\0';
-            if (*start) place(field, start);
+            texts_[field++] = {start, static_cast<std::uint32_t>(std::strlen(start)),
+                               static_cast<std::uint32_t>(out - start)};
             start = out;
-            ++field;
-        } else if (line[i] != '\\') {
-            *out++ = line[i];
+        } else if (*at != '\\') {
+            *out++ = *at;
         } else {
-            ++i;
-            *out = i < line.size() ? plain_character(line[i]) : '\0';
+            ++at;
+            *out = at < end ? plain_character(*at) : '\0';
             if (!*out++) return false;
         }
     }
-    if (!texts_) clear();
     return field == count_;
+}
+
+bool RowFields::decode(char* line, std::size_t size) {
+    const std::string_view bytes(line, size);
+    if (size >= size_limit) throw std::bad_alloc();
+    const bool plain = bytes.find('\\') == std::string_view::npos && bytes.find('\0') == std::string_view::npos;
+    return plain ? decode_plain(line, line + size) : decode_escaped(line, line + size, line);
 }
 
 } // namespace embedded

@@ -3,76 +3,75 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <numeric>
+#include <string_view>
+#include <vector>
 
 namespace embedded {
 namespace {
 
-enum class KeyKind : unsigned char { empty, number, text };
-
-/// One field of one row, made ready for comparing. For a number the text is its digits.
+// One field of one row, made ready for comparing:
+//
+//     2 bits   62 bits
+//     0        0                                    an empty text
+//     1        the middle and the number            a number; one too long comes behind all others of its sign
+//     2        the first bytes, as far as they go   any other text
 struct SortKey {
-    KeyKind kind = KeyKind::empty;
-    bool negative = false;
-    /// Decides most comparisons: of keys of one kind the lower comes first; equal ones are compared by their texts.
     std::uint64_t rank = 0;
-    std::string_view text;
+    /// What is compared where ranks are the same; empty where they say all.
+    std::string_view rest;
 };
 
-// Digits without a leading zero, with or without a minus sign, or "0" alone.
-bool is_number(std::string_view text) {
-    if (text == "0") return true;
-    if (!text.empty() && text.front() == '-') text.remove_prefix(1);
-    return !text.empty() && text.front() != '0' && std::all_of(text.begin(), text.end(), ascii::is_digit);
+constexpr std::uint64_t number_ranks = std::uint64_t{1} << 62U, text_ranks = std::uint64_t{2} << 62U;
+constexpr std::uint64_t rank_of_zero = number_ranks + (std::uint64_t{1} << 61U);
+constexpr std::size_t most_digits = 18; // the numbers of so many stay within the ranks
+
+/// A number is written as digits without a leading zero, with or without a minus sign, or as "0" alone. False for any
+/// other text.
+bool make_number_key(std::string_view text, SortKey& key) {
+    const bool negative = text.front() == '-';
+    const std::string_view digits = text.substr(negative ? 1 : 0);
+    if (digits.empty() || (digits.front() == '0' && text != "0")) return false;
+    std::uint64_t size = 0;
+    for (const char c : digits) {
+        if (!ascii::is_digit(c)) return false;
+        size = size * 10 + static_cast<std::uint64_t>(c - '0');
+    }
+    if (digits.size() > most_digits) {
+        size = (std::uint64_t{1} << 61U) - 1;
+        key.rest = digits;
+    }
+    key.rank = negative ? rank_of_zero - size : rank_of_zero + size;
+    return true;
 }
 
-/// Longer numbers come behind all others of their sign, those below 0 ahead of them.
-std::uint64_t rank_of_number(std::string_view digits, bool negative) {
-    constexpr std::size_t most_digits = 18;
-    constexpr std::uint64_t zero = std::uint64_t{1} << 63;
-    std::uint64_t size = digits.size() > most_digits ? zero - 1 : 0;
-    for (std::size_t i = 0; i < digits.size() && digits.size() <= most_digits; ++i)
-        size = size * 10 + static_cast<std::uint64_t>(digits[i] - '0');
-    return negative ? zero - size : zero + size;
-}
-
-/// The first bytes; a shorter text comes ahead as if zeros stood behind it.
-std::uint64_t rank_of_text(std::string_view text, bool fold_case) {
-    std::uint64_t rank = 0;
-    for (std::size_t i = 0; i < sizeof rank; ++i) {
+SortKey make_text_key(std::string_view text, bool fold_case) {
+    std::uint64_t first_bytes = 0;
+    for (std::size_t i = 0; i < sizeof first_bytes; ++i) {
         const char c = i < text.size() ? text[i] : '\0';
-        rank = rank << 8 | static_cast<unsigned char>(fold_case ? ascii::lower(c) : c);
+        first_bytes = first_bytes << 8U | static_cast<unsigned char>(fold_case ? ascii::lower(c) : c);
     }
-    return rank;
+    return {text_ranks | first_bytes >> 2U, text.size() < sizeof first_bytes ? std::string_view() : text};
 }
 
-SortKey make_key(const char* field, std::size_t offset, bool fold_case) {
-    const std::string_view text(field ? field : "");
-    if (text.empty()) return {};
-    if (is_number(text)) {
-        const bool negative = text.front() == '-';
-        const std::string_view digits = text.substr(negative ? 1 : 0);
-        return {KeyKind::number, negative, rank_of_number(digits, negative), digits};
-    }
-    const std::string_view compared = text.substr(std::min(offset, text.size()));
-    return {KeyKind::text, false, rank_of_text(compared, fold_case), compared};
+SortKey make_key(std::string_view text, std::size_t offset, bool fold_case) {
+    SortKey key;
+    if (text.empty() || make_number_key(text, key)) return key;
+    return make_text_key(text.substr(std::min(offset, text.size())), fold_case);
 }
 
 template <class T> int order(const T& a, const T& b) { return a < b ? -1 : (b < a ? 1 : 0); }
 
-// Numbers may have any length: of two without leading zeros the longer one is the greater.
-int compare_numbers(const SortKey& a, const SortKey& b) {
-    if (a.negative != b.negative) return a.negative ? -1 : 1;
-    int result = order(a.text.size(), b.text.size());
-    if (result == 0) result = a.text.compare(b.text);
-    return a.negative ? -result : result;
+/// Of numbers too long for their ranks, the longer one is the greater.
+int compare_long_numbers(std::string_view a, std::string_view b) {
+    const int result = order(a.size(), b.size());
+    return result == 0 ? a.compare(b) : result;
 }
 
-int compare_keys(const SortKey& a, const SortKey& b, bool fold_case) {
-    if (a.kind != b.kind) return order(a.kind, b.kind);
-    if (a.rank != b.rank) return a.rank < b.rank ? -1 : 1;
-    if (a.kind == KeyKind::number) return compare_numbers(a, b);
-    return fold_case ? ascii::compare(a.text, b.text) : a.text.compare(b.text);
+int compare_rests(const SortKey& a, const SortKey& b, bool fold_case) {
+    if (a.rest.empty() && b.rest.empty()) return 0;
+    if (a.rank >= text_ranks) return fold_case ? ascii::compare(a.rest, b.rest) : a.rest.compare(b.rest);
+    const int result = compare_long_numbers(a.rest, b.rest);
+    return a.rank < rank_of_zero ? -result : result;
 }
 
 /// The keys of all rows, row by row, each row's most significant first.
@@ -80,17 +79,20 @@ class SortKeys {
 public:
     SortKeys(const TableData& table, bool fold_case) : width_(table.sort_fields.size()), fold_case_(fold_case) {
         keys_.reserve(table.rows.size() * width_);
-        for (const auto& row : table.rows) {
-            for (const std::size_t field : table.sort_fields) {
-                keys_.push_back(make_key(row->fields.get(field), table.sort_offset, fold_case));
-            }
+        for (const Row* row : table.rows) {
+            for (const std::size_t field : table.sort_fields)
+                keys_.push_back(make_key(row->fields.view(field), table.sort_offset, fold_case));
         }
     }
 
+    std::uint64_t first_rank(std::size_t row) const { return keys_[row * width_].rank; }
+
     int compare(std::size_t a, std::size_t b) const {
         for (std::size_t i = 0; i < width_; ++i) {
-            const int result = compare_keys(keys_[a * width_ + i], keys_[b * width_ + i], fold_case_);
-            if (result != 0) return result;
+            const SortKey& left = keys_[a * width_ + i];
+            const SortKey& right = keys_[b * width_ + i];
+            if (left.rank != right.rank) return left.rank < right.rank ? -1 : 1;
+            if (const int result = compare_rests(left, right, fold_case_); result != 0) return result;
         }
         return 0;
     }
@@ -101,20 +103,31 @@ private:
     std::vector<SortKey> keys_;
 };
 
+/// A row on its way to its place. Most comparisons end at the first field.
+struct SortedRow {
+    std::uint64_t first_rank;
+    std::size_t number;
+    Row* row;
+};
+
 } // namespace
 
 void TableData::sort(bool ascending, bool fold_case) {
+    if (sort_fields.empty()) return;
     const SortKeys keys(*this, fold_case);
-    std::vector<std::size_t> places(rows.size());
-    std::iota(places.begin(), places.end(), std::size_t{0});
-    std::stable_sort(places.begin(), places.end(), [&](std::size_t a, std::size_t b) {
-        return ascending ? keys.compare(a, b) < 0 : keys.compare(a, b) > 0;
-    });
-    std::vector<std::unique_ptr<Row>> sorted;
+    std::vector<SortedRow> sorted;
     sorted.reserve(rows.size());
-    for (const std::size_t place : places)
-        sorted.push_back(std::move(rows[place]));
-    rows = std::move(sorted);
+    for (std::size_t number = 0; number < rows.size(); ++number)
+        sorted.push_back({keys.first_rank(number), number, rows[number]});
+    const auto comes_before = [&](const SortedRow& a, const SortedRow& b) {
+        if (a.first_rank != b.first_rank) return ascending == (a.first_rank < b.first_rank);
+        const int result = keys.compare(a.number, b.number);
+        return ascending ? result < 0 : result > 0;
+    };
+    // Passes sort for their own order whatever the last one left, which often is the same.
+    if (std::is_sorted(sorted.begin(), sorted.end(), comes_before)) return;
+    std::stable_sort(sorted.begin(), sorted.end(), comes_before);
+    std::transform(sorted.begin(), sorted.end(), rows.begin(), [](const SortedRow& place) { return place.row; });
     forget_shown();
 }
 
