@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numeric>
 
 namespace embedded {
 
@@ -21,6 +20,21 @@ wide with_sign(uwide value, bool negative) {
     return negative ? -positive : positive;
 }
 
+// Products of such numbers, and sums of two of these, fit into 127 bits.
+bool is_short(wide value) { return value == static_cast<std::int64_t>(value); }
+
+bool are_short(wide a, wide b, wide c, wide d) { return is_short(a) && is_short(b) && is_short(c) && is_short(d); }
+
+// Rates and times divide each other within a few steps.
+std::uint64_t common_divisor_64(std::uint64_t a, std::uint64_t b) {
+    while (b != 0) {
+        const std::uint64_t rest = a % b;
+        a = b;
+        b = rest;
+    }
+    return a;
+}
+
 bool fits_64(uwide value) { return value <= std::numeric_limits<std::uint64_t>::max(); }
 
 uwide common_divisor(uwide a, uwide b) {
@@ -30,7 +44,7 @@ uwide common_divisor(uwide a, uwide b) {
         b = rest;
     }
     if (b == 0) return a;
-    return std::gcd(static_cast<std::uint64_t>(a), static_cast<std::uint64_t>(b));
+    return common_divisor_64(static_cast<std::uint64_t>(a), static_cast<std::uint64_t>(b));
 }
 
 int bits_of(uwide value) {
@@ -143,6 +157,10 @@ std::int64_t within_64_bits(wide value) {
 
 wide whole_part(wide num, wide den) {
     if (den == 1) return num;
+    if (is_short(num) && is_short(den)) {
+        const auto n = static_cast<std::int64_t>(num), d = static_cast<std::int64_t>(den);
+        return n / d - (n % d < 0 ? 1 : 0);
+    }
     const wide quotient = num / den;
     return quotient * den > num ? quotient - 1 : quotient;
 }
@@ -159,7 +177,7 @@ Fraction::Fraction(wide num, wide den) {
     const uwide n = magnitude(num), d = magnitude(den);
     if (fits_64(n) && fits_64(d)) {
         const auto n64 = static_cast<std::uint64_t>(n), d64 = static_cast<std::uint64_t>(d);
-        const std::uint64_t common = std::gcd(n64, d64);
+        const std::uint64_t common = common_divisor_64(n64, d64);
         num_ = with_sign(n64 / common, negative);
         den_ = d64 / common;
         return;
@@ -215,6 +233,14 @@ Fraction Fraction::operator-() const {
 
 Fraction operator+(const Fraction& a, const Fraction& b) {
     wide left = 0, right = 0, num = 0, den = 0;
+    if (are_short(a.num_, a.den_, b.num_, b.den_)) {
+        if (a.den_ == b.den_) return {a.num_ + b.num_, a.den_};
+        Fraction sum;
+        sum.num_ = a.num_ * b.den_ + b.num_ * a.den_;
+        sum.den_ = a.den_ * b.den_;
+        const bool beside_whole = a.den_ == 1 || b.den_ == 1; // then nothing is left to reduce
+        return beside_whole ? sum : Fraction(sum.num_, sum.den_);
+    }
     if (a.den_ == b.den_ && !__builtin_add_overflow(a.num_, b.num_, &num)) return {num, a.den_};
     if (!__builtin_mul_overflow(a.num_, b.den_, &left) && !__builtin_mul_overflow(b.num_, a.den_, &right) &&
         !__builtin_add_overflow(left, right, &num) && !__builtin_mul_overflow(a.den_, b.den_, &den))
@@ -230,16 +256,24 @@ Fraction operator-(const Fraction& a, const Fraction& b) { return a + -b; }
 
 Fraction operator*(const Fraction& a, const Fraction& b) {
     wide num = 0, den = 0;
+    if (are_short(a.num_, a.den_, b.num_, b.den_)) return {a.num_ * b.num_, a.den_ * b.den_};
     if (!__builtin_mul_overflow(a.num_, b.num_, &num) && !__builtin_mul_overflow(a.den_, b.den_, &den))
         return {num, den};
     return nearest_fit(times(magnitude(a.num_), magnitude(b.num_)), times(magnitude(a.den_), magnitude(b.den_)),
                        (a.num_ < 0) != (b.num_ < 0));
 }
 
-Fraction operator/(const Fraction& a, const Fraction& b) { return a * Fraction(b.den_, b.num_); }
+Fraction operator/(const Fraction& a, const Fraction& b) {
+    const bool negative = b.num_ < 0;
+    Fraction turned;
+    turned.num_ = negative ? -b.den_ : b.den_;
+    turned.den_ = negative ? -b.num_ : b.num_;
+    return a * turned;
+}
 
 bool operator<(const Fraction& a, const Fraction& b) {
     if (a.den_ == b.den_) return a.num_ < b.num_;
+    if (are_short(a.num_, a.den_, b.num_, b.den_)) return a.num_ * b.den_ < b.num_ * a.den_;
     if ((a.num_ < 0) != (b.num_ < 0)) return a.num_ < 0;
     const Huge x = times(magnitude(a.num_), magnitude(b.den_)), y = times(magnitude(b.num_), magnitude(a.den_));
     return a.num_ < 0 ? less(y, x) : less(x, y);

@@ -6,6 +6,7 @@
 #include "host/edit.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,6 +45,9 @@ struct ReadResult {
 using ReadBytes = ReadResult (*)(std::string_view bytes, const std::string& path_for_messages, std::int64_t file_time,
                                  const ReadOptions& options);
 
+/// Reads a whole file and gives its bytes and its time to `read`; otherwise the result says why it can't be read.
+ReadResult read_whole(const std::string& file,
+                      const std::function<ReadResult(std::string bytes, std::int64_t file_time)>& read);
 /// Reads a whole file and gives it to `read` as what lies at `path`: the file itself, or the folder that holds it.
 ReadResult read_whole(ReadBytes read, const std::string& file, const std::string& path, const ReadOptions& options);
 

@@ -1,4 +1,6 @@
 #include "formats/json_document.h"
+
+#include "formats/plain_json.h"
 #include "host/decimal_number.h"
 
 #include <algorithm>
@@ -12,7 +14,10 @@
 namespace formats {
 namespace {
 
-constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+std::string_view behind_mark(std::string_view bytes) {
+    constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+    return bytes.substr(bytes.starts_with(byte_order_mark) ? byte_order_mark.size() : 0);
+}
 
 struct NamedNumber {
     std::string_view text;
@@ -108,6 +113,13 @@ std::string number_text(double number) {
     return std::abs(number) >= 1 && length > 0 ? std::string(fixed) : plain;
 }
 
+// Most names differ in their length or in how they begin, and a call to compare them costs more than looking at that.
+bool is_named(const JsonValue& name, std::string_view key) {
+    if (name.GetStringLength() != key.size()) return false;
+    const char* const text = name.GetString();
+    return key.empty() || (text[0] == key[0] && std::memcmp(text, key.data(), key.size()) == 0);
+}
+
 /// For a parser that unescapes texts where they lie. A zero closes the text.
 std::unique_ptr<char[]> closed_copy(std::string_view bytes) {
     std::unique_ptr<char[]> copy(new char[bytes.size() + 1]);
@@ -118,12 +130,21 @@ std::unique_ptr<char[]> closed_copy(std::string_view bytes) {
 
 } // namespace
 
+bool JsonDocument::parse_lent(std::string_view bytes) {
+    bool plain = false;
+    auto generate = [&](JsonTree& target) { return plain = read_plain_json(behind_mark(bytes), target); };
+    document_ = JsonTree();
+    document_.Populate(generate);
+    error_.clear();
+    return plain || parse(bytes);
+}
+
 bool JsonDocument::parse(std::string_view bytes) {
     constexpr unsigned flags = rapidjson::kParseNanAndInfFlag | rapidjson::kParseNumbersAsStringsFlag |
                                rapidjson::kParseIterativeFlag | rapidjson::kParseInsituFlag;
-    const std::size_t skipped = bytes.substr(0, 3) == byte_order_mark ? 3 : 0;
-    document_.SetNull();
-    text_ = closed_copy(bytes.substr(skipped));
+    const std::size_t skipped = bytes.size() - behind_mark(bytes).size();
+    document_ = JsonTree();
+    text_ = closed_copy(behind_mark(bytes));
     rapidjson::InsituStringStream stream(text_.get());
     rapidjson::GenericReader<JsonEncoding, JsonEncoding, JsonMemory> reader;
     const char* reason = nullptr;
@@ -147,10 +168,9 @@ bool JsonDocument::parse(std::string_view bytes) {
 
 const JsonValue* json_member(const JsonValue* object, std::string_view key) {
     if (!object || !object->IsObject()) return nullptr;
-    for (auto member = object->MemberBegin(); member != object->MemberEnd(); ++member)
-        if (member->name.GetStringLength() == key.size() &&
-            std::memcmp(member->name.GetString(), key.data(), key.size()) == 0)
-            return member->value.IsNull() ? nullptr : &member->value;
+    const auto end = object->MemberEnd();
+    for (auto member = object->MemberBegin(); member != end; ++member)
+        if (is_named(member->name, key)) return member->value.IsNull() ? nullptr : &member->value;
     return nullptr;
 }
 

@@ -22,11 +22,16 @@ struct Original {
     bool all_effects = false;
 };
 
+/// Edits keep the text that they were read from, for their copies.
+using SharedText = std::shared_ptr<const std::string>;
+
+SharedText shared(std::string text) { return std::make_shared<const std::string>(std::move(text)); }
+
 /// One reading of one text.
 class Reading {
 public:
-    Reading(std::string_view bytes, std::string path, std::int64_t file_time, const ReadOptions& options)
-        : bytes_(bytes), path_(std::move(path)), file_time_(file_time), options_(options) {}
+    Reading(SharedText text, std::string path, std::int64_t file_time, const ReadOptions& options)
+        : text_(std::move(text)), path_(std::move(path)), file_time_(file_time), options_(options) {}
 
     ReadResult run(const Original* original);
     /// The text with rendered clips replaced; empty where it can't be read. What there is to tell is noted as of the
@@ -44,7 +49,7 @@ private:
     embedded::EditBuilder::Unrender unrender_hooks(const embedded::EditDescription& edit) const;
     void add_warnings(const embedded::Warnings& warnings);
 
-    std::string_view bytes_;
+    SharedText text_; ///< in which the strings of the document lie
     std::string path_;
     std::int64_t file_time_;
     ReadOptions options_;
@@ -57,7 +62,7 @@ private:
 };
 
 bool Reading::parse() {
-    if (!document_.parse(bytes_)) {
+    if (!document_.parse_lent(*text_)) {
         result_.error = path_ + ": " + document_.error();
         return false;
     }
@@ -89,21 +94,20 @@ embedded::EditDescription Reading::description(const otio::Root& root, const oti
 }
 
 embedded::EditBuilder::Unrender Reading::unrender_hooks(const embedded::EditDescription& edit) const {
-    const auto bytes = std::make_shared<const std::string>(bytes_);
     const Original original{edit.name, edit.modification_time, edit.rate, options_.all_effects};
     ReadOptions options = options_;
     options.rate = edit.rate;
     embedded::EditBuilder::Unrender hooks;
-    hooks.write = [bytes, options, from = path_](const std::string& path) {
-        Reading reading(*bytes, from, 0, options);
-        const std::string text = reading.unrendered_text();
+    hooks.write = [text = text_, options, from = path_](const std::string& path) {
+        Reading reading(text, from, 0, options);
+        const std::string copy = reading.unrendered_text();
         embedded::tell_of_copy(reading.result_.warnings);
-        return !text.empty() && embedded::write_file_whole(path, text, nullptr);
+        return !copy.empty() && embedded::write_file_whole(path, copy, nullptr);
     };
     hooks.open = [original, options, from = path_, told = told_](const std::string& path) {
         std::string text;
         if (!embedded::read_file(path, &text, nullptr)) return EditPtr();
-        ReadResult result = Reading(text, from, 0, options).run(&original);
+        ReadResult result = Reading(shared(std::move(text)), from, 0, options).run(&original);
         std::erase_if(result.warnings, [&](const embedded::Warning& warning) {
             return std::find(told->begin(), told->end(), warning) != told->end();
         });
@@ -187,11 +191,13 @@ std::string Reading::unrendered_text() {
 
 ReadResult read_otio_bytes(std::string_view bytes, const std::string& path_for_messages, std::int64_t file_time,
                            const ReadOptions& options) {
-    return Reading(bytes, path_for_messages, file_time, options).run(nullptr);
+    return Reading(shared(std::string(bytes)), path_for_messages, file_time, options).run(nullptr);
 }
 
 ReadResult read_otio(const std::string& path, const ReadOptions& options) {
-    return read_whole(read_otio_bytes, file_of_bundle(path), path, options);
+    return read_whole(file_of_bundle(path), [&](std::string bytes, std::int64_t file_time) {
+        return Reading(shared(std::move(bytes)), path, file_time, options).run(nullptr);
+    });
 }
 
 } // namespace formats

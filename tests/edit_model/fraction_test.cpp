@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
+#include <vector>
 
 using embedded::Fraction;
 
@@ -44,6 +47,47 @@ TEST(Fraction, SumsAndProductsMatchLongArithmetic) {
         RC_ASSERT(Fraction(a, c) + Fraction(b, d) == Fraction(sum, below));
         RC_ASSERT(Fraction(a, c) * Fraction(b, d) == Fraction(wide{a} * b, below));
         RC_ASSERT((Fraction(a, c) < Fraction(b, d)) == (wide{a} * d < wide{b} * c));
+    }));
+}
+
+// Numbers of 64 bits are reckoned with in a short way; these lie where it begins.
+TEST(Fraction, NumbersAtTheEdgeOf64BitsMatchLongArithmetic) {
+    const auto reduced = [](wide num, wide den) {
+        wide a = num < 0 ? -num : num, b = den;
+        while (b != 0)
+            a = std::exchange(b, a % b);
+        return std::pair<wide, wide>(num / a, den / a);
+    };
+    const auto parts = [](const Fraction& f) { return std::pair<wide, wide>(f.num(), f.den()); };
+    EXPECT_TRUE(rc::check([&] {
+        const auto drawn = [](wide least) {
+            const wide far = *rc::gen::elementOf(std::vector<std::int64_t>{0, 0, 4, 1 << 20, max64 / 3, max64});
+            return std::max(far + *rc::gen::inRange(-3, 4), least);
+        };
+        const auto numerator = [&] { return drawn(min64) * (*rc::gen::arbitrary<bool>() ? -1 : 1); };
+        const auto [a, c] = reduced(numerator(), drawn(1));
+        const auto [b, d] = reduced(numerator(), drawn(1));
+        const Fraction x(a, c), y(b, d);
+        wide left = 0, right = 0, sum = 0, product = 0, below = 0;
+        const bool fits = !__builtin_mul_overflow(a, d, &left) && !__builtin_mul_overflow(b, c, &right) &&
+                          !__builtin_mul_overflow(c, d, &below) && !__builtin_mul_overflow(a, b, &product);
+        RC_PRE(fits);
+        if (!__builtin_add_overflow(left, right, &sum)) RC_ASSERT(parts(x + y) == reduced(sum, below));
+        if (!__builtin_sub_overflow(left, right, &sum)) RC_ASSERT(parts(x - y) == reduced(sum, below));
+        RC_ASSERT(parts(x * y) == reduced(product, below));
+        if (b != 0) RC_ASSERT(parts(x / y) == reduced(b < 0 ? -left : left, b < 0 ? -right : right));
+        RC_ASSERT((x < y) == (left < right));
+    }));
+}
+
+TEST(Fraction, TheGreatestWholeNumberBelowIsThatOfLongDivision) {
+    EXPECT_TRUE(rc::check([] {
+        const Fraction f = drawn_fraction();
+        wide below = f.num() / f.den();
+        if (below * f.den() > f.num()) --below;
+        RC_ASSERT(f.floor() == static_cast<std::int64_t>(below));
+        RC_ASSERT(f.nearest() ==
+                  static_cast<std::int64_t>(2 * (f.num() - below * f.den()) >= f.den() ? below + 1 : below));
     }));
 }
 
