@@ -40,7 +40,7 @@ std::optional<wide> number_of(std::string_view text) {
 /// With leading zeros up to `digits`; the end of what it wrote. Much quicker than `printf`, and tables are full of
 /// such texts.
 char* put_number(char* out, std::uint32_t number, int digits) {
-    for (std::uint64_t power = powers_of_ten[digits]; number >= power; power *= 10)
+    for (std::uint64_t power = powers_of_ten[static_cast<std::size_t>(digits)]; number >= power; power *= 10)
         ++digits;
     for (char* at = out + digits; at != out; number /= 10)
         *--at = static_cast<char>('0' + number % 10);
