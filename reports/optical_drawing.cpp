@@ -5,10 +5,10 @@
 #include "base/code_text.h"
 #include "base/frame_math.h"
 #include "host/fixed_text.h"
+#include "reports/format_text.h"
 
 #include <cmath>
 #include <cstdarg>
-#include <cstdio>
 
 namespace {
 
@@ -79,14 +79,13 @@ private:
 
     static Cell spacer(int column, int frames) {
         Cell cell;
-        std::snprintf(cell.text, sizeof cell.text, "%s-----SPACER %d FRAMES-----", columns[column].before_spacer,
-                      frames);
+        format_text(cell.text, "%s-----SPACER %d FRAMES-----", columns[column].before_spacer, frames);
         return cell;
     }
     static Cell text(int column, const char* format, va_list values) {
         Cell cell;
-        const int indent = std::snprintf(cell.text, sizeof cell.text, "%s", columns[column].before_text);
-        std::vsnprintf(cell.text + indent, sizeof cell.text - static_cast<std::size_t>(indent), format, values);
+        const std::size_t indent = format_text(cell.text, "%s", columns[column].before_text);
+        format_text(cell.text + indent, sizeof cell.text - indent, format, values);
         return cell;
     }
 
@@ -107,9 +106,9 @@ ListText length_and_speed(const cut_report& cut) {
     ListText out;
     const int length = frame_difference(cut.edit_out, cut.edit_in);
     if (has_own_speed(cut)) {
-        std::snprintf(out.text, sizeof out.text, "length: %d  **SPEED %d%%**", length, whole_part(cut.speed * 100));
+        format_text(out.text, "length: %d  **SPEED %d%%**", length, whole_part(cut.speed * 100));
     } else {
-        std::snprintf(out.text, sizeof out.text, "length: %d", length);
+        format_text(out.text, "length: %d", length);
     }
     return out;
 }

@@ -6,8 +6,8 @@
 #include "base/frame_math.h"
 #include "cutlist/cutlist_options.h"
 #include "host/fixed_text.h"
+#include "reports/format_text.h"
 
-#include <cstdio>
 #include <cstring>
 
 namespace {
@@ -36,9 +36,9 @@ CodePair ink_codes(const cut_report& cut) {
 ListText entry_number(const cut_report& cut, int optical_list) {
     ListText out;
     if (optical_list) {
-        std::snprintf(out.text, sizeof out.text, "OPTICAL#%d", cut.optical_ref);
+        format_text(out.text, "OPTICAL#%d", cut.optical_ref);
     } else {
-        std::snprintf(out.text, sizeof out.text, "%d", cut.event);
+        format_text(out.text, "%d", cut.event);
     }
     return out;
 }

@@ -1,7 +1,8 @@
 #include "reports/report.h"
 
+#include "reports/format_text.h"
+
 #include <cstdarg>
-#include <cstdio>
 #include <utility>
 
 namespace {
@@ -10,6 +11,7 @@ constexpr char tab = 9;
 constexpr char newline = 10;
 constexpr char form_feed = 12;
 constexpr char carriage_return = 13;
+constexpr char bar = '|';
 
 constexpr int default_spacing = 5;
 
@@ -81,17 +83,22 @@ void report::next_tab() {
 void report::print_text(const char* text) {
     if (!text) return;
     for (; *text; ++text) {
-        if (*text != '|') {
+        if (*text != bar) {
             is_plain(*text) ? put_plain(*text) : put_char(*text);
-            continue;
+        } else if (*++text == '\0') {
+            return;
+        } else {
+            print_word(*text);
         }
-        if (*++text == '\0') return;
-        if (*text == 'd') {
-            date.convert(present_time());
-            print_text(date.get_named_date());
-        } else if (*text == 'p') {
-            print("%d", page + 1);
-        }
+    }
+}
+
+void report::print_word(char word) {
+    if (word == 'd') {
+        date.convert(present_time());
+        print_text(date.get_named_date());
+    } else if (word == 'p') {
+        print("%d", page + 1);
     }
 }
 
@@ -100,9 +107,9 @@ void report::print(const char* format, ...) {
     char text[1024];
     va_list values;
     va_start(values, format);
-    const int length = std::vsnprintf(text, sizeof text, format, values);
+    format_text(text, sizeof text, format, values);
     va_end(values);
-    if (length > 0) print_text(text);
+    print_text(text);
 }
 
 void report::new_page() {
@@ -120,7 +127,7 @@ void report::rule() {
     put_char(newline);
     if (passthrough) return;
     for (int drawn = 1; drawn < page_width; ++drawn)
-        put_char('_');
+        put_plain('_');
     put_char(newline);
 }
 

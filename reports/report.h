@@ -59,4 +59,6 @@ public:
 
 private:
     void put_plain(char c);
+    /// What stands for a bar and this byte.
+    void print_word(char word);
 };

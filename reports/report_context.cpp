@@ -4,8 +4,8 @@
 #include "cutlist/cutlist_options.h"
 #include "host/fixed_text.h"
 #include "host/recdb.h"
+#include "reports/format_text.h"
 
-#include <cstdio>
 #include <string_view>
 
 namespace {
@@ -56,14 +56,14 @@ ListText footage(int frame) {
 ListText position_text(int frame) {
     if (!in_frames()) return footage(frame);
     ListText out;
-    std::snprintf(out.text, sizeof out.text, " %6.6d", frame);
+    format_text(out.text, " %6.6d", frame);
     return out;
 }
 
 ListText length_text(int frames) {
     ListText out;
     if (in_frames()) {
-        std::snprintf(out.text, sizeof out.text, " %6.1d", frames);
+        format_text(out.text, " %6.1d", frames);
     } else {
         put_text(out.text, footage_text(footage(frames).text));
     }
