@@ -11,9 +11,12 @@ namespace {
 constexpr const char* chain_before_last_optical = "single-layer effect";
 constexpr const char* chain_behind_last_optical = "single-layer transition";
 
-void store(cutdb& db, unsigned row, const cut_s& record) { record.to_record(*db.get_record(row)); }
-
-void load(const cutdb& db, unsigned row, cut_s& record) { record.from_record(*db.get_record(row)); }
+/// A row whose record is written anew, so that numbers can be put into it.
+dbrecord& rewritten(const cutdb& db, unsigned index) {
+    dbrecord& row = *db.get_record(index);
+    rewrite_record(row);
+    return row;
+}
 
 /// What the search for what hangs together asks of a cut.
 struct cut_extent {
@@ -91,11 +94,9 @@ private:
     }
 
     void mark_error(unsigned row, int ref) {
-        cut_s optical;
-        load(db_, row, optical);
-        optical.optical_error = 1;
-        optical.optical_ref = ref;
-        store(db_, row, optical);
+        dbrecord& optical = rewritten(db_, row);
+        optical.set_field(cf_optical_error, 1);
+        optical.set_field(cf_optical_ref, ref);
     }
 
     void mark_remaining_opticals() {
@@ -158,11 +159,9 @@ private:
 
     /// In a cutting-copy list every cut has a number; in a neg-cut list only those that no optical stands for.
     void number_cut(unsigned row, int ref, bool always) {
-        cut_s cut;
-        load(db_, row, cut);
-        cut.optical_ref = ref == 0 ? cut.optical_ref : ref;
-        if (always || !neg_cut_) cut.event = next_event_++;
-        store(db_, row, cut);
+        dbrecord& cut = rewritten(db_, row);
+        if (ref != 0) cut.set_field(cf_optical_ref, ref);
+        if (always || !neg_cut_) cut.set_field(cf_event, next_event_++);
     }
 
     void place_under_opticals(const group& g) {
@@ -171,13 +170,11 @@ private:
         const int span_in = number_in(g.first_cut, cf_edit_in);
         const int span_out = number_in(g.last_cut, cf_edit_out);
         for (unsigned row = g.first_optical; row <= g.last_optical; ++row) {
-            cut_s optical;
-            load(db_, row, optical);
-            optical.optical_in = span_in;
-            optical.optical_out = span_out;
-            optical.optical_ref = next_ref_;
-            if (neg_cut_ && row == g.first_optical) optical.event = next_event_++;
-            store(db_, row, optical);
+            dbrecord& optical = rewritten(db_, row);
+            optical.set_field(cf_optical_in, span_in);
+            optical.set_field(cf_optical_out, span_out);
+            optical.set_field(cf_optical_ref, next_ref_);
+            if (neg_cut_ && row == g.first_optical) optical.set_field(cf_event, next_event_++);
         }
     }
 
@@ -241,11 +238,9 @@ private:
 void number_sound_events(cutdb& db) {
     const unsigned rows = db.get_num_records();
     for (unsigned row = 0; row < rows; ++row) {
-        cut_s record;
-        load(db, row, record);
-        record.event = static_cast<int>(row) + 1;
-        record.optical_ref = 0;
-        store(db, row, record);
+        dbrecord& record = rewritten(db, row);
+        record.set_field(cf_event, static_cast<int>(row) + 1);
+        record.set_field(cf_optical_ref, 0);
     }
 }
 

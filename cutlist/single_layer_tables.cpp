@@ -93,12 +93,12 @@ void set_clip(dbrecord& row, int first, int at_edit_frame, const clip_part& clip
 }
 
 void set_track(dbrecord& row, int column, int track, char ab_roll) {
-    char text[24];
-    if (ab_roll) {
-        std::snprintf(text, sizeof text, "%1d(%c)", track, ab_roll);
-    } else {
-        std::snprintf(text, sizeof text, "%1d", track);
+    if (!ab_roll) {
+        row.set_field(column, track);
+        return;
     }
+    char text[24];
+    std::snprintf(text, sizeof text, "%1d(%c)", track, ab_roll);
     set_text(row, column, text);
 }
 

@@ -46,7 +46,7 @@ public:
             ++fx_count_;
             if (cued_only_ && number_in(row, cf_clip_cue) == 0) continue;
             optical_ = cut_s();
-            optical_.from_record(row);
+            optical_.read_listed(row);
             lay_tracks();
         }
     }
@@ -105,7 +105,7 @@ private:
 
     void add_piece(const layer_event& found, int track) {
         cut_s event;
-        event.from_record(*db_.get_record(found.row));
+        event.read_listed(*db_.get_record(found.row));
         sl1_rec record;
         clip_part& clip = record.clip;
         const int ahead = std::max(frame_difference(optical_.edit_in, found.stretch.from), 0);

@@ -28,7 +28,7 @@ public:
             dbrecord& row = *db_.get_record(index);
             if (number_in(row, cf_optical_record) == 1 || number_in(row, cf_track) != main_track) continue;
             cut_s event;
-            event.from_record(row);
+            event.read_listed(row);
             lay_event(event);
         }
     }
@@ -41,7 +41,7 @@ private:
         no_more_fx_ = next_row_ >= rows;
         if (no_more_fx_) return;
         optical_ = cut_s();
-        optical_.from_record(*db_.get_record(next_row_++));
+        optical_.read_listed(*db_.get_record(next_row_++));
     }
 
     void lay_event(const cut_s& event) {

@@ -43,7 +43,7 @@ void write_sl4_file(cutdb* db, LoggerHandle& logger) {
         dbrecord& row = *db->get_record(index);
         if (!is_listed(row)) continue;
         cut_s event;
-        event.from_record(row);
+        event.read_listed(row);
         append(list, full_event(event));
     }
     save_list(list);

@@ -35,11 +35,10 @@ Vector<row_extent> upper_cuts(const cutdb& db) {
     return cuts;
 }
 
-void give_reference(cutdb& db, unsigned row, int ref) {
-    cut_s cut;
-    cut.from_record(*db.get_record(row));
-    cut.optical_ref = ref;
-    cut.to_record(*db.get_record(row));
+void give_reference(cutdb& db, unsigned index, int ref) {
+    dbrecord& row = *db.get_record(index);
+    rewrite_record(row);
+    row.set_field(cf_optical_ref, ref);
 }
 
 void assign_under(cutdb& db, const Vector<row_extent>& cuts, const cut_s& optical) {

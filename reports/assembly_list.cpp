@@ -85,7 +85,7 @@ int print_neg_cut_shot(report& out, const cut_report& cut) {
 void print_neg_cut_record(report& out, dbrecord& row, int& total) {
     const CutlistOptions& options = cutlist_options();
     cut_report cut;
-    cut.load(row, 0, options.chan_type, options.audio_opticals);
+    cut.load_listed(row, 0, options.chan_type, options.audio_opticals);
     const bool listed = cut.event != 0 && (cut.optical_record == 0 || cut.optical_error == 0);
     if (listed) total = print_neg_cut_event(out, cut);
 }
@@ -93,7 +93,7 @@ void print_neg_cut_record(report& out, dbrecord& row, int& total) {
 void print_cutting_copy_record(report& out, dbrecord& row, int& total) {
     const CutlistOptions& options = cutlist_options();
     cut_report cut;
-    cut.load(row, 1, options.chan_type, options.audio_opticals);
+    cut.load_listed(row, 1, options.chan_type, options.audio_opticals);
     if (cut.optical_record == 1 && cut.optical_layer_count > 0 && cut.optical_error == 0) {
         print_effect_block(out, cut);
     } else if (cut.event != 0) {

@@ -5,9 +5,24 @@
 #include "reports/cut_s.h"
 #include "reports/cutdb.h"
 
+#include <cstring>
+
 namespace {
 
-constexpr PlainColumn<cut_s> columns_of_members[] = {
+/// Where a record's film lies, together with its key numbers.
+constexpr PlainColumn<cut_s> film_columns[] = {
+    plain_column<&cut_s::edit_in>(cf_edit_in),
+    plain_column<&cut_s::edit_out>(cf_edit_out),
+    plain_column<&cut_s::keycode_missing>(cf_keycode_missing),
+    plain_column<&cut_s::fx_op_in>(cf_fx_op_in),
+    plain_column<&cut_s::fx_len_in>(cf_fx_len_in),
+    plain_column<&cut_s::fx_op_out>(cf_fx_op_out),
+    plain_column<&cut_s::fx_len_out>(cf_fx_len_out),
+    plain_column<&cut_s::speed>(cf_speed),
+    plain_column<&cut_s::special>(cf_special),
+};
+
+constexpr PlainColumn<cut_s> other_columns[] = {
     plain_column<&cut_s::event>(cf_event),
     plain_column<&cut_s::optical_record>(cf_optical_record),
     plain_column<&cut_s::optical_ref>(cf_optical_ref),
@@ -15,8 +30,6 @@ constexpr PlainColumn<cut_s> columns_of_members[] = {
     plain_column<&cut_s::optical_tracks>(cf_optical_tracks),
     plain_column<&cut_s::optical_layer_count>(cf_optical_layer_count),
     plain_column<&cut_s::optical_error>(cf_optical_error),
-    plain_column<&cut_s::edit_in>(cf_edit_in),
-    plain_column<&cut_s::edit_out>(cf_edit_out),
     plain_column<&cut_s::optical_in>(cf_optical_in),
     plain_column<&cut_s::optical_out>(cf_optical_out),
     plain_column<&cut_s::optical_name>(cf_optical_name),
@@ -24,17 +37,10 @@ constexpr PlainColumn<cut_s> columns_of_members[] = {
     plain_column<&cut_s::aud_reelid>(cf_aud_reelid),
     plain_column<&cut_s::src24P_reelid>(cf_src24P_reelid),
     plain_column<&cut_s::cam_reel>(cf_cam_reel),
-    plain_column<&cut_s::keycode_missing>(cf_keycode_missing),
-    plain_column<&cut_s::fx_op_in>(cf_fx_op_in),
     plain_column<&cut_s::fx_mod_in>(cf_fx_mod_in),
-    plain_column<&cut_s::fx_len_in>(cf_fx_len_in),
-    plain_column<&cut_s::fx_op_out>(cf_fx_op_out),
     plain_column<&cut_s::fx_mod_out>(cf_fx_mod_out),
-    plain_column<&cut_s::fx_len_out>(cf_fx_len_out),
     plain_column<&cut_s::fx_name_out>(cf_fx_name_out),
-    plain_column<&cut_s::speed>(cf_speed),
     plain_column<&cut_s::cookie>(cf_cookie),
-    plain_column<&cut_s::special>(cf_special),
     plain_column<&cut_s::scene>(cf_scene),
     plain_column<&cut_s::take>(cf_take),
     plain_column<&cut_s::description>(cf_description),
@@ -54,7 +60,10 @@ template <std::size_t N> struct FieldText {
     }
 };
 
-using LabelText = FieldText<19>;
+constexpr int label_length = 19;
+constexpr int name_length = 1023;
+using LabelText = FieldText<label_length>;
+using NameText = FieldText<name_length>;
 
 label_t read_kind(const dbrecord& row, cutdb_field field) {
     return edlstr_to_label_type(FieldText<11>(row, field).text);
@@ -62,8 +71,8 @@ label_t read_kind(const dbrecord& row, cutdb_field field) {
 
 void read_point(LabelPoint& point, const dbrecord& row, cutdb_field field, label_t kind) {
     const LabelText text(row, field);
-    point.set_type(kind);
     if (text.text[0]) {
+        point.set_type(kind);
         point.set_sample(text.text);
     } else {
         point = get_invalid_label()->get_label_point(0);
@@ -111,6 +120,33 @@ void read_timecode(EditLabel& label, const dbrecord& row, const TimecodeColumns&
     label.set_end(end.sample);
 }
 
+template <std::size_t N> void read_columns(cut_s& cut, const PlainColumn<cut_s> (&columns)[N], const dbrecord& row) {
+    for (const PlainColumn<cut_s>& plain : columns)
+        plain.read(cut, row, plain.field);
+}
+
+template <std::size_t N> int write_columns(const cut_s& cut, const PlainColumn<cut_s> (&columns)[N], dbrecord& row) {
+    int result = 0;
+    for (const PlainColumn<cut_s>& plain : columns)
+        result = plain.write(cut, row, plain.field);
+    return result;
+}
+
+constexpr cutdb_field label_fields[] = {cf_keycode_in,   cf_keycode_out,  cf_inkcode_in, cf_inkcode_out,
+                                        cf_prim_tc_in,   cf_prim_tc_out,  cf_aud_tc_in,  cf_aud_tc_out,
+                                        cf_src24P_tc_in, cf_src24P_tc_out};
+
+bool is_read_whole(const dbrecord& row, cutdb_field field, int length) {
+    const char* const text = row.get_field(static_cast<unsigned short>(field));
+    return !text || ::strnlen(text, static_cast<std::size_t>(length) + 1) <= static_cast<std::size_t>(length);
+}
+
+bool are_texts_read_whole(const dbrecord& row) {
+    for (const cutdb_field field : label_fields)
+        if (!is_read_whole(row, field, label_length)) return false;
+    return is_read_whole(row, cf_shot_name, name_length);
+}
+
 } // namespace
 
 int cut_s::to_record(dbrecord& row) const {
@@ -120,29 +156,46 @@ int cut_s::to_record(dbrecord& row) const {
     write_timecode(row, prim_tc, prim_columns);
     write_timecode(row, aud_tc, aud_columns);
     write_timecode(row, src24P_tc, src24P_columns);
-    int result = 0;
-    for (const PlainColumn<cut_s>& plain : columns_of_members)
-        result = plain.write(*this, row, plain.field);
-    return result;
+    write_columns(*this, film_columns, row);
+    return write_columns(*this, other_columns, row);
+}
+
+void cut_s::read_film(const dbrecord& row) {
+    read_columns(*this, film_columns, row);
+    const label_t kind = read_kind(row, cf_keylabeltype);
+    read_point(keycode_in, row, cf_keycode_in, kind);
+    read_point(keycode_out, row, cf_keycode_out, kind);
+    direction = key_direction(*this);
+}
+
+void cut_s::read_listed(const dbrecord& row) {
+    read_film(row);
+    read_columns(*this, other_columns, row);
+    shot_name = fromUTF8(NameText(row, cf_shot_name).text, -1);
+    const label_t kind = read_kind(row, cf_inklabeltype);
+    read_point(inkcode_in, row, cf_inkcode_in, kind);
+    read_point(inkcode_out, row, cf_inkcode_out, kind);
 }
 
 void cut_s::from_record(dbrecord& row) {
-    for (const PlainColumn<cut_s>& plain : columns_of_members)
-        plain.read(*this, row, plain.field);
-    shot_name = fromUTF8(FieldText<1023>(row, cf_shot_name).text, -1);
-
-    const label_t key_kind = read_kind(row, cf_keylabeltype);
-    read_point(keycode_in, row, cf_keycode_in, key_kind);
-    read_point(keycode_out, row, cf_keycode_out, key_kind);
-    const label_t ink_kind = read_kind(row, cf_inklabeltype);
-    read_point(inkcode_in, row, cf_inkcode_in, ink_kind);
-    read_point(inkcode_out, row, cf_inkcode_out, ink_kind);
-    direction = key_direction(*this);
-
+    read_listed(row);
     // Only the primary timecode has its medium in the table; those of the others are fixed.
     std::int32_t medium = prim_tc.get_MediumRoll().medium;
     plain_columns::read(medium, row, cf_prim_tc_medium);
     read_timecode(prim_tc, row, prim_columns, MediumRollIdent(medium, 2));
     read_timecode(aud_tc, row, aud_columns, MediumRollIdent(medium_sound, 3));
     read_timecode(src24P_tc, row, src24P_columns, MediumRollIdent(medium_24p, 1));
+}
+
+// What a record writes reads back as it was, but for texts that are longer than a record takes, and for the media of
+// the timecodes but the first.
+void rewrite_record(dbrecord& row) {
+    if (are_texts_read_whole(row)) {
+        row.set_field(cf_aud_tc_medium, medium_sound);
+        row.set_field(cf_src24P_tc_medium, medium_24p);
+        return;
+    }
+    cut_s record;
+    record.from_record(row);
+    record.to_record(row);
 }

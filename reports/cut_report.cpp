@@ -67,6 +67,20 @@ int cut_report::to_record(dbrecord& row) const {
 
 void cut_report::load(dbrecord& row, int widen_halves, int chan_type, int audio_opticals) {
     from_record(row);
+    derive_positions(widen_halves, chan_type, audio_opticals);
+}
+
+void cut_report::load_listed(const dbrecord& row, int widen_halves, int chan_type, int audio_opticals) {
+    read_listed(row);
+    derive_positions(widen_halves, chan_type, audio_opticals);
+}
+
+void cut_report::load_film(const dbrecord& row, int widen_halves, int chan_type, int audio_opticals) {
+    read_film(row);
+    derive_positions(widen_halves, chan_type, audio_opticals);
+}
+
+void cut_report::derive_positions(int widen_halves, int chan_type, int audio_opticals) {
     reduced = 0;
     Share in = {fx_len_in, fx_len_in};
     Share out = {fx_len_out, fx_len_out};

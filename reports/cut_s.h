@@ -28,6 +28,10 @@ public:
     virtual int to_record(dbrecord& row) const;
     /// Reads the row. A field without text leaves its member as it was.
     virtual void from_record(dbrecord& row);
+    /// The same without the timecodes, which most lists don't print.
+    void read_listed(const dbrecord& row);
+    /// Only what says where the film of the record lies: positions, transitions, speed and key numbers.
+    void read_film(const dbrecord& row);
 
     std::int32_t event = 0;
     std::int32_t optical_record = 0;
@@ -88,6 +92,9 @@ public:
     /// Reads a row and derives the printing positions. Transitions other than fades are shared between both
     /// sides when `widen_halves` isn't 0.
     void load(dbrecord& row, int widen_halves, int chan_type, int audio_opticals);
+    /// The same of what `read_listed` and `read_film` read.
+    void load_listed(const dbrecord& row, int widen_halves, int chan_type, int audio_opticals);
+    void load_film(const dbrecord& row, int widen_halves, int chan_type, int audio_opticals);
 
     std::int32_t reduced = 0; ///< nothing of the event is left
     LabelPoint cut_key_in;
@@ -95,7 +102,13 @@ public:
     LabelPoint cut_ink_in;
     LabelPoint cut_ink_out;
     std::int32_t cut_length = 0;
+
+private:
+    void derive_positions(int widen_halves, int chan_type, int audio_opticals);
 };
+
+/// Does to a row that `to_record` wrote, with points of one kind at both ends, what reading it and writing it again would.
+void rewrite_record(dbrecord& row);
 
 /// The whole part of a cut frame: `x` where its fraction is below 0.05, else rounded away from 0.
 double round_frames(double x);

@@ -102,6 +102,11 @@ int number_in(const dbrecord& row, cutdb_field field) {
     return decimal_number(row.get_field(static_cast<unsigned short>(field)));
 }
 
+const char* text_in(const dbrecord& row, cutdb_field field) {
+    const char* const text = row.get_field(static_cast<unsigned short>(field));
+    return text ? text : "";
+}
+
 int is_real_reel(const char* reel) { return reel && *reel && !begins_as_word(reel); }
 
 int is_pseudo_reel(const char* reel) { return reel && *reel && begins_as_word(reel); }

@@ -79,6 +79,8 @@ private:
 
 /// The whole number in a field of a row; 0 where there is none.
 int number_in(const dbrecord& row, cutdb_field field);
+/// The text in a field of a row; empty where there is none. The row's own.
+const char* text_in(const dbrecord& row, cutdb_field field);
 
 /// Neither empty nor one of the "__" words.
 int is_real_reel(const char* reel);

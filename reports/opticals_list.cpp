@@ -68,7 +68,7 @@ public:
 
 private:
     static void load(cut_report& cut, dbrecord& row) {
-        cut.load(row, 0, cutlist_options().chan_type, cutlist_options().audio_opticals);
+        cut.load_listed(row, 0, cutlist_options().chan_type, cutlist_options().audio_opticals);
     }
     static bool on_same_track(const cut_report& cut, const cut_report& next) {
         return next.optical_record == 0 && next.optical_ref == cut.optical_ref && next.track == cut.track;
@@ -166,7 +166,7 @@ unsigned print_effects(report& out, const recdb& table, const cut_s& master, uns
     for (; dbrecord* row = table.get_record(index); ++index) {
         if (!is_master(*row) || number_in(*row, cf_optical_ref) != master.optical_ref) break;
         cut_s effect;
-        effect.from_record(*row);
+        effect.read_listed(*row);
         print_effect(out, effect);
     }
     return index;
@@ -194,7 +194,7 @@ void print_description(report& out, const recdb& table, const ComponentIndex& co
 /// The result is the index behind the masters of this optical.
 unsigned print_optical(report& out, const recdb& table, const ComponentIndex& components, unsigned index) {
     cut_s master;
-    master.from_record(*table.get_record(index++));
+    master.read_listed(*table.get_record(index++));
     out.need_lines(22);
     out.print("\n");
     print_head_line(out, master);

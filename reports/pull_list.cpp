@@ -90,7 +90,7 @@ void print_entries(report& out, const recdb& table, int widen_halves, bool (*wan
     for (unsigned index = 0; dbrecord* row = table.get_record(index); ++index) {
         if (!wanted(*row)) continue;
         cut_report cut;
-        cut.load(*row, widen_halves, options.chan_type, options.audio_opticals);
+        cut.load_listed(*row, widen_halves, options.chan_type, options.audio_opticals);
         const char* const flags = row->get_field(cf_flags);
         out.need_lines(3);
         print_pull_event(out, cut, flags && flags[0] == 'T', index == 0, optical_list);

@@ -1,5 +1,6 @@
 #include "reports/reuse_scan.h"
 
+#include "base/code_text.h"
 #include "base/frame_math.h"
 #include "base/lasting.h"
 #include "base/messages.h"
@@ -9,10 +10,10 @@
 #include "reports/cut_s.h"
 #include "reports/cutdb.h"
 #include "reports/film_overlap.h"
+#include "reports/format_text.h"
 #include "reports/report_context.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
 #include <iterator>
 #include <memory>
@@ -29,29 +30,28 @@ const DBFieldDesc* reuse_columns() {
 
 constexpr int unset_frame = 100000000;
 
-bool is_eligible(const recdb& table, unsigned index) {
-    const dbrecord& row = *table.get_record(index);
+bool is_eligible(const dbrecord& row) {
     if (number_in(row, cf_optical_record) == 1) return false;
     if (number_in(row, cf_track) == 1) return true;
     return !cutlist_options().pull_match_assembly && number_in(row, cf_optical_ref) != 0;
 }
 
 /// Texts that begin with the same characters, as many as a roll's prefix has, are of one roll.
-bool is_same_roll(const LightweightString<char>& a, const LightweightString<char>& b) {
+bool is_same_roll(const char* a, const char* b) {
     const int prefix = report_context().film_cvt->prefix_length();
-    return std::strncmp(a.c_str(), b.c_str(), static_cast<std::size_t>(prefix)) == 0;
+    return std::strncmp(a, b, static_cast<std::size_t>(prefix)) == 0;
 }
 
 FilmPiece load_piece(const recdb& table, unsigned index) {
     const CutlistOptions& options = cutlist_options();
     cut_report cut;
-    cut.load(*table.get_record(index), options.pull_match_assembly, options.chan_type, options.audio_opticals);
+    cut.load_film(*table.get_record(index), options.pull_match_assembly, options.chan_type, options.audio_opticals);
     return {index, cut.cut_key_in, cut.cut_key_out.sample, cut.speed, cut.keycode_missing};
 }
 
-LightweightString<char> text_at(LabelPoint point, int sample) {
+ListText text_at(LabelPoint point, int sample) {
     point.set_sample(sample);
-    return point.get_string();
+    return point_text(point);
 }
 
 /// The overlap of two pieces, from its first frame to its last.
@@ -63,15 +63,15 @@ void add_case(ReuseScan& scan, const FilmPiece& later, const FilmPiece& earlier)
     table.set_field(later.record, cf_flags, "T");
     table.set_field(earlier.record, cf_flags, "T");
 
+    const dbrecord& wanted_again = *table.get_record(later.record);
     char events[16];
-    std::snprintf(events, sizeof events, "%s/%s", table.getField(later.record, cf_event).c_str(),
-                  table.getField(earlier.record, cf_event).c_str());
+    format_text(events, "%s/%s", text_in(wanted_again, cf_event), text_in(*table.get_record(earlier.record), cf_event));
     dbrecord& row = *scan.cases->get_record(static_cast<unsigned>(scan.cases->add_records(1)));
     row.set_field(rf_event, events, true);
-    row.set_field(rf_cam_reel, table.getField(later.record, cf_cam_reel).c_str(), true);
-    row.set_field(rf_shot_name, table.getField(later.record, cf_shot_name).c_str(), true);
-    row.set_field(rf_keycode_in, text_at(later.in, low).c_str(), true);
-    row.set_field(rf_keycode_out, text_at(later.in, high).c_str(), true);
+    row.set_field(rf_cam_reel, text_in(wanted_again, cf_cam_reel), true);
+    row.set_field(rf_shot_name, text_in(wanted_again, cf_shot_name), true);
+    row.set_field(rf_keycode_in, text_at(later.in, low).text, true);
+    row.set_field(rf_keycode_out, text_at(later.in, high).text, true);
     row.set_field(rf_keycode_missing, later.keycode_missing);
     row.set_field(rf_labeltype, label_type_to_edlstr(later.in.type()), true);
     ++scan.reuse_count;
@@ -85,8 +85,9 @@ Vector<FilmPiece> pieces_of_roll(ReuseScan& scan, unsigned first) {
     const unsigned count = table.get_num_records();
     Vector<FilmPiece> pieces;
     for (unsigned index = first; index < count; ++index) {
-        if (!is_eligible(table, index)) continue;
-        if (!is_same_roll(table.getField(index, cf_keycode_in), roll)) break;
+        const dbrecord& row = *table.get_record(index);
+        if (!is_eligible(row)) continue;
+        if (!is_same_roll(text_in(row, cf_keycode_in), roll.c_str())) break;
         scan.note_range(index);
         pieces.push_back(load_piece(table, index));
     }
@@ -102,10 +103,9 @@ void scan_roll(ReuseScan& scan, unsigned first) {
     }
 }
 
-bool starts_roll(const recdb& table, unsigned index, const LightweightString<char>& previous) {
-    const LightweightString<char> roll = table.getField(index, cf_cam_reel);
-    return is_real_reel(roll.c_str()) && is_eligible(table, index) &&
-           !is_same_roll(table.getField(index, cf_keycode_in), previous);
+bool starts_roll(const dbrecord& row, const char* previous) {
+    return is_real_reel(text_in(row, cf_cam_reel)) && is_eligible(row) &&
+           !is_same_roll(text_in(row, cf_keycode_in), previous);
 }
 
 /// The frame of a key number, read as one of the film of the run.
@@ -155,7 +155,7 @@ std::unique_ptr<ReuseScan> scan_reuse(recdb& table, LoggerHandle& logger) {
     const unsigned count = table.get_num_records();
     LightweightString<char> previous;
     for (unsigned index = 0; index < count; ++index) {
-        if (!starts_roll(table, index, previous)) continue;
+        if (!starts_roll(*table.get_record(index), previous.c_str())) continue;
         if (index + 1 == count) break; // nothing left to compare with
         previous = table.getField(index, cf_keycode_in);
         scan_roll(*scan, index);
