@@ -107,7 +107,7 @@ private:
     void derive_positions(int widen_halves, int chan_type, int audio_opticals);
 };
 
-/// Does to a row that `to_record` wrote, with points of one kind at both ends, what reading it and writing it again would.
+/// Does to a row that `to_record` wrote, with points of one kind at both ends, what reading and writing it again would.
 void rewrite_record(dbrecord& row);
 
 /// The whole part of a cut frame: `x` where its fraction is below 0.05, else rounded away from 0.
