@@ -137,7 +137,8 @@ struct EditBuilder::Impl {
         return start;
     }
     RecipeChannel& channel(int number) { return channels.at(static_cast<std::size_t>(number)); }
-    Cookie cookie_of_item(const ChannelItem& item) const;
+    /// Null for what isn't material.
+    const Edit* source_of(const ChannelItem& item) const;
     CelEvent item_event(const LaidEvent& laid, const ChannelItem* item, int number, Sequence& sequence) const;
     CelEvent transition_event(const LaidEvent& laid, const ChannelCut& cut, Sequence& sequence) const;
     EventFacts facts_of_event(const LaidEvent& laid, const CelEvent& event, const RecipeChannel& made,
@@ -148,18 +149,20 @@ struct EditBuilder::Impl {
     std::unique_ptr<Sequence> sequence();
 };
 
-Cookie EditBuilder::Impl::cookie_of_item(const ChannelItem& item) const {
+const Edit* EditBuilder::Impl::source_of(const ChannelItem& item) const {
     const auto source = static_cast<std::size_t>(item.event.source);
-    if (item.kind != ChannelItem::Kind::event || source >= sources.size()) return cookie_of_black();
-    return sources[source]->cookie;
+    const bool material = item.kind == ChannelItem::Kind::event && source < sources.size();
+    return material ? sources[source].get() : nullptr;
 }
 
 CelEvent EditBuilder::Impl::item_event(const LaidEvent& laid, const ChannelItem* item, int number,
                                        Sequence& sequence) const {
     const bool fx = channels[static_cast<std::size_t>(number)].fx();
     const bool material = item && item->kind == ChannelItem::Kind::event;
+    const Edit* const source = item ? source_of(*item) : nullptr;
     CelEvent event =
-        event_of(laid, material ? as_float(item->event.speed) : 1.0F, item ? cookie_of_item(*item) : cookie_of_black());
+        event_of(laid, material ? as_float(item->event.speed) : 1.0F, source ? source->cookie : cookie_of_black());
+    if (source && source->impl()->medium->rendered) sequence.rendered_material = true;
     const bool effects = item && !item->event.effects.empty();
     event.object = {0, !effects ? stamp_plain_object : fx ? stamp_effect_object : stamp_zero};
     if (!effects) return event;
@@ -192,8 +195,11 @@ CelEvents EditBuilder::Impl::events_of(int number, Sequence& sequence, std::vect
     const RecipeChannel& made = channel(number);
     const Fraction frame(rate.den, rate.num);
     CelEvents events;
-    for (const LaidEvent& laid : made.fx() ? lay_out_effects(made.items, made.cuts, frame, warnings)
-                                           : lay_out_cuts(made.items, made.cuts, frame, warnings)) {
+    const std::vector<LaidEvent> all = made.fx() ? lay_out_effects(made.items, made.cuts, frame, warnings)
+                                                 : lay_out_cuts(made.items, made.cuts, frame, warnings);
+    events.reserve(all.size());
+    facts.reserve(all.size());
+    for (const LaidEvent& laid : all) {
         if (laid.kind == LaidEvent::Kind::transition)
             events.push_back(transition_event(laid, made.cuts[laid.index], sequence));
         else if (laid.kind == LaidEvent::Kind::edge_black)
@@ -209,8 +215,6 @@ void EditBuilder::Impl::add_channels(Sequence& sequence) {
     const double resolution = Fraction(rate.den, rate.num).to_double();
     for (std::size_t i = 0; i < channels.size(); ++i) {
         CelEvents events = events_of(static_cast<int>(i), sequence, sequence.facts.emplace_back());
-        for (const CelEvent& event : events)
-            if (RenderHistory::isRendered(event.in.cookie)) sequence.rendered_material = true;
         Qb::Ptr<Cel> cel = make_cel(std::make_shared<const CelEvents>(std::move(events)), resolution);
         sequence.channels.push_back({channels[i].kind, channels[i].subtype, cel});
     }

@@ -69,6 +69,7 @@ public:
     CutLayout(const std::vector<ChannelItem>& items, const std::vector<ChannelCut>& cuts, const Fraction& frame,
               Warnings& warnings)
         : items_(items), cuts_(cuts), frame_(frame), warnings_(warnings), shares_(items.size() + 1) {
+        events_.reserve(items.size() + cuts.size());
         share_out();
     }
 

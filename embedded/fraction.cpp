@@ -25,6 +25,8 @@ bool is_short(wide value) { return value == static_cast<std::int64_t>(value); }
 
 bool are_short(wide a, wide b, wide c, wide d) { return is_short(a) && is_short(b) && is_short(c) && is_short(d); }
 
+bool is_one(const Fraction& value) { return value.num() == 1 && value.den() == 1; }
+
 // Rates and times divide each other within a few steps.
 std::uint64_t common_divisor_64(std::uint64_t a, std::uint64_t b) {
     while (b != 0) {
@@ -173,6 +175,7 @@ Fraction::Fraction(wide num, wide den) {
         num_ = num;
         return;
     }
+    if (num == 0 && den != 0) return;
     const bool negative = (num < 0) != (den < 0);
     const uwide n = magnitude(num), d = magnitude(den);
     if (fits_64(n) && fits_64(d)) {
@@ -207,9 +210,9 @@ Fraction Fraction::exactly(double value) {
 
 double Fraction::to_double() const {
     constexpr std::int64_t exact = std::int64_t{1} << 53;
-    if (num_ >= -exact && num_ <= exact && den_ <= exact)
-        return static_cast<double>(static_cast<std::int64_t>(num_)) /
-               static_cast<double>(static_cast<std::int64_t>(den_));
+    const auto short_num = static_cast<std::int64_t>(num_), short_den = static_cast<std::int64_t>(den_);
+    if (is_short(num_) && is_short(den_) && short_num >= -exact && short_num <= exact && short_den <= exact)
+        return static_cast<double>(short_num) / static_cast<double>(short_den);
     const uwide n = magnitude(num_), d = magnitude(den_);
     const int shift = std::max(0, 56 - (bits_of(n) - bits_of(d)));
     const Division result = divide(shifted({0, n}, shift), {0, d});
@@ -232,6 +235,8 @@ Fraction Fraction::operator-() const {
 }
 
 Fraction operator+(const Fraction& a, const Fraction& b) {
+    if (a.num_ == 0) return b;
+    if (b.num_ == 0) return a;
     wide left = 0, right = 0, num = 0, den = 0;
     if (are_short(a.num_, a.den_, b.num_, b.den_)) {
         if (a.den_ == b.den_) return {a.num_ + b.num_, a.den_};
@@ -255,6 +260,8 @@ Fraction operator+(const Fraction& a, const Fraction& b) {
 Fraction operator-(const Fraction& a, const Fraction& b) { return a + -b; }
 
 Fraction operator*(const Fraction& a, const Fraction& b) {
+    if (is_one(a)) return b;
+    if (is_one(b)) return a;
     wide num = 0, den = 0;
     if (are_short(a.num_, a.den_, b.num_, b.den_)) return {a.num_ * b.num_, a.den_ * b.den_};
     if (!__builtin_mul_overflow(a.num_, b.num_, &num) && !__builtin_mul_overflow(a.den_, b.den_, &den))

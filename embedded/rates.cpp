@@ -93,6 +93,7 @@ const RateInfo* nearest_rate(double frames_per_second) {
         if (!(distance <= least)) continue;
         nearest = &rate;
         least = distance;
+        if (distance == 0) break;
     }
     return nearest;
 }

@@ -163,6 +163,7 @@ Warnings told(const Received& what, const std::string& owner, const std::string&
 }
 
 void receive(std::string& name, const std::string& owner, Warnings& warnings) {
+    if (is_surely_plain(name)) return;
     const Received what = receive(name);
     if (what.is_plain()) return;
     for (Warning& line : told(what, owner, name))
