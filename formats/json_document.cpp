@@ -174,6 +174,17 @@ const JsonValue* json_member(const JsonValue* object, std::string_view key) {
     return nullptr;
 }
 
+// From the back, so that of two equal keys the first stays.
+void find_json_members(const JsonValue& object, std::span<const std::string_view> keys,
+                       std::span<const JsonValue*> found) {
+    if (!object.IsObject()) return;
+    for (auto member = object.MemberEnd(); member != object.MemberBegin();) {
+        --member;
+        for (std::size_t i = 0; i < keys.size(); ++i)
+            if (is_named(member->name, keys[i])) found[i] = member->value.IsNull() ? nullptr : &member->value;
+    }
+}
+
 const JsonValue* json_object(const JsonValue* object, std::string_view key) {
     const JsonValue* member = json_member(object, key);
     return member && member->IsObject() ? member : nullptr;

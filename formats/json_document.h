@@ -19,9 +19,11 @@
 #pragma clang diagnostic pop
 #endif
 
+#include <array>
 #include <cstdlib>
 #include <memory>
 #include <new>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -77,6 +79,15 @@ private:
 /// The member of that key, of several the first; null where it lacks, is null or `object` isn't an object.
 const JsonValue* json_member(const JsonValue* object, std::string_view key);
 inline const JsonValue* json_member(const JsonValue& object, std::string_view key) { return json_member(&object, key); }
+void find_json_members(const JsonValue& object, std::span<const std::string_view> keys,
+                       std::span<const JsonValue*> found);
+/// Those of several keys, each as `json_member` gives it.
+template <std::size_t count>
+std::array<const JsonValue*, count> json_members(const JsonValue& object, const std::string_view (&keys)[count]) {
+    std::array<const JsonValue*, count> found{};
+    find_json_members(object, keys, found);
+    return found;
+}
 /// The same, but only where the member is an object.
 const JsonValue* json_object(const JsonValue* object, std::string_view key);
 /// The bytes of a string; empty for anything else.

@@ -10,13 +10,13 @@ namespace formats::otio {
 
 struct ReelField {
     embedded::ReelLabel medium;
-    FieldName name;
+    Field field;
 };
 
 inline constexpr ReelField reel_fields[] = {
-    {embedded::tape_reel, {"reel", "Tape", true}},        {embedded::sound_reel, {"snd_reel", "Soundroll", false}},
-    {embedded::reel_24p, {"reel_24p", "", false}},        {embedded::camera_reel, {"cam_reel", "Camroll", false}},
-    {embedded::lab_reel, {"lab_reel", "Labroll", false}}, {embedded::composite_reel, {"comp_reel", "", false}},
+    {embedded::tape_reel, Field::reel},    {embedded::sound_reel, Field::sound_reel},
+    {embedded::reel_24p, Field::reel_24p}, {embedded::camera_reel, Field::camera_reel},
+    {embedded::lab_reel, Field::lab_reel}, {embedded::composite_reel, Field::composite_reel},
 };
 
 } // namespace formats::otio

@@ -162,7 +162,7 @@ JsonValue own_metadata(const Values& values, const SourceDescription& source, co
     JsonValue own = values.object();
     for (const ReelField& field : reel_fields)
         if (const auto reel = source.reels.find(field.medium); reel != source.reels.end())
-            values.add_given(own, field.name.own.data(), reel->second);
+            values.add_given(own, name_of_field(field.field).own.data(), reel->second);
     add_timecodes(values, source, edit_rate, own);
     add_film_numbers(values, source, edit_rate, keys, own);
     values.add_given(own, "scene", source.scene);

@@ -1,5 +1,7 @@
 #include "formats/otio/otio_schema.h"
 
+#include "host/ascii_text.h"
+
 #include <charconv>
 #include <vector>
 
@@ -45,7 +47,16 @@ constexpr KnownName known_names[] = {
     {"V2d", Schema::other, 1},
 };
 
+ObjectType known_type(std::string_view name, int version) {
+    for (const KnownName& known : known_names)
+        if (name == known.name && version > 0) return {known.schema, version, known.newest};
+    return {Schema::unknown, version, 0};
+}
+
 ObjectType named_type(std::string_view text) {
+    const std::size_t size = text.size();
+    const bool one_digit = size > 2 && text[size - 2] == '.' && ascii::is_digit(text[size - 1]); // nearly all have
+    if (one_digit) return known_type(text.substr(0, size - 2), text[size - 1] - '0');
     const std::size_t dot = text.rfind('.');
     if (dot == std::string_view::npos) return {Schema::unknown, 0, 0};
     const std::string_view digits = text.substr(dot + 1);
@@ -53,32 +64,37 @@ ObjectType named_type(std::string_view text) {
     const auto [end, trouble] = std::from_chars(digits.data(), digits.data() + digits.size(), version);
     const bool too_high = trouble == std::errc::result_out_of_range;
     if ((trouble != std::errc() && !too_high) || end != digits.data() + digits.size()) return {Schema::unknown, 0, 0};
-    if (too_high) version = 1 << 30;
-    const std::string_view name = text.substr(0, dot);
-    for (const KnownName& known : known_names)
-        if (name == known.name && version > 0) return {known.schema, version, known.newest};
-    return {Schema::unknown, version, 0};
+    return known_type(text.substr(0, dot), too_high ? 1 << 30 : version);
 }
 
-std::string segment(const Place& place) {
-    if (place.index < 0) return std::string(place.key);
-    if (place.value && schema_of(*place.value) == Schema::track) {
-        std::string name = name_of(*place.value);
-        if (!name.empty()) return name;
+void append_segment(const Place& place, std::string& path) {
+    if (place.index >= 0 && place.value && schema_of(*place.value) == Schema::track) {
+        const std::string name = name_of(*place.value);
+        path += name;
+        if (!name.empty()) return;
     }
-    std::string text(place.key);
-    return text.append(1, '[').append(std::to_string(place.index)).append(1, ']');
+    path += place.key;
+    if (place.index >= 0) path.append(1, '[').append(std::to_string(place.index)).append(1, ']');
 }
 
-void append_step(std::string& path, const std::string& step) {
-    if (!path.empty()) path += '/';
-    path += step;
+bool is_newer(const ObjectType& type) { return type.newest != 0 && type.version > type.newest; }
+
+bool holds_newer(const JsonValue& value) {
+    if (value.IsArray()) {
+        for (const JsonValue& element : value.GetArray())
+            if (holds_newer(element)) return true;
+    } else if (value.IsObject()) {
+        if (is_newer(object_type(value))) return true;
+        for (const auto& member : value.GetObject())
+            if (holds_newer(member.value)) return true;
+    }
+    return false;
 }
 
 void check_version(const Place& place) {
     const ObjectType type = object_type(*place.value);
-    if (type.newest == 0 || type.version <= type.newest) return;
-    refuse(place, "\"" + std::string(json_string(json_member(*place.value, "OTIO_SCHEMA"))) +
+    if (!is_newer(type)) return;
+    refuse(place, "\"" + std::string(json_string(json_member(*place.value, schema_key))) +
                       "\" has a higher version than this program reads (" + std::to_string(type.newest) + ")");
 }
 
@@ -99,33 +115,34 @@ void check_versions_below(const Place& place) {
 
 } // namespace
 
-ObjectType object_type(const JsonValue& value) {
-    if (!value.IsObject()) return {};
-    const JsonValue* schema = json_member(value, "OTIO_SCHEMA");
+ObjectType type_named_by(const JsonValue* schema) {
     if (!schema) return {};
     return schema->IsString() ? named_type(json_string(schema)) : ObjectType{Schema::unknown, 0, 0};
 }
 
-std::string Place::text() const {
-    std::string result = up ? up->steps() : std::string();
-    const std::string own = segment(*this);
-    if (!key.empty()) append_step(result, own);
-    const std::string name = value ? name_of(*value) : std::string();
-    const bool shown = !result.empty() && own == name;
-    if (!name.empty() && !shown) result.append(result.empty() ? "\"" : " \"").append(name).append(1, '"');
-    return result.empty() ? "the root" : result;
+std::size_t Place::append_steps(std::string& path) const {
+    if (up) up->append_steps(path);
+    if (!key.empty() && !path.empty()) path += '/';
+    const std::size_t last = path.size();
+    if (!key.empty()) append_segment(*this, path);
+    return last;
 }
 
-std::string Place::steps() const {
-    std::string result = up ? up->steps() : std::string();
-    if (!key.empty()) append_step(result, segment(*this));
-    return result;
+std::string Place::text() const {
+    constexpr std::size_t usual_text = 60;
+    std::string result;
+    result.reserve(usual_text);
+    const std::size_t last = append_steps(result);
+    const std::string name = value ? name_of(*value) : std::string();
+    const bool shown = !result.empty() && std::string_view(result).substr(last) == name;
+    if (!name.empty() && !shown) result.append(result.empty() ? "\"" : " \"").append(name).append(1, '"');
+    return result.empty() ? "the root" : result;
 }
 
 void refuse(const Place& place, const std::string& reason) { throw ReadError{place.text() + ": " + reason}; }
 
 void refuse_newer_versions(const JsonValue& root) {
-    if (root.IsObject() || root.IsArray()) check_versions_below({nullptr, {}, -1, &root});
+    if (holds_newer(root)) check_versions_below({nullptr, {}, -1, &root});
 }
 
 const JsonValue& array_of(const Place& place, std::string_view key) {
@@ -137,7 +154,7 @@ const JsonValue& array_of(const Place& place, std::string_view key) {
 }
 
 std::string type_name(const JsonValue& object) {
-    const std::string name(json_string(json_member(object, "OTIO_SCHEMA")));
+    const std::string name(json_string(json_member(object, schema_key)));
     return name.empty() ? "no type" : "type \"" + name + "\"";
 }
 

@@ -37,7 +37,10 @@ struct ObjectType {
     int newest = 0; ///< version that can be read; 0 for unknown names
 };
 
-ObjectType object_type(const JsonValue& value);
+constexpr std::string_view schema_key = "OTIO_SCHEMA";
+/// By what stands under that key; null where nothing does.
+ObjectType type_named_by(const JsonValue* schema);
+inline ObjectType object_type(const JsonValue& value) { return type_named_by(json_member(value, schema_key)); }
 inline Schema schema_of(const JsonValue& value) { return object_type(value).schema; }
 inline bool is_composition(Schema schema) { return schema == Schema::stack || schema == Schema::track; }
 
@@ -53,8 +56,8 @@ struct Place {
     std::string text() const;
 
 private:
-    /// The same without the name.
-    std::string steps() const;
+    /// The same without the name, put behind a text; gives where in it the last step begins.
+    std::size_t append_steps(std::string& path) const;
 };
 
 /// What stops the reading, in words that name the object.

@@ -64,7 +64,7 @@ struct LabelMaker {
     std::optional<LabelDescription> label(label_t type, const std::string& text, std::string_view what) const {
         return label_from_text(clip, context, type, text, what);
     }
-    TCInf standard(std::string_view key) const;
+    TCInf standard(Field field) const;
     const RateInfo* rate_of_ranges() const;
     const RateInfo& rate_of(const TCInf& standard) const;
     const RateInfo& media_rate(const RateInfo& of_timecode) const;
@@ -74,12 +74,13 @@ struct LabelMaker {
     void film_numbers() const;
 };
 
-TCInf LabelMaker::standard(std::string_view key) const {
-    const std::string text = fields.text({key, {}, false});
+TCInf LabelMaker::standard(Field field) const {
+    const std::string text = fields.text(field);
     if (text.empty()) return {};
     const TCInf found = edlstr_to_tv_standard(text.c_str());
     if (found.rate == Qb::frame_rate_unset)
-        context.warn(clip, "\"" + text + "\" of \"" + std::string(key) + "\" is no timecode standard",
+        context.warn(clip,
+                     "\"" + text + "\" of \"" + std::string(name_of_field(field).own) + "\" is no timecode standard",
                      embedded::WarningKind::rate);
     return found;
 }
@@ -107,7 +108,7 @@ const RateInfo& LabelMaker::rate_of(const TCInf& given) const {
 
 /// That of its timecode, where the file doesn't tell them apart.
 const RateInfo& LabelMaker::media_rate(const RateInfo& of_timecode) const {
-    const std::optional<Fraction> given = read_rate(clip, fields.own("media_rate"), "\"media_rate\"");
+    const std::optional<Fraction> given = read_rate(clip, fields.own(Field::media_rate), "\"media_rate\"");
     const RateInfo* listed = given ? embedded::nearest_rate(given->to_double()) : nullptr;
     if (given && !listed) context.warn(clip, "its \"media_rate\" is none that edits have", embedded::WarningKind::rate);
     return listed ? *listed : of_timecode;
@@ -116,7 +117,7 @@ const RateInfo& LabelMaker::media_rate(const RateInfo& of_timecode) const {
 /// Whether a text of its own gave it.
 bool LabelMaker::video(const RateInfo& rate, bool drop) const {
     const label_t type = drop ? rate.drop_timecode : rate.timecode;
-    const std::string text = fields.text({"timecode", {}, false});
+    const std::string text = fields.text(Field::timecode);
     if (!text.empty()) source.video_timecode = label(type, text, "timecode");
     const bool given = source.video_timecode.has_value();
     if (!given && !media.generator()) {
@@ -125,15 +126,15 @@ bool LabelMaker::video(const RateInfo& rate, bool drop) const {
         const std::int64_t frame = (start * rate.rate()).nearest();
         source.video_timecode = LabelDescription{type, {}, timeline::sample_of(frame, rate.nominal), {}};
     }
-    const std::optional<Fraction> step = read_rate(clip, fields.own("timecode_rate"), "\"timecode_rate\"");
+    const std::optional<Fraction> step = read_rate(clip, fields.own(Field::timecode_rate), "\"timecode_rate\"");
     if (source.video_timecode) source.video_timecode->rate = step ? *step : rate.rate();
     return given;
 }
 
 void LabelMaker::sound(const TCInf& standard_of_video) const {
-    const std::string text = fields.text({"sound_timecode", "Sound TC", false});
+    const std::string text = fields.text(Field::sound_timecode);
     if (text.empty()) return;
-    TCInf used = standard("sound_std");
+    TCInf used = standard(Field::sound_standard);
     if (used.rate == Qb::frame_rate_unset) used = standard_of_video;
     source.sound_timecode = label(TvStd_to_label_type(used), text, "sound timecode");
     const RateInfo* info = embedded::rate_info(used.rate);
@@ -142,12 +143,12 @@ void LabelMaker::sound(const TCInf& standard_of_video) const {
 
 /// Whether any of them is given.
 bool LabelMaker::timecodes() const {
-    const TCInf given = standard("timecode_std");
+    const TCInf given = standard(Field::timecode_standard);
     const RateInfo& rate = rate_of(given);
     source.rate = &media_rate(rate);
     if (!source.film_rate && source.rate->code == context.rate->code) source.film_rate = context.film_rate;
-    const bool marked = fields.text({"timecode", {}, false}).find(';') != std::string::npos;
-    const JsonValue* own_drop = fields.own("drop");
+    const bool marked = fields.text(Field::timecode).find(';') != std::string::npos;
+    const JsonValue* own_drop = fields.own(Field::drop);
     const bool drop =
         rate.can_drop() && (own_drop ? json_truth(own_drop) : marked || context.drop_frame || given.drop != 0);
     const bool own_video = video(rate, drop);
@@ -156,7 +157,7 @@ bool LabelMaker::timecodes() const {
     standard_of_video.drop = drop ? 1 : 0;
     sound(standard_of_video);
 
-    const std::string text = fields.text({"timecode_24p", "TC 24", false});
+    const std::string text = fields.text(Field::timecode_24p);
     if (!text.empty()) source.timecode_24p = label(label_tc_24, text, "24-frame timecode");
     if (source.timecode_24p)
         source.timecode_24p->rate = source.film_rate ? *source.film_rate : embedded::film_rate_of(*source.rate);
@@ -164,15 +165,15 @@ bool LabelMaker::timecodes() const {
 }
 
 void LabelMaker::film_numbers() const {
-    std::string film = fields.text({"film", {}, false});
+    std::string film = fields.text(Field::film);
     if (film.empty()) film = "35mm-4p";
-    const std::string key = fields.text({"keycode", "KN Start", false});
+    const std::string key = fields.text(Field::key);
     if (!key.empty())
         source.key = label(edlstr_to_label_type(film.c_str(), user_label_key), plain_key_number(key), "key number");
 
-    std::string ink_kind = fields.text({"ink", {}, false});
+    std::string ink_kind = fields.text(Field::ink_kind);
     if (ink_kind.empty()) ink_kind = film;
-    const std::string ink = fields.text({"inkcode", "Ink Number", false});
+    const std::string ink = fields.text(Field::ink);
     if (!ink.empty()) source.ink = label(edlstr_to_label_type(ink_kind.c_str(), user_label_ink), ink, "ink number");
 }
 
@@ -236,28 +237,28 @@ SourceDescription describe_source(const Place& clip, const Media& media, const C
     SourceDescription source;
     const FieldSource fields(*clip.value, media.reference);
     source.name = shot_name(clip, media);
-    source.identity = json_text(fields.own("identity"));
+    source.identity = json_text(fields.own(Field::identity));
     if (source.identity.empty()) source.identity = url_of(media);
     if (source.identity.empty()) source.identity = "name:" + source.name;
     source.rendered = is_rendered(*clip.value);
     if (media.available && media.available->duration)
         source.length =
             exact_or(own_metadata_of(media.reference), "length", media.available->duration->seconds_on(*context.rate));
-    source.film_rate = read_rate(clip, fields.own("film_rate"), "\"film_rate\"");
-    if (const JsonValue* strip = fields.own("start_strip"))
+    source.film_rate = read_rate(clip, fields.own(Field::film_rate), "\"film_rate\"");
+    if (const JsonValue* strip = fields.own(Field::start_strip))
         source.start_strip = read_number(clip, *strip, "\"start_strip\"", longest_time);
     for (const ReelField& field : reel_fields) {
-        std::string reel = fields.text(field.name);
+        std::string reel = fields.text(field.field);
         if (!reel.empty()) source.reels.emplace(field.medium, std::move(reel));
     }
     const LabelMaker labels{clip, media, context, fields, source};
     const bool timed = labels.timecodes();
     labels.film_numbers();
-    source.scene = fields.text({"scene", "Scene", false});
-    source.take = fields.text({"take", "Take", false});
-    source.description = fields.text({"description", {}, false});
+    source.scene = fields.text(Field::scene);
+    source.take = fields.text(Field::take);
+    source.description = fields.text(Field::description);
     // Film is conformed from its numbers: media that is lost still opens from them.
-    source.opens = !json_truth(fields.own("lost")) &&
+    source.opens = !json_truth(fields.own(Field::lost)) &&
                    (!media.missing() || timed || !source.reels.empty() || source.key || source.ink || media.available);
     return source;
 }

@@ -17,8 +17,7 @@ Fraction near_whole(double value) {
     return Fraction::exactly(std::fabs(value - whole) <= 1e-4 ? whole : value);
 }
 
-double number_of(const Place& place, std::string_view key) {
-    const JsonValue* number = json_member(*place.value, key);
+double number_of(const Place& place, const JsonValue* number, std::string_view key) {
     if (!number || !number->IsNumber()) refuse(place, "\"" + std::string(key) + "\" isn't a number");
     return number->GetDouble();
 }
@@ -33,9 +32,11 @@ Fraction listed_or_exact(const RateInfo* listed, double rate) {
 }
 
 Time time_at(const Place& place) {
-    if (schema_of(*place.value) != Schema::rational_time) refuse(place, "isn't a RationalTime");
-    const double rate = number_of(place, "rate");
-    const double value = number_of(place, "value");
+    static constexpr std::string_view keys[] = {schema_key, "rate", "value"};
+    const auto members = json_members(*place.value, keys);
+    if (type_named_by(members[0]).schema != Schema::rational_time) refuse(place, "isn't a RationalTime");
+    const double rate = number_of(place, members[1], keys[1]);
+    const double value = number_of(place, members[2], keys[2]);
     check_rate(place, rate, "the rate");
     if (!std::isfinite(value)) refuse(place, "the value isn't a finite number");
     if (!(std::fabs(value / rate) <= longest_time)) refuse(place, "the time is beyond ten years");
