@@ -1,6 +1,5 @@
 #include "formats/timeline/sources.h"
 
-#include <charconv>
 #include <cstdint>
 #include <limits>
 
@@ -12,13 +11,12 @@ using embedded::LabelDescription;
 using embedded::SourceDescription;
 
 void append(std::string& key, std::int64_t number) {
-    char digits[24];
-    key.append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
+    key.append(reinterpret_cast<const char*>(&number), sizeof number);
 }
 
 void append(std::string& key, const std::string& text) {
     append(key, static_cast<std::int64_t>(text.size()));
-    key.append(1, ':').append(text);
+    key += text;
 }
 
 void append(std::string& key, const Fraction& value) {
@@ -36,15 +34,14 @@ void append(std::string& key, const std::optional<LabelDescription>& label) {
     if (!label) return;
     append(key, label->text);
     append(key, std::int64_t{label->type});
-    key += ',';
+    key += label->sample ? 'y' : 'n';
     if (label->sample) append(key, std::int64_t{*label->sample});
     append(key, label->rate);
 }
 
-std::string key_of(const SourceDescription& source) {
-    constexpr std::size_t usual_key = 512;
-    std::string key;
-    key.reserve(usual_key);
+/// Bytes that are the same for equal sources alone.
+void write_key(const SourceDescription& source, std::string& key) {
+    key.clear();
     append(key, source.identity);
     append(key, source.name);
     key += source.opens ? 'o' : 'c';
@@ -53,9 +50,9 @@ std::string key_of(const SourceDescription& source) {
     append(key, source.film_rate);
     append(key, source.start_strip);
     append(key, source.length);
+    append(key, static_cast<std::int64_t>(source.reels.size()));
     for (const auto& [medium, reel] : source.reels) {
         append(key, std::int64_t{medium.first});
-        key += ',';
         append(key, std::int64_t{medium.second});
         append(key, reel);
     }
@@ -64,13 +61,13 @@ std::string key_of(const SourceDescription& source) {
         append(key, *label);
     for (const auto* text : {&source.scene, &source.take, &source.description})
         append(key, *text);
-    return key;
 }
 
 } // namespace
 
 embedded::SourceId Sources::add(SourceDescription source) {
-    const auto [entry, fresh] = known_.try_emplace(key_of(source), 0);
+    write_key(source, key_);
+    const auto [entry, fresh] = known_.try_emplace(key_, 0);
     if (fresh) entry->second = builder_.add_source(std::move(source));
     return entry->second;
 }

@@ -19,6 +19,7 @@ public:
 private:
     embedded::EditBuilder& builder_;
     std::unordered_map<std::string, embedded::SourceId> known_;
+    std::string key_; ///< of the source in hand; its room is used again
 };
 
 /// The label for a text; none, with the fault in words, when it isn't one of that kind. `what` names it in the fault:
