@@ -4,6 +4,7 @@
 #include "host/ascii_text.h"
 
 #include <algorithm>
+#include <functional>
 #include <unordered_map>
 
 namespace formats::edl {
@@ -16,14 +17,14 @@ using embedded::SourceDescription;
 using embedded::SourceId;
 using embedded::TransitionDescription;
 
-std::string reel_of(const EventLine& line) {
+std::string_view reel_of(const EventLine& line) {
     if (line.auxiliary()) return {};
     return line.real_reel.empty() ? line.reel : line.real_reel;
 }
 
-std::string shot_name(const EventLine& line, std::string_view name) {
-    if (!name.empty()) return std::string(name);
-    if (!line.file.empty()) return stem_of(line.file, "/\\");
+std::string_view shot_name(const EventLine& line, std::string_view name) {
+    if (!name.empty()) return name;
+    if (!line.file.empty()) return stem_in(line.file, "/\\");
     return line.real_reel.empty() ? line.reel : line.real_reel;
 }
 
@@ -60,16 +61,22 @@ private:
         std::int64_t first = 0;
         std::optional<SourceId> id;
     };
+    /// The texts lie in the lists.
+    struct Key {
+        std::string_view reel, name, file;
+        bool drop;
+        bool operator==(const Key&) const = default;
+    };
+    struct KeyHash {
+        std::size_t operator()(const Key& key) const {
+            const std::hash<std::string_view> hash;
+            return hash(key.name) * 31 + hash(key.reel);
+        }
+    };
 
-    static std::string key_of(const PlacedLine& placed, std::string_view name) {
-        constexpr std::size_t usual_key = 64;
+    static Key key_of(const PlacedLine& placed, std::string_view name) {
         const EventLine& line = *placed.line;
-        std::string key;
-        key.reserve(usual_key);
-        key.append(reel_of(line)).append(1, '\n').append(shot_name(line, name));
-        key.append(1, '\n').append(line.file);
-        key.append(placed.source_drop ? "\nd" : "\nn");
-        return key;
+        return {reel_of(line), shot_name(line, name), line.file, placed.source_drop};
     }
 
     SourceId add(const PlacedLine& placed, std::string_view name, std::int64_t first, const std::string& path) {
@@ -78,7 +85,7 @@ private:
         source.name = shot_name(line, name);
         source.identity = line.file.empty() ? "name:" + source.name : line.file;
         source.rate = &rate_;
-        const std::string reel = reel_of(line);
+        const std::string_view reel = reel_of(line);
         if (!reel.empty()) source.reels[embedded::tape_reel] = reel;
         source.video_timecode = LabelDescription{
             placed.source_drop ? rate_.drop_timecode : rate_.timecode, {}, static_cast<int>(first), rate_.rate()};
@@ -99,7 +106,7 @@ private:
     EditBuilder& builder_;
     const RateInfo& rate_;
     embedded::Warnings& warnings_;
-    std::unordered_map<std::string, Known> first_frames_;
+    std::unordered_map<Key, Known, KeyHash> first_frames_;
 };
 
 /// Fills one channel, from the start of the edit.

@@ -76,14 +76,15 @@ void split_words(std::string_view text, Words& words) {
     constexpr std::size_t words_of_an_event = 10;
     words.clear();
     words.reserve(words_of_an_event);
-    std::size_t at = 0;
-    while (at < text.size()) {
-        while (at < text.size() && is_blank(text[at]))
+    const char* const end = text.data() + text.size();
+    for (const char* at = text.data();;) {
+        while (at != end && is_blank(*at))
             ++at;
-        const std::size_t start = at;
-        while (at < text.size() && !is_blank(text[at]))
+        if (at == end) return;
+        const char* const start = at;
+        while (at != end && !is_blank(*at))
             ++at;
-        if (at > start) words.push_back(text.substr(start, at - start));
+        words.emplace_back(start, static_cast<std::size_t>(at - start));
     }
 }
 

@@ -3,6 +3,7 @@
 #include "host/ascii_text.h"
 
 #include <algorithm>
+#include <charconv>
 
 namespace formats::edl {
 namespace {
@@ -365,7 +366,13 @@ std::int64_t Tracks::record_frames(const Timecode& time, const RateInfo& rate) c
 }
 
 std::string place_of(const std::string& path, int line) {
-    return line == 0 ? path : path + ": line " + std::to_string(line);
+    if (line == 0) return path;
+    constexpr std::string_view between = ": line ";
+    char digits[16];
+    const auto count = static_cast<std::size_t>(std::to_chars(digits, digits + sizeof digits, line).ptr - digits);
+    std::string place;
+    place.reserve(path.size() + between.size() + sizeof digits);
+    return place.append(path).append(between).append(digits, count);
 }
 
 Tracks lay_out_tracks(const std::vector<NamedList>& lists, const RateInfo& rate, bool reverse_from_first) {
