@@ -50,15 +50,20 @@ void read_ink(const dbrecord& row, chgdb_field field, LabelPoint& point) {
 }
 
 // A count of its own length only belongs to a real key number.
-void read_film_codes(const dbrecord& row, ChangeRecord& record) {
-    if (record.keycode_missing) {
-        record.keycode_in.modify_count_length(missing_key_digits);
-        record.keycode_out.modify_count_length(missing_key_digits);
-    }
-    parse_code(row, hf_keycode_in, record.keycode_in);
-    parse_code(row, hf_keycode_out, record.keycode_out);
-    read_ink(row, hf_inkcode_in, record.inkcode_in);
-    read_ink(row, hf_inkcode_out, record.inkcode_out);
+void read_key(const dbrecord& row, chgdb_field field, bool missing, LabelPoint& point) {
+    if (missing) point.modify_count_length(missing_key_digits);
+    parse_code(row, field, point);
+}
+
+void read_brackets(const dbrecord& row, ChangeRecord& record) {
+    parse_code(row, hf_bracket_in, record.bracket_in);
+    parse_code(row, hf_bracket_out, record.bracket_out);
+}
+
+/// Of black its neighbours, too, as it is matched by them.
+void read_place_on_film(const dbrecord& row, ChangeRecord& record) {
+    read_key(row, hf_keycode_in, record.keycode_missing != 0, record.keycode_in);
+    if (is_filler(record.keycode_in)) read_brackets(row, record);
 }
 
 void read_timecodes(const dbrecord& row, ChangeRecord& record) {
@@ -94,11 +99,9 @@ int sample_after(const ChangeRecord& record, int start, int step, int frames) {
 ChangeRecord::ChangeRecord(label_t film_std) {
     clear();
     keycode_in.set_type(film_std);
-    keycode_out.set_type(film_std);
+    keycode_out = bracket_in = bracket_out = keycode_in;
     inkcode_in.set_type(label_t_to_ink_label_t(film_std));
-    inkcode_out.set_type(label_t_to_ink_label_t(film_std));
-    bracket_in.set_type(film_std);
-    bracket_out.set_type(film_std);
+    inkcode_out = inkcode_in;
 }
 
 void ChangeRecord::clear() {
@@ -117,17 +120,28 @@ void ChangeRecord::clear() {
 }
 
 void ChangeRecord::read(const dbrecord& row) {
+    read_for_match(row);
+    read_rest(row);
+}
+
+void ChangeRecord::read_for_match(const dbrecord& row) {
     for (const PlainColumn<ChangeRecord>& plain : columns_of_members)
         plain.read(*this, row, plain.field);
-    read_names_and_labels(row);
+    read_place_on_film(row, *this);
+}
+
+void ChangeRecord::read_rest(const dbrecord& row) {
+    shot_name = shot_name_field(row);
+    read_key(row, hf_keycode_out, keycode_missing != 0, keycode_out);
+    read_ink(row, hf_inkcode_in, inkcode_in);
+    read_ink(row, hf_inkcode_out, inkcode_out);
+    read_timecodes(row, *this);
+    if (!is_filler(keycode_in)) read_brackets(row, *this);
 }
 
 void ChangeRecord::read_names_and_labels(const dbrecord& row) {
-    shot_name = shot_name_field(row);
-    read_film_codes(row, *this);
-    read_timecodes(row, *this);
-    parse_code(row, hf_bracket_in, bracket_in);
-    parse_code(row, hf_bracket_out, bracket_out);
+    read_place_on_film(row, *this);
+    read_rest(row);
 }
 
 void ChangeRecord::write(dbrecord& row) const {

@@ -5,6 +5,7 @@
 #include "base/substitute.h"
 #include "changelist/change_record.h"
 #include "changelist/changelist_options.h"
+#include "changelist/held_labels.h"
 #include "changelist/run_state.h"
 #include "cutlist/cutlist_options.h"
 #include "host/fixed_text.h"
@@ -14,6 +15,7 @@
 #include <cstdio>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -159,41 +161,53 @@ bool is_listed_event(const cut_report& cut) {
     return cut.optical_record == 0 && (cut.track == first_picture_track || change_run().sound_list);
 }
 
-/// The rows of a cutlist on their way into the table, each linked to its neighbours.
+/// The rows of a cutlist on their way into the table, each linked to its neighbours. An event waits until the next one
+/// is known, with an empty row in its place.
 class Flattener {
 public:
-    Flattener(chgdb& table, label_t film_std) : table_(table), film_std_(film_std) {}
+    Flattener(chgdb& table, label_t film_std) : table_(table), held_(film_std), blank_(film_std), waiting_(film_std) {}
 
-    void add_optical(const ChangeRecord& record) { add_row(record); }
+    const ChangeRecord& blank() const { return blank_; }
+    void add_optical(const ChangeRecord& record) { record.write(*table_.get_record(add_row())); }
     void add_event(ChangeRecord& record);
+    void finish();
     int total() const { return total_; }
 
 private:
-    unsigned add_row(const ChangeRecord& record);
+    unsigned add_row() { return static_cast<unsigned>(table_.add_records(1)); }
     void close_bracket(const LabelPoint& next);
 
     chgdb& table_;
-    label_t film_std_;
+    HeldLabels held_;
+    ChangeRecord blank_;
+    ChangeRecord waiting_;
+    bool is_waiting_ = false;
+    unsigned waiting_row_ = 0;
     LabelPoint previous_last_;
-    bool has_previous_ = false;
-    unsigned previous_row_ = 0;
-    int previous_missing_ = 0;
     int total_ = 0;
 };
 
-unsigned Flattener::add_row(const ChangeRecord& record) {
-    const auto index = static_cast<unsigned>(table_.add_records(1));
-    record.write(*table_.get_record(index));
-    return index;
+/// Of the last event, and of one ahead of black, which is no neighbour.
+void Flattener::finish() {
+    if (!is_waiting_) return;
+    dbrecord& row = *table_.get_record(waiting_row_);
+    waiting_.write(row);
+    change_run().labels_held &= held_.are_held(waiting_, row);
 }
 
+// Linked to its neighbour an event's labels are those that its row gives back.
 void Flattener::close_bracket(const LabelPoint& next) {
-    dbrecord& row = *table_.get_record(previous_row_);
-    ChangeRecord previous(film_std_);
-    previous.keycode_missing = previous_missing_;
-    previous.read_names_and_labels(row);
-    previous.bracket_out = next;
-    previous.write_names_and_labels(row);
+    dbrecord& row = *table_.get_record(waiting_row_);
+    waiting_.bracket_out = next;
+    waiting_.write(row);
+    const bool held = held_.are_held(waiting_, row);
+    if (held && held_.is_bracket_in_held(waiting_, row)) return;
+    ChangeRecord again = blank_;
+    again.keycode_missing = waiting_.keycode_missing;
+    again.read_names_and_labels(row);
+    again.bracket_out = next;
+    again.write_names_and_labels(row);
+    if (!held) change_run().labels_held &= held_.are_held(again, row);
 }
 
 void Flattener::add_event(ChangeRecord& record) {
@@ -201,11 +215,14 @@ void Flattener::add_event(ChangeRecord& record) {
     record.bracket_in = previous_last_;
     previous_last_ = record.keycode_in;
     previous_last_.set_sample(record.key_last());
-    if (has_previous_ && record.keycode_in.is_valid() && !is_filler(record.keycode_in))
+    if (is_waiting_ && record.keycode_in.is_valid() && !is_filler(record.keycode_in)) {
         close_bracket(record.keycode_in);
-    previous_row_ = add_row(record);
-    previous_missing_ = record.keycode_missing;
-    has_previous_ = true;
+    } else {
+        finish();
+    }
+    waiting_row_ = add_row();
+    waiting_ = std::move(record);
+    is_waiting_ = true;
 }
 
 /// The share of a transition that lies within the event: all of a fade, half of anything else.
@@ -241,7 +258,7 @@ const char* flatten_cutlist(int* length_out, int frame_offset, int reel, chgdb& 
     const int type = Channel(list).type;
     Flattener flattener(table, film_std);
     for (unsigned index = 0; index < list.get_num_records(); ++index) {
-        ChangeRecord row(film_std);
+        ChangeRecord row = flattener.blank();
         cut_report cut;
         cut.load(*list.get_record(index), 1, type, 0);
         if (cut.optical_record == 1) {
@@ -253,6 +270,7 @@ const char* flatten_cutlist(int* length_out, int frame_offset, int reel, chgdb& 
             if (row.edit_length >= 1) flattener.add_event(row);
         }
     }
+    flattener.finish();
     *length_out = flattener.total();
     return nullptr;
 }

@@ -23,18 +23,28 @@ label_t timecode_kind(const dbrecord& row) {
     return edlstr_to_label_type(standard);
 }
 
+RowLabels::RowLabels(label_t film_std) {
+    key_.set_type(film_std);
+    missing_key_ = key_;
+    missing_key_.modify_count_length(missing_key_digits);
+    ink_.set_type(label_t_to_ink_label_t(film_std));
+}
+
 LabelPoint RowLabels::key(const dbrecord& row, chgdb_field field) const {
-    LabelPoint point;
-    point.set_type(key_);
-    if (is_key_missing(row)) point.modify_count_length(missing_key_digits);
+    LabelPoint point = is_key_missing(row) ? missing_key_ : key_;
     parse_code(row, field, point);
     return point;
 }
 
 LabelPoint RowLabels::ink(const dbrecord& row, chgdb_field field) const {
-    LabelPoint point;
-    if (*text_field(row, field) == '\0') return point;
-    point.set_type(ink_);
+    if (*text_field(row, field) == '\0') return {};
+    LabelPoint point = ink_;
+    parse_code(row, field, point);
+    return point;
+}
+
+LabelPoint RowLabels::bracket(const dbrecord& row, chgdb_field field) const {
+    LabelPoint point = key_;
     parse_code(row, field, point);
     return point;
 }

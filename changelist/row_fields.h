@@ -45,19 +45,23 @@ void parse_timecode(const dbrecord& row, chgdb_field field, LabelPoint& point);
 /// The kind of the row's timecodes.
 label_t timecode_kind(const dbrecord& row);
 
-/// The labels of rows of one film standard, as a new record would read them.
+/// The labels of rows of one film standard, as a new record would read them. Make one for all rows of a table.
 class RowLabels {
 public:
-    explicit RowLabels(label_t film_std) : key_(film_std), ink_(label_t_to_ink_label_t(film_std)) {}
+    explicit RowLabels(label_t film_std);
 
     LabelPoint key(const dbrecord& row, chgdb_field field) const;
     /// Invalid where the row has none.
     LabelPoint ink(const dbrecord& row, chgdb_field field) const;
+    /// Of a neighbour: whether its own event has a key number the row doesn't say.
+    LabelPoint bracket(const dbrecord& row, chgdb_field field) const;
     static LabelPoint timecode(const dbrecord& row, chgdb_field field);
 
 private:
-    label_t key_;
-    label_t ink_;
+    // Blank ones, to be filled from a text.
+    LabelPoint key_;
+    LabelPoint missing_key_;
+    LabelPoint ink_;
 };
 
 /// The kind of change of a row.

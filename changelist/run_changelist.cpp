@@ -58,7 +58,9 @@ const char* compare(Tables& tables, LoggerHandle& log) {
     KeptRun& kept = kept_run();
     keep_cut(tables.old_events, kept.old_cut);
     keep_cut(tables.new_events, kept.new_cut);
-    if (const char* error = merge_events(tables.old_events, tables.new_events, tables.changes, log)) return error;
+    if (const char* error =
+            merge_events(tables.old_events, tables.new_events, tables.changes, log, change_run().labels_held))
+        return error;
     keep_matches(tables.changes, kept.matched);
     if (const char* error = classify_moves(tables.changes, log)) return error;
     if (const char* error = merge_rows(tables.changes, log)) return error;
@@ -81,6 +83,7 @@ const char* run_changelist(const CutlistSet& old_set, const CutlistSet& new_set,
     const LightweightString<wchar_t> old_file = working_file(old_cut_file);
     const LightweightString<wchar_t> new_file = working_file(new_cut_file);
     run.track_seen = run.sound_list = run.sound_track = 0;
+    run.labels_held = true;
     if (const char* error = load_side(run.old_side, old_file, old_set, log)) return error;
     if (const char* error = load_side(run.new_side, new_file, new_set, log)) return error;
     if (run.old_side.film_std != run.new_side.film_std)

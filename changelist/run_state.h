@@ -18,6 +18,7 @@ struct ChangeRun {
     int track_seen = 0; ///< a cutlist has been accepted
     int sound_list = 0;
     int sound_track = 0;
+    bool labels_held = true; ///< the labels of all rows stay as they are when they are read and written again
     ChangeSide old_side;
     ChangeSide new_side;
 };

@@ -47,9 +47,9 @@ struct ChangeSums {
 
 ChangeSums add_up(const chgdb& changes) {
     ChangeSums sums;
-    const label_t film_std = changes.film_std();
+    const RowLabels labels(changes.film_std());
     for (unsigned index = 0; const dbrecord* record = changes.get_record(index); ++index) {
-        const ListedRow row(*record, film_std);
+        const ListedRow row(*record, labels);
         if (int* sum = sums.sum_of(row)) *sum = frame_sum(*sum, row.number(hf_edit_length));
     }
     return sums;

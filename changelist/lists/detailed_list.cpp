@@ -105,9 +105,9 @@ void show_changes(chgdb& changes) {
 /// All steps in their order; equal ones stay as the table has them.
 Vector<Step> steps_of(const chgdb& changes) {
     Vector<Step> steps;
-    const label_t film_std = changes.film_std();
+    const RowLabels labels(changes.film_std());
     for (unsigned index = 0; const dbrecord* record = changes.get_record(index); ++index)
-        add_steps(steps, ListedRow(*record, film_std), index);
+        add_steps(steps, ListedRow(*record, labels), index);
     std::stable_sort(steps.begin(), steps.end(), [](const Step& a, const Step& b) {
         return std::tie(a.event, a.subevent) < std::tie(b.event, b.subevent);
     });
@@ -122,11 +122,11 @@ Vector<Step> steps_of(const chgdb& changes) {
 class StepPrinter {
 public:
     StepPrinter(report& out, const chgdb& changes)
-        : out_(out), changes_(changes), film_std_(changes.film_std()), units_(film_std_) {}
+        : out_(out), changes_(changes), labels_(changes.film_std()), units_(changes.film_std()) {}
 
     void print(const Step& step) {
         if (step.form == &not_printed) return;
-        const ListedRow row(*changes_.get_record(step.row), film_std_);
+        const ListedRow row(*changes_.get_record(step.row), labels_);
         const int length = row.number(hf_edit_length);
         position_ = frame_sum(position_, frame_difference(step.relpos, film_mark_));
         total_ = step.form->removes ? frame_difference(total_, length) : frame_sum(total_, length);
@@ -156,7 +156,7 @@ private:
 
     report& out_;
     const chgdb& changes_;
-    label_t film_std_;
+    RowLabels labels_;
     ChangeUnits units_;
     int position_ = 0;  ///< of the step, on the film as it now stands
     int film_mark_ = 0; ///< how far the steps' own positions have come

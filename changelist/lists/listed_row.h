@@ -7,8 +7,8 @@ class report;
 
 class ListedRow {
 public:
-    /// Reads `row` while it lives.
-    ListedRow(const dbrecord& row, label_t film_std) : row_(row), labels_(film_std) {}
+    /// Reads `row` while it and the labels of its table live.
+    ListedRow(const dbrecord& row, const RowLabels& labels) : row_(row), labels_(labels) {}
 
     /// Empty where the row has no text.
     const char* text(chgdb_field field) const { return text_field(row_, field); }
@@ -23,5 +23,5 @@ public:
 
 private:
     const dbrecord& row_;
-    RowLabels labels_;
+    const RowLabels& labels_;
 };

@@ -64,9 +64,9 @@ void write_new_material(report& out, chgdb& changes, LoggerHandle& log) {
         out.print("\tThere are no new inserts\n");
         return;
     }
-    const label_t film_std = changes.film_std();
-    const ChangeUnits units(film_std);
+    const RowLabels labels(changes.film_std());
+    const ChangeUnits units(changes.film_std());
     for (unsigned index = 0; const dbrecord* record = changes.get_record(index); ++index)
-        print_material(out, ListedRow(*record, film_std), units);
+        print_material(out, ListedRow(*record, labels), units);
     out.plain_rule();
 }

@@ -97,11 +97,11 @@ void write_transitions(report& out, chgdb& new_events, LoggerHandle& log) {
         out.print(no_transitions);
         return;
     }
-    const label_t film_std = new_events.film_std();
-    const ChangeUnits units(film_std);
+    const RowLabels labels(new_events.film_std());
+    const ChangeUnits units(new_events.film_std());
     int printed = 0;
     for (unsigned index = 0; const dbrecord* record = new_events.get_record(index); ++index) {
-        const ListedRow row(*record, film_std);
+        const ListedRow row(*record, labels);
         if (row.number(hf_optical) != 1) printed += print_transitions(out, row, units);
     }
     if (printed == 0) out.print(no_transitions);

@@ -148,6 +148,8 @@ std::uint32_t first_film(const ChangeRecord& x, Candidates& candidates) {
     return found;
 }
 
+dbrecord& add_row(chgdb& table) { return *table.get_record(static_cast<unsigned>(table.add_records(1))); }
+
 int index_of(std::uint32_t event) { return event == no_event ? -1 : static_cast<int>(event); }
 
 } // namespace
@@ -223,11 +225,12 @@ void CandidateGroups::spread() {
         slots_[slot_of(groups_[place])] = place;
 }
 
-Candidates::Candidates(const chgdb& shape, LoggerHandle& log) : table_(shape, &log, 0), film_std_(shape.film_std()) {}
+Candidates::Candidates(const chgdb& shape, LoggerHandle& log, bool labels_held)
+    : table_(shape, &log, 0), blank_(shape.film_std()), labels_held_(labels_held) {}
 
 void Candidates::load(const dbrecord& row) {
-    *table_.get_record(static_cast<unsigned>(table_.add_records(1))) = row;
-    ++rows_;
+    add_copy(table_, row);
+    loaded_ = ++rows_;
 }
 
 void Candidates::sort() {
@@ -241,16 +244,21 @@ void Candidates::put_back(const ChangeRecord& piece) {
     ++rows_;
 }
 
+ChangeRecord Candidates::take(int index) {
+    ChangeRecord event = (*this)[index];
+    event.read_rest(row_of(index));
+    remove(index);
+    return event;
+}
+
 void Candidates::drain(chgdb& changes) {
     for (unsigned row = 0; row < rows_; ++row) {
         if (row < spans_.size() && spans_[row].gone) continue;
-        dbrecord& added = *changes.get_record(static_cast<unsigned>(changes.add_records(1)));
-        added = *table_.get_record(row);
-        added.set_field(hf_record_type, "I", true);
+        add_copy(changes, *table_.get_record(row)).set_field(hf_record_type, "I", true);
     }
     table_.set_all_tags(1);
     table_.delete_tagged_records();
-    rows_ = 0;
+    rows_ = loaded_ = 0;
     events_.clear();
     spans_.clear();
     groups_.clear();
@@ -260,8 +268,8 @@ void Candidates::drain(chgdb& changes) {
 void Candidates::learn() {
     if (events_.empty()) events_.reserve(rows_);
     for (auto row = static_cast<unsigned>(events_.size()); row < rows_; ++row) {
-        ChangeRecord& event = events_.emplace_back(film_std_);
-        event.read(*table_.get_record(row));
+        ChangeRecord& event = events_.emplace_back(blank_);
+        event.read_for_match(*table_.get_record(row));
         spans_.push_back({event.key_in(), event.key_end(), event.edit_length, false, event.speed});
         const Bounds<int> reel(event.reel_seq);
         if (row == 0) reels_ = reel;
@@ -305,6 +313,6 @@ int varispeed_offset(const ChangeRecord& x, int key) {
     return x.speed == 0 ? 0 : whole_part(static_cast<double>(frames) / x.speed);
 }
 
-void add_record(chgdb& table, const ChangeRecord& record) {
-    record.write(*table.get_record(static_cast<unsigned>(table.add_records(1))));
-}
+void add_record(chgdb& table, const ChangeRecord& record) { record.write(add_row(table)); }
+
+dbrecord& add_copy(chgdb& table, const dbrecord& row) { return add_row(table) = row; }

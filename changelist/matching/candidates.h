@@ -47,8 +47,8 @@ private:
 /// it is drained, marked as gone.
 class Candidates {
 public:
-    /// Empty, with the columns and parameters of `shape`.
-    Candidates(const chgdb& shape, LoggerHandle& log);
+    /// Empty, with the columns and parameters of `shape`. `labels_held`: as for `merge_events`, of all that is loaded.
+    Candidates(const chgdb& shape, LoggerHandle& log, bool labels_held = false);
 
     /// Appends a copy of the row. Only allowed until the first search after a drain.
     void load(const dbrecord& row);
@@ -57,11 +57,18 @@ public:
     /// Appends what is left of an event.
     void put_back(const ChangeRecord& piece);
     void remove(int index) { spans_[static_cast<std::size_t>(index)].gone = true; }
+    /// The whole event, which is removed.
+    ChangeRecord take(int index);
     /// What nothing matched is new: it goes to `changes` as "I".
     void drain(chgdb& changes);
 
-    /// Good until the next call that changes the table.
+    /// As far as matching needs it; good until the next call that changes the table.
     const ChangeRecord& operator[](int index) const { return events_[static_cast<std::size_t>(index)]; }
+    const dbrecord& row_of(int index) const { return *table_.get_record(static_cast<unsigned>(index)); }
+    /// Labels stay when they are read and written again: those of the event's row, which a piece that is put back may
+    /// not, or those of all rows that both cuts came with.
+    bool are_labels_held(int index) const { return labels_held_ && static_cast<unsigned>(index) < loaded_; }
+    bool are_labels_held() const { return labels_held_; }
     /// No candidate lies on another reel.
     bool are_on_reel(int reel);
 
@@ -78,8 +85,10 @@ private:
     void enter(std::uint32_t event);
 
     chgdb table_;
-    label_t film_std_;
+    ChangeRecord blank_;
+    bool labels_held_;
     unsigned rows_ = 0;
+    unsigned loaded_ = 0;         ///< rows that no piece was put back as
     Vector<ChangeRecord> events_; ///< the rows that have been read
     Vector<EventSpan> spans_;
     Bounds<int> reels_{0};
@@ -99,3 +108,4 @@ int varispeed_offset(const ChangeRecord& x, int key);
 
 /// Appends a row.
 void add_record(chgdb& table, const ChangeRecord& record);
+dbrecord& add_copy(chgdb& table, const dbrecord& row);

@@ -20,6 +20,8 @@ bool is_changed(const Transition& before, const Transition& after) {
     return (*before.operation || *after.operation) && !(before == after);
 }
 
+const char* without_cut(const char* operation) { return operation[0] == 'C' ? "" : operation; }
+
 void forget_cut(char (&operation)[4]) {
     if (operation[0] == 'C') operation[0] = '\0';
 }
@@ -36,6 +38,11 @@ void add_fx_row(ChangeRecord& row, const char* end, const Transition& before, co
 }
 
 } // namespace
+
+bool has_fx_changes(const ChangeRecord& old_rec, const ChangeRecord& new_rec) {
+    return is_changed({without_cut(old_rec.fx_op1), old_rec.fx_len1}, {without_cut(new_rec.fx_op1), new_rec.fx_len1}) ||
+           is_changed({without_cut(old_rec.fx_op2), old_rec.fx_len2}, {without_cut(new_rec.fx_op2), new_rec.fx_len2});
+}
 
 const char* record_fx_changes(ChangeRecord& old_rec, ChangeRecord& new_rec, chgdb& changes) {
     for (ChangeRecord* record : {&old_rec, &new_rec}) {

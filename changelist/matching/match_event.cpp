@@ -2,6 +2,7 @@
 
 #include "base/frame_math.h"
 #include "changelist/change_analysis.h"
+#include "changelist/row_fields.h"
 #include "host/fixed_text.h"
 
 #include <algorithm>
@@ -9,6 +10,18 @@
 namespace {
 
 using Pieces = Vector<ChangeRecord>;
+
+/// An old event, or what is left of one.
+struct EventInHand {
+    ChangeRecord& record;
+    const dbrecord* row; ///< that it comes from; null once all of it has been read
+
+    ChangeRecord& whole() {
+        if (row) record.read_rest(*row);
+        row = nullptr;
+        return record;
+    }
+};
 
 /// A transition is gone when nothing is left of it.
 void trim(char (&operation)[4], std::int32_t& length) {
@@ -172,7 +185,7 @@ void meet_within(const Meeting& met, chgdb& changes, Pieces& left) {
     match_again(met.head_of_x(), left);
 }
 
-void delete_event(ChangeRecord& x, chgdb& changes) {
+void delete_record(ChangeRecord& x, chgdb& changes) {
     put_text(x.record_type, "DU");
     x.old_edit_in = x.edit_in;
     x.old_reel_seq = x.reel_seq;
@@ -180,24 +193,51 @@ void delete_event(ChangeRecord& x, chgdb& changes) {
     add_record(changes, x);
 }
 
-void add_whole(ChangeRecord& x, ChangeRecord y, chgdb& changes) {
+void delete_row(const ChangeRecord& x, const dbrecord& row, chgdb& changes) {
+    dbrecord& added = add_copy(changes, row);
+    added.set_field(hf_record_type, "DU", true);
+    added.set_field(hf_old_edit_in, x.edit_in);
+    added.set_field(hf_old_reel_seq, x.reel_seq);
+    added.set_field(hf_edit_in, 0);
+}
+
+void delete_event(EventInHand& x, const Candidates& candidates, chgdb& changes) {
+    if (x.row && candidates.are_labels_held()) return delete_row(x.record, *x.row, changes);
+    delete_record(x.whole(), changes);
+}
+
+void add_record_of_both(ChangeRecord& x, ChangeRecord y, chgdb& changes) {
     record_fx_changes(x, y, changes);
     y.old_edit_in = x.edit_in;
     y.old_reel_seq = x.reel_seq;
     add_record(changes, y);
 }
 
-void match_normal(ChangeRecord& x, Candidates& candidates, chgdb& changes, Pieces& left) {
-    int index = -1;
-    find_match(&index, x, candidates);
-    if (index < 0 || !overlaps(candidates[index], x)) return delete_event(x, changes);
-    const Meeting met(x, candidates[index]);
+void add_row_of_both(const ChangeRecord& x, const dbrecord& row, chgdb& changes) {
+    dbrecord& added = add_copy(changes, row);
+    added.set_field(hf_old_edit_in, x.edit_in);
+    added.set_field(hf_old_reel_seq, x.reel_seq);
+    for (const chgdb_field operation : {hf_fx_op1, hf_fx_op2})
+        if (*text_field(added, operation) == 'C') added.set_field(operation, "", true);
+}
+
+void add_whole(ChangeRecord& x, int index, Candidates& candidates, chgdb& changes) {
+    if (!candidates.are_labels_held(index) || has_fx_changes(x, candidates[index]))
+        return add_record_of_both(x, candidates.take(index), changes);
+    add_row_of_both(x, candidates.row_of(index), changes);
     candidates.remove(index);
-    if (same_event(met.y, x)) return add_whole(x, met.y, changes);
+}
+
+void match_normal(EventInHand& x, Candidates& candidates, chgdb& changes, Pieces& left) {
+    int index = -1;
+    find_match(&index, x.record, candidates);
+    if (index < 0 || !overlaps(candidates[index], x.record)) return delete_event(x, candidates, changes);
+    if (same_event(candidates[index], x.record)) return add_whole(x.record, index, candidates, changes);
+    const Meeting met(x.whole(), candidates.take(index));
     const bool from_start = met.k <= met.K;
-    if (from_start && met.e >= met.E) return meet_covering(x, met, candidates, changes);
+    if (from_start && met.e >= met.E) return meet_covering(x.record, met, candidates, changes);
     if (from_start) return meet_start(met, candidates, changes, left);
-    if (met.e > met.E) return meet_end(x, met, candidates, changes, left);
+    if (met.e > met.E) return meet_end(x.record, met, candidates, changes, left);
     meet_within(met, changes, left);
 }
 
@@ -241,16 +281,15 @@ void meet_varispeed(const ChangeRecord& x, const ChangeRecord& y, chgdb& changes
     delete_piece(piece, frame_difference(x.edit_length, upto), changes);
 }
 
-void match_varispeed(ChangeRecord& x, Candidates& candidates, chgdb& changes) {
+void match_varispeed(EventInHand& x, Candidates& candidates, chgdb& changes) {
     int index = -1;
-    find_varispeed_match(&index, x, candidates);
-    if (index < 0) return delete_event(x, changes);
-    meet_varispeed(x, candidates[index], changes);
-    candidates.remove(index);
+    find_varispeed_match(&index, x.record, candidates);
+    if (index < 0) return delete_event(x, candidates, changes);
+    meet_varispeed(x.whole(), candidates.take(index), changes);
 }
 
-void match_piece(ChangeRecord& x, Candidates& candidates, chgdb& changes, Pieces& left) {
-    if (x.varispeed()) {
+void match_piece(EventInHand x, Candidates& candidates, chgdb& changes, Pieces& left) {
+    if (x.record.varispeed()) {
         match_varispeed(x, candidates, changes);
     } else {
         match_normal(x, candidates, changes, left);
@@ -260,13 +299,13 @@ void match_piece(ChangeRecord& x, Candidates& candidates, chgdb& changes, Pieces
 } // namespace
 
 // A list of what is left in place of recursion: an event can fall into as many pieces as its roll has events.
-const char* match_event(ChangeRecord& x, Candidates& candidates, chgdb& changes) {
+const char* match_event(ChangeRecord& x, Candidates& candidates, chgdb& changes, const dbrecord* row) {
     Pieces left;
-    match_piece(x, candidates, changes, left);
+    match_piece({x, row}, candidates, changes, left);
     while (!left.empty()) {
         ChangeRecord piece = left.back();
         left.pop_back();
-        match_piece(piece, candidates, changes, left);
+        match_piece({piece, nullptr}, candidates, changes, left);
     }
     return nullptr;
 }

@@ -47,12 +47,12 @@ private:
 
 class Merge {
 public:
-    Merge(chgdb& new_events, chgdb& changes, LoggerHandle& log)
-        : changes_(changes), candidates_(new_events, log), batches_(new_events, candidates_) {}
+    Merge(chgdb& new_events, chgdb& changes, LoggerHandle& log, bool labels_held)
+        : changes_(changes), candidates_(new_events, log, labels_held), batches_(new_events, candidates_) {}
 
-    const char* match(ChangeRecord& x) {
+    const char* match(ChangeRecord& x, const dbrecord& row) {
         advance_to(x.keycode_in.get_prefix());
-        return match_event(x, candidates_, changes_);
+        return match_event(x, candidates_, changes_, &row);
     }
 
     /// What no old event reached.
@@ -83,16 +83,17 @@ private:
 
 } // namespace
 
-const char* merge_events(chgdb& old_events, chgdb& new_events, chgdb& changes, LoggerHandle& log) {
+const char* merge_events(chgdb& old_events, chgdb& new_events, chgdb& changes, LoggerHandle& log, bool labels_held) {
     say(log, text_comparing_cutlists, level_comparing);
     order_by_film(old_events);
     order_by_film(new_events);
-    Merge merge(new_events, changes, log);
-    const label_t film_std = old_events.film_std();
+    Merge merge(new_events, changes, log, labels_held);
+    const ChangeRecord blank(old_events.film_std());
     for (unsigned index = 0; index < old_events.get_num_records(); ++index) {
-        ChangeRecord x(film_std);
-        x.read(*old_events.get_record(index));
-        if (const char* error = merge.match(x)) return error;
+        const dbrecord& row = *old_events.get_record(index);
+        ChangeRecord x = blank;
+        x.read_for_match(row);
+        if (const char* error = merge.match(x, row)) return error;
     }
     merge.finish();
     return nullptr;

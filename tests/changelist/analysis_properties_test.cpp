@@ -103,6 +103,9 @@ void hold_against_plain(const std::vector<FilmEvent>& old_events, const std::vec
     EventTable plain;
     plain_merge_events(old_cut.table, new_cut.table, plain.table);
     RC_ASSERT(lines_of(made.changes.table) == lines_of(plain.table));
+    RC_ASSERT(are_labels_held(old_cut.table) && are_labels_held(new_cut.table));
+    const Comparison copied(old_events, new_events, true);
+    RC_ASSERT(lines_of(copied.changes.table) == lines_of(plain.table));
 }
 
 TEST(AnalysisPropertiesTest, AnyTwoCutsFallIntoThePiecesOfThePlainWay) {

@@ -2,6 +2,7 @@
 // Tables of events for the tests of the comparison.
 
 #include "changelist/change_analysis.h"
+#include "changelist/held_labels.h"
 #include "host/fixed_text.h"
 #include "tests/support/recording_logger.h"
 
@@ -80,6 +81,15 @@ struct EventTable {
     }
 };
 
+/// None of the table's labels changes when it is read and written again.
+inline bool are_labels_held(const chgdb& table) {
+    const HeldLabels labels(table.film_std());
+    for (unsigned index = 0; index < table.get_num_records(); ++index) {
+        if (!labels.are_held(read_row(table, index), *table.get_record(index))) return false;
+    }
+    return true;
+}
+
 /// A row with its fields parted by bars.
 inline std::string line_of(const chgdb& table, unsigned index) {
     std::string line;
@@ -122,9 +132,10 @@ struct Comparison {
     EventTable new_cut;
     EventTable changes;
 
-    Comparison(const std::vector<FilmEvent>& old_events, const std::vector<FilmEvent>& new_events)
+    Comparison(const std::vector<FilmEvent>& old_events, const std::vector<FilmEvent>& new_events,
+               bool labels_held = false)
         : old_cut(old_events), new_cut(new_events) {
-        merge_events(old_cut.table, new_cut.table, changes.table, changes.logger);
+        merge_events(old_cut.table, new_cut.table, changes.table, changes.logger, labels_held);
     }
     std::vector<std::string> rows() const { return summaries_of(changes.table); }
 };
