@@ -70,7 +70,7 @@ private:
     struct KeyHash {
         std::size_t operator()(const Key& key) const {
             const std::hash<std::string_view> hash;
-            return hash(key.name) * 31 + hash(key.reel);
+            return (hash(key.name) * 31 + hash(key.reel)) * 31 + hash(key.file);
         }
     };
 
