@@ -16,6 +16,22 @@ class RunFailed(Exception):
     """A run that didn't do what it should."""
 
 
+def counting(told, within=""):
+    """The words that have valgrind count instructions into a file: all, or those of a function and what it calls."""
+    tool = ["--tool=cachegrind", "--cache-sim=no", "--cachegrind-out-file=/dev/null"]
+    if within:
+        tool = ["--tool=callgrind", "--callgrind-out-file=/dev/null", f"--toggle-collect={within}"]
+    return ["valgrind", f"--log-file={told}", *tool]
+
+
+def counted(told, name):
+    found = re.search(r"(?:I\s+refs:|Collected :)\s+([\d,]+)", told.read_text())
+    count = int(found.group(1).replace(",", "")) if found else 0
+    if count == 0:
+        raise RunFailed(f"{name}: valgrind counted nothing")
+    return count
+
+
 class Runs:
     """Makes inputs and runs stages in a scratch folder."""
 
@@ -78,15 +94,15 @@ class Runs:
 
     def instructions(self, stage, n):
         told = self.work / f"{stage.name}-{n}.told"
-        tool = ["--tool=cachegrind", "--cache-sim=no", "--cachegrind-out-file=/dev/null"]
-        if stage.within:
-            tool = ["--tool=callgrind", "--callgrind-out-file=/dev/null", f"--toggle-collect={stage.within}"]
-        self.run(stage, n, ["valgrind", f"--log-file={told}", *tool], "counted")
-        found = re.search(r"(?:I\s+refs:|Collected :)\s+([\d,]+)", told.read_text())
-        count = int(found.group(1).replace(",", "")) if found else 0
-        if count == 0:
-            raise RunFailed(f"{stage.name}: valgrind counted nothing")
-        return count
+        self.run(stage, n, counting(told, stage.within), "counted")
+        return counted(told, stage.name)
+
+    def instructions_of_parser(self, stage, n):
+        """What another parser makes of the edit that the stage reads."""
+        told = self.work / f"{stage.name}-{n}.parser"
+        edit = next(self.made[stage.make, n].iterdir())
+        subprocess.run([*counting(told, "own_parse*"), self.program("parse_json"), edit], check=True)
+        return counted(told, "parse_json")
 
     def share_of_looks(self, stage, n):
         """What is found, the list of doubts and the proof, as a share of reading the edit and making its lists."""
