@@ -69,7 +69,8 @@ void LabelPoint::set_type(label_t type) {
     const embedded::LabelKind& kind = label_kind(type);
     type_ = kind.type;
     if (kind.prefix_length == fitting) return;
-    const bool blank = std::string_view(prefix_).find_first_not_of(' ') == std::string_view::npos;
+    const std::string_view present(prefix_, static_cast<std::size_t>(fitting));
+    const bool blank = present.find_first_not_of(' ') == std::string_view::npos;
     fit_prefix(blank ? "" : prefix_);
 }
 

@@ -10,9 +10,9 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <vector>
 
 namespace embedded {
 namespace {
@@ -197,16 +197,16 @@ bool read_file(const std::string& path, std::string* bytes, std::string* why) {
     int error = file.is_open() ? 0 : errno;
     std::string too_large;
     constexpr std::size_t block_size = 64 * 1024;
-    std::vector<char> block(file.is_open() ? block_size : 0);
+    const std::unique_ptr<char[]> block(new char[block_size]);
     const bool stream = file.is_open() && is_stream(file.number());
     if (file.is_open() && !stream) bytes->reserve(expected_size(file.number()));
     while (error == 0 && too_large.empty()) {
-        const ssize_t got = retried([&] { return ::read(file.number(), block.data(), block.size()); });
+        const ssize_t got = retried([&] { return ::read(file.number(), block.get(), block_size); });
         if (got == 0) {
             if (stream || path == standard_input) hold_input(path, *bytes);
             return true;
         }
-        if (got > 0) bytes->append(block.data(), static_cast<std::size_t>(got));
+        if (got > 0) bytes->append(block.get(), static_cast<std::size_t>(got));
         if (got < 0) error = errno;
         if (!is_own) too_large = fault_of_size(bytes->size());
     }

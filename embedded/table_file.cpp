@@ -44,8 +44,12 @@ constexpr EscapeLetters letters_in_name = letters_of(special_in_name);
 char* put_escaped(char* out, std::string_view text, const EscapeLetters& letters) {
     for (const char c : text) {
         const char letter = letters[static_cast<unsigned char>(c)];
-        if (letter != '\0') *out++ = '\\';
-        *out++ = letter != '\0' ? letter : c;
+        if (letter != '\0') [[unlikely]] {
+            *out++ = '\\';
+            *out++ = letter;
+        } else {
+            *out++ = c;
+        }
     }
     return out;
 }

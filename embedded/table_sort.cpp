@@ -85,14 +85,13 @@ public:
         }
     }
 
-    std::uint64_t first_rank(std::size_t row) const { return keys_[row * width_].rank; }
+    const SortKey* of(std::size_t row) const { return &keys_[row * width_]; }
 
-    int compare(std::size_t a, std::size_t b) const {
-        for (std::size_t i = 0; i < width_; ++i) {
-            const SortKey& left = keys_[a * width_ + i];
-            const SortKey& right = keys_[b * width_ + i];
-            if (left.rank != right.rank) return left.rank < right.rank ? -1 : 1;
-            if (const int result = compare_rests(left, right, fold_case_); result != 0) return result;
+    /// Of two rows' keys.
+    int compare(const SortKey* a, const SortKey* b) const {
+        for (const SortKey* const behind = a + width_; a != behind; ++a, ++b) {
+            if (a->rank != b->rank) return a->rank < b->rank ? -1 : 1;
+            if (const int result = compare_rests(*a, *b, fold_case_); result != 0) return result;
         }
         return 0;
     }
@@ -106,7 +105,7 @@ private:
 /// A row on its way to its place. Most comparisons end at the first field.
 struct SortedRow {
     std::uint64_t first_rank;
-    std::size_t number;
+    const SortKey* keys;
     Row* row;
 };
 
@@ -118,10 +117,10 @@ void TableData::sort(bool ascending, bool fold_case) {
     std::vector<SortedRow> sorted;
     sorted.reserve(rows.size());
     for (std::size_t number = 0; number < rows.size(); ++number)
-        sorted.push_back({keys.first_rank(number), number, rows[number]});
+        sorted.push_back({keys.of(number)->rank, keys.of(number), rows[number]});
     const auto comes_before = [&](const SortedRow& a, const SortedRow& b) {
         if (a.first_rank != b.first_rank) return ascending == (a.first_rank < b.first_rank);
-        const int result = keys.compare(a.number, b.number);
+        const int result = keys.compare(a.keys, b.keys);
         return ascending ? result < 0 : result > 0;
     };
     // Passes sort for their own order whatever the last one left, which often is the same.

@@ -58,8 +58,8 @@ unsigned beginnings_in(std::string_view text) {
 /// rows, aren't meant.
 constexpr unsigned doubt_of(unsigned char byte) {
     const bool other_control = (byte < ' ') & (byte != '\t') & (byte != '\n');
-    const bool control = other_control | (byte == 0x7F) | (byte == 0xC2) | (byte == 0xE2);
-    return (control | (byte == '|') | (byte == '\\')) ? 1U : 0U;
+    const auto both = static_cast<unsigned char>(byte | 0x20); // 0xC2 and 0xE2 differ by this bit alone, as do \ and |
+    return (other_control | (byte == 0x7F) | (both == 0xE2) | (both == '|')) ? 1U : 0U;
 }
 
 // Whole files go through here; blocks of one size are what compilers look through many bytes at a time.

@@ -1,13 +1,16 @@
-// A row's texts, whatever is set in which order.
+// A row's texts, whatever is set in which order, and wherever the row came from.
 
+#include "embedded/table_file.h"
 #include "host/recdb.h"
 
 #include <gtest/gtest.h>
 
 #include <rapidcheck/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -75,4 +78,93 @@ RC_GTEST_PROP(RowTexts, AreCopiedWholeAndApartFromEachOther, ()) {
     to.set_field(1, std::string(300, 'x').c_str(), true);
     RC_ASSERT(texts_of(to)[1] == std::string(300, 'x'));
     RC_ASSERT(texts_of(from)[1] == copied[1]);
+}
+
+namespace {
+
+/// Any but a zero, with many of those that a file escapes.
+std::string any_special_text() {
+    const auto character = rc::gen::weightedOneOf<char>({{3, rc::gen::inRange('a', 'e')},
+                                                         {1, rc::gen::element('\\', '\t', '\n', '\r', '=', 't')},
+                                                         {1, rc::gen::nonZero<char>()}});
+    return *rc::gen::resize(*rc::gen::element(0, 2, 40), rc::gen::container<std::string>(character));
+}
+
+using Row = std::array<std::string, columns>;
+
+std::vector<Row> any_rows() {
+    std::vector<Row> rows(*rc::gen::inRange<std::size_t>(0, 12));
+    for (Row& row : rows) {
+        for (std::string& text : row)
+            text = any_special_text();
+    }
+    return rows;
+}
+
+std::vector<Row> rows_of(const embedded::TableData& table) {
+    std::vector<Row> rows;
+    for (const embedded::Row* row : table.rows) {
+        rows.emplace_back();
+        for (std::size_t column = 0; column < columns; ++column)
+            rows.back()[column] = row->fields.get(column) ? row->fields.get(column) : "";
+    }
+    return rows;
+}
+
+embedded::TableData made_of(const std::vector<Row>& rows) {
+    embedded::TableData table;
+    for (int column = 0; column < columns; ++column)
+        table.columns.push_back({"c" + std::to_string(column), 'a'});
+    table.insert_rows(0, rows.size());
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        for (std::size_t column = 0; column < columns; ++column)
+            table.rows[row]->fields.set(column, rows[row][column]);
+    }
+    return table;
+}
+
+} // namespace
+
+RC_GTEST_PROP(RowTexts, ComeBackFromAFileAndAreSetThereAsAnyOthers, ()) {
+    std::vector<Row> rows = any_rows();
+    embedded::TableData table;
+    RC_ASSERT(embedded::read_table(embedded::table_text(made_of(rows)), SIZE_MAX, &table));
+    RC_ASSERT(rows_of(table) == rows);
+    for (int changes = rows.empty() ? 0 : *rc::gen::inRange(0, 40); changes > 0; --changes) {
+        const auto row = *rc::gen::inRange<std::size_t>(0, rows.size());
+        const auto column = *rc::gen::inRange<std::size_t>(0, columns);
+        rows[row][column] = any_special_text();
+        table.rows[row]->fields.set(column, rows[row][column]);
+    }
+    RC_ASSERT(rows_of(table) == rows);
+}
+
+RC_GTEST_PROP(RowTexts, StayWhileOtherRowsComeAndGo, ()) {
+    std::vector<Row> rows = any_rows();
+    embedded::TableData table = made_of(rows);
+    for (int changes = *rc::gen::inRange(0, 20); changes > 0; --changes) {
+        const auto at = *rc::gen::inRange<std::size_t>(0, rows.size() + 1);
+        const auto count = *rc::gen::inRange<std::size_t>(0, 3);
+        const auto place = rows.begin() + static_cast<std::ptrdiff_t>(at);
+        if (*rc::gen::arbitrary<bool>()) {
+            table.insert_rows(at, count);
+            rows.insert(place, count, Row{});
+        } else {
+            table.remove_shown(at, count);
+            rows.erase(place, place + static_cast<std::ptrdiff_t>(std::min(count, rows.size() - at)));
+        }
+        if (at == rows.size()) continue;
+        const auto column = *rc::gen::inRange<std::size_t>(0, columns);
+        rows[at][column] = any_special_text();
+        table.rows[at]->fields.set(column, rows[at][column]);
+        table.set_tag(at, true);
+    }
+    RC_ASSERT(rows_of(table) == rows);
+    const std::size_t tagged = table.count_tagged();
+    RC_ASSERT(table.remove_tagged() == tagged);
+    table.insert_rows(0, tagged);
+    RC_ASSERT(table.count_tagged() == 0U);
+    RC_ASSERT(table.rows.size() == rows.size());
+    for (std::size_t row = 0; row < tagged; ++row)
+        RC_ASSERT(rows_of(table)[row] == Row{});
 }

@@ -8,7 +8,10 @@
 
 #include <gtest/gtest.h>
 
+#include <rapidcheck/gtest.h>
+
 #include <climits>
+#include <cstdint>
 
 namespace {
 
@@ -57,6 +60,26 @@ TEST(Crc32, GoesOnFromASumWhereverTheBytesAreParted) {
     const std::string bytes = "The quick brown fox jumps over the lazy dog";
     for (std::size_t at = 0; at <= bytes.size(); ++at)
         EXPECT_EQ(embedded::crc32(bytes.substr(at), embedded::crc32(bytes.substr(0, at))), 0x414FA339U) << at;
+}
+
+/// Bit by bit.
+std::uint32_t plain_sum(std::string_view bytes) {
+    std::uint32_t sum = ~0U;
+    for (const char byte : bytes) {
+        sum ^= static_cast<unsigned char>(byte);
+        for (int bit = 0; bit < 8; ++bit)
+            sum = sum >> 1U ^ (sum % 2 == 1 ? 0xEDB88320U : 0U);
+    }
+    return ~sum;
+}
+
+RC_GTEST_PROP(Crc32, IsThatOfItsBitsWhateverTheLengthAndWhereverTheBytesLie, ()) {
+    const int length = *rc::gen::inRange(0, 200);
+    const auto bytes = *rc::gen::container<std::string>(static_cast<std::size_t>(length), rc::gen::arbitrary<char>());
+    const std::string_view part =
+        std::string_view(bytes).substr(static_cast<std::size_t>(*rc::gen::inRange(0, length + 1)));
+    RC_ASSERT(embedded::crc32(bytes) == plain_sum(bytes));
+    RC_ASSERT(embedded::crc32(part) == plain_sum(part));
 }
 
 TEST(Seal, ClosesEverySavedTable) {

@@ -1,7 +1,8 @@
 #include "tests/recdb/tables.h"
 
 #include <gtest/gtest.h>
-#include <rapidcheck.h>
+
+#include <rapidcheck/gtest.h>
 
 #include <algorithm>
 #include <climits>
@@ -77,6 +78,62 @@ bool naive_less(const std::string& a, const std::string& b) {
     const auto kind = [](const std::string& text) { return text.empty() ? 0 : std::regex_match(text, number) ? 1 : 2; };
     if (kind(a) != kind(b)) return kind(a) < kind(b);
     return kind(a) == 1 ? std::stoll(a) < std::stoll(b) : a < b;
+}
+
+/// The same of texts of any length, which fold where asked to.
+int naive_order(std::string a, std::string b, bool fold) {
+    const auto kind = [](const std::string& text) {
+        const std::string digits = text.substr(text.starts_with('-') ? 1 : 0);
+        const bool number = text == "0" || (!digits.empty() && digits.front() != '0' &&
+                                            digits.find_first_not_of("0123456789") == std::string::npos);
+        return text.empty() ? 0 : number ? 1 : 2;
+    };
+    if (kind(a) != kind(b)) return kind(a) < kind(b) ? -1 : 1;
+    if (kind(a) == 1) {
+        const bool negative = a.front() == '-';
+        if (negative != (b.front() == '-')) return negative ? -1 : 1;
+        const int longer = a.size() < b.size() ? -1 : a.size() > b.size();
+        const int size = longer != 0 ? longer : a.compare(b);
+        return negative ? -size : size;
+    }
+    if (!fold) return a.compare(b);
+    for (std::string* text : {&a, &b}) {
+        for (char& c : *text)
+            c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+    }
+    return a.compare(b);
+}
+
+/// Texts of which many share their first bytes.
+rc::Gen<std::string> any_key() {
+    return rc::gen::apply([](std::string head, const std::string& tail) { return head + tail; },
+                          rc::gen::element<std::string>("", "", "KJ1234", "KJ12345", "kJ12345", "999999999999999999",
+                                                        "-99999999999999999"),
+                          rc::gen::resize(4, rc::gen::container<std::string>(rc::gen::element(
+                                                 '-', '0', '1', '9', 'a', 'B', 'b', '\1', '\2', '\3', '\4', '\xE9'))));
+}
+
+RC_GTEST_PROP(Sort, PutsRowsOfSeveralFieldsInANaiveOrder, ()) {
+    const bool ascending = *rc::gen::arbitrary<bool>(), fold = *rc::gen::arbitrary<bool>();
+    const auto first = rc::gen::element<std::string>("", "1", "2", "x");
+    auto rows = *rc::gen::container<Rows>(rc::gen::mapcat(first, [](const std::string& text) {
+        return rc::gen::map(any_key(), [text](const std::string& key) {
+            return std::vector<std::string>{text, key, ""};
+        });
+    }));
+    for (std::size_t row = 0; row < rows.size(); ++row)
+        rows[row][2] = "row " + std::to_string(row);
+    recdb table(three_columns());
+    append_rows(table, rows);
+    int fields[] = {0, 1, -1};
+    table.set_sortfields(fields);
+    table.sort(ascending ? 1 : 0, fold ? 1 : 0);
+    std::stable_sort(rows.begin(), rows.end(), [&](const auto& a, const auto& b) {
+        const int head = naive_order(a[0], b[0], fold);
+        const int result = head != 0 ? head : naive_order(a[1], b[1], fold);
+        return ascending ? result < 0 : result > 0;
+    });
+    RC_ASSERT(rows_of(table) == rows);
 }
 
 TEST(Sort, AgreesWithANaiveOrder) {
