@@ -30,6 +30,8 @@ TEST(Sort, EmptyTextsThenNumbersByValueThenOtherTexts) {
 TEST(Sort, NumbersMayHaveAnyLength) {
     const std::string large(60, '9');
     EXPECT_EQ(sorted({large, "-" + large, "1" + large, "2"}), (Texts{"-" + large, "2", large, "1" + large}));
+    EXPECT_EQ(sorted({"-8" + large, "-2", "-1" + large, "-9" + large}),
+              (Texts{"-9" + large, "-8" + large, "-1" + large, "-2"}));
 }
 
 TEST(Sort, TextsCompareByBytes) {
