@@ -37,9 +37,11 @@ std::string_view word_of(const Finding& finding) {
     }
 }
 
-auto place_in_list(const Finding& finding) {
+using PlaceInList = std::tuple<DoubtSection, std::int64_t, const std::string&, int, const std::string&>;
+
+PlaceInList place_in_list(const Finding& finding) {
     const FoundAt& place = finding.place;
-    return std::tuple(section_of(finding), place.frame, place.channel, place.event, place.name);
+    return {section_of(finding), place.frame, place.channel, place.event, place.name};
 }
 
 /// What is listed, in its order.

@@ -26,6 +26,12 @@ struct Stretch {
     int number = 0, optical = 0, layer = 0;
 };
 
+/// Where a stretch begins in its source, and how it runs through it.
+struct SourcePlace {
+    Count frames;   ///< of film, from the source's first one
+    Count timecode; ///< none where the source has none
+};
+
 /// The numbers of those that effects make; several may share one.
 std::vector<int> effects_among(const std::vector<Optical>& opticals) {
     std::vector<int> numbers;
@@ -54,6 +60,7 @@ public:
 private:
     void add_picture();
     void add_sound();
+    void make_room(const std::vector<int>& tracks);
     void add_lowest(int chan, std::vector<MainEvent> events);
     void add_upper(int chan, int layer);
     void add_event(const std::vector<EventFacts>& all, std::size_t i, Stretch stretch);
@@ -64,7 +71,7 @@ private:
     void begin_event(const Stretch& stretch);
     void note_material(FilmEvent& event, const Stretch& stretch) const;
     Strip strip_of(const Stretch& stretch) const;
-    void place_in_source(const Stretch& stretch, const SourceFacts& source, Strip& strip) const;
+    SourcePlace place_in_source(const Stretch& stretch, const SourceFacts& source) const;
     const Optical* optical_over(int chan, std::int64_t start, std::int64_t end) const;
 
     const EditPtr edit_;
@@ -74,6 +81,7 @@ private:
     const Fraction rate_;
     std::vector<Optical> opticals_;
     std::vector<FilmEvent> events_;
+    Fraction begins_;                 ///< where the event at hand does, seconds of the edit
     const LogRow* holding_ = nullptr; ///< the row that holds all frames of the event at hand
     Strips strips_;
 };
@@ -104,12 +112,13 @@ Count count_from(const LabelPoint& start, const Fraction& frames, const Fraction
 }
 
 /// Film frames of a source's labels, which don't count its starting strip.
-Fraction film_behind_start(const Strip& strip, const SourceFacts& source) {
-    return strip.source.first - source.start_strip * source.film_rate;
+Fraction film_behind_start(const Count& frames, const SourceFacts& source) {
+    return frames.first - source.start_strip * source.film_rate;
 }
 
 void EditUses::add_picture() {
     const std::vector<int> tracks = picture_tracks_of(edit_);
+    make_room(tracks);
     std::vector<MainEvent> events = main_events_of(edit_);
     opticals_ = number_events(events, lab_effects_of(edit_), options_.neg_cut);
     for (std::size_t i = 0; i < tracks.size(); ++i) {
@@ -118,6 +127,15 @@ void EditUses::add_picture() {
         else
             add_upper(tracks[i], static_cast<int>(i));
     }
+}
+
+// Both are large to move.
+void EditUses::make_room(const std::vector<int>& tracks) {
+    std::size_t events = 0;
+    for (const int chan : tracks)
+        events += embedded::facts_of_channel(edit_, chan).size();
+    events_.reserve(events);
+    strips_.reserve(events);
 }
 
 void EditUses::add_lowest(int chan, std::vector<MainEvent> events) {
@@ -140,7 +158,7 @@ void EditUses::add_upper(int chan, int layer) {
         Stretch stretch;
         stretch.layer = layer;
         const Optical* optical =
-            optical_over(chan, film_frame_of(all[i].edit_in, edit_), film_frame_of(all[i].edit_out, edit_));
+            optical_over(chan, film_frame_of(all[i].edit_in, rate_), film_frame_of(all[i].edit_out, rate_));
         if (optical) stretch.optical = optical->number;
         // An effect that the lists went past has no number, and lists none of what it draws on.
         if (stretch.optical > 0) stretch.role = Role::layer;
@@ -201,11 +219,12 @@ void EditUses::begin_event(const Stretch& stretch) {
     event.event = stretch.number;
     event.optical = stretch.optical;
     event.layer = stretch.layer;
-    event.start = film_frame_of(stretch.from, edit_);
-    event.end = film_frame_of(stretch.to, edit_);
+    event.start = film_frame_of(stretch.from, rate_);
+    event.end = film_frame_of(stretch.to, rate_);
     event.where = stretch.event->label;
     event.speed = stretch.event->speed;
     event.black = stretch.event->kind == EventFacts::Kind::black;
+    begins_ = stretch.from;
     holding_ = nullptr;
     if (event.black) return;
     note_material(event, stretch);
@@ -222,11 +241,10 @@ void EditUses::note_material(FilmEvent& event, const Stretch& stretch) const {
     event.rolls = source.rolls;
     event.film_rate = source.film_rate;
     if (!event.material()) return;
-    Strip strip;
-    place_in_source(stretch, source, strip);
-    event.source = strip.source;
-    event.timecode = strip.timecode;
-    event.own_key = count_from(source.key, film_behind_start(strip, source), strip.source.step);
+    SourcePlace place = place_in_source(stretch, source);
+    event.source = std::move(place.frames);
+    event.timecode = std::move(place.timecode);
+    event.own_key = count_from(source.key, film_behind_start(event.source, source), event.source.step);
     if (source.length) event.media_frames = (*source.length * source.film_rate).floor();
     if (!event.timecode) return;
     event.timecode_in = event.timecode.frame_at(0);
@@ -237,8 +255,8 @@ void EditUses::note_material(FilmEvent& event, const Stretch& stretch) const {
 Strip EditUses::strip_of(const Stretch& stretch) const {
     const FilmEvent& event = events_.back();
     Strip strip;
-    strip.start = film_frame_of(stretch.from, edit_);
-    strip.end = film_frame_of(stretch.to, edit_);
+    strip.start = film_frame_of(stretch.from, rate_);
+    strip.end = film_frame_of(stretch.to, rate_);
     strip.event = stretch.number;
     strip.optical = stretch.optical;
     strip.layer = stretch.layer;
@@ -253,15 +271,17 @@ Strip EditUses::strip_of(const Stretch& stretch) const {
     return strip;
 }
 
-void EditUses::place_in_source(const Stretch& stretch, const SourceFacts& source, Strip& strip) const {
+SourcePlace EditUses::place_in_source(const Stretch& stretch, const SourceFacts& source) const {
     const EventFacts& event = *stretch.event;
     const Fraction in_source = event.source_in + (stretch.from - event.whole_in) * event.speed;
-    strip.source.kind = label_frames;
-    strip.source.first = in_source * source.film_rate;
-    strip.source.step = event.speed * source.film_rate / rate_;
+    SourcePlace place;
+    place.frames.kind = label_frames;
+    place.frames.first = in_source * source.film_rate;
+    place.frames.step = event.speed * source.film_rate / rate_;
     if (source.timecode.is_useful())
-        strip.timecode =
+        place.timecode =
             count_from(source.timecode, in_source * source.timecode_rate, event.speed * source.timecode_rate / rate_);
+    return place;
 }
 
 void EditUses::add(const Stretch& stretch) {
@@ -282,12 +302,19 @@ void EditUses::add_material(const Stretch& stretch, Strip strip) {
         strips_.push_back(std::move(strip));
         return;
     }
-    place_in_source(stretch, source, strip);
+    if (stretch.from == begins_) {
+        strip.source = events_.back().source;
+        strip.timecode = events_.back().timecode;
+    } else {
+        SourcePlace place = place_in_source(stretch, source);
+        strip.source = std::move(place.frames);
+        strip.timecode = std::move(place.timecode);
+    }
     const bool even = is_whole(stretch.from * rate_) && is_whole(strip.source.first) && is_whole(strip.source.step);
     strip.sureness = even ? Sureness::exact : Sureness::within;
     strip.off = even ? 0 : 1;
     if (log_) return add_logged(strip, source);
-    const Fraction film = film_behind_start(strip, source);
+    const Fraction film = film_behind_start(strip.source, source);
     strip.key = count_from(source.key, film, strip.source.step);
     strip.ink = count_from(source.ink, film, strip.source.step);
     if (!strip.key) strip.sureness = Sureness::counted;

@@ -27,17 +27,18 @@ embedded::Fraction film_rate(const EditPtr& edit) {
     return embedded::Fraction() < rate ? rate : embedded::Fraction(where_none_counts);
 }
 
-std::int64_t film_frame_of(const embedded::Fraction& time, const EditPtr& edit) {
-    return (time * film_rate(edit)).floor();
+std::int64_t film_frame_of(const embedded::Fraction& time, const embedded::Fraction& rate) {
+    return (time * rate).floor();
 }
 
 std::vector<MainEvent> main_events_of(const EditPtr& edit) {
     std::vector<MainEvent> events;
     const std::vector<int> tracks = picture_tracks_of(edit);
     if (tracks.empty()) return events;
+    const embedded::Fraction rate = film_rate(edit);
     for (const EventFacts& facts : embedded::facts_of_channel(edit, tracks.front())) {
         if (facts.kind != EventFacts::Kind::transition)
-            events.push_back({film_frame_of(facts.edit_in, edit), film_frame_of(facts.edit_out, edit), false, 0, 0});
+            events.push_back({film_frame_of(facts.edit_in, rate), film_frame_of(facts.edit_out, rate), false, 0, 0});
         else if (!events.empty())
             events.back().joined = true;
     }

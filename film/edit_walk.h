@@ -15,9 +15,10 @@ std::vector<int> channels_of(const EditPtr& edit, int kind);
 /// Those of the picture that lists walk, from the lowest: no FX tracks and none that aren't listed.
 std::vector<int> picture_tracks_of(const EditPtr& edit);
 
-/// The whole film frame in which a time of the edit lies, and film frames a second of an edit or source.
-std::int64_t film_frame_of(const embedded::Fraction& time, const EditPtr& edit);
+/// Film frames a second of an edit or source.
 embedded::Fraction film_rate(const EditPtr& edit);
+/// The whole film frame in which a time of an edit lies that has so many a second.
+std::int64_t film_frame_of(const embedded::Fraction& time, const embedded::Fraction& rate);
 
 /// The events of the lowest picture track, not numbered yet.
 std::vector<MainEvent> main_events_of(const EditPtr& edit);

@@ -146,7 +146,7 @@ std::optional<std::int64_t> frame_of_timecode(const EditPtr& edit, const std::st
     if (!label.is_valid() || !point.is_useful()) return std::nullopt;
     const std::int64_t frames = std::int64_t{point.sample} - label.get_label_point(0).sample;
     if (frames < 0) return std::nullopt;
-    return film_frame_of(Fraction(frames) * Fraction::exactly(label.posn_step) + Fraction(1, 1000000), edit);
+    return film_frame_of(Fraction(frames) * Fraction::exactly(label.posn_step) + Fraction(1, 1000000), film_rate(edit));
 }
 
 } // namespace film

@@ -24,6 +24,7 @@ std::int64_t frames_outside(const Strip& strip, std::int64_t media) {
         return frame >= 0 && frame < media;
     };
     const std::int64_t length = strip.length();
+    if (inside(0) && inside(length - 1)) return 0;
     const auto below = [&](std::int64_t k) { return strip.source.frame_at(k) < 0; };
     const auto split = [length](const auto& holds) {
         std::int64_t low = 0, high = length;
@@ -93,6 +94,7 @@ void Finder::find_numbers(std::size_t i) {
         const bool row_without_roll = log_ && options_.uses.film_reel == 2 && strip->rolls.camera.empty();
         no_roll = no_roll || strip->rolls.listed.empty() || row_without_roll;
     }
+    if (!no_key && !no_roll && !no_ink) return;
     const std::string tape = event.rolls.tape.empty() ? "" : " of tape " + event.rolls.tape;
     const std::string from = event.timecode ? " from " + event.timecode.text_at(0) : "";
     const std::string what = frames_text(event.end - event.start) + tape + from;

@@ -2,9 +2,10 @@
 
 #include "film/finder.h"
 
-#include <map>
 #include <set>
 #include <string_view>
+#include <unordered_map>
+#include <unordered_set>
 
 namespace film {
 namespace {
@@ -57,8 +58,8 @@ public:
 
 private:
     const std::size_t width_;
-    std::set<std::string> known_;
-    std::map<std::string, std::string> first_;
+    std::unordered_set<std::string> known_;
+    std::unordered_map<std::string, std::string> first_;
 };
 
 } // namespace

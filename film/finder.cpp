@@ -17,10 +17,10 @@ std::set<std::string> rolls_with_ink(const Strips& strips) {
 }
 
 Clock clock_of(const EditPtr& edit) {
-    return [edit](std::int64_t frame) -> std::string {
-        const EditLabel* label = edit->getLabel(user_label_timecode, {medium_source_picture, 2});
-        if (!label->is_valid()) return {};
-        return label->get_label_point((Fraction(frame) / film_rate(edit)).to_double()).get_string();
+    const EditLabel label = *edit->getLabel(user_label_timecode, {medium_source_picture, 2});
+    return [label, rate = film_rate(edit)](std::int64_t frame) -> std::string {
+        if (!label.is_valid()) return {};
+        return label.get_label_point((Fraction(frame) / rate).to_double()).get_string();
     };
 }
 

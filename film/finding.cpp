@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 #include <tuple>
+#include <utility>
+#include <vector>
 
 namespace film {
 namespace {
@@ -44,10 +46,20 @@ const CodeInfo& info_of(Code code) { return infos[static_cast<std::size_t>(code)
 
 const char* name_of(Severity severity) { return severity_names[static_cast<std::size_t>(severity)]; }
 
+// They are large, so that their addresses are sorted in their stead.
 void sort_findings(Findings& findings) {
-    std::stable_sort(findings.begin(), findings.end(), [](const Finding& a, const Finding& b) {
-        return std::tuple(a.severity, a.place.frame, a.code) < std::tuple(b.severity, b.place.frame, b.code);
+    std::vector<Finding*> order;
+    order.reserve(findings.size());
+    for (Finding& finding : findings)
+        order.push_back(&finding);
+    std::stable_sort(order.begin(), order.end(), [](const Finding* a, const Finding* b) {
+        return std::tuple(a->severity, a->place.frame, a->code) < std::tuple(b->severity, b->place.frame, b->code);
     });
+    Findings sorted;
+    sorted.reserve(findings.size());
+    for (Finding* finding : order)
+        sorted.push_back(std::move(*finding));
+    findings = std::move(sorted);
 }
 
 std::string counted(std::int64_t number, const char* one, const char* many) {

@@ -99,14 +99,15 @@ private:
 };
 
 void add_effects_of(const EditPtr& edit, int chan, const std::vector<int>& pictures, std::vector<Optical>& effects) {
+    const embedded::Fraction rate = film_rate(edit);
     for (const embedded::EventFacts& facts : embedded::facts_of_channel(edit, chan)) {
         if (facts.lab_tracks.empty() || facts.edit_in == facts.edit_out) continue;
         Optical optical;
         for (const int track : facts.lab_tracks)
             if (std::find(pictures.begin(), pictures.end(), track) != pictures.end()) optical.channels.push_back(track);
         if (optical.channels.empty()) continue;
-        optical.start = film_frame_of(facts.edit_in, edit);
-        optical.end = film_frame_of(facts.edit_out, edit);
+        optical.start = film_frame_of(facts.edit_in, rate);
+        optical.end = film_frame_of(facts.edit_out, rate);
         optical.name = facts.lab_effect;
         optical.where = facts.label;
         effects.push_back(std::move(optical));

@@ -11,6 +11,7 @@ bool goes_on(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; 
 } // namespace
 
 std::string_view first_letters(std::string_view text, std::size_t columns) {
+    if (text.size() <= columns) return text;
     std::size_t count = 0;
     for (std::size_t at = 0; at < text.size(); ++at)
         if (!goes_on(text[at]) && count++ == columns) return text.substr(0, at);
@@ -19,7 +20,7 @@ std::string_view first_letters(std::string_view text, std::size_t columns) {
 
 std::string column_of(std::string_view text, std::size_t columns) {
     std::string shown(first_letters(text, columns));
-    for (const char c : std::string(shown))
+    for (const char c : shown)
         columns -= goes_on(c) ? 0 : 1;
     return shown.append(columns, ' ');
 }
