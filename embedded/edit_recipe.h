@@ -5,6 +5,7 @@
 #include "embedded/edit_builder.h"
 #include "embedded/event_layout.h"
 
+#include <deque>
 #include <vector>
 
 namespace embedded {
@@ -27,7 +28,7 @@ struct RecipeCue {
 /// `ChannelItem::event.source` counts `sources`. Labels whose text can't be read aren't there.
 struct EditRecipe {
     EditDescription edit;
-    std::vector<SourceDescription> sources;
+    std::deque<SourceDescription> sources; ///< they are large, and stay where they are while more are added
     std::vector<RecipeChannel> channels;
     std::vector<RecipeCue> cues; ///< in the order of the calls
 };

@@ -67,7 +67,7 @@ void EditStore::remove(Edit* edit) {
     const auto found = by_serial_.find(edit->impl()->cookie.identity[1]);
     if (found == by_serial_.end() || found->second.edit != edit) return;
     found->second.edit = nullptr;
-    if (!found->second.reader) forget(edit->impl()->cookie);
+    if (!found->second.file) forget(edit->impl()->cookie);
 }
 
 EditPtr EditStore::open(const Cookie& cookie) {
@@ -80,7 +80,7 @@ EditPtr EditStore::open(const Cookie& cookie) {
     if (stored->edit)
         result = stored->edit;
     else
-        result = read(*stored, exact);
+        result = read(*stored->file, exact);
     if (result && result->impl()->sequence) make_current(result.get());
     return result;
 }
@@ -92,14 +92,13 @@ Edit* EditStore::find_open(const Cookie& cookie) {
     return stored ? stored->edit : nullptr;
 }
 
-EditPtr EditStore::read(const Stored& stored, const Cookie& cookie) {
-    const std::string path = stored.path, name = stored.name;
-    const Reader reader = stored.reader;
-    const EditPtr edit = reader(path);
+EditPtr EditStore::read(const File& file, const Cookie& cookie) {
+    const File kept = file; // what is read may be forgotten meanwhile
+    const EditPtr edit = kept.reader(kept.path);
     if (!edit) return edit;
     forget(edit->impl()->cookie);
     edit->impl()->cookie = edit->cookie = cookie;
-    edit->impl()->name = name;
+    edit->impl()->name = kept.name;
     add(edit.get());
     return edit;
 }
@@ -121,15 +120,16 @@ void EditStore::make_current(Edit* edit) {
 void EditStore::add_file(const Cookie& cookie, const std::string& path, const std::string& name, Reader reader) {
     const Lock lock(mutex_);
     serials_of_text_[cookie.identity[0]].insert(cookie.identity[1]);
-    by_serial_[cookie.identity[1]] = {nullptr, path, name, std::move(reader)};
+    std::unique_ptr<const File> file(new File{path, name, std::move(reader)});
+    by_serial_[cookie.identity[1]] = {nullptr, std::move(file)};
 }
 
 void EditStore::delete_file(const Cookie& cookie) {
     const Lock lock(mutex_);
     Cookie exact = cookie;
     const Stored* stored = find(exact);
-    if (!stored || stored->path.empty()) return;
-    remove_with_backups(stored->path);
+    if (!stored || !stored->file || stored->file->path.empty()) return;
+    remove_with_backups(stored->file->path);
     forget(exact);
 }
 

@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <set>
 #include <string>
@@ -44,16 +45,19 @@ public:
     void delete_file(const Cookie& cookie);
 
 private:
-    struct Stored {
-        Edit* edit = nullptr;
+    struct File {
         std::string path;
         std::string name;
         Reader reader;
     };
+    struct Stored {
+        Edit* edit = nullptr;
+        std::unique_ptr<const File> file; ///< null for most
+    };
 
     Stored* find(Cookie& cookie);
     void forget(const Cookie& cookie);
-    EditPtr read(const Stored& stored, const Cookie& cookie);
+    EditPtr read(const File& file, const Cookie& cookie);
 
     struct Listed {
         Edit* edit;

@@ -52,7 +52,8 @@ formats::ReadResult read(const EditInput& input, const formats::ReadOptions& opt
 std::vector<embedded::SourceDescription> sources_of(const EditInput& input) {
     const formats::ReadResult result = read(input, options_of(input));
     if (!result.edit) return {};
-    std::vector<embedded::SourceDescription> sources = embedded::recipe_of(result.edit)->sources;
+    const auto& own = embedded::recipe_of(result.edit)->sources;
+    std::vector<embedded::SourceDescription> sources(own.begin(), own.end());
     const ListedEdit listed(result.edit);
     if (listed.edit().get() != result.edit.get())
         for (const embedded::SourceDescription& source : embedded::recipe_of(listed.edit())->sources)

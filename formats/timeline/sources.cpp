@@ -10,18 +10,29 @@ using embedded::Fraction;
 using embedded::LabelDescription;
 using embedded::SourceDescription;
 
-void append(std::string& key, std::int64_t number) {
-    key.append(reinterpret_cast<const char*>(&number), sizeof number);
+template <typename Short> bool append_if_short(std::string& key, Fraction::wide number) {
+    const auto value = static_cast<Short>(number);
+    if (value != number) return false;
+    key += static_cast<char>(sizeof value);
+    key.append(reinterpret_cast<const char*>(&value), sizeof value);
+    return true;
+}
+
+/// In few bytes, as there is a key for each source. How many there are stands ahead.
+void append(std::string& key, Fraction::wide number) {
+    append_if_short<std::int8_t>(key, number) || append_if_short<std::int16_t>(key, number) ||
+        append_if_short<std::int32_t>(key, number) || append_if_short<std::int64_t>(key, number) ||
+        append_if_short<Fraction::wide>(key, number);
 }
 
 void append(std::string& key, const std::string& text) {
-    append(key, static_cast<std::int64_t>(text.size()));
+    append(key, Fraction::wide{text.size()});
     key += text;
 }
 
 void append(std::string& key, const Fraction& value) {
-    const Fraction::wide parts[] = {value.num(), value.den()};
-    key.append(reinterpret_cast<const char*>(parts), sizeof parts);
+    append(key, value.num());
+    append(key, value.den());
 }
 
 void append(std::string& key, const std::optional<Fraction>& value) {
@@ -33,9 +44,9 @@ void append(std::string& key, const std::optional<LabelDescription>& label) {
     key += label ? 'y' : 'n';
     if (!label) return;
     append(key, label->text);
-    append(key, std::int64_t{label->type});
+    append(key, Fraction::wide{label->type});
     key += label->sample ? 'y' : 'n';
-    if (label->sample) append(key, std::int64_t{*label->sample});
+    if (label->sample) append(key, Fraction::wide{*label->sample});
     append(key, label->rate);
 }
 
@@ -46,14 +57,14 @@ void write_key(const SourceDescription& source, std::string& key) {
     append(key, source.name);
     key += source.opens ? 'o' : 'c';
     key += source.rendered ? 'r' : 'm';
-    append(key, std::int64_t{source.rate ? source.rate->code : 0});
+    append(key, Fraction::wide{source.rate ? source.rate->code : 0});
     append(key, source.film_rate);
     append(key, source.start_strip);
     append(key, source.length);
-    append(key, static_cast<std::int64_t>(source.reels.size()));
+    append(key, Fraction::wide{source.reels.size()});
     for (const auto& [medium, reel] : source.reels) {
-        append(key, std::int64_t{medium.first});
-        append(key, std::int64_t{medium.second});
+        append(key, Fraction::wide{medium.first});
+        append(key, Fraction::wide{medium.second});
         append(key, reel);
     }
     for (const auto* label :
