@@ -33,8 +33,10 @@ CelEvent event_of(const LaidEvent& laid, float speed, const Cookie& cookie) {
     CelEvent event;
     event.in = point(laid.edit_in, laid.source_in, speed, cookie);
     event.out = point(laid.edit_out, laid.source_out, speed, cookie);
-    event.whole_in = point(laid.whole_edit_in, laid.whole_source_in, speed, cookie);
-    event.whole_out = point(laid.whole_edit_out, laid.whole_source_out, speed, cookie);
+    const bool whole_head = laid.whole_edit_in == laid.edit_in && laid.whole_source_in == laid.source_in;
+    const bool whole_tail = laid.whole_edit_out == laid.edit_out && laid.whole_source_out == laid.source_out;
+    event.whole_in = whole_head ? event.in : point(laid.whole_edit_in, laid.whole_source_in, speed, cookie);
+    event.whole_out = whole_tail ? event.out : point(laid.whole_edit_out, laid.whole_source_out, speed, cookie);
     event.transition = laid.kind == LaidEvent::Kind::transition;
     event.only_beside_transition = !event.transition && laid.whole_edit_in == laid.whole_edit_out;
     return event;
@@ -78,21 +80,14 @@ std::function<void(SourceDescription&)>& source_naming() {
 
 } // namespace
 
-std::optional<LabelStart> label_start(const std::optional<LabelDescription>& description, const std::string& owner,
-                                      Warnings& warnings) {
-    if (!description || description->type == label_none) return std::nullopt;
-    LabelStart start{LabelPoint(0, description->type), 0.0};
-    if (description->sample)
-        start.point.set_sample(*description->sample);
+std::optional<LabelStart> label_start(const LabelDescription& description) {
+    LabelStart start{LabelPoint(0, description.type), 0.0};
+    if (description.sample)
+        start.point.set_sample(*description.sample);
     else
-        start.point.set_sample(description->text.c_str());
-    if (!start.point.is_useful()) {
-        warnings.push_back({WarningKind::dropped, owner + ": \"" + description->text + "\" can't be read as " +
-                                                      label_type_to_edlstr(description->type)});
-        return std::nullopt;
-    }
-    if (description->rate && *description->rate > Fraction())
-        start.step = (Fraction(1) / *description->rate).to_double();
+        start.point.set_sample(description.text.c_str());
+    if (!start.point.is_useful()) return std::nullopt;
+    if (description.rate && *description.rate > Fraction()) start.step = (Fraction(1) / *description.rate).to_double();
     return start;
 }
 
@@ -131,11 +126,8 @@ struct EditBuilder::Impl {
         receive(description.project, "project", warnings);
     }
     /// The label itself goes where it can't be read.
-    std::optional<LabelStart> readable_label(std::optional<LabelDescription>& label, const std::string& owner) {
-        std::optional<LabelStart> start = label_start(label, owner, warnings);
-        if (!start) label.reset();
-        return start;
-    }
+    std::optional<LabelStart> readable_label(std::optional<LabelDescription>& label, const char* owner,
+                                             const std::string& name);
     RecipeChannel& channel(int number) { return channels.at(static_cast<std::size_t>(number)); }
     /// Null for what isn't material.
     const Edit* source_of(const ChannelItem& item) const;
@@ -148,6 +140,18 @@ struct EditBuilder::Impl {
     std::unique_ptr<CueList> cue_list() const;
     std::unique_ptr<Sequence> sequence();
 };
+
+std::optional<LabelStart> EditBuilder::Impl::readable_label(std::optional<LabelDescription>& label, const char* owner,
+                                                            const std::string& name) {
+    if (!label) return std::nullopt;
+    const bool given = label->type != label_none;
+    std::optional<LabelStart> start = given ? label_start(*label) : std::nullopt;
+    if (given && !start)
+        warnings.push_back({WarningKind::dropped, owner + (" \"" + name + "\": \"") + label->text +
+                                                      "\" can't be read as " + label_type_to_edlstr(label->type)});
+    if (!start) label.reset();
+    return start;
+}
 
 const Edit* EditBuilder::Impl::source_of(const ChannelItem& item) const {
     const auto source = static_cast<std::size_t>(item.event.source);
@@ -241,7 +245,7 @@ std::unique_ptr<Sequence> EditBuilder::Impl::sequence() {
     made->project = description.project;
     made->drop_frame = description.drop_frame;
     made->timecode = own_timecode(description, rate);
-    made->timecode_24p = readable_label(description.timecode_24p, "edit \"" + description.name + "\"");
+    made->timecode_24p = readable_label(description.timecode_24p, "edit", description.name);
     add_channels(*made);
     made->cues = cue_list();
     made->sources = std::move(sources);
@@ -285,13 +289,15 @@ SourceId EditBuilder::add_source(SourceDescription source) {
     Medium& medium = *edit->medium;
     medium.opens = source.opens;
     medium.rendered = source.rendered;
-    const std::string owner = "source \"" + source.name + "\"";
+    const auto readable = [&](std::optional<LabelDescription>& label) {
+        return impl_->readable_label(label, "source", source.name);
+    };
     medium.reels = source.reels;
-    medium.video_timecode = impl_->readable_label(source.video_timecode, owner);
-    medium.sound_timecode = impl_->readable_label(source.sound_timecode, owner);
-    medium.timecode_24p = impl_->readable_label(source.timecode_24p, owner);
-    medium.key = impl_->readable_label(source.key, owner);
-    medium.ink = impl_->readable_label(source.ink, owner);
+    medium.video_timecode = readable(source.video_timecode);
+    medium.sound_timecode = readable(source.sound_timecode);
+    medium.timecode_24p = readable(source.timecode_24p);
+    medium.key = readable(source.key);
+    medium.ink = readable(source.ink);
     medium.length = source.length;
     impl_->recipe.sources.push_back(std::move(source));
     impl_->sources.emplace_back() = new Edit(edit.release());

@@ -93,9 +93,8 @@ struct LabelStart {
     double step = 0.0; ///< 0 is the kind's own
 };
 
-/// The label of a description; none, with a warning that names `owner`, where its text can't be read.
-std::optional<LabelStart> label_start(const std::optional<LabelDescription>& description, const std::string& owner,
-                                      Warnings& warnings);
+/// The label of a description; none where its text can't be read.
+std::optional<LabelStart> label_start(const LabelDescription& description);
 
 /// What an edit has that was cut: channels, effects, cues.
 struct Sequence {
