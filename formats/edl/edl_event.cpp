@@ -7,7 +7,10 @@ namespace {
 
 constexpr int most_picture_tracks = 32;
 
-int two_digits(std::string_view text, std::size_t at) { return (text[at] - '0') * 10 + (text[at + 1] - '0'); }
+bool read_two_digits(std::string_view text, std::size_t at, int& number) {
+    number = (text[at] - '0') * 10 + (text[at + 1] - '0');
+    return ascii::is_digit(text[at]) && ascii::is_digit(text[at + 1]);
+}
 
 /// Reads a channel text from left to right.
 class ChannelReader {
@@ -175,16 +178,12 @@ std::string quoted(std::string_view text) {
 }
 
 std::optional<Timecode> parse_timecode(std::string_view text) {
-    if (text.size() != 11) return std::nullopt;
-    for (std::size_t i = 0; i < text.size(); i += 3)
-        if (!ascii::is_digit(text[i]) || !ascii::is_digit(text[i + 1])) return std::nullopt;
-    bool marked_drop = false;
-    for (std::size_t i = 2; i < text.size(); i += 3) {
-        if (!is_separator(text[i])) return std::nullopt;
-        marked_drop = marked_drop || text[i] == ';';
-    }
-    const Timecode time{two_digits(text, 0), two_digits(text, 3), two_digits(text, 6), two_digits(text, 9),
-                        marked_drop};
+    Timecode time;
+    const bool digits = text.size() == 11 && read_two_digits(text, 0, time.hours) &&
+                        read_two_digits(text, 3, time.minutes) && read_two_digits(text, 6, time.seconds) &&
+                        read_two_digits(text, 9, time.frames);
+    if (!digits || !is_separator(text[2]) || !is_separator(text[5]) || !is_separator(text[8])) return std::nullopt;
+    time.marked_drop = text[2] == ';' || text[5] == ';' || text[8] == ';';
     if (time.hours > 23 || time.minutes > 59 || time.seconds > 59) return std::nullopt;
     return time;
 }

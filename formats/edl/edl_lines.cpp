@@ -3,11 +3,21 @@
 #include "host/ascii_text.h"
 
 #include <algorithm>
+#include <array>
 
 namespace formats::edl {
 namespace {
 
-bool is_blank(char c) { return static_cast<unsigned char>(c) <= ' ' || c == '\x7F'; }
+constexpr std::array<bool, 256> make_blanks() {
+    std::array<bool, 256> blanks{};
+    for (std::size_t byte = 0; byte < blanks.size(); ++byte)
+        blanks[byte] = byte <= ' ' || byte == 0x7F;
+    return blanks;
+}
+
+constexpr std::array<bool, 256> all_blanks = make_blanks();
+
+bool is_blank(char c) { return all_blanks[static_cast<unsigned char>(c)]; }
 
 struct Head {
     std::string_view text;

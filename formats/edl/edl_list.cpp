@@ -98,9 +98,10 @@ private:
     void note_timecodes(EventLine& made);
     void begin_event(std::string_view number);
     Lines lines_for_speed(std::string_view reel, const std::optional<Timecode>& at);
-    Lines lines_of(Part part, bool unnamed_only);
-    Lines to_name(Part part);
-    Lines spoken_of(const std::optional<Part>& part);
+    // Each good until the next is asked for.
+    const Lines& lines_of(Part part, bool unnamed_only);
+    const Lines& to_name(Part part);
+    const Lines& spoken_of(const std::optional<Part>& part);
     void take_note(const NoteHead& head, std::string_view text, const Line& line);
     void name_clip(Part part, std::string_view name);
     void take_effect(std::string_view name);
@@ -111,6 +112,7 @@ private:
 
     EventList& list_;
     Words words_;       ///< of the event's line in hand
+    Lines lines_;       ///< those that were asked for last
     bool open_ = false; ///< comments still belong to the last event
     bool drop_ = false; ///< the frame code mode in force
     bool titled_ = false;
@@ -266,29 +268,32 @@ void ListParser::read_comment(const Line& line) {
     take_key_number(text, false);
 }
 
-ListParser::Lines ListParser::lines_of(Part part, bool unnamed_only) {
-    Lines lines;
-    if (!event()) return lines;
+const ListParser::Lines& ListParser::lines_of(Part part, bool unnamed_only) {
+    lines_.clear();
+    if (!event()) return lines_;
     for (EventLine& line : event()->lines)
-        if (part_of(*event(), line) == part && (!unnamed_only || line.name.empty())) lines.push_back(&line);
-    return lines;
+        if (part_of(*event(), line) == part && (!unnamed_only || line.name.empty())) lines_.push_back(&line);
+    return lines_;
 }
 
 // The only line of an event may be what it goes to as well as what it comes from.
-ListParser::Lines ListParser::to_name(Part part) {
-    Lines lines = lines_of(part, true);
-    if (lines.empty()) lines = lines_of(part, false);
-    if (lines.empty() && event() && part != Part::from && event()->lines.size() == 1)
-        lines.push_back(&event()->lines.back());
-    return lines;
+const ListParser::Lines& ListParser::to_name(Part part) {
+    if (lines_of(part, true).empty()) lines_of(part, false);
+    if (lines_.empty() && event() && part != Part::from && event()->lines.size() == 1)
+        lines_.push_back(&event()->lines.back());
+    return lines_;
 }
 
-ListParser::Lines ListParser::spoken_of(const std::optional<Part>& part) {
+const ListParser::Lines& ListParser::spoken_of(const std::optional<Part>& part) {
     const std::optional<Part> asked = part ? part : named_;
-    if (!event()) return {};
-    Lines lines = asked ? lines_of(*asked, false) : Lines{&event()->lines.back()};
-    if (lines.empty() && event()->lines.size() == 1) lines.push_back(&event()->lines.back());
-    return lines;
+    lines_.clear();
+    if (!event()) return lines_;
+    if (asked)
+        lines_of(*asked, false);
+    else
+        lines_.push_back(&event()->lines.back());
+    if (lines_.empty() && event()->lines.size() == 1) lines_.push_back(&event()->lines.back());
+    return lines_;
 }
 
 void ListParser::take_note(const NoteHead& head, std::string_view text, const Line& line) {

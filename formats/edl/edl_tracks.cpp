@@ -167,6 +167,7 @@ Delays Layout::delays_of(const Event& event) const {
 }
 
 void Layout::delay_clip(Clip& clip, std::int64_t delay) {
+    if (delay == 0) return;
     const std::int64_t wait = std::min(delay, clip.placed.out - clip.placed.in);
     clip.placed.in += wait;
     // Backward the stretch is left out at its upper end.
@@ -297,17 +298,17 @@ void Layout::join(Clip& before, Clip& clip) {
 void Layout::settle(std::vector<Clip>& clips) {
     const auto earlier = [](const Clip& a, const Clip& b) { return a.placed.in < b.placed.in; };
     if (!std::is_sorted(clips.begin(), clips.end(), earlier)) std::stable_sort(clips.begin(), clips.end(), earlier);
-    std::vector<Clip> settled;
-    settled.reserve(clips.size());
+    std::size_t settled = 0;
     for (Clip& clip : clips) {
-        if (!settled.empty()) {
-            hold_before_split(settled.back(), clip);
-            if (!cut_before(settled.back(), clip)) settled.pop_back();
+        if (settled > 0) {
+            hold_before_split(clips[settled - 1], clip);
+            if (!cut_before(clips[settled - 1], clip)) --settled;
         }
-        if (!settled.empty()) join(settled.back(), clip);
-        settled.push_back(std::move(clip));
+        if (settled > 0) join(clips[settled - 1], clip);
+        if (&clips[settled] != &clip) clips[settled] = clip;
+        ++settled;
     }
-    clips = std::move(settled);
+    clips.resize(settled);
 }
 
 void Layout::find_start() {
