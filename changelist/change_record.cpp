@@ -12,11 +12,21 @@ namespace {
 
 constexpr double speed_tolerance = 0.01;
 
-constexpr PlainColumn<ChangeRecord> columns_of_members[] = {
+/// What events are matched by, and what that needs to tell of those that match.
+constexpr PlainColumn<ChangeRecord> columns_for_match[] = {
     plain_column<&ChangeRecord::edit_in>(hf_edit_in),
     plain_column<&ChangeRecord::edit_length>(hf_edit_length),
     plain_column<&ChangeRecord::speed>(hf_speed),
     plain_column<&ChangeRecord::keycode_missing>(hf_keycode_missing),
+    plain_column<&ChangeRecord::cam_reel>(hf_cam_reel),
+    plain_column<&ChangeRecord::fx_op1>(hf_fx_op1),
+    plain_column<&ChangeRecord::fx_op2>(hf_fx_op2),
+    plain_column<&ChangeRecord::fx_len1>(hf_fx_len1),
+    plain_column<&ChangeRecord::fx_len2>(hf_fx_len2),
+    plain_column<&ChangeRecord::reel_seq>(hf_reel_seq),
+};
+
+constexpr PlainColumn<ChangeRecord> other_columns[] = {
     plain_column<&ChangeRecord::event1>(hf_event1),
     plain_column<&ChangeRecord::event2>(hf_event2),
     plain_column<&ChangeRecord::subevent1>(hf_subevent1),
@@ -24,20 +34,14 @@ constexpr PlainColumn<ChangeRecord> columns_of_members[] = {
     plain_column<&ChangeRecord::optical>(hf_optical),
     plain_column<&ChangeRecord::record_type>(hf_record_type),
     plain_column<&ChangeRecord::old_edit_in>(hf_old_edit_in),
-    plain_column<&ChangeRecord::cam_reel>(hf_cam_reel),
     plain_column<&ChangeRecord::scene>(hf_scene),
     plain_column<&ChangeRecord::take>(hf_take),
     plain_column<&ChangeRecord::description>(hf_description),
-    plain_column<&ChangeRecord::fx_op1>(hf_fx_op1),
-    plain_column<&ChangeRecord::fx_op2>(hf_fx_op2),
     plain_column<&ChangeRecord::fx_name2>(hf_fx_name2),
     plain_column<&ChangeRecord::fx_pos>(hf_fx_pos),
-    plain_column<&ChangeRecord::fx_len1>(hf_fx_len1),
-    plain_column<&ChangeRecord::fx_len2>(hf_fx_len2),
     plain_column<&ChangeRecord::xref_recnum>(hf_xref_recnum),
     plain_column<&ChangeRecord::relpos1>(hf_relpos1),
     plain_column<&ChangeRecord::relpos2>(hf_relpos2),
-    plain_column<&ChangeRecord::reel_seq>(hf_reel_seq),
     plain_column<&ChangeRecord::old_reel_seq>(hf_old_reel_seq),
 };
 
@@ -71,6 +75,15 @@ void read_timecodes(const dbrecord& row, ChangeRecord& record) {
     record.prim_tc_out.set_type(record.prim_tc_in.type());
     parse_timecode(row, hf_prim_tc_in, record.prim_tc_in);
     parse_timecode(row, hf_prim_tc_out, record.prim_tc_out);
+}
+
+void read_name_and_other_labels(const dbrecord& row, ChangeRecord& record) {
+    record.shot_name = shot_name_field(row);
+    read_key(row, hf_keycode_out, record.keycode_missing != 0, record.keycode_out);
+    read_ink(row, hf_inkcode_in, record.inkcode_in);
+    read_ink(row, hf_inkcode_out, record.inkcode_out);
+    read_timecodes(row, record);
+    if (!is_filler(record.keycode_in)) read_brackets(row, record);
 }
 
 void write_text(dbrecord& row, chgdb_field field, const char* text) { row.set_field(field, text, true); }
@@ -125,27 +138,26 @@ void ChangeRecord::read(const dbrecord& row) {
 }
 
 void ChangeRecord::read_for_match(const dbrecord& row) {
-    for (const PlainColumn<ChangeRecord>& plain : columns_of_members)
+    for (const PlainColumn<ChangeRecord>& plain : columns_for_match)
         plain.read(*this, row, plain.field);
     read_place_on_film(row, *this);
 }
 
 void ChangeRecord::read_rest(const dbrecord& row) {
-    shot_name = shot_name_field(row);
-    read_key(row, hf_keycode_out, keycode_missing != 0, keycode_out);
-    read_ink(row, hf_inkcode_in, inkcode_in);
-    read_ink(row, hf_inkcode_out, inkcode_out);
-    read_timecodes(row, *this);
-    if (!is_filler(keycode_in)) read_brackets(row, *this);
+    for (const PlainColumn<ChangeRecord>& plain : other_columns)
+        plain.read(*this, row, plain.field);
+    read_name_and_other_labels(row, *this);
 }
 
 void ChangeRecord::read_names_and_labels(const dbrecord& row) {
     read_place_on_film(row, *this);
-    read_rest(row);
+    read_name_and_other_labels(row, *this);
 }
 
 void ChangeRecord::write(dbrecord& row) const {
-    for (const PlainColumn<ChangeRecord>& plain : columns_of_members)
+    for (const PlainColumn<ChangeRecord>& plain : columns_for_match)
+        plain.write(*this, row, plain.field);
+    for (const PlainColumn<ChangeRecord>& plain : other_columns)
         plain.write(*this, row, plain.field);
     write_names_and_labels(row);
 }

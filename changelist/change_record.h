@@ -21,8 +21,7 @@ public:
     /// The same of name and labels alone, which a row holds in a form of its own: read again they may have changed.
     void read_names_and_labels(const dbrecord& row);
     void write_names_and_labels(dbrecord& row) const;
-    /// `read` in two halves, for most of what is matched needs but the first: what events are told apart by, and then
-    /// the name and the other labels.
+    /// `read` in two halves, for most of what is matched needs but the first.
     void read_for_match(const dbrecord& row);
     void read_rest(const dbrecord& row);
 

@@ -29,5 +29,5 @@ void write_change_reports(report& out, chgdb& changes, chgdb& new_events, Logger
     if (options.pull_list) write_new_material(out, changes, log);
     if (options.verbose_list) write_changes(out, changes, log);
     if (options.dissolve_list && !change_run().sound_list) write_transitions(out, new_events, log);
-    if (options.bench_list) write_bench_list(out, kept_run());
+    if (options.bench_list) write_bench_list(out, kept_run_with_bench());
 }

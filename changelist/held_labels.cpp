@@ -25,8 +25,12 @@ bool is_name_held(const dbrecord& row) {
 }
 
 bool are_timecodes_held(const ChangeRecord& record, const dbrecord& row) {
-    return is_same_timecode(RowLabels::timecode(row, hf_prim_tc_in), record.prim_tc_in) &&
-           is_same_timecode(RowLabels::timecode(row, hf_prim_tc_out), record.prim_tc_out);
+    LabelPoint in;
+    in.set_type(timecode_kind(row));
+    LabelPoint out = in;
+    parse_timecode(row, hf_prim_tc_in, in);
+    parse_timecode(row, hf_prim_tc_out, out);
+    return is_same_timecode(in, record.prim_tc_in) && is_same_timecode(out, record.prim_tc_out);
 }
 
 } // namespace

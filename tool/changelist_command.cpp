@@ -254,13 +254,28 @@ int prove(const ChangelistJob& job, std::ostream& out) {
     return status;
 }
 
+/// Whether the detailed list is so long that its reader is told why, should the bench list be much shorter.
+bool is_long_list_told(const ChangelistJob& job) {
+    constexpr unsigned worth_telling = 1000;
+    unsigned detailed = 0;
+    change_steps(detailed_changes, detailed);
+    return !job.output.quiet && job.options.is_on(provable_lists[0].key) && detailed >= worth_telling;
+}
+
+/// The bench list is planned when it is asked for. One that memory ended for must not pass for one without steps.
+void plan_what_is_told(const ChangelistJob& job) {
+    unsigned count = 0;
+    const bool told = job.json || job.documents.wanted() || is_long_list_told(job);
+    if (told && !change_steps(bench_changes, count)) throw std::bad_alloc();
+}
+
 /// Film that lies in many places is matched piece by piece there, each piece with any of the places.
 void tell_long_list(const ChangelistJob& job) {
-    constexpr unsigned worth_telling = 1000;
+    if (!is_long_list_told(job)) return;
     unsigned detailed = 0, bench = 0;
     change_steps(detailed_changes, detailed);
     change_steps(bench_changes, bench);
-    if (!job.options.is_on(provable_lists[0].key) || detailed < worth_telling || detailed / 2 < bench) return;
+    if (detailed / 2 < bench) return;
     tell_warnings({job.output.report + ": the detailed list has " + steps_text(static_cast<int>(detailed)) +
                    ", as film that is used again falls into pieces there; the bench list needs " +
                    std::to_string(bench)},
@@ -302,6 +317,7 @@ int list_changes(const ChangelistJob& job) {
     }
     check_tables_read();
     heads.check(job);
+    plan_what_is_told(job);
     put_report(made, job.output.report);
     tell_long_list(job);
     if (job.json) deliver_bytes(*job.json, change_document(heads.old_cut.parameter("film label_std")));

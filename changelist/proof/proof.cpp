@@ -266,7 +266,7 @@ change_proof prove_steps(const KeptRun& run, const Vector<change_step>& steps) {
 change_proof prove_change_steps(change_list list) {
     change_proof proof;
     const char* failure = run_alone([&] {
-        const KeptRun& run = kept_run();
+        const KeptRun& run = list == bench_changes ? kept_run_with_bench() : kept_run();
         if (!run.old_cut.empty() || !run.new_cut.empty())
             proof = prove_steps(run, list == bench_changes ? run.bench : run.detailed);
         else

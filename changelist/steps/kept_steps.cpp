@@ -123,6 +123,13 @@ KeptRun& kept_run() {
     return run.value();
 }
 
+KeptRun& kept_run_with_bench() {
+    KeptRun& run = kept_run();
+    if (run.bench_due) plan_bench_steps(run, run.goal);
+    run.bench_due = false;
+    return run;
+}
+
 void keep_cut(const chgdb& events, Vector<CutEvent>& cut) {
     cut.clear();
     const RowLabels labels(events.film_std());
@@ -152,12 +159,14 @@ void keep_detailed_steps(const chgdb& changes, Vector<change_step>& steps) {
 }
 
 const change_step* change_steps(change_list list, unsigned& count) {
+    static const Lasting<change_step> none;
     const change_step* first = nullptr;
     count = 0;
     run_alone([&] {
-        const Vector<change_step>& steps = list == bench_changes ? kept_run().bench : kept_run().detailed;
+        const KeptRun& run = list == bench_changes ? kept_run_with_bench() : kept_run();
+        const Vector<change_step>& steps = list == bench_changes ? run.bench : run.detailed;
         count = static_cast<unsigned>(steps.size());
-        first = steps.data();
+        first = steps.empty() && run.done ? &none.value() : steps.data();
     });
     return first;
 }
@@ -165,7 +174,8 @@ const change_step* change_steps(change_list list, unsigned& count) {
 void bench_list_costs(change_cost& planned, change_cost& simple) {
     planned = simple = change_cost();
     run_alone([&] {
-        planned = kept_run().bench_cost;
-        simple = kept_run().simple_cost;
+        const KeptRun& run = kept_run_with_bench();
+        planned = run.bench_cost;
+        simple = run.simple_cost;
     });
 }

@@ -29,10 +29,13 @@ struct MatchedPiece {
 };
 
 struct KeptRun {
+    bool done = false;        ///< all but the reports are made
     Vector<CutEvent> old_cut; ///< by reel and frame, without opticals
     Vector<CutEvent> new_cut;
     Vector<MatchedPiece> matched;
     Vector<change_step> detailed;
+    bool bench_due = false; ///< the bench list, which is left until somebody asks for it
+    bench_goal goal = bench_usual;
     Vector<change_step> bench;
     change_cost bench_cost;
     change_cost simple_cost;
@@ -40,6 +43,8 @@ struct KeptRun {
 
 /// The run that succeeded last, or is in progress; one a process.
 KeptRun& kept_run();
+/// The same with the bench list and its costs.
+KeptRun& kept_run_with_bench();
 
 // What keeps reads the rows that a table shows, and leaves their order, tags and view alone.
 

@@ -62,14 +62,13 @@ Vector<FilmRow> film_rows(const chgdb& table) {
     return rows;
 }
 
-FilmByKeyOut::FilmByKeyOut(const Vector<FilmRow>& rows) : rows_(rows), ins_(rows.size()), outs_(rows.size()) {
+FilmByKeyOut::FilmByKeyOut(const Vector<FilmRow>& rows) : rows_(rows), outs_(rows.size()) {
     while (leaves_ < rows.size())
         leaves_ *= 2;
     last_.assign(2 * leaves_, no_row);
     for (std::size_t row = 0; row < rows.size(); ++row) {
-        FilmSpan span = rows[row].span;
-        put_text(ins_[row].text, span.key_in.get_string());
-        put_text(outs_[row].text, span.key_out.get_string());
+        LabelPoint out = rows[row].span.key_out;
+        put_text(outs_[row].text, out.get_string());
         if (rows[row].is_film()) last_[leaves_ + row] = row;
     }
     for (std::size_t node = leaves_ - 1; node > 0; --node)
@@ -105,8 +104,10 @@ std::size_t FilmByKeyOut::first_not_ahead(std::size_t from, const char* key) con
 
 const FilmSpan* FilmByKeyOut::first_meeting(FilmSpan& span, std::size_t from) const {
     const std::size_t row = first_not_ahead(from, span.key_in.get_string());
-    if (row == no_row || ascii::compare(ins_[row].text, span.key_out.get_string()) > 0) return nullptr;
+    if (row == no_row) return nullptr;
     const FilmSpan& found = rows_[row].span;
+    LabelPoint found_in = found.key_in;
+    if (ascii::compare(found_in.get_string(), span.key_out.get_string()) > 0) return nullptr;
     // Texts of different rolls or lengths may stand in an order that their samples don't.
     const bool meets = span.key_start() < found.key_end() && found.key_start() < span.key_end();
     return meets && found.key_start() < found.key_end() ? &found : nullptr;

@@ -58,7 +58,6 @@ private:
     static constexpr std::size_t no_row = static_cast<std::size_t>(-1);
 
     const Vector<FilmRow>& rows_;
-    Vector<KeyText> ins_;
     Vector<KeyText> outs_;
     std::size_t leaves_ = 1;   ///< a power of two
     Vector<std::size_t> last_; ///< a tree: the row below each node that ends last

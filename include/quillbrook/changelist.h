@@ -75,8 +75,8 @@ struct change_step {
     std::int32_t old_frame = 0; ///< as the old cutlist counts frames
 };
 
-/// The steps of the last run, in order; none where it failed. They stay good until the next run. The bench list has
-/// steps whether it was printed or not.
+/// The steps of the last run, in order; null where it failed. They stay good until the next run. The bench list has
+/// steps whether it was printed or not: they are planned when somebody first asks, and null where memory ends then.
 QUILLBROOK_API const change_step* change_steps(change_list list, unsigned& count);
 
 /// What the bench list is to save, by the number that the key "chg_bench_cost" takes.

@@ -1,6 +1,7 @@
 #include "changelist/steps/kept_steps.h"
 
 #include "tests/changelist/change_rows.h"
+#include "tests/changelist/cut_files.h"
 
 #include <gmock/gmock.h>
 
@@ -172,6 +173,42 @@ TEST(KeptSteps, OfEachListAreGivenOut) {
     EXPECT_EQ(change_steps(bench_changes, count), run.bench.data());
     EXPECT_EQ(count, 3U);
     run = KeptRun();
+}
+
+using BenchSteps = changelist_test::ChangelistTest;
+
+TEST_F(BenchSteps, ArePlannedWhenSomebodyAsks) {
+    const changelist_test::Cut old_cut = {{.frame = 0, .length = 100}, {.frame = 500, .length = 50}};
+    const changelist_test::Cut new_cut = {{.frame = 500, .length = 50}, {.frame = 0, .length = 130}};
+    block.set("chg_summary_list", "1");
+    changes(old_cut, new_cut);
+    EXPECT_TRUE(kept_run().bench.empty());
+    unsigned asked = 0;
+    EXPECT_NE(change_steps(bench_changes, asked), nullptr);
+    EXPECT_GT(asked, 0U);
+    changes(old_cut, new_cut);
+    change_cost planned, simple;
+    bench_list_costs(planned, simple);
+    EXPECT_EQ(planned.steps, asked);
+    EXPECT_GT(simple.steps, 0);
+    changes(old_cut, new_cut);
+    EXPECT_TRUE(prove_change_steps(bench_changes).proved);
+    EXPECT_EQ(prove_change_steps(bench_changes).steps, static_cast<int>(asked));
+}
+
+TEST_F(BenchSteps, OfARunWithoutChangesHaveAPlaceAndThoseOfNoRunHaveNone) {
+    block.set("chg_summary_list", "1");
+    unsigned count = 1;
+    for (const changelist_test::Shot& shot : {changelist_test::Shot{.frame = 0, .length = 100}, {.track = 2}}) {
+        changes({shot}, {shot});
+        for (const change_list list : {detailed_changes, bench_changes}) {
+            EXPECT_NE(change_steps(list, count), nullptr);
+            EXPECT_EQ(count, 0U);
+        }
+    }
+    EXPECT_NE(run({"not there.cdb"}, {"not there.cdb"}), "");
+    for (const change_list list : {detailed_changes, bench_changes})
+        EXPECT_EQ(change_steps(list, count), nullptr);
 }
 
 } // namespace

@@ -240,7 +240,8 @@ protected:
             unsigned steps = 0;
             const change_step* first = change_steps(detailed_changes, steps);
             EXPECT_EQ(first == nullptr, error != nullptr);
-            return !error && !embedded::take_write_failure(nullptr);
+            const bool planned = change_steps(bench_changes, steps) != nullptr;
+            return !error && planned && !embedded::take_write_failure(nullptr);
         };
         const auto clear = [this] {
             for (const char* name : {"changes.txt", "oldcut__.chg", "newcut__.chg"})
