@@ -3,6 +3,8 @@
 #include "bench/long_files.h"
 #include "bench/printed.h"
 
+#include <numeric>
+
 namespace bench {
 namespace {
 
@@ -34,12 +36,17 @@ std::string long_edit_list(int events) {
     return text;
 }
 
+// Each row is used as often as the others, and no film twice: steps that shared a factor with the rows would come to
+// some of them alone.
 std::string list_of_tapes(int events) {
     constexpr int length = 24;
     std::string text = "TITLE: LONG\n";
     const int rows = events / 4;
+    int step = 7;
+    while (std::gcd(step, rows) != 1)
+        step += 2;
     for (int event = 0; event < events; ++event) {
-        const int row = event * 7 % rows, source = start_of(row) + 40 + event / rows * 400,
+        const int row = event * step % rows, source = start_of(row) + 40 + event / rows * 400,
                   record = hour + event * length;
         text += printed("%d  ", event + 1) + tape_of(row) + "  V C " + timecode(source) + ' ' +
                 timecode(source + length) + ' ' + timecode(record) + ' ' + timecode(record + length) + '\n';
