@@ -40,8 +40,8 @@ Fraction rate_of_steps(label_t kind, double seconds) {
 Rolls rolls_of(const EditPtr& source, int film_reel) {
     constexpr int camera_medium = 2, lab_medium = 10, daily_medium = 11;
     Rolls rolls;
-    rolls.listed = reel_of(source, film_reel ? film_reel : camera_medium, 1);
     rolls.camera = reel_of(source, camera_medium, 1);
+    rolls.listed = film_reel ? reel_of(source, film_reel, 1) : rolls.camera;
     rolls.lab = reel_of(source, lab_medium, 1);
     rolls.daily = reel_of(source, daily_medium, 1);
     rolls.tape = reel_of(source, medium_source_picture, 2);
@@ -50,11 +50,10 @@ Rolls rolls_of(const EditPtr& source, int film_reel) {
     return rolls;
 }
 
-SourceFacts read_source(const Cookie& cookie, int film_reel) {
-    SourceFacts facts;
+void read_source(const Cookie& cookie, int film_reel, SourceFacts& facts) {
     EditPtr source;
     source.i_open(cookie, edit_open_default);
-    if (!source) return facts;
+    if (!source) return;
     facts.opens = true;
     facts.rendered = RenderHistory::isRendered(cookie);
     facts.name = toUTF8(source->getName()).c_str();
@@ -69,7 +68,6 @@ SourceFacts read_source(const Cookie& cookie, int film_reel) {
     facts.film_rate = film_rate(source);
     facts.start_strip = Fraction::exactly(source->getStartStripTime());
     facts.length = embedded::length_of_source(source);
-    return facts;
 }
 
 } // namespace
@@ -88,9 +86,9 @@ Rolls rolls_of(const LogRow& row, const std::string& tape, int film_reel) {
 // A source's cookie tells it from all others by a text's hash and a serial number.
 const SourceFacts& SourceStore::of(const Cookie& cookie) {
     const std::uint64_t key = (std::uint64_t{cookie.identity[0]} << 32U) | cookie.identity[1];
-    const auto known = known_.find(key);
-    if (known != known_.end()) return known->second;
-    return known_.emplace(key, read_source(cookie, film_reel_)).first->second;
+    const auto [known, fresh] = known_.try_emplace(key);
+    if (fresh) read_source(cookie, film_reel_, known->second);
+    return known->second;
 }
 
 } // namespace film
