@@ -128,8 +128,9 @@ int prove(const CutlistJob& job, const ListedFilm& film) {
 void list_doubts(const CutlistJob& job, embedded::settings_block options, const film::Findings& findings) {
     const std::string report = made_at(job.output.report), table = beside_report(report, ".cdb");
     // Headings count channels as the table does.
-    options.set("chan_num", std::to_string(CutlistTable(table, 1).channel_number()));
-    add_doubts({report, table, options, asks_for_frames(job.options, job.frames)}, findings, false);
+    const CutlistTable head(table, 1);
+    options.set("chan_num", std::to_string(head.channel_number()));
+    add_doubts({report, table, head, options, asks_for_frames(job.options, job.frames)}, findings, false);
 }
 
 void write_documents(const CutlistJob& job, const ListedFilm& film, const film::Findings& findings) {

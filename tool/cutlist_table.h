@@ -7,6 +7,7 @@
 #include "tool/open_logs.h"
 
 #include <climits>
+#include <memory>
 #include <optional>
 
 namespace tool {
@@ -14,7 +15,10 @@ namespace tool {
 class CutlistTable {
 public:
     /// Reads at most `records` records; a table of which only the head is wanted needs one.
-    explicit CutlistTable(const std::string& path, int records = INT_MAX) : table_(wide_path(path), records, false) {}
+    explicit CutlistTable(const std::string& path, int records = INT_MAX)
+        : own_(std::make_unique<const recdb>(wide_path(path), records, false)), table_(*own_) {}
+    /// Of a table that is open already, and outlives this.
+    explicit CutlistTable(const recdb& table) : table_(table) {}
 
     bool is_readable() const { return table_.get_valid() != 0; }
     bool is_empty() const { return table_.get_num_records() == 0; }
@@ -41,7 +45,8 @@ public:
     bool is_sound() const { return kind() == sound_kind; }
 
 private:
-    recdb table_;
+    const std::unique_ptr<const recdb> own_;
+    const recdb& table_;
 };
 
 } // namespace tool

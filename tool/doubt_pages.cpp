@@ -49,10 +49,9 @@ bool asks_for_frames(const LibraryOptions& options, bool otherwise) {
 }
 
 void add_doubts(const PrintedFrom& printed, const film::Findings& findings, bool by_table) {
-    const CutlistTable table(printed.table, 1);
     std::string report = bytes_of(printed.report);
     const std::string head = head_of(printed, report);
-    const film::DoubtStyle style{head, table.film(), printed.in_frames || !has_feet(table), by_table};
+    const film::DoubtStyle style{head, printed.head.film(), printed.in_frames || !has_feet(printed.head), by_table};
     report += end_of_page(report) + film::doubt_pages(findings, style);
     std::string why;
     if (!embedded::write_file_whole(printed.report, report, &why))

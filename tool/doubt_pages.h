@@ -9,9 +9,12 @@
 
 namespace tool {
 
+class CutlistTable;
+
 /// A report that was printed, and what it was printed by.
 struct PrintedFrom {
     std::string report, table;
+    const CutlistTable& head; ///< of the table
     const embedded::settings_block& options;
     bool in_frames = false; ///< positions in frames, where the line says so
 };

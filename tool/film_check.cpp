@@ -105,7 +105,7 @@ film::Findings check_table(const std::string& table, const LibraryOptions& optio
 }
 
 film::Findings check_table(const recdb& table, const std::string& name, const LibraryOptions& options) {
-    const CutlistTable head(name, 1);
+    const CutlistTable head(table);
     film::CheckOptions checked;
     checked.edit_file = name;
     if (head.is_sound()) checked.uses.kind = sound_kind;

@@ -37,8 +37,7 @@ struct PrintJob {
 };
 
 /// What the head of the table says of the lists that it was made for.
-embedded::settings_block options_of_table(const std::string& path) {
-    const CutlistTable table(path, 1);
+embedded::settings_block options_of_table(const CutlistTable& table) {
     embedded::settings_block options;
     const std::string form = table.parameter("cutlist_type");
     if (!form.empty()) options.set("pull_match_assembly", form == "neg-cut" ? "0" : "1");
@@ -50,9 +49,7 @@ embedded::settings_block options_of_table(const std::string& path) {
 }
 
 // Explicit options win, so a table that is printed as another kind is told of.
-embedded::Warnings warnings_of(const PrintJob& job) {
-    const CutlistTable head(job.table, 1);
-    check_tables_read();
+embedded::Warnings warnings_of(const PrintJob& job, const CutlistTable& head) {
     const std::optional<ChannelKind> kind = head.kind();
     const std::string asked = job.options.value("chan_type");
     if (!kind || asked.empty() || asked == std::to_string(*kind)) return {};
@@ -71,9 +68,9 @@ struct EditOfTable {
     std::optional<ListedFilm> film;
 };
 
-film::Findings findings_of(const PrintJob& job, const EditOfTable& edit) {
+film::Findings findings_of(const PrintJob& job, const CutlistTable& head, const EditOfTable& edit) {
     if (!edit.film) return check_table(job.table, job.options);
-    const bool neg_cut = CutlistTable(job.table, 1).parameter("cutlist_type") == "neg-cut";
+    const bool neg_cut = head.parameter("cutlist_type") == "neg-cut";
     const ChannelName channel = channel_of_table(edit.film->edit(), job.table);
     return check_film(*edit.film, check_options(job.edit, channel, job.log, neg_cut, job.options, {}), edit.warnings);
 }
@@ -87,11 +84,11 @@ int prove(const PrintJob& job, const EditOfTable& edit) {
     return prove_lists(made_at(job.output.report), job.table, strips_of(job, edit), job.options, out);
 }
 
-void write_documents(const PrintJob& job, const EditOfTable& edit) {
+void write_documents(const PrintJob& job, const CutlistTable& head, const EditOfTable& edit) {
     const std::shared_ptr<const recdb> table = table_with_records(job.table);
     ListedCut cut{table, {}, {}, !edit.film, asks_for_frames(job.options, false)};
     cut.strips = edit.film ? strips_of(job, edit) : film::uses_of_table(*table);
-    cut.findings = edit.film ? findings_of(job, edit) : check_table(*table, job.table, job.options);
+    cut.findings = edit.film ? findings_of(job, head, edit) : check_table(*table, job.table, job.options);
     write_cut_documents(job.documents, std::move(cut), job.options, job.output.overwrite);
 }
 
@@ -113,9 +110,11 @@ int run(const PrintJob& job) {
     check_files(job);
     apply_settings(job.settings);
     receive_tables(job.output.quiet);
-    tell_warnings(warnings_of(job), job.output.quiet);
+    const CutlistTable head(job.table, 1);
+    check_tables_read();
+    tell_warnings(warnings_of(job, head), job.output.quiet);
 
-    embedded::settings_block options = options_of_table(job.table);
+    embedded::settings_block options = options_of_table(head);
     apply_options(job.options, options);
     ToolLogger logger(job.table, job.output.quiet);
     const bool done =
@@ -127,10 +126,10 @@ int run(const PrintJob& job) {
     const EditOfTable edit(job);
     tell_warnings(edit.warnings, job.output.quiet);
     if (job.doubts)
-        add_doubts({made_at(job.output.report), job.table, options, asks_for_frames(job.options, false)},
-                   findings_of(job, edit), !edit.film);
+        add_doubts({made_at(job.output.report), job.table, head, options, asks_for_frames(job.options, false)},
+                   findings_of(job, head, edit), !edit.film);
     const int status = job.prove ? prove(job, edit) : exit_done;
-    if (job.documents.wanted()) write_documents(job, edit);
+    if (job.documents.wanted()) write_documents(job, head, edit);
     deliver(job.output.report);
     return status;
 }
