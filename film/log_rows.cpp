@@ -34,61 +34,89 @@ std::string plain_reel(const std::string& reel) {
     return plain;
 }
 
-/// The columns of a table by name, and what its header says where a row says nothing.
+enum Column {
+    column_name,
+    column_reel,
+    column_camera,
+    column_lab,
+    column_daily,
+    column_sound,
+    column_timecode_24,
+    column_standard,
+    column_film,
+    column_start,
+    column_end,
+    column_key,
+    column_ink,
+    column_count
+};
+
+constexpr const char* column_names[column_count] = {
+    "name",      "reel",           "cam reel",   "lab reel", "comp reel",     "snd reel",      "24p reel",
+    "label_std", "film label_std", "start time", "end time", "start keycode", "start inkcode",
+};
+
+/// The columns of a table, and what its header says where a row says nothing.
 class Columns {
 public:
-    explicit Columns(const recdb& table) : table_(table) {}
+    explicit Columns(const recdb& table)
+        : standard_(header(table, column_names[column_standard])), film_(header(table, column_names[column_film])) {
+        for (int column = 0; column < column_count; ++column)
+            fields_[column] = table.get_fieldnum(column_names[column]);
+    }
 
-    std::string text(const dbrecord& record, const char* column) const {
-        const int field = table_.get_fieldnum(column);
+    const char* text(const dbrecord& record, Column column) const {
+        const int field = fields_[column];
         const char* found = field < 0 ? nullptr : record.get_field(static_cast<unsigned short>(field));
         return found ? found : "";
     }
     label_t timecode(const dbrecord& record) const {
-        std::string standard = text(record, "label_std");
-        if (standard.empty()) standard = header("label_std");
-        return standard.empty() ? label_tc_24 : TvStd_to_label_type(edlstr_to_tv_standard(standard.c_str()));
+        const char* standard = or_else(text(record, column_standard), standard_);
+        return *standard ? TvStd_to_label_type(edlstr_to_tv_standard(standard)) : label_tc_24;
     }
     label_t film(const dbrecord& record) const {
-        std::string kind = text(record, "film label_std");
-        if (kind.empty()) kind = header("film label_std");
-        return kind.empty() ? label_key_35mm_4p : edlstr_to_label_type(kind.c_str());
+        const char* kind = or_else(text(record, column_film), film_);
+        return *kind ? edlstr_to_label_type(kind) : label_key_35mm_4p;
     }
 
 private:
-    std::string header(const char* name) const {
-        const char* value = table_.get_param_val(name);
+    static std::string header(const recdb& table, const char* name) {
+        const char* value = table.get_param_val(name);
         return value ? value : "";
     }
+    static const char* or_else(const char* text, const std::string& otherwise) {
+        return *text ? text : otherwise.c_str();
+    }
 
-    const recdb& table_;
+    const std::string standard_, film_; ///< of the header
+    int fields_[column_count];          ///< below 0: the table has no such column
 };
 
-LabelPoint point_of(const std::string& text, label_t kind) {
-    LabelPoint point(0, text.empty() ? label_none : kind);
-    if (point.is_valid()) point.set_sample(text.c_str());
+LabelPoint point_of(const char* text, label_t kind) {
+    LabelPoint point(0, *text ? kind : label_none);
+    if (point.is_valid()) point.set_sample(text);
     return point.is_useful() ? point : LabelPoint();
 }
 
-LogRow row_of(const Columns& columns, const dbrecord& record) {
+LogRow row_of(const Columns& table, const dbrecord& record) {
     LogRow row;
-    row.name = columns.text(record, "name");
-    row.reel = columns.text(record, "reel");
-    row.camera = columns.text(record, "cam reel");
-    row.lab = columns.text(record, "lab reel");
-    row.daily = columns.text(record, "comp reel");
-    row.sound = columns.text(record, "snd reel");
-    row.timecode_24 = columns.text(record, "24p reel");
-    row.kind = columns.timecode(record);
-    row.own_film = columns.film(record);
-    const LabelPoint start = point_of(columns.text(record, "start time"), row.kind);
-    const LabelPoint end = point_of(columns.text(record, "end time"), row.kind);
+    row.name = table.text(record, column_name);
+    row.reel = table.text(record, column_reel);
+    row.camera = table.text(record, column_camera);
+    row.lab = table.text(record, column_lab);
+    row.daily = table.text(record, column_daily);
+    row.sound = table.text(record, column_sound);
+    row.timecode_24 = table.text(record, column_timecode_24);
+    row.kind = table.timecode(record);
+    row.own_film = table.film(record);
+    const LabelPoint start = point_of(table.text(record, column_start), row.kind);
+    const LabelPoint end = point_of(table.text(record, column_end), row.kind);
     if (start.is_useful() && end.is_useful()) {
         row.start = start.sample;
         row.end = end.sample;
     }
-    row.key = point_of(columns.text(record, "start keycode"), row.own_film);
-    row.ink = point_of(columns.text(record, "start inkcode"), label_t_to_ink_label_t(row.own_film));
+    row.key = point_of(table.text(record, column_key), row.own_film);
+    row.ink = point_of(table.text(record, column_ink), label_t_to_ink_label_t(row.own_film));
     return row;
 }
 

@@ -2,12 +2,15 @@
 
 #include "film/edit_film.h"
 #include "film/film_pieces.h"
+#include "film/plain_number.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <map>
 #include <set>
+#include <string_view>
+#include <utility>
 
 namespace film {
 namespace {
@@ -48,25 +51,30 @@ enum Column : unsigned short {
 
 constexpr int special_black = 98, special_no_material = 110;
 
-std::string text_of(const dbrecord& record, Column column) {
+/// The row's own.
+const char* text_of(const dbrecord& record, Column column) {
     const char* text = record.get_field(column);
     return text ? text : "";
 }
 
-int number_of(const dbrecord& record, Column column) { return std::atoi(text_of(record, column).c_str()); }
+bool is_empty(const dbrecord& record, Column column) { return *text_of(record, column) == '\0'; }
+
+int number_of(const dbrecord& record, Column column) { return leading_number(text_of(record, column)); }
 
 /// Words as "__BLACK" stand in place of rolls, "RENDERED" with material that isn't film.
 std::string roll_of(const dbrecord& record, Column column) {
-    const std::string roll = text_of(record, column);
-    return roll.compare(0, 2, "__") == 0 || number_of(record, column_special) == special_no_material ? "" : roll;
+    const std::string_view roll = text_of(record, column);
+    const bool known = !roll.starts_with("__") && number_of(record, column_special) != special_no_material;
+    return std::string(known ? roll : "");
 }
 
 Count count_of(const dbrecord& record, Column column, Column kind_column, const Fraction& step) {
     Count count;
-    const std::string text = text_of(record, column);
-    LabelPoint point(0, edlstr_to_label_type(text_of(record, kind_column).c_str()));
-    if (text.empty() || !point.is_valid()) return count;
-    point.set_sample(text.c_str());
+    const char* const text = text_of(record, column);
+    if (*text == '\0') return count;
+    LabelPoint point(0, edlstr_to_label_type(text_of(record, kind_column)));
+    if (!point.is_valid()) return count;
+    point.set_sample(text);
     if (!point.is_useful()) return count;
     const int frame = point.cvt()->samples_per_frame();
     count.kind = point.type();
@@ -80,9 +88,10 @@ Count count_of(const dbrecord& record, Column column, Column kind_column, const 
 /// A speed that a table holds as decimal digits, as the fraction with the smallest denominator that it can be meant
 /// for.
 Fraction speed_of(const dbrecord& record) {
-    const std::string text = text_of(record, column_speed);
+    const std::string_view text = text_of(record, column_speed);
+    if (text.empty() || text == "1") return 1;
     constexpr double fastest = 1e6; // no film runs so, and frames stay countable
-    const double told = text.empty() ? 1.0 : std::strtod(text.c_str(), nullptr);
+    const double told = std::strtod(text.data(), nullptr);
     const double value = std::isfinite(told) ? std::clamp(told, -fastest, fastest) : 0.0;
     constexpr int most_parts = 1000;
     constexpr double tolerance = 1e-7; // of a float, which events hold their speed in
@@ -132,6 +141,7 @@ public:
     explicit TableUses(const recdb& table) : table_(table) {}
 
     Strips run() {
+        strips_.reserve(table_.get_num_records());
         for (unsigned i = 0; i < table_.get_num_records(); ++i) {
             const dbrecord& record = *table_.get_record(i);
             if (number_of(record, column_optical_record) == 0) add(record, static_cast<int>(i));
@@ -154,7 +164,7 @@ void set_film(const dbrecord& record, Strip& strip) {
     strip.speed = speed_of(record);
     const int special = number_of(record, column_special);
     strip.black = special == special_black;
-    strip.rendered = text_of(record, column_reel) == "RENDERED";
+    strip.rendered = std::string_view(text_of(record, column_reel)) == "RENDERED";
     if (strip.black) return;
     if (special == special_no_material) {
         strip.sureness = Sureness::unknown;
@@ -165,7 +175,7 @@ void set_film(const dbrecord& record, Strip& strip) {
     const Fraction step = film_step(record, strip.speed);
     if (number_of(record, column_key_missing) == 0) strip.key = count_of(record, column_key_in, column_key_kind, step);
     strip.ink = count_of(record, column_ink_in, column_ink_kind, step);
-    const label_t timecode = edlstr_to_label_type(text_of(record, column_tc_kind).c_str());
+    const label_t timecode = edlstr_to_label_type(text_of(record, column_tc_kind));
     strip.timecode = count_of(record, column_tc_in, column_tc_kind, timecode_step(timecode, strip.speed));
     const bool even = step.den() == 1 && strip.timecode.step.den() == 1;
     strip.sureness = !strip.key ? Sureness::counted : even ? Sureness::exact : Sureness::within;
@@ -205,12 +215,17 @@ Strip stretch_of(const Strip& whole, std::int64_t from, std::int64_t to, Role ro
 }
 
 void TableUses::add(const dbrecord& record, int row) {
-    const Strip whole = strip_of(record, row);
-    const std::int64_t in = text_of(record, column_fx_in).empty() ? 0 : number_of(record, column_fx_len_in);
-    const std::int64_t out = text_of(record, column_fx_out).empty() ? 0 : number_of(record, column_fx_len_out);
+    const std::int64_t in = is_empty(record, column_fx_in) ? 0 : number_of(record, column_fx_len_in);
+    const std::int64_t out = is_empty(record, column_fx_out) ? 0 : number_of(record, column_fx_len_out);
+    Strip whole = strip_of(record, row);
+    const std::int64_t length = whole.length();
     if (in > 0) strips_.push_back(stretch_of(whole, -in, 0, Role::incoming));
-    if (whole.length() > 0) strips_.push_back(whole);
-    if (out > 0) strips_.push_back(stretch_of(whole, whole.length(), whole.length() + out, Role::outgoing));
+    if (out <= 0) {
+        if (length > 0) strips_.push_back(std::move(whole));
+        return;
+    }
+    if (length > 0) strips_.push_back(whole);
+    strips_.push_back(stretch_of(whole, length, length + out, Role::outgoing));
 }
 
 // Where an optical has one number in the assembly, it is that of all that it covers.
