@@ -118,7 +118,9 @@ std::size_t display_width(std::string_view text) {
     return width;
 }
 
-std::string closed_directions(const std::string& text) {
+// All marks of direction begin with the same byte, which few texts hold.
+std::string closed_directions(std::string text) {
+    if (text.find('\xE2') == std::string::npos) return text;
     constexpr char32_t first_embedding = 0x202A, pop = 0x202C, last_override = 0x202E;
     constexpr char32_t first_isolate = 0x2066, last_isolate = 0x2068, pop_isolate = 0x2069;
     std::vector<const char*> open;
@@ -133,10 +135,9 @@ std::string closed_directions(const std::string& text) {
             open.push_back("\xE2\x80\xAC");
         rest.remove_prefix(next.bytes);
     }
-    std::string closed = text;
     for (auto end = open.rbegin(); end != open.rend(); ++end)
-        closed += *end;
-    return closed;
+        text += *end;
+    return text;
 }
 
 } // namespace documents

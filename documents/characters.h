@@ -26,6 +26,6 @@ std::size_t display_width(std::string_view text);
 int display_width(char32_t code);
 
 /// Closes what a text left open of embedded directions, so that they end with it.
-std::string closed_directions(const std::string& text);
+std::string closed_directions(std::string text);
 
 } // namespace documents

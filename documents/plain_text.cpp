@@ -3,6 +3,7 @@
 #include "documents/characters.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace documents {
 namespace {
@@ -61,7 +62,7 @@ Texts texts_of(const Column& column, const Cell& cell) {
             texts.push_back(fit(text_of(line)));
         else
             for (std::string& one : wrapped(clean(text_of(line)), widest_words))
-                texts.push_back(closed_directions(one));
+                texts.push_back(closed_directions(std::move(one)));
     }
     return texts;
 }

@@ -22,7 +22,18 @@ constexpr PlainColumn<cut_s> film_columns[] = {
     plain_column<&cut_s::special>(cf_special),
 };
 
-constexpr PlainColumn<cut_s> other_columns[] = {
+/// What no list prints but that of timecodes.
+constexpr PlainColumn<cut_s> unlisted_columns[] = {
+    plain_column<&cut_s::src_reelid>(cf_src_reelid),
+    plain_column<&cut_s::aud_reelid>(cf_aud_reelid),
+    plain_column<&cut_s::src24P_reelid>(cf_src24P_reelid),
+    plain_column<&cut_s::cookie>(cf_cookie),
+    plain_column<&cut_s::scene>(cf_scene),
+    plain_column<&cut_s::take>(cf_take),
+    plain_column<&cut_s::description>(cf_description),
+};
+
+constexpr PlainColumn<cut_s> listed_columns[] = {
     plain_column<&cut_s::event>(cf_event),
     plain_column<&cut_s::optical_record>(cf_optical_record),
     plain_column<&cut_s::optical_ref>(cf_optical_ref),
@@ -33,17 +44,10 @@ constexpr PlainColumn<cut_s> other_columns[] = {
     plain_column<&cut_s::optical_in>(cf_optical_in),
     plain_column<&cut_s::optical_out>(cf_optical_out),
     plain_column<&cut_s::optical_name>(cf_optical_name),
-    plain_column<&cut_s::src_reelid>(cf_src_reelid),
-    plain_column<&cut_s::aud_reelid>(cf_aud_reelid),
-    plain_column<&cut_s::src24P_reelid>(cf_src24P_reelid),
     plain_column<&cut_s::cam_reel>(cf_cam_reel),
     plain_column<&cut_s::fx_mod_in>(cf_fx_mod_in),
     plain_column<&cut_s::fx_mod_out>(cf_fx_mod_out),
     plain_column<&cut_s::fx_name_out>(cf_fx_name_out),
-    plain_column<&cut_s::cookie>(cf_cookie),
-    plain_column<&cut_s::scene>(cf_scene),
-    plain_column<&cut_s::take>(cf_take),
-    plain_column<&cut_s::description>(cf_description),
     plain_column<&cut_s::clip_cue>(cf_clip_cue),
     plain_column<&cut_s::cue_description>(cf_cue_description),
     plain_column<&cut_s::utr_fx_present>(cf_utr_fx_present),
@@ -157,7 +161,8 @@ int cut_s::to_record(dbrecord& row) const {
     write_timecode(row, aud_tc, aud_columns);
     write_timecode(row, src24P_tc, src24P_columns);
     write_columns(*this, film_columns, row);
-    return write_columns(*this, other_columns, row);
+    write_columns(*this, unlisted_columns, row);
+    return write_columns(*this, listed_columns, row);
 }
 
 void cut_s::read_film(const dbrecord& row) {
@@ -170,7 +175,7 @@ void cut_s::read_film(const dbrecord& row) {
 
 void cut_s::read_listed(const dbrecord& row) {
     read_film(row);
-    read_columns(*this, other_columns, row);
+    read_columns(*this, listed_columns, row);
     shot_name = fromUTF8(NameText(row, cf_shot_name).text, -1);
     const label_t kind = read_kind(row, cf_inklabeltype);
     read_point(inkcode_in, row, cf_inkcode_in, kind);
@@ -179,6 +184,7 @@ void cut_s::read_listed(const dbrecord& row) {
 
 void cut_s::from_record(dbrecord& row) {
     read_listed(row);
+    read_columns(*this, unlisted_columns, row);
     // Only the primary timecode has its medium in the table; those of the others are fixed.
     std::int32_t medium = prim_tc.get_MediumRoll().medium;
     plain_columns::read(medium, row, cf_prim_tc_medium);

@@ -28,7 +28,7 @@ public:
     virtual int to_record(dbrecord& row) const;
     /// Reads the row. A field without text leaves its member as it was.
     virtual void from_record(dbrecord& row);
-    /// The same without the timecodes, which most lists don't print.
+    /// The same without what most lists don't print: timecodes, their reels, and what a log says of the shot.
     void read_listed(const dbrecord& row);
     /// Only what says where the film of the record lies: positions, transitions, speed and key numbers.
     void read_film(const dbrecord& row);

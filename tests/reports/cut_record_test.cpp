@@ -305,7 +305,8 @@ TEST_F(CutRecord, WhatListsReadIsWhatAWholeReadGives) {
         }
         RC_ASSERT(fresh.inkcode_out == whole.inkcode_out);
         RC_ASSERT(fresh.shot_name == whole.shot_name);
-        RC_ASSERT(std::string(fresh.description) == whole.description);
+        RC_ASSERT(std::string(fresh.cam_reel) == whole.cam_reel);
+        RC_ASSERT(std::string(fresh.fx_op_out) == whole.fx_op_out);
         RC_ASSERT(fresh.event == whole.event);
         RC_ASSERT(!fresh.prim_tc.is_valid());
     }));
