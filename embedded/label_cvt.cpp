@@ -37,13 +37,27 @@ std::optional<wide> number_of(std::string_view text) {
     return number;
 }
 
+constexpr auto make_pairs() {
+    std::array<char[2], 100> pairs{};
+    for (std::size_t number = 0; number < pairs.size(); ++number) {
+        pairs[number][0] = static_cast<char>('0' + number / 10);
+        pairs[number][1] = static_cast<char>('0' + number % 10);
+    }
+    return pairs;
+}
+constexpr auto pairs_of_digits = make_pairs();
+
+/// Of a number below 100.
+void put_two_digits(char* out, std::uint32_t number) { std::memcpy(out, pairs_of_digits[number], 2); }
+
 /// With leading zeros up to `digits`; the end of what it wrote. Much quicker than `printf`, and tables are full of
 /// such texts.
 char* put_number(char* out, std::uint32_t number, int digits) {
     for (std::uint64_t power = powers_of_ten[static_cast<std::size_t>(digits)]; number >= power; power *= 10)
         ++digits;
-    for (char* at = out + digits; at != out; number /= 10)
-        *--at = static_cast<char>('0' + number % 10);
+    for (int at = digits - 2; at >= 0; at -= 2, number /= 100)
+        put_two_digits(out + at, number % 100);
+    if (digits % 2 == 1) *out = static_cast<char>('0' + number);
     return out + digits;
 }
 
@@ -216,15 +230,16 @@ public:
     void format(int sample, const char*, char* out, unsigned size) const override {
         const int signed_frame = sample % base_.day();
         const int frame = std::abs(signed_frame);
-        const int number = frame + skipped_before(frame);
-        const int seconds = number / base_.count;
+        const auto number = static_cast<std::uint32_t>(frame + skipped_before(frame));
+        const auto count = static_cast<std::uint32_t>(base_.count);
+        const std::uint32_t seconds = number / count;
         char text[] = "-HH:MM:SS:FF";
         const std::string_view written(text, sizeof text - 1);
         put_two_digits(text + 1, seconds / 3600);
         put_two_digits(text + 4, seconds / 60 % 60);
         put_two_digits(text + 7, seconds % 60);
         if (base_.skipped) text[9] = ';';
-        put_two_digits(text + 10, number % base_.count);
+        put_two_digits(text + 10, number % count);
         write(out, size, signed_frame < 0 ? written : written.substr(1));
     }
 
@@ -241,11 +256,6 @@ public:
     }
 
 private:
-    static void put_two_digits(char* out, int number) {
-        out[0] = static_cast<char>('0' + number / 10);
-        out[1] = static_cast<char>('0' + number % 10);
-    }
-
     /// Numbers that the count leaves out up to a frame of the day.
     int skipped_before(int frame) const {
         const int rest = frame % base_.ten_minutes();

@@ -36,8 +36,9 @@ public:
     /// Takes over all texts of another row with as many fields.
     void assign(const RowFields& other);
     /// Fills a new row from a line of a table file, whose bytes become its texts: they lie in the table's memory, and
-    /// may be written and read for `behind_line` bytes behind them. False when the line doesn't fit the columns.
-    bool decode(char* line, std::size_t size);
+    /// may be written and read for `behind_line` bytes behind them. A plain one holds neither an escape nor a zero.
+    /// False when the line doesn't fit the columns.
+    bool decode(char* line, std::size_t size, bool plain);
     static constexpr std::size_t behind_line = 8;
 
 private:

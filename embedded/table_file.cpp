@@ -165,11 +165,12 @@ std::size_t read_head(std::string_view bytes, TableData* table) {
 /// With `leave_out`, lines that are no records are left out.
 bool read_records(std::string_view bytes, std::size_t max_records, bool leave_out, TableData* table) {
     char* const kept = table->keep_lines(bytes);
+    const bool plain = bytes.find('\\') == std::string_view::npos && bytes.find('\0') == std::string_view::npos;
     Lines lines({kept, bytes.size()});
     std::string_view line;
     while (table->rows.size() < max_records && lines.next(&line)) {
         Row* const row = table->make_row();
-        if (row->fields.decode(kept + (line.data() - kept), line.size())) {
+        if (row->fields.decode(kept + (line.data() - kept), line.size(), plain)) {
             table->rows.push_back(row);
         } else if (leave_out) {
             table->give_back(row);

@@ -121,10 +121,8 @@ bool RowFields::decode_escaped(const char* line, const char* end, char* out) {
     return field == count_;
 }
 
-bool RowFields::decode(char* line, std::size_t size) {
-    const std::string_view bytes(line, size);
+bool RowFields::decode(char* line, std::size_t size, bool plain) {
     if (size >= size_limit) throw std::bad_alloc();
-    const bool plain = bytes.find('\\') == std::string_view::npos && bytes.find('\0') == std::string_view::npos;
     return plain ? decode_plain(line, line + size) : decode_escaped(line, line + size, line);
 }
 
