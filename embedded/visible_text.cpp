@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
-#include <cstdint>
-#include <cstring>
 
 namespace embedded {
 namespace {
@@ -56,33 +54,24 @@ unsigned beginnings_in(std::string_view text) {
     return found;
 }
 
-/// Sixteen bytes that are looked at together; both compilers have these whatever the machine.
-using Sixteen [[gnu::vector_size(16)]] = unsigned char;
-
-/// Not 0 in the place of what a control character, a page mark or an escape begins with; tabs and line ends, which part
-/// fields and rows, aren't meant.
-Sixteen doubts_of(Sixteen bytes) {
-    const Sixteen both = bytes | 0x20; // 0xC2 and 0xE2 differ by this bit alone, as do \ and |
-    return Sixteen(((bytes < ' ') & (bytes != '\t') & (bytes != '\n')) | (bytes == 0x7F) | (both == 0xE2) |
-                   (both == '|'));
+/// 1 for what a control character, a page mark or an escape begins with; tabs and line ends, which part fields and
+/// rows, aren't meant.
+constexpr unsigned doubt_of(unsigned char byte) {
+    const bool other_control = (byte < ' ') & (byte != '\t') & (byte != '\n');
+    const bool control = other_control | (byte == 0x7F) | (byte == 0xC2) | (byte == 0xE2);
+    return (control | (byte == '|') | (byte == '\\')) ? 1U : 0U;
 }
 
-bool any(Sixteen doubts) {
-    std::uint64_t halves[2];
-    std::memcpy(halves, &doubts, sizeof halves);
-    return (halves[0] | halves[1]) != 0;
-}
-
-// Whole files go through here.
+// Whole files go through here; blocks of one size are what compilers look through many bytes at a time.
 bool any_doubtful(std::string_view text) {
-    Sixteen bytes, found{};
-    for (; text.size() >= sizeof bytes; text.remove_prefix(sizeof bytes)) {
-        std::memcpy(&bytes, text.data(), sizeof bytes);
-        found |= doubts_of(bytes);
+    constexpr std::size_t block = 64;
+    for (; text.size() >= block; text.remove_prefix(block)) {
+        unsigned char found = 0;
+        for (std::size_t i = 0; i < block; ++i)
+            found = static_cast<unsigned char>(found | doubt_of(static_cast<unsigned char>(text[i])));
+        if (found != 0) return true;
     }
-    bytes = Sixteen{} + static_cast<unsigned char>(' ');
-    std::memcpy(&bytes, text.data(), text.size());
-    return any(found | doubts_of(bytes));
+    return std::any_of(text.begin(), text.end(), [](char c) { return doubt_of(static_cast<unsigned char>(c)) != 0; });
 }
 
 bool may_hold_control(std::string_view text) { return (beginnings_in(text) & begins_control) != 0; }
