@@ -24,22 +24,26 @@ int long_number(const char* text, long value, bool negative) {
     return static_cast<int>(negative ? value : -value);
 }
 
-} // namespace
-
-// What `strtol` gives, cut to an int, at a fraction of its cost: rows hold their numbers as text.
-int decimal_number(const char* text) {
+int number_of_digits(const char* text, bool negative) {
     constexpr int safe = (std::numeric_limits<int>::max() - 9) / 10;
-    if (!text) return 0;
-    while (ascii::is_white(*text))
-        ++text;
-    const bool negative = *text == '-';
-    if (negative || *text == '+') ++text;
     int value = 0;
     for (; ascii::is_digit(*text); ++text) {
         if (value > safe) return long_number(text, -long{value}, negative);
         value = value * 10 + (*text - '0');
     }
     return negative ? -value : value;
+}
+
+} // namespace
+
+// What `strtol` gives, cut to an int, at a fraction of its cost: rows hold their numbers as text.
+int decimal_number(const char* text) {
+    if (!text) return 0;
+    if (ascii::is_digit(*text)) return number_of_digits(text, false);
+    while (ascii::is_white(*text))
+        ++text;
+    const bool negative = *text == '-';
+    return number_of_digits(negative || *text == '+' ? text + 1 : text, negative);
 }
 
 // A whole number of few digits, as most speeds are, is the same at any rounding.

@@ -74,13 +74,26 @@ int compare_rests(const SortKey& a, const SortKey& b, bool fold_case) {
     return a.rank < rank_of_zero ? -result : result;
 }
 
+/// The sort fields that tell any rows apart: what kind a row is, or which reel it belongs to, often is the same in all.
+std::vector<std::size_t> telling_fields(const TableData& table) {
+    std::vector<std::size_t> fields;
+    for (const std::size_t field : table.sort_fields) {
+        const auto differs = [&](const Row* row) {
+            return row->fields.view(field) != table.rows.front()->fields.view(field);
+        };
+        if (std::any_of(table.rows.begin(), table.rows.end(), differs)) fields.push_back(field);
+    }
+    return fields;
+}
+
 /// The keys of all rows, row by row, each row's most significant first.
 class SortKeys {
 public:
-    SortKeys(const TableData& table, bool fold_case) : width_(table.sort_fields.size()), fold_case_(fold_case) {
+    SortKeys(const TableData& table, const std::vector<std::size_t>& fields, bool fold_case)
+        : width_(fields.size()), fold_case_(fold_case) {
         keys_.reserve(table.rows.size() * width_);
         for (const Row* row : table.rows) {
-            for (const std::size_t field : table.sort_fields)
+            for (const std::size_t field : fields)
                 keys_.push_back(make_key(row->fields.view(field), table.sort_offset, fold_case));
         }
     }
@@ -112,8 +125,9 @@ struct SortedRow {
 } // namespace
 
 void TableData::sort(bool ascending, bool fold_case) {
-    if (sort_fields.empty()) return;
-    const SortKeys keys(*this, fold_case);
+    const std::vector<std::size_t> fields = telling_fields(*this);
+    if (fields.empty()) return;
+    const SortKeys keys(*this, fields, fold_case);
     std::vector<SortedRow> sorted;
     sorted.reserve(rows.size());
     for (std::size_t number = 0; number < rows.size(); ++number)
