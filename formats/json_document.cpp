@@ -1,6 +1,5 @@
 #include "formats/json_document.h"
 
-#include "formats/plain_json.h"
 #include "host/decimal_number.h"
 
 #include <algorithm>
@@ -128,41 +127,52 @@ std::unique_ptr<char[]> closed_copy(std::string_view bytes) {
     return copy;
 }
 
-} // namespace
+/// What a parser says of a text that it changes.
+struct Parsed {
+    std::size_t end = 0;
+    std::string fault; ///< empty where it is sound up to there
+    std::size_t fault_at = 0;
+};
 
-bool JsonDocument::parse_lent(std::string_view bytes) {
-    bool plain = false;
-    auto generate = [&](JsonTree& target) { return plain = read_plain_json(behind_mark(bytes), target); };
-    document_ = JsonTree();
-    document_.Populate(generate);
-    error_.clear();
-    return plain || parse(bytes);
-}
-
-bool JsonDocument::parse(std::string_view bytes) {
+template <unsigned more_flags> Parsed parse_in_place(char* text, JsonTree& document) {
     constexpr unsigned flags = rapidjson::kParseNanAndInfFlag | rapidjson::kParseNumbersAsStringsFlag |
-                               rapidjson::kParseIterativeFlag | rapidjson::kParseInsituFlag;
-    const std::size_t skipped = bytes.size() - behind_mark(bytes).size();
-    document_ = JsonTree();
-    text_ = closed_copy(behind_mark(bytes));
-    rapidjson::InsituStringStream stream(text_.get());
+                               rapidjson::kParseInsituFlag | more_flags;
+    rapidjson::InsituStringStream stream(text);
     rapidjson::GenericReader<JsonEncoding, JsonEncoding, JsonMemory> reader;
-    const char* reason = nullptr;
+    Parsed parsed;
     auto generate = [&](JsonTree& target) {
         DocumentFiller filler(target);
-        const auto result = reader.Parse<flags>(stream, filler);
-        reason = filler.reason();
-        return !result.IsError();
+        const bool sound = !reader.Parse<flags>(stream, filler).IsError();
+        parsed.end = stream.Tell();
+        if (filler.reason())
+            parsed.fault = filler.reason(), parsed.fault_at = parsed.end;
+        else if (!sound)
+            parsed.fault = rapidjson::GetParseError_En(reader.GetParseErrorCode()),
+            parsed.fault_at = reader.GetErrorOffset();
+        return sound;
     };
-    document_.Populate(generate);
+    document = JsonTree();
+    document.Populate(generate);
+    return parsed;
+}
+
+} // namespace
+
+// The parser that calls itself is the quicker one, and the filler sees to it that it doesn't do so too deep; of what is
+// wrong the other one tells.
+bool JsonDocument::parse(std::string_view bytes) {
+    const std::string_view text = behind_mark(bytes);
+    const std::size_t skipped = bytes.size() - text.size();
     error_.clear();
-    if (reason)
-        error_ = place_and_reason(bytes, skipped + stream.Tell(), reason);
-    else if (reader.HasParseError())
-        error_ = place_and_reason(bytes, skipped + reader.GetErrorOffset(),
-                                  rapidjson::GetParseError_En(reader.GetParseErrorCode()));
-    else if (skipped + stream.Tell() < bytes.size())
-        error_ = place_and_reason(bytes, skipped + stream.Tell(), "text behind the document");
+    text_ = closed_copy(text);
+    Parsed parsed = parse_in_place<rapidjson::kParseNoFlags>(text_.get(), document_);
+    if (parsed.fault.empty() && parsed.end == text.size()) return true;
+    text_ = closed_copy(text);
+    parsed = parse_in_place<rapidjson::kParseIterativeFlag>(text_.get(), document_);
+    if (!parsed.fault.empty())
+        error_ = place_and_reason(bytes, skipped + parsed.fault_at, parsed.fault);
+    else if (parsed.end < text.size())
+        error_ = place_and_reason(bytes, skipped + parsed.end, "text behind the document");
     return error_.empty();
 }
 

@@ -62,9 +62,6 @@ class JsonDocument {
 public:
     /// False with `error()` set, which names line and byte, both from 1.
     bool parse(std::string_view bytes);
-    /// The same, quicker, of a text that stays where it is for as long as the document: most strings lie in it, and no
-    /// zero closes them.
-    bool parse_lent(std::string_view bytes);
 
     const JsonValue& root() const { return document_; }
     JsonTree& document() { return document_; }

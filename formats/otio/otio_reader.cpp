@@ -49,7 +49,7 @@ private:
     embedded::EditBuilder::Unrender unrender_hooks(const embedded::EditDescription& edit) const;
     void add_warnings(const embedded::Warnings& warnings);
 
-    SharedText text_; ///< in which the strings of the document lie
+    SharedText text_;
     std::string path_;
     std::int64_t file_time_;
     ReadOptions options_;
@@ -62,7 +62,7 @@ private:
 };
 
 bool Reading::parse() {
-    if (!document_.parse_lent(*text_)) {
+    if (!document_.parse(*text_)) {
         result_.error = path_ + ": " + document_.error();
         return false;
     }
