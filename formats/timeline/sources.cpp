@@ -1,6 +1,7 @@
 #include "formats/timeline/sources.h"
 
 #include <cstdint>
+#include <cstring>
 #include <limits>
 
 namespace formats::timeline {
@@ -13,8 +14,9 @@ using embedded::SourceDescription;
 template <typename Short> bool append_if_short(std::string& key, Fraction::wide number) {
     const auto value = static_cast<Short>(number);
     if (value != number) return false;
-    key += static_cast<char>(sizeof value);
-    key.append(reinterpret_cast<const char*>(&value), sizeof value);
+    char bytes[1 + sizeof value] = {static_cast<char>(sizeof value)};
+    std::memcpy(bytes + 1, &value, sizeof value);
+    key.append(bytes, sizeof bytes);
     return true;
 }
 
