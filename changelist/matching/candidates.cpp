@@ -1,10 +1,12 @@
 #include "changelist/matching/candidates.h"
 
 #include "base/frame_math.h"
+#include "changelist/row_fields.h"
 #include "host/ascii_text.h"
 
 #include <cmath>
 #include <cstring>
+#include <tuple>
 
 namespace {
 
@@ -226,22 +228,28 @@ void CandidateGroups::spread() {
 }
 
 Candidates::Candidates(const chgdb& shape, LoggerHandle& log, bool labels_held)
-    : table_(shape, &log, 0), blank_(shape.film_std()), labels_held_(labels_held) {}
+    : pieces_(shape, &log, 0), blank_(shape.film_std()), labels_held_(labels_held) {}
 
 void Candidates::load(const dbrecord& row) {
-    add_copy(table_, row);
-    loaded_ = ++rows_;
+    loaded_.push_back({&row, number_field(row, hf_reel_seq), number_field(row, hf_edit_in), rows_});
+    ++rows_;
 }
 
 void Candidates::sort() {
-    int order[] = {hf_reel_seq, hf_edit_in, -1};
-    table_.set_sortfields(order);
-    table_.sort(1, 1);
+    std::sort(loaded_.begin(), loaded_.end(), [](const LoadedRow& a, const LoadedRow& b) {
+        return std::tie(a.reel, a.frame, a.place) < std::tie(b.reel, b.frame, b.place);
+    });
 }
 
 void Candidates::put_back(const ChangeRecord& piece) {
-    add_record(table_, piece);
+    add_record(pieces_, piece);
     ++rows_;
+}
+
+const dbrecord& Candidates::row_of(int index) const {
+    const auto place = static_cast<unsigned>(index);
+    const auto loaded = static_cast<unsigned>(loaded_.size());
+    return place < loaded ? *loaded_[place].row : *pieces_.get_record(place - loaded);
 }
 
 ChangeRecord Candidates::take(int index) {
@@ -254,11 +262,11 @@ ChangeRecord Candidates::take(int index) {
 void Candidates::drain(chgdb& changes) {
     for (unsigned row = 0; row < rows_; ++row) {
         if (row < spans_.size() && spans_[row].gone) continue;
-        add_copy(changes, *table_.get_record(row)).set_field(hf_record_type, "I", true);
+        add_copy(changes, row_of(static_cast<int>(row))).set_field(hf_record_type, "I", true);
     }
-    table_.set_all_tags(1);
-    table_.delete_tagged_records();
-    rows_ = loaded_ = 0;
+    pieces_.delete_records(0, pieces_.get_num_records());
+    loaded_.clear();
+    rows_ = 0;
     events_.clear();
     spans_.clear();
     groups_.clear();
@@ -269,7 +277,7 @@ void Candidates::learn() {
     if (events_.empty()) events_.reserve(rows_);
     for (auto row = static_cast<unsigned>(events_.size()); row < rows_; ++row) {
         ChangeRecord& event = events_.emplace_back(blank_);
-        event.read_for_match(*table_.get_record(row));
+        event.read_for_match(row_of(static_cast<int>(row)));
         spans_.push_back({event.key_in(), event.key_end(), event.edit_length, false, event.speed});
         const Bounds<int> reel(event.reel_seq);
         if (row == 0) reels_ = reel;

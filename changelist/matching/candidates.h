@@ -43,14 +43,15 @@ private:
     Vector<std::uint32_t> slots_; ///< places in `groups_` by hash; the next free slot takes what collides
 };
 
-/// A working table in the order of preference, with its rows as records. Rows that matched stay in the table until
-/// it is drained, marked as gone.
+/// Rows in the order of preference, with what matching needs of them as records. Those that matched stay until all are
+/// drained, marked as gone.
 class Candidates {
 public:
     /// Empty, with the columns and parameters of `shape`. `labels_held`: as for `merge_events`, of all that is loaded.
     Candidates(const chgdb& shape, LoggerHandle& log, bool labels_held = false);
 
-    /// Appends a copy of the row. Only allowed until the first search after a drain.
+    /// Appends a row, which has to stay where it is until all are drained. Only allowed until the first search after a
+    /// drain.
     void load(const dbrecord& row);
     /// Orders what was loaded by its place in the new cut.
     void sort();
@@ -64,10 +65,10 @@ public:
 
     /// As far as matching needs it; good until the next call that changes the table.
     const ChangeRecord& operator[](int index) const { return events_[static_cast<std::size_t>(index)]; }
-    const dbrecord& row_of(int index) const { return *table_.get_record(static_cast<unsigned>(index)); }
+    const dbrecord& row_of(int index) const;
     /// Labels stay when they are read and written again: those of the event's row, which a piece that is put back may
     /// not, or those of all rows that both cuts came with.
-    bool are_labels_held(int index) const { return labels_held_ && static_cast<unsigned>(index) < loaded_; }
+    bool are_labels_held(int index) const { return labels_held_ && static_cast<unsigned>(index) < loaded_.size(); }
     bool are_labels_held() const { return labels_held_; }
     /// No candidate lies on another reel.
     bool are_on_reel(int reel);
@@ -84,11 +85,19 @@ private:
     void learn();
     void enter(std::uint32_t event);
 
-    chgdb table_;
+    /// A row of the new cut, and where it lies there.
+    struct LoadedRow {
+        const dbrecord* row;
+        int reel;
+        int frame;
+        unsigned place; ///< in the order in which they were loaded
+    };
+
+    Vector<LoadedRow> loaded_;
+    chgdb pieces_; ///< those that were put back, numbered behind what was loaded
+    unsigned rows_ = 0;
     ChangeRecord blank_;
     bool labels_held_;
-    unsigned rows_ = 0;
-    unsigned loaded_ = 0;         ///< rows that no piece was put back as
     Vector<ChangeRecord> events_; ///< the rows that have been read
     Vector<EventSpan> spans_;
     Bounds<int> reels_{0};

@@ -4,12 +4,14 @@
 
 #include <gtest/gtest.h>
 
+#include <deque>
+
 namespace {
 
 class CandidatesTest : public testing::Test {
 protected:
     void offer(const std::vector<FilmEvent>& events) {
-        const EventTable rows(events);
+        const EventTable& rows = offered.emplace_back(events);
         for (unsigned index = 0; index < rows.table.get_num_records(); ++index)
             candidates.load(*rows.table.get_record(index));
     }
@@ -19,6 +21,7 @@ protected:
         return index;
     }
 
+    std::deque<EventTable> offered; ///< whose rows stay where they are
     EventTable changes;
     Candidates candidates{changes.table, changes.logger};
 };
