@@ -119,6 +119,7 @@ template <class Query>
 std::uint32_t first_of_any_speed(Candidates& candidates, CandidateGroup group, const Query& query) {
     group.varispeed = false;
     const std::uint32_t best = candidates.first(group, query);
+    if (!candidates.has_varispeed()) return best;
     group.varispeed = true;
     return candidates.first(group, query, best);
 }
@@ -267,6 +268,7 @@ void Candidates::drain(chgdb& changes) {
     pieces_.delete_records(0, pieces_.get_num_records());
     loaded_.clear();
     rows_ = 0;
+    has_varispeed_ = false;
     events_.clear();
     spans_.clear();
     groups_.clear();
@@ -296,6 +298,7 @@ void Candidates::enter(std::uint32_t index) {
     // No speed is like one that isn't a finite number.
     if (!std::isfinite(event.speed)) return;
     const CandidateGroup all(event, event.varispeed());
+    has_varispeed_ = has_varispeed_ || all.varispeed;
     groups_.make(all).add(index);
     groups_.make(all.with_reel(event.reel_seq)).add(index);
     if (!is_filler(event.keycode_in)) return;

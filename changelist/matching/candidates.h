@@ -70,6 +70,8 @@ public:
     /// not, or those of all rows that both cuts came with.
     bool are_labels_held(int index) const { return labels_held_ && static_cast<unsigned>(index) < loaded_.size(); }
     bool are_labels_held() const { return labels_held_; }
+    /// Of those that a search has learnt of.
+    bool has_varispeed() const { return has_varispeed_; }
     /// No candidate lies on another reel.
     bool are_on_reel(int reel);
 
@@ -101,6 +103,7 @@ private:
     Vector<ChangeRecord> events_; ///< the rows that have been read
     Vector<EventSpan> spans_;
     Bounds<int> reels_{0};
+    bool has_varispeed_ = false;
     CandidateGroups groups_;
 };
 

@@ -165,6 +165,16 @@ std::string own_fields(const chgdb& table, unsigned index) {
     return line;
 }
 
+TEST(HeldLabelsTest, OneShotWhoseRollIsntPlainIsToldWhereverItStands) {
+    const Shot plain{.frame = 0, .length = 20};
+    const Shot odd{.roll = "K\xc3\xa4se", .frame = 0, .length = 20};
+    EXPECT_TRUE(Flattened({plain, made_cut::black(5), plain}, film).labels_held);
+    EXPECT_FALSE(Flattened({odd, plain}, film).labels_held);
+    EXPECT_FALSE(Flattened({plain, odd, plain}, film).labels_held);
+    EXPECT_FALSE(Flattened({plain, odd, made_cut::black(5), plain}, film).labels_held);
+    EXPECT_FALSE(Flattened({plain, odd}, film).labels_held);
+}
+
 TEST(HeldLabelsTest, AFlattenedCutHasTheRowsOfThePlainWay) {
     EXPECT_TRUE(rc::check("rows", [] {
         const Cut cut = *rc::gen::container<Cut>(rc::gen::exec(any_shot));

@@ -1,7 +1,9 @@
 // The detailed list of changes.
 
+#include "changelist/lists/change_units.h"
 #include "tests/changelist/reports_fixture.h"
 
+#include <cstdio>
 #include <limits>
 
 using namespace reports_test;
@@ -155,6 +157,19 @@ TEST_F(DetailedListTest, TotalsInTimecode) {
       3 01:00:01:06 00:00:01:06      INSERT SHOT         00:00:01:06     C                    +00:00:01:06
         01:00:02:11 00:00:02:11
 )" + rule());
+}
+
+TEST_F(DetailedListTest, FramesHaveSevenPlacesOrAsManyAsTheyNeed) {
+    const ChangeUnits units(label_key_35mm_4p);
+    for (const int power : {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000, 1000000000}) {
+        for (const int frames : {power - 1, power, power + 1, -power, 1 - power, -1 - power}) {
+            char plain[16];
+            std::snprintf(plain, sizeof plain, "%07d", frames);
+            EXPECT_STREQ(units.behind("", frames).text, plain);
+        }
+    }
+    EXPECT_STREQ(units.behind("", std::numeric_limits<int>::min()).text, "-2147483648");
+    EXPECT_STREQ(units.behind("", std::numeric_limits<int>::max()).text, "2147483647");
 }
 
 TEST_F(DetailedListTest, AMoveIsTwoStepsThatNameEachOtherAndCancel) {
