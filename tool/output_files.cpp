@@ -34,8 +34,11 @@ bool same_file(const std::string& a, const std::string& b) {
     std::error_code ignored;
     if (a == embedded::standard_input || b == embedded::standard_input) return false;
     if (fs::equivalent(a, b, ignored)) return true;
-    // Of a relative name nothing would be resolved while its first folder or file is missing.
-    return fs::weakly_canonical(fs::absolute(a), ignored) == fs::weakly_canonical(fs::absolute(b), ignored);
+    // Of a relative name nothing would be resolved while its first folder or file is missing. An empty one has no
+    // place, and in a folder that was removed none has.
+    const fs::path whole_a = fs::absolute(a, ignored), whole_b = fs::absolute(b, ignored);
+    if (whole_a.empty() || whole_b.empty()) return a == b;
+    return fs::weakly_canonical(whole_a, ignored) == fs::weakly_canonical(whole_b, ignored);
 }
 
 bool is_standard_output(const std::string& path) {

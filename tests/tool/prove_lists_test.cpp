@@ -80,6 +80,12 @@ TEST_F(ProveLists, FailByAnEditThatIsAnotherOne) {
     EXPECT_THAT(result.out, StartsWith("not proved: "));
 }
 
+TEST_F(ProveLists, AreRefusedByAnEditWithoutAName) {
+    ASSERT_EQ(run({"cutlist", "cut.otio", "-o", "cut.txt", "--quiet"}).status, 0);
+    expect_failure({"print", "cut.cdb", "-o", "again.txt", "--prove", "--edit", "", "--quiet"}, 1,
+                   "quillbrook: \"\": names no file\n");
+}
+
 TEST_F(ProveLists, NeedToBeAskedForWhereAnEditIsNamed) {
     ASSERT_EQ(run({"cutlist", "cut.otio", "-o", "cut.txt", "--quiet"}).status, 0);
     const ToolResult result = run({"print", "cut.cdb", "-o", "again.txt", "--edit", "cut.otio"});
