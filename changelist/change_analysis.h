@@ -11,7 +11,8 @@ const char* run_changelist(const CutlistSet& old_set, const CutlistSet& new_set,
                            const LightweightString<wchar_t>& report_file, LoggerHandle& log);
 
 /// Cuts the events of both tables into pieces that are in both cuts or in one, and adds them to `changes`. With
-/// `labels_held` no label of either table changes when it is read and written again, so what stays whole is copied.
+/// `labels_held` no label of either table changes when it is read and written again, so what stays whole is copied; so
+/// are the brackets as they stand, which are read from the tables of the cuts alone.
 const char* merge_events(chgdb& old_events, chgdb& new_events, chgdb& changes, LoggerHandle& log,
                          bool labels_held = false);
 
