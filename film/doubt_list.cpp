@@ -174,7 +174,8 @@ std::string doubt_pages(const Findings& findings, const DoubtStyle& style) {
 }
 
 std::string_view head_of_report(std::string_view report) {
-    const ReportPages pages = read_pages(report);
+    ReportPages pages = read_pages(report.substr(0, report.find('\f')));
+    if (pages.lists.empty()) pages = read_pages(report); // its first sheet has none
     if (pages.lists.empty()) return {};
     const auto title_at = static_cast<std::size_t>(pages.lists.front().title.data() - report.data());
     const std::size_t line = report.rfind('\n', title_at);

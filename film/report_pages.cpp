@@ -62,12 +62,12 @@ public:
     std::vector<Sheet> read() {
         std::vector<Sheet> sheets(1);
         while (!rest_.empty()) {
-            const std::size_t end = rest_.find_first_of("\n\f");
-            const std::string_view text = rest_.substr(0, end);
-            const char closing = end == std::string_view::npos ? '\f' : rest_[end];
-            add_line(sheets.back(), text, closing);
-            if (end == std::string_view::npos) break;
-            rest_.remove_prefix(end + 1);
+            const auto end = std::find_if(rest_.begin(), rest_.end(), [](char c) { return c == '\n' || c == '\f'; });
+            const auto length = static_cast<std::size_t>(end - rest_.begin());
+            const char closing = end == rest_.end() ? '\f' : *end;
+            add_line(sheets.back(), rest_.substr(0, length), closing);
+            if (end == rest_.end()) break;
+            rest_.remove_prefix(length + 1);
             if (closing == '\f')
                 sheets.emplace_back();
             else
@@ -257,18 +257,15 @@ ReportPages read_pages(std::string_view bytes) {
 }
 
 std::string_view raw_cell(std::string_view line, int from, int to) {
+    std::size_t at = 0;
     int column = 0;
-    std::size_t first = line.size(), last = line.size();
-    for (std::size_t at = 0; at < line.size(); ++at) {
-        if (first == line.size() && column >= from) first = at;
-        if (to >= 0 && column >= to) {
-            last = at;
-            break;
-        }
-        column += takes_column(line[at]) ? 1 : 0;
-    }
-    first = std::min(first, last);
-    return line.substr(first, last - first);
+    const auto place_of = [&](int wanted) {
+        for (; at < line.size() && column < wanted; ++at)
+            column += takes_column(line[at]) ? 1 : 0;
+        return at;
+    };
+    const std::size_t first = place_of(from), last = to < 0 ? line.size() : place_of(to);
+    return to >= 0 && to <= from ? std::string_view() : line.substr(first, last - first);
 }
 
 std::string_view trimmed(std::string_view text) {

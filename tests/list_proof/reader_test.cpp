@@ -1,6 +1,8 @@
 // Reports read back from their text.
 
+#include "film/doubt_list.h"
 #include "film/printed_report.h"
+#include "film/report_pages.h"
 #include "tests/support/project_paths.h"
 #include "tests/support/scratch_directory.h"
 
@@ -43,6 +45,41 @@ TEST(PrintedReports, OfAllExamplesAreReadWhole) {
         EXPECT_EQ(faults_of(report), "") << path;
         EXPECT_FALSE(report.pages.lists.empty());
     }
+}
+
+TEST(PrintedReports, HaveTheHeadOfTheirFirstList) {
+    const std::string bytes = example("reel/expected/reel-neg.txt");
+    const std::string head(head_of_report(bytes));
+    EXPECT_EQ(head, bytes.substr(0, head.size()));
+    EXPECT_EQ(head.substr(0, 13) + head.substr(head.size() - 2), "Edit:        \r\n");
+    EXPECT_EQ(bytes.substr(head.size(), 50), "                               LIST OF ROLLS USED\r");
+    // On a later sheet.
+    EXPECT_EQ(head_of_report("\r\n\f\n" + bytes), "\r\n\f\n" + head);
+    EXPECT_EQ(head_of_report("Edit:         \r\n\f\n"), "");
+    EXPECT_EQ(head_of_report(""), "");
+}
+
+/// The bytes that stand in these columns, told for each by itself.
+std::string bytes_between(const std::string& line, int from, int to) {
+    std::string between;
+    int column = 0;
+    for (const char c : line) {
+        if (column >= from && (to < 0 || column < to)) between += c;
+        if (static_cast<signed char>(c) >= 32) ++column;
+    }
+    return between;
+}
+
+TEST(PrintedReports, CellsHoldTheBytesOfTheirColumns) {
+    EXPECT_TRUE(rc::check([](int seed) {
+        const auto line = *rc::gen::container<std::string>(rc::gen::element('a', ' ', '9', '\x1B', '\xC3', '\xA9'));
+        const int from = seed % 12, to = *rc::gen::inRange(-1, 14);
+        RC_ASSERT(raw_cell(line, from, to) == bytes_between(line, from, to));
+        const std::string between = bytes_between(line, from, to);
+        const std::size_t first = between.find_first_not_of(' ');
+        RC_ASSERT(cell(line, from, to) ==
+                  (first == std::string::npos ? "" : between.substr(first, between.find_last_not_of(' ') + 1 - first)));
+    }));
 }
 
 TEST(PrintedReports, TellTheirHeading) {
