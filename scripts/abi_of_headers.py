@@ -81,7 +81,7 @@ def virtuals_of(text):
 
 
 def functions(build, words):
-    """What the libraries define of the names in the headers."""
+    """What the libraries define of the names in the headers, which only name the `Impl` within a class."""
     found = set()
     for library in LIBRARIES:
         told = subprocess.run(["nm", "-DC", "--defined-only", build / library], capture_output=True, text=True,
@@ -91,7 +91,7 @@ def functions(build, words):
             scopes = name.partition("@@")[0].partition("(")[0].split("::")
             if scopes[0] in NAMESPACES:
                 scopes = scopes[1:]
-            if kind in "TDBR" and scopes and scopes[0] in words:
+            if kind in "TDBR" and scopes and scopes[0] in words and "Impl" not in scopes:
                 found.add(name.partition("@@")[0])
     return sorted(found)
 
