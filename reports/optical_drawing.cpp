@@ -3,9 +3,9 @@
 #include "reports/report_context.h"
 
 #include "base/code_text.h"
+#include "base/format_text.h"
 #include "base/frame_math.h"
 #include "host/fixed_text.h"
-#include "reports/format_text.h"
 
 #include <cmath>
 #include <cstdarg>

@@ -3,10 +3,10 @@
 #include "reports/report_context.h"
 
 #include "base/code_text.h"
+#include "base/format_text.h"
 #include "base/frame_math.h"
 #include "cutlist/cutlist_options.h"
 #include "host/fixed_text.h"
-#include "reports/format_text.h"
 
 #include <cstring>
 

@@ -1,6 +1,6 @@
 #include "reports/report.h"
 
-#include "reports/format_text.h"
+#include "base/format_text.h"
 
 #include <cstdarg>
 #include <utility>

@@ -1,10 +1,10 @@
 #include "reports/report_context.h"
 
+#include "base/format_text.h"
 #include "base/frame_math.h"
 #include "cutlist/cutlist_options.h"
 #include "host/fixed_text.h"
 #include "host/recdb.h"
-#include "reports/format_text.h"
 
 #include <string_view>
 

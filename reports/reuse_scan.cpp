@@ -1,6 +1,7 @@
 #include "reports/reuse_scan.h"
 
 #include "base/code_text.h"
+#include "base/format_text.h"
 #include "base/frame_math.h"
 #include "base/lasting.h"
 #include "base/messages.h"
@@ -10,7 +11,6 @@
 #include "reports/cut_s.h"
 #include "reports/cutdb.h"
 #include "reports/film_overlap.h"
-#include "reports/format_text.h"
 #include "reports/report_context.h"
 
 #include <algorithm>

@@ -1,14 +1,11 @@
 #include "changelist/lists/change_units.h"
 
+#include "base/format_text.h"
 #include "base/frame_math.h"
 #include "changelist/changelist_options.h"
 #include "changelist/run_state.h"
 #include "host/fixed_text.h"
 
-#include <algorithm>
-#include <charconv>
-#include <cstdint>
-#include <cstdlib>
 #include <cstring>
 
 namespace {
@@ -34,22 +31,6 @@ const char* sign_lead(const Leads& leads, int frames) {
     if (frames == 0) return leads.zero;
     return frames < 0 ? leads.below : leads.above;
 }
-
-/// What `printf` makes of "%07d", at a fraction of its cost: these are most of what a list says.
-struct FrameText {
-    char text[12];
-
-    explicit FrameText(int frames) {
-        constexpr int width = 7;
-        char digits[sizeof text];
-        const char* const end = std::to_chars(digits, digits + sizeof digits, std::abs(std::int64_t{frames})).ptr;
-        char* out = text;
-        if (frames < 0) *out++ = '-';
-        while (width - (out - text) > end - digits)
-            *out++ = '0';
-        *std::copy(static_cast<const char*>(digits), end, out) = '\0';
-    }
-};
 
 EditLabel counted_from_zero(EditLabel label) {
     label.set_start(0);
@@ -85,7 +66,9 @@ LengthText ChangeUnits::signed_length(int frames) const {
 LengthText ChangeUnits::behind(const char* lead, int frames) const {
     if (unit_ == LengthUnit::timecode) return {lead, zero_label_.get_string(frames)};
     if (unit_ == LengthUnit::feet) return {lead, foot_text(foot_kind_, frames).text};
-    return {lead, FrameText(frames).text};
+    char digits[12];
+    format_text(digits, "%07d", frames);
+    return {lead, digits};
 }
 
 ListText foot_text(label_t foot_kind, int frames) {

@@ -1,4 +1,4 @@
-#include "reports/format_text.h"
+#include "base/format_text.h"
 
 #include "host/ascii_text.h"
 
