@@ -20,7 +20,6 @@ namespace {
 using wide = std::int64_t;
 
 constexpr std::size_t longest_text = 40;
-constexpr std::size_t longest_prefix = 8;
 constexpr std::array<std::uint32_t, 7> powers_of_ten = {1, 10, 100, 1000, 10000, 100000, 1000000};
 /// Above every count that a sample can reach, and far below where a count times its samples would overflow.
 constexpr wide count_limit = 10'000'000'000;

@@ -41,6 +41,8 @@ struct TimecodeBase {
     constexpr int day() const { return 6 * 24 * ten_minutes(); }
 };
 
+/// Characters of the prefix of a key or ink number.
+constexpr std::size_t longest_prefix = 8;
 /// Kinds are numbered below this.
 constexpr int kind_numbers = 48;
 

@@ -12,10 +12,9 @@
 
 using embedded::clamp_to_int;
 using embedded::label_kind;
+using embedded::longest_prefix;
 
 namespace {
-
-constexpr std::size_t longest_prefix = 8;
 
 /// Prefixes of one character, by their length.
 using Fillings = std::array<std::array<char, longest_prefix + 1>, longest_prefix + 1>;

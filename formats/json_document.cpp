@@ -144,11 +144,13 @@ template <unsigned more_flags> Parsed parse_in_place(char* text, JsonTree& docum
         DocumentFiller filler(target);
         const bool sound = !reader.Parse<flags>(stream, filler).IsError();
         parsed.end = stream.Tell();
-        if (filler.reason())
-            parsed.fault = filler.reason(), parsed.fault_at = parsed.end;
-        else if (!sound)
-            parsed.fault = rapidjson::GetParseError_En(reader.GetParseErrorCode()),
+        if (filler.reason()) {
+            parsed.fault = filler.reason();
+            parsed.fault_at = parsed.end;
+        } else if (!sound) {
+            parsed.fault = rapidjson::GetParseError_En(reader.GetParseErrorCode());
             parsed.fault_at = reader.GetErrorOffset();
+        }
         return sound;
     };
     document = JsonTree();

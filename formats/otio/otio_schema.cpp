@@ -79,6 +79,7 @@ void append_segment(const Place& place, std::string& path) {
 
 bool is_newer(const ObjectType& type) { return type.newest != 0 && type.version > type.newest; }
 
+// Places are made up only for the refusal: they would cost more than the look at all objects.
 bool holds_newer(const JsonValue& value) {
     if (value.IsArray()) {
         for (const JsonValue& element : value.GetArray())
