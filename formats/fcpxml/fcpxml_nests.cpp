@@ -135,13 +135,12 @@ Fraction StoryReader::length_of(const Element& element, const Level& level) {
     const Fraction pace = pace_of(pick, level);
     if (const Asset* asset = context_.asset_of(pick); asset && asset->duration) return *asset->duration * pace;
     const Story story = story_of(pick);
-    const Content* content = story == Story::ref_clip  ? compound(pick, level)
-                             : story == Story::mc_clip ? angle(pick, level)
-                                                       : nullptr;
-    if (content) return std::max(Fraction(0), (end_of(content->runs, content->start) - start_of(pick)) * pace);
-    if (story == Story::clip || story == Story::sync_clip)
-        return std::max(Fraction(0), (end_of(contained(pick, level).runs, start_of(pick)) - start_of(pick)) * pace);
-    refuse(pick, "has no \"duration\"");
+    const Content* content = nullptr;
+    if (story == Story::ref_clip) content = compound(pick, level);
+    if (story == Story::mc_clip) content = angle(pick, level);
+    if (story == Story::clip || story == Story::sync_clip) content = &contained(pick, level);
+    if (!content) refuse(pick, "has no \"duration\"");
+    return std::max(Fraction(0), (end_of(content->runs, content->start) - start_of(pick)) * pace);
 }
 
 Items StoryReader::content_of(const Element& element, const Clock& clock, const Fraction& length, const Level& level) {
@@ -158,7 +157,7 @@ Items StoryReader::content_of(const Element& element, const Clock& clock, const 
         break;
     case Story::clip:
     case Story::sync_clip:
-        items = nest(element, contained(element, level), clock, length, level);
+        content = &contained(element, level);
         break;
     case Story::ref_clip:
         content = is_enabled_for(element, sound_) ? compound(element, level) : nullptr;
@@ -339,7 +338,7 @@ void StoryReader::adopt(const Element& element, Items& items) {
     }
 }
 
-StoryReader::Content StoryReader::contained(const Element& clip, const Level& level) {
+StoryReader::Content StoryReader::read_contained(const Element& clip, const Level& level) {
     Level inner;
     const std::optional<Fraction> rate = rate_inside(clip);
     inner.rate = rate ? context_.true_rate(*rate) : level.rate;
@@ -358,6 +357,14 @@ StoryReader::Content StoryReader::contained(const Element& clip, const Level& le
         add_connected(child, context_.time(child, "offset").value_or(Fraction(0)), inner, content.runs);
     }
     return content;
+}
+
+// Kept, as what a clip without a length contains is asked for twice: were it read twice, each such clip that lies in
+// another would double the work.
+const StoryReader::Content& StoryReader::contained(const Element& clip, const Level& level) {
+    const auto known = contents_.find(clip.number());
+    if (known != contents_.end()) return known->second;
+    return contents_.emplace(clip.number(), read_contained(clip, level)).first->second;
 }
 
 const StoryReader::Content* StoryReader::content_of_media(const Element& key, const Element& sequence,

@@ -121,7 +121,8 @@ private:
     const Content* angle(const Element& mc_clip, const Level& level);
     const Content* content_of_media(const Element& key, const Element& sequence, const Element& spine,
                                     const Level& level);
-    Content contained(const Element& clip, const Level& level);
+    const Content& contained(const Element& clip, const Level& level);
+    Content read_contained(const Element& clip, const Level& level);
 
     int add_shot(Shot shot);
     void check_work(const Element& element) const;

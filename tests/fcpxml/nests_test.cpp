@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace fcpxml_texts;
 using embedded::WarningKind;
 
@@ -37,6 +39,18 @@ TEST(FcpxmlClips, AClipMayHoldAStoryline) {
     EXPECT_EQ(drawn_spine(R"(<clip name="C" start="1s" duration="3s"><spine>)" + clip("A", R"(duration="2s")") +
                           clip("B", R"(start="7s" duration="2s")") + "</spine></clip>"),
               "0-24 A@00:00:01:00 | 24-72 B@00:00:07:00");
+}
+
+// Each of them is asked for its length, and then for its picture: it ends soon, and is told of once.
+TEST(FcpxmlClips, ClipsWithoutALengthInEachOtherAreReadOnce) {
+    std::string clips = R"(<video ref="m24" offset="0s" start="100s" duration="2s"/><surprise/>)";
+    for (int i = 0; i < 40; ++i)
+        clips = "<clip name=\"C" + std::to_string(i) + "\" offset=\"0s\">" + clips + "</clip>";
+    const auto result = read(with_spine(clips));
+    EXPECT_EQ(drawn(result.edit, 0), "0-48 C0@00:01:40:00");
+    EXPECT_EQ(std::count_if(result.warnings.begin(), result.warnings.end(),
+                            [](const auto& one) { return one.text.find("surprise") != std::string::npos; }),
+              1);
 }
 
 TEST(FcpxmlClips, AClipOfSoundAloneIsBlackAtTheBottom) {
