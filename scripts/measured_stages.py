@@ -25,8 +25,8 @@ def edit(kind="edit", more=""):
     return (f"make_input {kind} {{n}} {more} > e.otio",)
 
 
-def table(kind="edit"):
-    return edit(kind) + ("quillbrook cutlist e.otio -o t.txt --quiet",)
+def table(kind="edit", more=""):
+    return edit(kind, more) + ("quillbrook cutlist e.otio -o t.txt --quiet",)
 
 
 def recut(kind=""):
@@ -57,9 +57,8 @@ def reader(name, title, kind, file, options="", gate=(20, 500)):
                  within="tool::open_edit*", gate=gate)
 
 
-def document(option, title, made, lists="", into="", **more):
-    return Stage("print" + option[1:], title, "event", table("opticals"), f"{PRINT} {lists} {option} {into or made}", made,
-                 **more)
+def document(option, title, made, lists="", into="", make=table("opticals"), **more):
+    return Stage("print" + option[1:], title, "event", make, f"{PRINT} {lists} {option} {into or made}", made, **more)
 
 
 def log(kind, title, options=""):
@@ -105,7 +104,9 @@ GROUPS = {
         document("--svg", "`--svg`", "optical-1.svg", into="."),
     ],
     "paper": [
-        document("--pdf", "`--pdf`", "p.pdf", "--lists assembly", gate=(20, 100), sizes=(100, 500, 2500)),
+        # As many pages an event whatever the length: film of the other stages is used again the more the longer the edit is.
+        document("--pdf", "`--pdf`", "p.pdf", "--lists assembly", gate=(20, 100), sizes=(100, 500, 2500),
+                 make=table("shape", "uses=5 effect-every=20 dissolve-every=10")),
     ],
     "recuts": [
         Stage("changes", "`changelist` of the usual lists", "event", recut(), CHANGES + "summary,new,changes,transitions",
