@@ -268,9 +268,14 @@ void Matcher::find_groups(const std::vector<SourceDescription>& sources) {
     name_groups();
 }
 
+/// "A1" as "A1(7)": as much of it as the library still tells from others with such a number.
+std::string numbered(const std::string& text, int number) {
+    const std::string end = '(' + std::to_string(number) + ')';
+    return text.substr(0, reel_compared - end.size()) + end;
+}
+
 // The text itself where no other begins alike; else with a number, which may be all that tells long ones apart.
 void Matcher::name_groups() {
-    constexpr std::size_t kept = 9, digits_kept = 4;
     ReelNames names;
     for (const std::string& reel : other_reels_)
         names.add(reel);
@@ -279,11 +284,8 @@ void Matcher::name_groups() {
     int number = 0;
     for (auto& [text, group] : groups_) {
         names.remove(group.reel);
-        while (names.meets(group.reel)) {
-            std::string digits = std::to_string(++number);
-            digits.insert(0, digits_kept - std::min(digits.size(), digits_kept), '0');
-            group.reel = "~" + digits + group.text.substr(0, kept);
-        }
+        while (names.meets(group.reel))
+            group.reel = numbered(group.text, ++number);
         names.add(group.reel);
     }
 }

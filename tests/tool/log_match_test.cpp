@@ -171,6 +171,9 @@ TEST_F(LogMatch, KeepsClipsApartWhoseNamesBeginAlike) {
     EXPECT_THAT(made.err, Not(HasSubstr("reel-prefix")));
     for (std::size_t i = 0; i < names.size(); ++i)
         EXPECT_THAT(read("out.txt"), HasSubstr(std::to_string(i + 1) + "001+08"));
+    for (const char* reel : {"A1(2)", "A12", "A LONG N"})
+        EXPECT_THAT(read("out.cdb"), HasSubstr("\t" + std::string(reel) + "\t"))
+            << "as much as the column holds, and the text first";
 }
 
 /// The first key number of a table.
