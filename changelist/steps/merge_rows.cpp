@@ -28,6 +28,13 @@ struct PieceEnd {
     }
 };
 
+/// The numbers of the first frame as they were read, for rows are sorted by their texts. An invalid ink number leaves the
+/// row's own.
+void write_start(ChangeRecord& film, dbrecord& row) {
+    row.set_field(hf_keycode_in, film.keycode_in.get_string(), true);
+    if (film.inkcode_in.is_valid()) row.set_field(hf_inkcode_in, film.inkcode_in.get_string(), true);
+}
+
 /// At the last frame of the piece's own film.
 PieceEnd own_end(ChangeRecord& film) {
     film.set_outs();
@@ -96,12 +103,14 @@ private:
         if (kind.is("FX")) return;
         ChangeRecord& film = reader_.read(row);
         if (kind.is("DU") || kind.is("I")) {
+            write_start(film, row);
             own_end(film).write(row);
         } else if (run_ && continues(row, kind)) {
             changes_.set_tag(run_->last, 1);
             run_->extend(index, film);
         } else {
             finish();
+            write_start(film, row);
             run_.emplace(index, film);
             run_start_ = start_of(row);
         }

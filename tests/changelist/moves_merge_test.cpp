@@ -1,5 +1,7 @@
 #include "tests/changelist/moves_fixture.h"
 
+#include <algorithm>
+
 namespace {
 
 class MergeRowsTest : public MovesTest {
@@ -54,6 +56,25 @@ TEST_F(MergeRowsTest, WhatIsGoneOrNewDoesntPartARun) {
     add(kept({1, 20}, {1, 20}, 20, "KJ1234560101+04"));
     merge();
     EXPECT_EQ(kinds(), (Lines{"DU 1:5>1:0", "MO 1:0>1:0", "DC 1:5>1:0"}));
+}
+
+// Rows come from cuts whose film counts in other digits; what follows sorts them by their texts.
+TEST_F(MergeRowsTest, EachRowHasTheFirstNumbersAsTheyAreRead) {
+    const auto add_as = [&](const ChangeRecord& row, const char* key) {
+        add(row);
+        changes.get_record(changes.get_num_records() - 1)->set_field(hf_keycode_in, key, true);
+    };
+    add_as(kept({1, 0}, {1, 10}, 20, "KJ1234560100+00"), "KJ123456000100+00");
+    add_as(gone({1, 30}, 10, "KJ1234560200+00"), "KJ123456000200+00");
+    add_as(inserted({1, 40}, 10, "KJ1234560300+00"), "KJ123456000300+00");
+    merge();
+    ASSERT_EQ(changes.get_num_records(), 4U);
+    std::vector<std::string> keys;
+    for (unsigned row = 0; row < 4; ++row)
+        keys.push_back(field(changes, row, hf_keycode_in));
+    std::sort(keys.begin(), keys.end());
+    EXPECT_EQ(keys,
+              (std::vector<std::string>{"KJ1234560100+00", "KJ1234560200+00", "KJ1234560200+00", "KJ1234560300+00"}));
 }
 
 TEST_F(MergeRowsTest, AMissingKeyInsideARunShowsInItsOut) {
