@@ -37,14 +37,21 @@ WATCHERS = {
     "reports": "reports report_lists single_layer generator golden cross_checks changelist tool",
     "changelist": "changelist golden cross_checks host_seam tool",
     "logging": "logging shots logs host_seam golden tool",
-    "formats/edl": "edl golden tool",
+    "formats/edl": "edl export golden tool",
     "formats/fcpxml": "fcpxml",
     "formats/fcp7xml": "fcp7xml",
-    "formats/otio": "otio golden tool",
+    "formats/otio": "otio export golden tool",
     "formats/timeline": "otio fcp7xml golden",
     "formats/xml": "xml fcp7xml",
-    "formats/logs": "logs edl golden tool",
+    "formats/logs": "logs export edl golden tool",
     "formats/scans": "scans orders",
+    "formats/aaf": "aaf compound tool",
+    "formats/compound": "compound aaf",
+    "formats/bundle": "bundle otio tool",
+    "formats": "file_kind json edl otio fcpxml aaf export logs scans orders tool",  # what lies in none of those
+    "film": "film list_proof orders conform export documents fcpxml tool",
+    "embedded": "edit_model labels services recdb logging film generator edl otio golden failures export changelist tool",
+    "documents": "documents orders conform tool",
 }
 SLOW = "*TenThousand*"
 NOT_TRIED = {"base/allocation.cpp"}  # linked into the shared library alone
@@ -187,13 +194,14 @@ def changes_of(file, siblings):
 
 def all_changes(folders):
     siblings = sibling_names()
+    files = dict.fromkeys(NOT_TRIED)
     for folder in folders:
         place = ROOT / folder
         sources = [place] if place.is_file() else sorted(place.rglob("*.cpp"))
-        for source in sources:
-            file = str(source.relative_to(ROOT))
-            if file not in NOT_TRIED:
+        for file in (str(source.relative_to(ROOT)) for source in sources):
+            if file not in files:
                 yield from changes_of(file, siblings)
+            files[file] = None
 
 
 # ---- objects of a build, and programs made of them with one source changed
@@ -207,17 +215,27 @@ class Workshop:
         (place / "now").mkdir(parents=True)
         entries = json.loads((build / "compile_commands.json").read_text())
         self.commands = {os.path.relpath(entry["file"], ROOT): entry for entry in entries}
-        self.seconds = {}
-        self.archives = [self.keep(build / "tests/libtest_support.a"), self.keep(build / "libquillbrook_everything.a")]
+        self.seconds, self.kept = {}, set()
         self.linker = ["-fuse-ld=" + next(n for n in ("lld", "gold", "bfd") if shutil.which("ld." + n))]
-        self.objects = {folder.stem.removeprefix("test_"): [self.keep(o) for o in sorted(folder.rglob("*.o"))]
-                        for folder in build.glob("tests/CMakeFiles/test_*.dir") if folder.stem != "test_support"}
-        self.tool = [self.keep(o) for o in sorted((build / "CMakeFiles/quillbrook_tool.dir/tool").glob("*.o"))]
+        everything = self.keep(build / "libquillbrook_everything.a")
+        self.parts = {name: self.parts_of("tests/test_" + name) for name in set(" ".join(WATCHERS.values()).split())}
+        objects, _ = self.parts_of("quillbrook")  # of objects alone; what it loads itself lies in the build
+        self.command = objects, [everything, *self.parts["tool"][1], f"-Wl,-rpath,{build}"]
+
+    def parts_of(self, program):
+        """What a program is linked of: objects, then archives and libraries."""
+        commands = run(["ninja", "-C", str(self.build), "-t", "commands", program], ROOT, 60).stdout.decode()
+        words = shlex.split(commands.splitlines()[-1].split(" && ")[1])[1:]
+        ours = [self.keep(self.build / w) for w in words if w.endswith((".o", ".a")) and not w.startswith("/")]
+        others = [w for w in words if w.startswith("/") and w.endswith((".a", ".so"))]
+        return ([w for w in ours if w.endswith(".o")], [w for w in ours if w.endswith(".a")] + others)
 
     def keep(self, file):
         target = self.place / "objects" / file.relative_to(self.build)
-        target.parent.mkdir(parents=True, exist_ok=True)
-        shutil.copy2(file, target)
+        if target not in self.kept:
+            self.kept.add(target)
+            target.parent.mkdir(parents=True, exist_ok=True)
+            shutil.copy2(file, target)
         return str(target)
 
     def compile(self, file, text, optimise="-O0"):
@@ -230,9 +248,11 @@ class Workshop:
         words = [str(source) if w == entry["file"] else w for w in words if w not in ("-Werror", "-O2", "-g")]
         return target if run([*words, optimise, "-w"], entry["directory"], 120).returncode == 0 else None
 
-    def link(self, name, objects, libraries):
+    def link(self, name, parts, front):
         target = self.place / "now" / name
-        words = ["g++-12", *self.linker, "-o", target, *objects, *self.archives, *libraries]
+        objects, libraries = parts
+        words = ["g++-12", *self.linker, "-Wl,--as-needed", "-o", target, *objects, *front, "-Wl,--start-group",
+                 *libraries, "-Wl,--end-group"]
         done = run([str(w) for w in words], ROOT, 120)
         if done.returncode != 0:
             raise SystemExit(f"mutate: {name} doesn't link\n{done.stderr.decode()[:2000]}")
@@ -248,10 +268,8 @@ class Workshop:
     def how_it_fails(self, name, front, runs, folder):
         environment = dict(os.environ, RC_PARAMS=f"seed=1 noshrink=1 max_success={runs}", TMPDIR=folder)
         if name == "tool":
-            environment["QUILLBROOK_TOOL"] = str(self.link("quillbrook", self.tool + front, []))
-        program = self.link("test_" + name, self.objects[name] + front,
-                            ["-lrapidcheck", "-lgtest_main", "-lgmock", "-lgtest", "-lexpat", "-lgsf-1",
-                             "-lgobject-2.0", "-lglib-2.0", "-lpthread"])
+            environment["QUILLBROOK_TOOL"] = str(self.link("quillbrook", self.command, front))
+        program = self.link("test_" + name, self.parts[name], front)
         words = [str(program), "--gtest_fail_fast", "--gtest_brief=1", "--gtest_filter=-" + SLOW]
         done = run(words, self.place / "now", 300, environment, self.seconds.get(name, 300))
         if done.returncode == 0:
@@ -293,8 +311,9 @@ def run(words, folder, wall, environment=None, cpu=None):
 class Campaign:
     """What is known of each change, kept in a file as one line of JSON each, the last one of a change holds."""
 
-    def __init__(self, workshop, file):
-        self.workshop, self.file, self.results = workshop, file, {}
+    def __init__(self, workshop, file, without):
+        self.workshop, self.file, self.without, self.results = workshop, file, without, {}
+        self.sections = {}
         self.killers = collections.Counter()
         if file.exists():
             for line in file.read_text().splitlines():
@@ -328,7 +347,7 @@ class Campaign:
         if not built:
             return self.note(change, "no code")
         folder = next(f for f in WATCHERS if change.file.startswith(f + "/"))
-        order = WATCHERS[folder].split()
+        order = [name for name in WATCHERS[folder].split() if name not in self.without]
         order.sort(key=lambda name: -self.killers[change.file, name])
         for name in order:
             how = self.workshop.fails(name, built)
@@ -342,7 +361,9 @@ class Campaign:
 
     def same_code(self, file, text, changed):
         """Whether the optimiser makes the same of both."""
-        return self.section(file, text) == self.section(file, changed)
+        if file not in self.sections:
+            self.sections[file] = self.section(file, text)
+        return self.sections[file] == self.section(file, changed)
 
     def section(self, file, text):
         built = self.workshop.compile(file, text, "-O2")
@@ -394,6 +415,7 @@ def main():
     parser.add_argument("--sample", type=int, default=60, help="how many changes that compile (60)")
     parser.add_argument("--seed", type=int, default=1, help="of the random order (1)")
     parser.add_argument("--survivors", action="store_true", help="only those that survived before")
+    parser.add_argument("--without", nargs="*", default=[], help="tests that aren't asked, slow ones for --survivors say")
     parser.add_argument("--list", action="store_true", help="tell the changes, try none")
     parser.add_argument("--build", type=pathlib.Path, default=ROOT / "build/release", help="whose objects to link")
     parser.add_argument("--work", type=pathlib.Path, default=ROOT / "build/mutants", help="where to work")
@@ -405,7 +427,8 @@ def main():
 
     options.work.mkdir(parents=True, exist_ok=True)
     run(["ninja", "-C", str(options.build), "libquillbrook_everything.a"], ROOT, 3600)
-    campaign = Campaign(Workshop(options.build.resolve(), options.work.resolve()), options.work / "results.jsonl")
+    campaign = Campaign(Workshop(options.build.resolve(), options.work.resolve()), options.work / "results.jsonl",
+                        options.without)
     done, began, tried = [], time.time(), 0
     for change in chosen(options, campaign):
         if not options.survivors and sum(campaign.results[k]["state"] != "no code" for k in done) >= options.sample:
