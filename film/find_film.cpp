@@ -24,7 +24,6 @@ std::int64_t frames_outside(const Strip& strip, std::int64_t media) {
         return frame >= 0 && frame < media;
     };
     const std::int64_t length = strip.length();
-    if (inside(0) && inside(length - 1)) return 0;
     const auto below = [&](std::int64_t k) { return strip.source.frame_at(k) < 0; };
     const auto split = [length](const auto& holds) {
         std::int64_t low = 0, high = length;

@@ -54,7 +54,7 @@ private:
             first = std::min(first, piece->cut_in);
             last = std::max(last, piece->cut_out);
         }
-        if (first <= last && (first != begin || last != end + 1)) {
+        if (first <= last) {
             run_.expect_number(name_, "begins at", begin, first, begin);
             run_.expect_number(name_, "ends at", end, last - 1, end);
         }

@@ -40,6 +40,13 @@ TEST_F(LoggedUses, FilmIsCountedFromTheRow) {
     EXPECT_EQ(strips[0].sureness, Sureness::exact);
 }
 
+TEST_F(LoggedUses, InkIsCountedFromTheRowToo) {
+    auto inked = first_minute;
+    inked[8] = "AA121000+00";
+    EXPECT_EQ(uses("vt1", 24, 48, {inked})[0].ink.text_at(1), "AA121001+09");
+    EXPECT_FALSE(uses("vt1", 24, 48, {first_minute})[0].ink);
+}
+
 TEST_F(LoggedUses, AFramePastTheRowIsTheNextRows) {
     EXPECT_THAT(drawn(uses("vt1", 1440 - 48, 77, {first_minute, second_minute})),
                 ElementsAre("1 cut 0-48 A001 KJ1234560187+00", "1 cut 48-77 A002 KJ9876540500+00"));

@@ -1,5 +1,6 @@
 // Strips of small edits.
 
+#include "film/find.h"
 #include "tests/film/made_film.h"
 #include "tests/generator/made_edit.h"
 
@@ -164,6 +165,34 @@ TEST(UsesOfTables, TimecodeOfVideoCountsItsOwnFramesToTheFilms) {
         ASSERT_TRUE(strips[0].timecode) << kind.type;
         EXPECT_EQ(strips[0].timecode.frame_at(24) - strips[0].timecode.frame_at(0), kind.frames_of_24) << kind.type;
     }
+}
+
+std::vector<std::string> told(const film::Findings& findings) {
+    std::vector<std::string> lines;
+    for (const film::Finding& finding : findings)
+        lines.push_back(finding.place.name + ", " + std::to_string(finding.place.frame) + ": " + finding.what);
+    return lines;
+}
+
+// The effect over nothing is the table's first row.
+TEST(FindingsOfTables, AreThoseOfTheirEdits) {
+    EditBuilder builder(plain_edit());
+    const int v1 = builder.add_channel(picture), fx = builder.add_channel(picture, chan_fx);
+    embedded::SourceDescription unnumbered = shot("b");
+    unnumbered.key.reset();
+    builder.add_gap(v1, frames(20));
+    builder.add_event(v1, event_of(builder.add_source(shot("a")), 48));
+    builder.add_event(v1, event_of(builder.add_source(unnumbered), 30, 5));
+    builder.add_gap(fx, frames(2));
+    builder.add_gap(fx, frames(7), {lab_effect("Blur", {0})});
+    const EditPtr edit = builder.finish();
+    const film_test::MadeList list(edit, {});
+    ASSERT_TRUE(list.made);
+    const std::vector<std::string> by_table = told(film::check_table(*list.table, {}));
+    EXPECT_THAT(by_table, ElementsAre("Blur, 2: optical 1 of 7 frames can't be described: it lies over no event of the "
+                                      "lowest track, or another optical has those",
+                                      "b, 68: 30 frames of tape Tb from 01:00:00:05 have no key number"));
+    EXPECT_EQ(by_table, told(film::check_edit(edit, {}, nullptr, {})));
 }
 
 } // namespace

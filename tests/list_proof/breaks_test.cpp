@@ -49,6 +49,7 @@ constexpr Break breaks[] = {
     {heron, pulls, "8    H14", "8    H15"},
     {heron, pulls, "Wings 4", "Wings 5"},
     {heron, pulls, "1+15", "1+16"},
+    {heron, pulls, "    1+15", "10001+15"},
     {heron, pulls, "KE43120710003+12", "KE43120710003+13"},
     {heron, pulls, "KE43120710003+12", "KE43120710004+12"},
     {heron, pulls, "KE4312073306+07", "KF4312073306+07"},
@@ -87,6 +88,7 @@ constexpr Break breaks[] = {
     {heron, assembly, "End of assembly", "End of a sembly"},
     {harbour, assembly, "run at 2 times", "run at 3 times"},
     {harbour, assembly, "-- OPTICAL#1 --", "-- OPTICAL#2 --"},
+    {harbour, assembly, "-- OPTICAL#1 --\r", "-- OPTICAL#1 --!\r"},
     {harbour, assembly, "6+20       --", "6+19       --"},
     // The drawings.
     {harbour, opticals, "OPTICAL#1 ", "OPTICAL#3 "},
@@ -105,6 +107,8 @@ constexpr Break breaks[] = {
     {harbour, opticals, "full  OUT:0007+10", "full  OUT:0007+11"},
     {harbour, opticals, "1803+11.3", "1803+12.3"},
     {harbour, opticals, "end:     0010+19", "end:     0010+18"},
+    {"edl/ferryman", opticals, "0000+00   end footage: 0007+07   frame length: 120",
+     "0000+00   end footage: 0007+07   frame length: 121"},
     {lantern, opticals, "-- Layer  2  of", "-- Layer  3  of"},
     {lantern, opticals, "SPEED 200%", "SPEED 201%"},
     {lantern, opticals, "FX start: 0018+02", "FX start: 0018+03"},
@@ -114,6 +118,7 @@ constexpr Break breaks[] = {
     // The timecode list.
     {newsroom, "TIMECODE", "01:00:56;20", "01:00:56;21"},
     {newsroom, "TIMECODE", "01:00:57;10", "01:00:58;10"},
+    {newsroom, "TIMECODE", "02:10:01;03", "02:10:01;05"},
     {newsroom, "TIMECODE", "D2   20Phone", "D3   20Phone"},
 };
 

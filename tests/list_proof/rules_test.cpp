@@ -53,7 +53,11 @@ TEST_F(Rules, FilmOfAnUpperTrackWithoutAnEffectStandsInNoList) {
     const int v2 = builder.add_channel(picture);
     builder.add_gap(v2, frames(10));
     add(v2, "b", 12);
-    EXPECT_EQ(rules_of(proof(copy).failures), "upper-track 1");
+    const film::ListProof made = proof(copy);
+    EXPECT_EQ(rules_of(made.failures), "upper-track 1");
+    EXPECT_THAT(film::line_of(made.failures[0]),
+                testing::StartsWith("pull list, V2, frame 10: \"b\" on roll \"A001\" stands in no list (rule "));
+    EXPECT_EQ(film::summary_of(made), "not proved: 1 failure in 1 event, 48 frames");
 }
 
 TEST_F(Rules, ReversedShotsLoseFilmAtATransition) {
@@ -157,6 +161,39 @@ TEST_F(Rules, ABarInANameIsNotPrinted) {
     const film::ListProof made = proof(copy);
     EXPECT_TRUE(made.proved());
     EXPECT_EQ(rules_of(made.exceptions), "name-cut 2");
+}
+
+// Feet and frames that stand where the proof isn't sure of the frame: first numbers, marks and drawings.
+TEST_F(Rules, ANumberAtAnUnevenSpeedMayBeAFrameOffAndNoMore) {
+    add(v1, "a", 48, 100, Fraction(3, 2));
+    builder.add_transition(v1, dissolve(6, 6));
+    add(v1, "b", 48, 200, Fraction(5, 3));
+    const MadeReport made(builder.finish(), copy);
+    const auto failures_with = [&made](const std::string& text, const std::string& other) {
+        std::string report = made.report;
+        const std::size_t at = report.find(text);
+        EXPECT_NE(at, std::string::npos) << text << report;
+        report.replace(at, text.size(), text.substr(0, text.size() - other.size()) + other);
+        return film::prove_report(report, made.by_edit, made.options).failures.size();
+    };
+    ASSERT_TRUE(film::prove_report(made.report, made.by_edit, made.options).proved());
+    struct Number {
+        const char* text;
+        const char* near[2];
+        const char* far[2];
+    };
+    constexpr Number numbers[] = {
+        {"1    A001      a                     3+00      KJ1234560106+04", {"3", "5"}, {"2", "6"}},
+        {"1    0000+00       3+00    A001      a         KJ1234560106+04", {"3", "5"}, {"2", "6"}},
+        {"MARK FROM KJ1234560110+03", {"2", "4"}, {"1", "5"}},
+        {"start OUT:0002+10 KJ1234560110+03", {"2", "4"}, {"1", "5"}},
+        {"start IN:0002+10 KJ1234560111+14", {"3", "5"}, {"2", "6"}},
+    };
+    for (const Number& number : numbers)
+        for (const int side : {0, 1}) {
+            EXPECT_EQ(failures_with(number.text, number.near[side]), 0U) << number.text << ", " << number.near[side];
+            EXPECT_GT(failures_with(number.text, number.far[side]), 0U) << number.text << ", " << number.far[side];
+        }
 }
 
 std::string section_of(const std::string& file, const std::string& heading) {
