@@ -52,6 +52,12 @@ TEST(AafTracks, ATransitionLongerThanANeighbourIsToldOf) {
     EXPECT_EQ(drawn(result), "A 0-28 @0 | x 28-40 | B 40-40 @8 | C 40-50 @0");
 }
 
+TEST(AafTracks, BehindATransitionLongerThanANeighbourTheTrackBelowShowsFromThere) {
+    const auto upper = sequence({clip(2, 0, 40), transition(12, 12), clip(3, 0, 8), below(10)});
+    EXPECT_EQ(drawn(track(sequence({clip(4, 0, 10), scope(50, {clip(1, 0, 50), upper})}))),
+              "D 0-10 @0 | B 10-38 @0 | x 38-50 | C 50-50 @8 | A 50-60 @40");
+}
+
 TEST(AafTracks, OfTwoTransitionsInARowTheFirstCounts) {
     const auto result = read(track(sequence({clip(1, 0, 40), transition(8, 4), transition(6, 3), clip(2, 0, 40)}, 72)));
     EXPECT_TRUE(warns_of(result, "component 3: dropped, as it follows another transition"));

@@ -120,6 +120,7 @@ TEST(Fcp7Places, OfTwoThatBeginTogetherTheLaterStays) {
 TEST(Fcp7Places, WhatLiesAheadOfTheSequenceOrHasNoLengthIsLeftOut) {
     const auto result = read(clip({"A", -20, 10, 100, 130}) + clip({"B", 30, 10, 0, 20}) + clip({"C", 40, 50, 0, 10}));
     EXPECT_EQ(shown(result), "0-10 A@01:00:05:00 | 10-40 black | 40-50 C@01:00:00:00");
+    EXPECT_EQ(shown(read(clip({"A", -1, 10, 100, 111}))), "0-10 A@01:00:04:05");
     EXPECT_EQ(told(result),
               "line 4: clip item \"A\": begins 20 frames ahead of the sequence; what lies there is left out\n"
               "line 4: clip item \"B\": has no length and is left out");

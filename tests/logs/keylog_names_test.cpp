@@ -173,6 +173,10 @@ TEST(KeylogNames, ColumnsAndGaugesThatAreNotAsTheyShouldAreTold) {
     const Log gauge = told(keylog::full_header(), keylog::standards("48", "4", "PAL", "VTR 1"));
     ASSERT_EQ(gauge.warnings.size(), 1u);
     EXPECT_THAT(gauge.warnings[0].text, HasSubstr("gauge \"48\" isn't known"));
+    const Log standard = told(keylog::full_header(), keylog::standards("35", "4", "PAL_30", "VTR 1"));
+    ASSERT_EQ(standard.warnings.size(), 1u);
+    EXPECT_THAT(standard.warnings[0].text, HasSubstr("standard \"pal_30\" isn't known"));
+    EXPECT_THAT(standard.error, HasSubstr("rate"));
     std::string no_keys = keylog::full_header();
     for (const char* name : {"KEYIN ", "INK_IN"})
         no_keys.replace(no_keys.find(name), 6, 6, 'X');

@@ -69,13 +69,15 @@ TEST(OtioChannel, ADisabledClipIsAGap) {
 }
 
 TEST(OtioChannel, GeneratorsNamedBlackOrSlugAreBlackInAnyCase) {
-    const auto kind = [](const std::string& fields) {
-        return drawn(timeline({track({}), track({clip("A", 0, 1, {}, object("GeneratorReference.1", fields))})}), 1);
+    const auto kind = [](const std::string& fields, const char* schema = "GeneratorReference.1") {
+        return drawn(timeline({track({}), track({clip("A", 0, 1, {}, object(schema, fields))})}), 1);
     };
     EXPECT_EQ(kind("\"generator_kind\": \"Black\""), "b 0-1");
     EXPECT_EQ(kind("\"generator_kind\": \"SLUG\", \"name\": \"x\""), "b 0-1");
     EXPECT_EQ(kind("\"generator_kind\": \"\", \"name\": \"bLACK\""), "b 0-1");
     EXPECT_EQ(kind("\"generator_kind\": \"bars\", \"name\": \"black\""), "black 0-1");
+    EXPECT_EQ(kind("\"target_url\": \"Slug.mov\", \"name\": \"Slug\"", "ExternalReference.1"), "Slug 0-1")
+        << "a file of that name is film";
 }
 
 //     | A A A A | B B B B |

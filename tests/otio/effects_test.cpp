@@ -179,12 +179,13 @@ TEST(OtioCue, TheFirstSchemaCallsItsRangeDifferently) {
 
 TEST(OtioCue, MarkersOfGapsAndDisabledItemsAreDropped) {
     const Extra marks = markers({marker(0, "x")});
-    EXPECT_EQ(cues(read(timeline({track({gap(1, marks), clip("A", 0, 1, marks + ", \"enabled\": false")})}))),
-              Strings{});
+    const Extra off = ", \"enabled\": false";
+    EXPECT_EQ(cues(read(timeline({track({gap(1, marks), clip("A", 0, 1, marks + off)})}))), Strings{});
+    EXPECT_EQ(cues(read(timeline({track({clip("A", 0, 1)})}, {}, marks + off))), Strings{});
 }
 
 TEST(OtioCue, ATrimmedTracksMarkersMoveWithItsContent) {
-    const Extra marks = markers({marker(1, "cut off"), marker(3, "kept")});
+    const Extra marks = markers({marker(1, "before"), marker(3, "kept"), marker(5, "behind")});
     const auto result = read(timeline({track({clip("A", 0, 9)}, marks + ", " + source_range(2, 3))}));
     EXPECT_EQ(cues(result), Strings{"kept/4"});
     EXPECT_EQ(cues(result, 0, 0.9), Strings{});

@@ -25,6 +25,7 @@ TEST(KeyNumber, LettersBecomeCapitals) { EXPECT_EQ(plain_key_number("eK65 2322 1
 TEST(KeyNumber, WithoutFramesHyphensGo) {
     EXPECT_EQ(plain_key_number("KX654321-0000"), "KX6543210000");
     EXPECT_EQ(plain_key_number("KX-65-4321-0000"), "KX6543210000");
+    EXPECT_EQ(plain_key_number("KX654321-000"), "KX654321000");
 }
 
 TEST(KeyNumber, BlanksOfAllSortsGo) {
