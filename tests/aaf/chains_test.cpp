@@ -361,4 +361,14 @@ TEST(AafChains, PerforationsMayStandInTheWordsOfTheGauge) {
     }
 }
 
+TEST(AafChains, AKeyNumberOfFilmThatNoListKnowsIsLeftOutAndToldOf) {
+    Made made = telecine(sequence({clip(1, 20, 24)}));
+    made.mobs[4].child(
+        pid::essence_description,
+        Object(Class::film_descriptor).number(pid::film_format, 1, 1).text(pid::film_gauge, "35mm, 7perf"));
+    const auto result = read(made);
+    EXPECT_EQ(label_at(result, user_label_key), "-");
+    EXPECT_TRUE(warns_of(result, "its key number is of a film (35mm-7p) that has none here"));
+}
+
 } // namespace
