@@ -257,13 +257,15 @@ TEST(Ale, ColumnThatStandsTwice) {
 
 TEST(Ale, OtherLettersThanUtf8AreLatin) {
     Cells cells = plain_row;
-    cells[0] = "Stra\xDF"
+    cells[0] = "Br\xFC"
+               "ckenstra\xDF"
                "e";
     const Log log = read(ale(plain_heading, plain_columns, {cells}));
     EXPECT_THAT(log.warnings,
                 ElementsAre(embedded::Warning(embedded::WarningKind::text, "day.ale: isn't UTF-8; taken as Latin-1")));
     ASSERT_EQ(log.rows.size(), 1u);
-    EXPECT_EQ(log.rows[0][LogField::name], "Stra\xC3\x9F"
+    EXPECT_EQ(log.rows[0][LogField::name], "Br\xC3\xBC"
+                                           "ckenstra\xC3\x9F"
                                            "e");
 }
 
