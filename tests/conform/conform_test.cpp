@@ -1,5 +1,6 @@
 // Cuts held against the negative, by hand.
 
+#include "film/conform_texts.h"
 #include "tests/conform/made_uses.h"
 
 #include <gmock/gmock.h>
@@ -157,6 +158,24 @@ TEST(Strands, OfTimecodeAreTheTapes) {
     EXPECT_EQ(held(uses, {}).size(), 1U);
     uses[1].run.roll = "B7";
     EXPECT_THAT(held(uses, {}), IsEmpty());
+}
+
+TEST(UsesInWords, NameTheirPlaceTheirFilmAndWhetherTheyArePrinted) {
+    film::ConformToTell told;
+    film::CutUse one = use(100, 147, 24);
+    one.event = one.last_event = 3;
+    one.name = "Weir";
+    EXPECT_EQ(film::use_text(told, one), "event 3, 24 to 71, \"Weir\", A001 KJ1234560006+04 to KJ1234560009+03");
+    one.last_event = 4;
+    one.printed = true;
+    one.off = 1;
+    told.reels.resize(2);
+    EXPECT_EQ(film::use_text(told, one), "R1 events 3 to 4, 24 to 71, \"Weir\", A001 KJ1234560006+04 to "
+                                         "KJ1234560009+03, printed, give or take 1 frame");
+    one.event = 0;
+    one.layer = 1;
+    one.run.roll.clear();
+    EXPECT_THAT(film::use_text(told, one), testing::HasSubstr("R1 V2 at 24, 24 to 71, \"Weir\", no roll KJ"));
 }
 
 } // namespace
