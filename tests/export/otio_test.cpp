@@ -150,4 +150,18 @@ TEST_F(OtioExport, IsTheSameWhenItIsExportedAgain) {
     }));
 }
 
+TEST(OtioTracks, AreNamedByKindAndNumber) {
+    embedded::EditBuilder builder(generator_test::plain_edit());
+    for (const int kind :
+         {generator_test::sound, generator_test::picture, generator_test::picture, generator_test::sound})
+        builder.add_black(builder.add_channel(kind), generator_test::frames(10));
+    const std::string text = formats::write_otio(builder.finish()).text;
+    std::string names;
+    for (std::size_t at = text.find("Track.1"); at != std::string::npos; at = text.find("Track.1", at + 1)) {
+        const std::size_t name = text.find("\"name\"", at);
+        names += text.substr(name, text.find(',', name) + 1 - name);
+    }
+    EXPECT_EQ(names, R"("name": "A1","name": "V1","name": "V2","name": "A2",)");
+}
+
 } // namespace
