@@ -134,7 +134,9 @@ TEST_F(Table, FieldsAreReadInEveryForm) {
     EXPECT_TRUE(truth);
     EXPECT_EQ(number, 12);
     EXPECT_EQ(real, 1.5);
+    EXPECT_EQ(table.in_field(0, 2, truth), -1);
     EXPECT_EQ(table.in_field(0, 2, number), -1);
+    EXPECT_EQ(table.in_field(0, 2, real), -1);
     EXPECT_EQ(table.in_field(0, 2, buffer, 7), -1);
     EXPECT_STREQ(buffer, "kept");
     EXPECT_EQ(table.in_field(1, 1, buffer, 7), 0);
