@@ -332,6 +332,13 @@ TEST(FilmDifference, IsNoneOfMaterialWithoutNumbers) {
     EXPECT_EQ(lines_of(film::film_differences(edit, nullptr, edit_of({shot("A"), shot("B")}, 10), {})), "");
 }
 
+TEST(FilmDifference, IsToldOfATimecodeThatIsGone) {
+    SourceDescription timed = shot("A");
+    timed.key.reset();
+    EXPECT_EQ(lines_of(film::film_differences(edit_of({timed}, 10), nullptr, edit_of({bare_source("A")}, 10), {})),
+              "from film frame 0 on, 24 frames are read again as other film: nothing in place of TA 01:00:00:10\n");
+}
+
 TEST(FilmDifference, IsCountedBeyondTwentyEvents) {
     std::vector<SourceDescription> sources, others;
     for (int i = 0; i < 23; ++i) {

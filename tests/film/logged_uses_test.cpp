@@ -1,5 +1,6 @@
 // Strips of events whose film a log tells.
 
+#include "film/source_facts.h"
 #include "tests/film/made_film.h"
 #include "tests/shots/logged_edit.h"
 
@@ -94,6 +95,16 @@ TEST_F(LoggedUses, OfOverlappingRowsTheFirstOfTheTableCounts) {
     EXPECT_EQ(log.at("VT1", hour + 1500).other, nullptr);
     EXPECT_EQ(log.at("VT1", hour + 800).from, hour + 720);
     EXPECT_EQ(log.at("VT1", hour + 800).to, hour + 1440);
+}
+
+TEST(RollsOfRows, AreListedByTheMediumThatIsAskedFor) {
+    film::LogRow row;
+    row.camera = "A001", row.reel = "VT1", row.sound = "S1", row.lab = "L1", row.daily = "D1";
+    const auto listed = [&row](int film_reel) { return film::rolls_of(row, "vt1", film_reel).listed; };
+    EXPECT_THAT((std::vector{listed(2), listed(3), listed(4), listed(10), listed(11)}),
+                ElementsAre("A001", "VT1", "S1", "L1", "D1"));
+    row.lab.clear();
+    EXPECT_EQ(listed(10), "VT1") << "the tape, where the row has none";
 }
 
 TEST_F(LoggedUses, RowsTellTheirLines) {

@@ -151,6 +151,11 @@ TEST(BrokenReports, TellWhatStandsThereAndWhatShould) {
     EXPECT_EQ(film::line_of(proof.failures[0]).substr(0, 39), "assembly list, page 1, line 83, event 2");
     EXPECT_EQ(proof.failures[0].frame, 60);
     EXPECT_EQ(proof.failures[0].what, "KE4312073306+08 to 3310+16, should be KE4312073306+07 to 3310+16");
+    const film::ListProof longer =
+        proof_of(sound, broken(sound.report, {heron, assembly, "2+10    H14", "2+11    H14"}));
+    ASSERT_FALSE(longer.failures.empty());
+    EXPECT_EQ(longer.failures[0].frame, 60);
+    EXPECT_EQ(longer.failures[0].what, "frames 60 to 151, should be 60 to 150");
 }
 
 TEST(BrokenReports, TellOfARollAheadOfItsPlace) {
