@@ -174,7 +174,7 @@ std::vector<std::string> told(const film::Findings& findings) {
     return lines;
 }
 
-// The effect over nothing is the table's first row.
+// An effect over nothing, and film without a number.
 TEST(FindingsOfTables, AreThoseOfTheirEdits) {
     EditBuilder builder(plain_edit());
     const int v1 = builder.add_channel(picture), fx = builder.add_channel(picture, chan_fx);

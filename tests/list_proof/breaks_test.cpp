@@ -49,7 +49,6 @@ constexpr Break breaks[] = {
     {heron, pulls, "8    H14", "8    H15"},
     {heron, pulls, "Wings 4", "Wings 5"},
     {heron, pulls, "1+15", "1+16"},
-    {heron, pulls, "    1+15", "10001+15"},
     {heron, pulls, "KE43120710003+12", "KE43120710003+13"},
     {heron, pulls, "KE43120710003+12", "KE43120710004+12"},
     {heron, pulls, "KE4312073306+07", "KF4312073306+07"},
@@ -118,7 +117,7 @@ constexpr Break breaks[] = {
     // The timecode list.
     {newsroom, "TIMECODE", "01:00:56;20", "01:00:56;21"},
     {newsroom, "TIMECODE", "01:00:57;10", "01:00:58;10"},
-    {newsroom, "TIMECODE", "02:10:01;03", "02:10:01;05"},
+    {newsroom, "TIMECODE", "02:10:01;03", "02:10:01;04"},
     {newsroom, "TIMECODE", "D2   20Phone", "D3   20Phone"},
 };
 

@@ -1,6 +1,7 @@
 // Reports read back from their text.
 
 #include "film/doubt_list.h"
+#include "film/list_arithmetic.h"
 #include "film/printed_report.h"
 #include "film/report_pages.h"
 #include "tests/support/project_paths.h"
@@ -177,6 +178,14 @@ TEST(PrintedReports, HoldDrawingsRollByRoll) {
     EXPECT_EQ(layer.transitions[1].length, 16);
     EXPECT_EQ(report.opticals->opticals[2].layers.size(), 3u);
     EXPECT_EQ(report.opticals->opticals[2].effects.size(), 2u);
+}
+
+TEST(ReelUnits, ReadLengthsOfFewerAndOfMoreDigitsThanPositionsHave) {
+    const ReelUnits units(label_key_35mm_4p);
+    EXPECT_EQ(units.length_of("1+15"), 31);
+    EXPECT_EQ(units.length_of("1001+15"), 16031);
+    EXPECT_EQ(units.length_of("10001+15"), 160031);
+    EXPECT_EQ(units.length_of("31"), 31);
 }
 
 TEST(PrintedReports, TellWhereTheyCanNotBeRead) {
