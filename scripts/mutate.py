@@ -50,7 +50,7 @@ WATCHERS = {
     "formats/bundle": "bundle otio tool",
     "formats": "file_kind json edl otio fcpxml aaf export logs scans orders tool",  # what lies in none of those
     "film": "film list_proof orders conform export documents fcpxml tool",
-    "embedded": "edit_model labels services recdb logging film generator edl otio golden failures export changelist tool",
+    "embedded": "edit_model services recdb film logging edl labels failures export generator otio golden changelist tool",
     "documents": "documents orders conform tool",
 }
 SLOW = "*TenThousand*"

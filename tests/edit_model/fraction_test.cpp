@@ -144,6 +144,12 @@ TEST(Fraction, ResultsThatDoNotFitAreRounded) {
     EXPECT_TRUE(Fraction(max_wide, max_wide - 1) < Fraction(max_wide - 1, max_wide - 2));
 }
 
+TEST(Fraction, TheLowestNumberHasNoOppositeAndIsRounded) {
+    const double greatest = std::ldexp(1.0, 127);
+    EXPECT_DOUBLE_EQ(Fraction(-max_wide - 1, 3).to_double(), -greatest / 3);
+    EXPECT_DOUBLE_EQ(Fraction(3, -max_wide - 1).to_double(), -3 / greatest);
+}
+
 TEST(Fraction, HostileValuesStayWithinAHairOfWhatDoublesGive) {
     EXPECT_TRUE(rc::check([] {
         const auto wide_value = [] {
