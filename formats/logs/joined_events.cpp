@@ -45,6 +45,7 @@ public:
                 if (!rows_[i][field].empty()) places_[field][lower_case(rows_[i][field])].push_back(i);
         for (LogRow& event : events_)
             take(event);
+        put_rows_without_reel_last();
     }
 
 private:
@@ -54,6 +55,16 @@ private:
         events_.assign(std::make_move_iterator(first_event), std::make_move_iterator(rows_.end()));
         rows_.erase(first_event, rows_.end());
         shots_ = rows_.size();
+    }
+
+    // They match events of any reel, and the first row that matches counts. The first row's kind of film is the
+    // table's, and an event knows none.
+    void put_rows_without_reel_last() {
+        if (rows_.empty()) return;
+        const label_t film = rows_.front().film;
+        std::stable_partition(rows_.begin(), rows_.end(),
+                              [](const LogRow& row) { return !row[LogField::reel].empty(); });
+        if (!rows_.front().film) rows_.front().film = film;
     }
 
     void tell(const LogRow& event, const std::string& what, WarningKind kind = WarningKind::doubt) {

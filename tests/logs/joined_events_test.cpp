@@ -143,6 +143,26 @@ TEST_F(IndexOfEvents, ShotsWithoutKeyNumberStandBack) {
     EXPECT_THAT(told(), IsEmpty());
 }
 
+TEST_F(IndexOfEvents, RowsWithoutAReelStandBehindThoseThatTheyWouldTakeEventsFrom) {
+    join({event("A1", "12-4", "01:00:04:00", "01:00:05:00"), event("B1", "12-5", "01:00:06:00", "01:00:07:00"),
+          event("B2", "12-5", "01:00:08:00", "01:00:09:00")},
+         {shot("12-3", "", "01:00:00:00", "01:00:20:00", "KJ 12 3456 1000+00"),
+          shot("12-5", "", "01:00:00:00", "01:00:20:00", "KJ 12 3456 3000+00"),
+          shot("12-6", "", "01:00:00:00", "01:00:20:00", "KJ 12 3456 4000+00")});
+    EXPECT_THAT(rows(),
+                ElementsAre("B1 12-5 01:00:00:00 01:00:20:00 KJ1234563000+00", "A1 12-4 01:00:04:00 01:00:05:00 ",
+                            "B2 12-5 01:00:00:00 01:00:20:00 KJ1234563000+00",
+                            " 12-3 01:00:00:00 01:00:20:00 KJ1234561000+00",
+                            " 12-6 01:00:00:00 01:00:20:00 KJ1234564000+00"));
+}
+
+TEST_F(IndexOfEvents, AnEventThatBecomesTheFirstRowKeepsTheKindOfFilm) {
+    join({event("A1", "12-4", "01:00:04:00", "01:00:05:00")},
+         {shot("12-3", "", "01:00:00:00", "01:00:20:00", "KJ 12 3456 1000+00")});
+    ASSERT_EQ(rows().front(), "A1 12-4 01:00:04:00 01:00:05:00 ");
+    EXPECT_EQ(rows_.front().film, label_key_35mm_4p);
+}
+
 TEST_F(IndexOfEvents, LogsWithoutAnIndexStayAsTheyAre) {
     const std::string twice =
         log_of({shot("1", "A1", "01:00:00:00", "01:00:01:00", ""), shot("1", "A1", "01:00:00:00", "01:00:01:00", "")});
