@@ -36,7 +36,7 @@ int import_keylog(const LogImportJob& job) {
     for (const std::string& path : job.logs.paths) {
         std::unique_ptr<filmdb> next = read_keylog_file(path, job);
         if (table)
-            merge_log_table(*table, *next, path);
+            merge_log_table(*table, *next, path, job.output.quiet);
         else
             table = std::move(next);
     }

@@ -21,7 +21,7 @@ int run(const LogMergeJob& job) {
     receive_tables(job.output.quiet);
     const std::unique_ptr<filmdb> table = open_log_table(job.tables.front());
     for (std::size_t i = 1; i < job.tables.size(); ++i)
-        merge_log_table(*table, *open_log_table(job.tables[i]), job.tables[i]);
+        merge_log_table(*table, *open_log_table(job.tables[i]), job.tables[i], job.output.quiet);
     save_log_table(*table, job.output);
     return exit_done;
 }

@@ -5,6 +5,7 @@
 #include "formats/logs/joined_events.h"
 #include "formats/logs/log_reader.h"
 #include "formats/logs/log_table.h"
+#include "formats/logs/merged_header.h"
 #include "tool/output_files.h"
 #include "tool/tool_error.h"
 #include "tool/tool_logger.h"
@@ -79,12 +80,12 @@ std::unique_ptr<filmdb> open_log_table(const std::string& path) {
     throw JobError(path + ": " + one_line(table->get_error_message()));
 }
 
-void merge_log_table(filmdb& table, filmdb& other, const std::string& path) {
+void merge_log_table(filmdb& table, filmdb& other, const std::string& path, bool quiet) {
     const unsigned first = table.get_num_records();
     const int outcome = table.add_any_recdb(&other);
     if (outcome == fdb_missing_field) throw JobError(path + ": " + one_line(table.get_error_message()));
     if (outcome != 0) throw JobError(path + ": shares no column with the others");
-    formats::keep_header_of(other, table, first);
+    tell_warnings(formats::keep_header_of(other, path, table, first), quiet);
 }
 
 void check_table_output(const std::vector<std::string>& inputs, const Output& output) {

@@ -25,8 +25,8 @@ void read_in_spite_of_seals(const std::vector<std::string>& paths, bool quiet);
 /// A saved logging table. Throws `JobError`.
 std::unique_ptr<filmdb> open_log_table(const std::string& path);
 
-/// Adds the rows of `other`, which is the table of `path`. Throws `JobError`.
-void merge_log_table(filmdb& table, filmdb& other, const std::string& path);
+/// Adds the rows of `other`, which is the table of `path`, and tells what they can't say there. Throws `JobError`.
+void merge_log_table(filmdb& table, filmdb& other, const std::string& path, bool quiet);
 
 /// Everything about a table's file that can be refused before a job begins. Throws `JobError`.
 void check_table_output(const std::vector<std::string>& inputs, const Output& output);

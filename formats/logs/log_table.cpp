@@ -111,14 +111,6 @@ void write_header(recdb& table, const LogRow& row) {
     if (row.pulldown) table.add_param("sequence", std::to_string(midnight_phase(row)).c_str());
 }
 
-std::string param_of(const recdb& table, const char* name) {
-    const char* value = table.get_param_val(name);
-    return value ? value : "";
-}
-
-// Columns that a table's header speaks for where they are empty.
-constexpr const char* header_columns[] = {"label_std", "snd label_std", "film label_std", "pulldown", "sequence"};
-
 /// What a saved table says of one of its rows, in the words of a reader of logs.
 class TableReader {
 public:
@@ -210,21 +202,6 @@ void fill_table(recdb& table, const std::vector<LogRow>& rows) {
     const RowWriter writer(table);
     for (const LogRow& row : rows)
         writer.write(row);
-}
-
-void keep_header_of(const recdb& other, recdb& table, unsigned first) {
-    for (const char* name : header_columns) {
-        std::string value = param_of(other, name);
-        const std::string present = param_of(table, name);
-        // A header without a phase counts from 0.
-        if (value.empty() && !present.empty() && std::string_view(name) == "sequence") value = "0";
-        const int column = table.get_fieldnum(name);
-        if (column < 0 || value.empty() || value == present) continue;
-        for (unsigned i = first; i < table.get_num_records(); ++i) {
-            dbrecord& record = *table.get_record(i);
-            if (!record.get_field(static_cast<unsigned short>(column))) record.set_field(column, value.c_str(), true);
-        }
-    }
 }
 
 bool is_table(std::string_view bytes) { return bytes.substr(0, table_mark.size()) == table_mark; }

@@ -13,10 +13,6 @@ constexpr std::size_t most_table_rows = 32000;
 /// the rows say: each row names its own standards, and its pulldown phase at midnight.
 void fill_table(recdb& table, const std::vector<LogRow>& rows);
 
-/// For rows from `first` on that were appended from `other`: what they left to their own header, and the header of
-/// `table` says otherwise, is written into them.
-void keep_header_of(const recdb& other, recdb& table, unsigned first);
-
 /// The first bytes of a record table.
 bool is_table(std::string_view bytes);
 /// The rows of a saved logging table, with their lines in the file. Tables keep no key number of the end.

@@ -1,4 +1,4 @@
-// Rows as logging tables: what the list of shots reads of them, round trips and merging.
+// Rows as logging tables: what the list of shots reads of them, and round trips.
 
 #include "formats/logs/log_table.h"
 #include "logging/log_shot_list.h"
@@ -136,24 +136,6 @@ TEST(LogTable, AWordThatBeginsWithYesOrOneIsPulldown) {
 TEST(LogTable, OtherTablesAreRefused) {
     EXPECT_THAT(read("%recdb 1\nCUTDB=Rev 22\n\nname\na\n", "x.RDB").error, HasSubstr("isn't a logging table"));
     EXPECT_THAT(read("%recdb 1\nbroken", "x.RDB").error, HasSubstr("isn't a whole record table"));
-}
-
-TEST(LogTable, MergedRowsKeepWhatTheirHeaderSaid) {
-    filmdb first, second;
-    fill_table(first, rows_of({"FPS\t24", "FILM_FORMAT\t35mm"}, {two_rows[0]}));
-    second.set_vid_std({rate(4), 0});
-    second.set_pulldown(true);
-    second.set_sequence(3);
-    second.set_film_std(gauge_16mm);
-    second.set_field(static_cast<unsigned>(second.add_records(1)), 0, "b");
-    ASSERT_EQ(first.add_any_recdb(&second), 0);
-    keep_header_of(second, first, 1);
-    ASSERT_EQ(first.get_num_records(), 2u);
-    EXPECT_EQ(field(first, 1, "label_std"), "30fps");
-    EXPECT_EQ(field(first, 1, "pulldown"), "Y");
-    EXPECT_EQ(field(first, 1, "sequence"), "3");
-    EXPECT_EQ(field(first, 1, "film label_std"), "16mm-1p");
-    EXPECT_EQ(field(first, 0, "pulldown"), "N");
 }
 
 } // namespace

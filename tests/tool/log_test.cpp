@@ -109,6 +109,19 @@ TEST_F(Logs, MergePutsTablesTogether) {
                    "would replace what it is made from");
 }
 
+TEST_F(Logs, MergedRowsOfATableThatNamesNoRateKeepTheirs) {
+    const std::string columns =
+        "\n\nname\treel\tstart time\tend time\tlabel_std\tcam reel\tstart keycode\tfilm label_std\n"
+        "a\ta\tt\tt\ta\ta\ta\ta\nn\t";
+    write("25.RDB", "%recdb 1\nFILMDB=Rev 16\nlabel_std=25fps\nfilm label_std=16mm-1p" + columns +
+                        "Q\t01:00:00:00\t01:00:10:00\t\tA\tKJ1234561000+00\t\n");
+    write("24.RDB", "%recdb 1\nFILMDB=Rev 16" + columns + "R1\t01:00:00:00\t01:00:10:00\t\tA\tKJ1234561000+00\t\n");
+    const ToolResult merged = expect_done({"log", "merge", "25.RDB", "24.RDB", "-o", "all.RDB"});
+    EXPECT_THAT(merged.err,
+                HasSubstr("24.RDB: film is 35mm-4p, and cutlists read all rows as the first one's, 16mm-1p"));
+    EXPECT_THAT(read("all.RDB"), HasSubstr("\nn\tR1\t01:00:00:00\t01:00:10:00\t24fps\t"));
+}
+
 TEST_F(Logs, ShowPrintsTheRowsWithTheirLines) {
     expect_done({"log", "import", "day1.ale", "-o", "1.RDB"});
     const ToolResult result = expect_done({"log", "show", "1.RDB", "day2.ale"});
