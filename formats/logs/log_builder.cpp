@@ -332,14 +332,17 @@ void LogBuilder::read_other_timecodes(const LogCells& cells, LogRow& row) {
 //
 //     start |--------| end          exclusive: end - start is the duration
 //     start |-------| end           inclusive: it is one frame less
+//     start | end                   inclusive: a shot of one frame
 //
 bool LogBuilder::ends_are_inclusive() const {
     std::size_t exclusive = 0, inclusive = 0;
     for (const RowInMaking& made : rows_) {
-        const std::optional<int> length = length_of(made.row);
-        if (!length || !made.duration) continue;
-        exclusive += *length == *made.duration;
-        inclusive += *length + 1 == *made.duration;
+        const LogRow& row = made.row;
+        const int duration = made.duration.value_or(0);
+        if (!row.start.is_useful() || !row.end.is_useful() || duration < 1) continue;
+        const std::int64_t length = std::int64_t{row.end.sample} - row.start.sample;
+        exclusive += length == duration;
+        inclusive += length + 1 == duration;
     }
     return inclusive > exclusive;
 }

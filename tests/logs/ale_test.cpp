@@ -171,6 +171,24 @@ TEST(Ale, EndsAreInclusiveWhereDurationsSaySo) {
     EXPECT_EQ(log.rows[2][LogField::end], "01:00:04:01");
 }
 
+TEST(Ale, ShotsOfOneFrameSayThatEndsAreInclusive) {
+    const Log log = read(ale({"FPS\t25"}, {"Start", "End", "Duration"},
+                             {{"18:15:32:19", "18:15:32:19", "00:00:00:01"},
+                              {"18:15:33:00", "18:15:33:00", "00:00:00:01"},
+                              {"18:15:34:00", "18:15:34:10", "00:00:00:10"}}));
+    ASSERT_EQ(log.rows.size(), 3u);
+    EXPECT_EQ(log.rows[0][LogField::end], "18:15:32:20");
+    EXPECT_EQ(log.rows[0][LogField::duration], "00:00:00:01");
+}
+
+TEST(Ale, ShotsOfNoFrameSayNothingOfEnds) {
+    const Log log =
+        read(ale({"FPS\t25"}, {"Start", "End", "Duration"},
+                 {{"01:00:00:00", "01:00:00:00", "00:00:00:00"}, {"01:00:01:00", "01:00:01:09", "00:00:00:10"}}));
+    ASSERT_EQ(log.rows.size(), 2u);
+    EXPECT_EQ(log.rows[1][LogField::end], "01:00:01:10");
+}
+
 TEST(Ale, KeyEndIsInclusiveWhereTheTimecodeLengthSaysSo) {
     Cells cells = plain_row;
     EXPECT_EQ(row_of(plain_heading, plain_columns, cells).key_frames, 240);
