@@ -121,7 +121,8 @@ private:
 
     bool check_columns() {
         if (!columns_.has(LogField::start)) return refuse("no column \"Start\"");
-        const bool has_end = columns_.has(LogField::end) || columns_.has(LogField::duration);
+        const bool has_end =
+            columns_.has(LogField::end) || columns_.has(LogField::duration) || columns_.has(LogField::frames);
         if (!has_end) return refuse("neither a column \"End\" nor \"Duration\"");
         if (!builder_.knows_rate() && !columns_.has(LogField::rate))
             return refuse("no frame rate, neither FPS in the heading nor a column; name it with --rate");

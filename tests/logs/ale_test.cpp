@@ -161,6 +161,19 @@ TEST(Ale, EndFromTheDuration) {
     EXPECT_EQ(row[LogField::end], "01:00:02:12");
 }
 
+TEST(Ale, EndFromTheDurationInFramesUnderAnyOfItsNames) {
+    for (const char* name : {"DUR_FRAMES", "DUR_FR", "Frames"})
+        EXPECT_EQ(row_of({"FPS\t24"}, {"Start", name}, {"01:00:00:00", "60"})[LogField::end], "01:00:02:12") << name;
+}
+
+TEST(Ale, DurationInFramesCountsBeforeDuration) {
+    const Log log = read(ale({"FPS\t24"}, {"Start", "Duration", "Frames"},
+                             {{"01:00:00:00", "00:00:01:00", "48"}, {"01:00:00:00", "00:00:01:00", ""}}));
+    ASSERT_EQ(log.rows.size(), 2u);
+    EXPECT_EQ(log.rows[0][LogField::end], "01:00:02:00");
+    EXPECT_EQ(log.rows[1][LogField::end], "01:00:01:00");
+}
+
 TEST(Ale, EndsAreInclusiveWhereDurationsSaySo) {
     const Log log = read(ale({"FPS\t24"}, {"Start", "End", "Duration"},
                              {{"01:00:00:00", "01:00:01:23", "00:00:02:00"},
