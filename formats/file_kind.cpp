@@ -6,6 +6,7 @@
 #include "formats/logs/flex_reader.h"
 #include "formats/logs/keylog_reader.h"
 #include "formats/text_lines.h"
+#include "host/ascii_text.h"
 
 #include <algorithm>
 
@@ -40,9 +41,9 @@ struct Word {
     FileKind kind;
 };
 
-constexpr Word tables[] = {{"\nCUTDB=", FileKind::cutlist},
-                           {"\nFILMDB=", FileKind::logging_table},
-                           {"\nCHGDB=", FileKind::changelist_work},
+constexpr Word tables[] = {{"\ncutdb=", FileKind::cutlist},
+                           {"\nfilmdb=", FileKind::logging_table},
+                           {"\nchgdb=", FileKind::changelist_work},
                            {"", FileKind::other_table}};
 constexpr Word json_texts[] = {
     {"\"OTIO_SCHEMA\"", FileKind::otio}, {"\"quillbrook changes\"", FileKind::change_document}, {"", FileKind::json}};
@@ -59,7 +60,8 @@ FileKind kind_of_table(std::string_view head, bool marked) {
     const std::string_view first = head.substr(0, head.find('\n'));
     if (marked) return FileKind::marked_table;
     if (first.back() == '\r') return FileKind::crlf_table;
-    return by_word(tables, head.substr(0, head.find("\n\n")));
+    // Parameters are told apart without regard to case.
+    return by_word(tables, ascii::lower_case(std::string(head.substr(0, head.find("\n\n")))));
 }
 
 /// The heading of a page, without the blank lines at its top.

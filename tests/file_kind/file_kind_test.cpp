@@ -71,6 +71,14 @@ TEST(FileKinds, OthersAreToldByTheirHeads) {
         EXPECT_EQ(kind_of_file(sample.bytes), sample.kind) << sample.bytes;
 }
 
+TEST(FileKinds, TablesNameTheirKindInAnyCase) {
+    for (const char* name : {"FILMDB", "filmdb", "FilmDb"})
+        EXPECT_EQ(kind_of_file("%recdb 1\n"s + name + "=Rev 16\n\nname\na\n"), FileKind::logging_table) << name;
+    EXPECT_EQ(kind_of_file("%recdb 1\ncutdb=Rev 22\n\nA\na\n"), FileKind::cutlist);
+    EXPECT_EQ(kind_of_file("%recdb 1\nchgdb=Rev 8\n\nA\na\n"), FileKind::changelist_work);
+    EXPECT_EQ(kind_of_file("{\"otio_schema\": \"\"}"), FileKind::json);
+}
+
 TEST(FileKinds, TablesThatAnEditorChangedAreToldAsThat) {
     const std::string table = example("reel/expected/reel.cdb");
     EXPECT_EQ(kind_of_file(with_crlf(table)), FileKind::crlf_table);
