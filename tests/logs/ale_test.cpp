@@ -281,6 +281,14 @@ TEST(Ale, PlaceholdersCountAsEmpty) {
     EXPECT_EQ(row_of(plain_heading, plain_columns, cells)[LogField::key_start], "");
 }
 
+TEST(Ale, DashesStandInADescriptionAndNotInATag) {
+    const LogRow row = row_of({"FPS\t25"}, {"Start", "End", "DESCRIPT", "Cadence", "DOP", "Tag"},
+                              {"01:00:00:00", "01:00:01:00", "--", "none", "n/a", "N/A"});
+    EXPECT_EQ(row[LogField::description], "--");
+    EXPECT_EQ(row[LogField::who], "n/a");
+    EXPECT_EQ(row[LogField::tag], "");
+}
+
 TEST(Ale, ColumnThatStandsTwice) {
     expect_warning(ale({"FPS\t24"}, {"Start", "End", "Start"}, {{"01:00:00:00", "01:00:01:00", "02:00:00:00"}}),
                    "day.ale:5:1: column \"Start\" stands twice");
