@@ -11,6 +11,8 @@ namespace {
 
 constexpr std::string_view table_mark = "%recdb ";
 constexpr int pulldown_cycle = 5;
+/// Of a table whose header names none.
+constexpr const char* meant_standard = "24fps";
 
 struct TableColumn {
     LogField field;
@@ -149,9 +151,9 @@ private:
         return found ? found : "";
     }
 
-    HeaderColumn header_column(const char* name) const {
+    HeaderColumn header_column(const char* name, const char* otherwise = "") const {
         const embedded::Parameter* parameter = table_.find_parameter(name);
-        return {table_.find_column(name), parameter ? parameter->value : ""};
+        return {table_.find_column(name), parameter && !parameter->value.empty() ? parameter->value : otherwise};
     }
 
     std::string text_of(std::size_t index, const HeaderColumn& column) const {
@@ -187,8 +189,8 @@ private:
     const embedded::TableData& table_;
     const std::string& path_;
     std::vector<Column> columns_;
-    HeaderColumn label_std_ = header_column("label_std");
-    HeaderColumn snd_label_std_ = header_column("snd label_std");
+    HeaderColumn label_std_ = header_column("label_std", meant_standard);
+    HeaderColumn snd_label_std_ = header_column("snd label_std", meant_standard);
     HeaderColumn film_label_std_ = header_column("film label_std");
     HeaderColumn pulldown_ = header_column("pulldown");
     HeaderColumn sequence_ = header_column("sequence");

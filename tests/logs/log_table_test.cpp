@@ -138,4 +138,14 @@ TEST(LogTable, OtherTablesAreRefused) {
     EXPECT_THAT(read("%recdb 1\nbroken", "x.RDB").error, HasSubstr("isn't a whole record table"));
 }
 
+TEST(LogTable, ATableThatNamesNoRateCounts24) {
+    const std::string rows = "\n\nname\tstart time\tend time\na\tt\tt\nn\t00:00:01:00\t00:00:02:00\n";
+    for (const char* header : {"FILMDB=Rev 16", "FILMDB=Rev 16\nlabel_std="}) {
+        const Log log = read("%recdb 1\n" + (header + rows), "x.RDB");
+        ASSERT_EQ(log.rows.size(), 1u) << log.error;
+        EXPECT_EQ(log.rows[0].start.type(), label_tc_24) << header;
+        EXPECT_EQ(log.rows[0].end.sample, 48) << header;
+    }
+}
+
 } // namespace
