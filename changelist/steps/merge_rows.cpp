@@ -28,8 +28,8 @@ struct PieceEnd {
     }
 };
 
-/// The numbers of the first frame as they were read, for rows are sorted by their texts. An invalid ink number leaves the
-/// row's own.
+/// The numbers of the first frame as they were read, for rows are sorted by their texts. An invalid ink number leaves
+/// the row's own.
 void write_start(ChangeRecord& film, dbrecord& row) {
     row.set_field(hf_keycode_in, film.keycode_in.get_string(), true);
     if (film.inkcode_in.is_valid()) row.set_field(hf_inkcode_in, film.inkcode_in.get_string(), true);
