@@ -34,7 +34,7 @@ async function runHere(files, commands) {
 }
 
 // Folders for working files have names that nobody foresees.
-const plain = text => text.replace(/\/tmp\/quillbrook-\w+/g, '/tmp/');
+const plain = text => text.replace(/[^ ]*\/quillbrook-\w+/g, '/tmp/');
 
 async function wrongOf({name, files, plan}) {
   const here = await runHere(files, plan.commands), there = runNative(quillbrook, files, plan.commands, made);
