@@ -11,8 +11,6 @@ namespace {
 
 constexpr std::string_view table_mark = "%recdb ";
 constexpr int pulldown_cycle = 5;
-/// Of a table whose header names none.
-constexpr const char* meant_standard = "24fps";
 
 struct TableColumn {
     LogField field;
@@ -189,8 +187,8 @@ private:
     const embedded::TableData& table_;
     const std::string& path_;
     std::vector<Column> columns_;
-    HeaderColumn label_std_ = header_column("label_std", meant_standard);
-    HeaderColumn snd_label_std_ = header_column("snd label_std", meant_standard);
+    HeaderColumn label_std_ = header_column("label_std", unnamed_standard);
+    HeaderColumn snd_label_std_ = header_column("snd label_std", unnamed_standard);
     HeaderColumn film_label_std_ = header_column("film label_std");
     HeaderColumn pulldown_ = header_column("pulldown");
     HeaderColumn sequence_ = header_column("sequence");

@@ -8,6 +8,8 @@ namespace formats {
 
 /// A table is read up to as many rows.
 constexpr std::size_t most_table_rows = 32000;
+/// Of the timecodes of a table whose header names none.
+constexpr const char* unnamed_standard = "24fps";
 
 /// Appends the rows to a new logging table and takes its header from the first of them. The table's shots are then what
 /// the rows say: each row names its own standards, and its pulldown phase at midnight.

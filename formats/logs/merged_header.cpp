@@ -1,5 +1,6 @@
 #include "formats/logs/merged_header.h"
 
+#include "formats/logs/log_table.h"
 #include "host/labels.h"
 
 #include <string_view>
@@ -23,9 +24,12 @@ struct HeaderColumn {
 
 constexpr HeaderColumn film_column{"film label_std", "film label_std", "35mm-4p"};
 constexpr HeaderColumn header_columns[] = {
-    {"label_std", "label_std", "24fps"},    {"snd label_std", "snd label_std", "24fps"},
-    {"cam label_std", "cam label_std", ""}, film_column,
-    {"frame origin", "film_origin", "N"},   {"pulldown", "pulldown", "N"},
+    {"label_std", "label_std", unnamed_standard},
+    {"snd label_std", "snd label_std", unnamed_standard},
+    {"cam label_std", "cam label_std", ""},
+    film_column,
+    {"frame origin", "film_origin", "N"},
+    {"pulldown", "pulldown", "N"},
     {"sequence", "sequence", "0"},
 };
 
