@@ -32,6 +32,12 @@ bool within_a_frame(const Fraction& length, std::int64_t frames) {
     return magnitude(length - Fraction(frames)) <= Fraction(1);
 }
 
+/// Whether a line's source is as long as its record takes at that speed.
+bool is_as_used(const Fraction& speed, std::int64_t record, std::int64_t source) {
+    return within_a_frame(stretch_of_source(speed, record), source) ||
+           within_a_frame(span_of_source(speed, record), source);
+}
+
 /// How much later than its event each side begins, in frames of the record.
 struct Delays {
     std::int64_t picture = 0, sound = 0;
@@ -71,6 +77,7 @@ private:
 
     PlacedLine place(const Event& event, const EventLine& line);
     std::int64_t frames(const Timecode& time, bool drop, const EventLine& line);
+    bool ends_behind_midnight(const EventLine& line, std::int64_t out, std::int64_t wrapped, std::int64_t source) const;
     std::int64_t record_length(const EventLine& line, std::int64_t in, std::int64_t out, std::int64_t source);
     void check_source_length(const PlacedLine& placed, std::int64_t source);
 
@@ -101,12 +108,19 @@ std::int64_t Layout::frames(const Timecode& time, bool drop, const EventLine& li
     return found;
 }
 
+// Any length suits a still's one frame, so an out of 0 isn't midnight there.
+bool Layout::ends_behind_midnight(const EventLine& line, std::int64_t out, std::int64_t wrapped,
+                                  std::int64_t source) const {
+    if (wrapped >= frames_of_day(rate_, tracks_.drop) / 2) return false;
+    const Fraction speed = ratio_of(*line.speed, rate_);
+    return out > 0 || (!(speed == Fraction(0)) && is_as_used(speed, wrapped, source));
+}
+
 // The record's length where its out lies before its in: over midnight, or never filled in.
 std::int64_t Layout::record_length(const EventLine& line, std::int64_t in, std::int64_t out, std::int64_t source) {
     if (out >= in) return out - in;
     const std::int64_t wrapped = out - in + frames_of_day(rate_, tracks_.drop);
-    const bool short_enough = wrapped < frames_of_day(rate_, tracks_.drop) / 2;
-    if (wrapped == source || (line.speed && short_enough && out > 0)) {
+    if (wrapped == source || (line.speed && ends_behind_midnight(line, out, wrapped, source))) {
         over_midnight_ = true;
         return wrapped;
     }
@@ -119,9 +133,7 @@ std::int64_t Layout::record_length(const EventLine& line, std::int64_t in, std::
 void Layout::check_source_length(const PlacedLine& placed, std::int64_t source) {
     const std::int64_t record = placed.out - placed.in;
     if (source == record || record == 0 || placed.line->black()) return;
-    const bool as_used = within_a_frame(stretch_of_source(placed.speed, record), source) ||
-                         within_a_frame(span_of_source(placed.speed, record), source);
-    if (placed.speed == Fraction(1) || !as_used)
+    if (placed.speed == Fraction(1) || !is_as_used(placed.speed, record, source))
         warn(placed.line->line, "the source is " + std::to_string(source) + " frames long and the record " +
                                     std::to_string(record) + "; the record counts");
 }

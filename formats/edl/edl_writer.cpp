@@ -4,6 +4,7 @@
 #include "formats/edl/edl_event.h"
 #include "formats/edl/edl_list.h"
 #include "formats/edl/edl_text.h"
+#include "formats/edl/edl_tracks.h"
 #include "formats/source_labels.h"
 #include "host/ascii_text.h"
 #include "host/channel_kinds.h"
@@ -87,6 +88,7 @@ private:
     Side side_of(std::size_t i, const Fraction& from) const;
     std::string reel_of(const Side& side);
     std::int64_t record_frame(const Fraction& seconds);
+    std::string told_by_no_timecode() const;
     bool source_drop(const SourceDescription* source) const;
     std::string name_of(const Side& side) const;
     /// Seconds of the source at which the line's stretch of it begins; backward its lowest frame.
@@ -478,17 +480,27 @@ void ListWriter::tell_of_losses() {
     }
 }
 
+// Behind midnight timecodes begin anew, and those before noon are taken for the next day's.
+std::string ListWriter::told_by_no_timecode() const {
+    const std::int64_t day = frames_of_day(rate_, record_.drop);
+    const std::int64_t begin = ((recipe_.edit.start_frame % day) + day) % day;
+    const std::int64_t length = (starts_.back() * rate_.rate()).nearest();
+    const std::int64_t last = begin < day / 2 ? day : day + day / 2;
+    if (begin + length <= last && length < day) return "";
+    return name_of_channel(static_cast<std::size_t>(writing_.channel)) + " begins at " + timecode_text(begin, record_) +
+           " and is " + std::to_string(length) +
+           " frames long; an edit list that runs over midnight begins after noon and ends before noon";
+}
+
 Written ListWriter::run() {
-    if (channel_.fx()) {
-        written_.error = "an FX track can't be an edit list";
-        return std::move(written_);
-    }
+    find_starts();
+    written_.error = channel_.fx() ? "an FX track can't be an edit list" : told_by_no_timecode();
+    if (!written_.error.empty()) return std::move(written_);
     for (const RecipeCue& cue : recipe_.cues)
         if (cue.channel < 0 || cue.channel == writing_.channel) cues_.push_back(&cue);
     std::stable_sort(cues_.begin(), cues_.end(), [](const RecipeCue* a, const RecipeCue* b) {
         return a->cue.time == b->cue.time ? a->level < b->level : a->cue.time < b->cue.time;
     });
-    find_starts();
     find_joints();
     tell_of_other_channels();
     tell_of_edit();

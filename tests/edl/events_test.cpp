@@ -324,6 +324,20 @@ TEST(Events, MissingRecordOutTakesTheSourcesLength) {
     EXPECT_THAT(result.warnings, ElementsAre(HasSubstr("line 1: no record out")));
 }
 
+TEST(Events, AnEventWithASpeedEndsAtMidnightWhereItsSourceSaysSo) {
+    const std::string speed = "M2 A 048.0 01:00:00:00\n", still = "M2 A 000.0 01:00:00:00\n";
+    const auto ending = [](const std::string& source_out) {
+        return "001  A V C 01:00:00:00 " + source_out + " 23:59:59:00 00:00:00:00\n";
+    };
+    const formats::ReadResult over = read(ending("01:00:02:00") + speed);
+    EXPECT_THAT(drawn(over.edit, 0), HasSubstr("0-24 A@01:00:00:00"));
+    EXPECT_THAT(over.warnings, IsEmpty());
+    for (const std::string& text : {ending("01:00:03:00") + speed, ending("01:00:00:01") + still}) {
+        const formats::ReadResult unfilled = read(text);
+        EXPECT_THAT(unfilled.warnings, ElementsAre(HasSubstr("line 1: no record out"))) << text;
+    }
+}
+
 TEST(Keys, WithoutLengthSayWhatIsWrong) {
     const formats::ReadResult result = read("001 A V C 01:00:00:00 01:00:01:00 00:00:00:00 00:00:01:00\n"
                                             "002 T V K 012 01:00:00:00 01:00:00:00 00:00:01:00 00:00:01:00\n");

@@ -31,7 +31,8 @@ public:
     EditPtr finish() {
         EditDescription edit = generator_test::plain_edit();
         edit.rate = rate_;
-        edit.start_frame = number(0, 200000);
+        const int day = 86400 * rate_->nominal; // lengths are even, so no still ends at midnight, which lists can't say
+        edit.start_frame = one_in(3) ? day - 2 * number(0, 75) - 1 : number(0, 200000);
         EditBuilder builder(edit);
         builder.add_channel(picture);
         builder.add_event(0, event(builder));
@@ -236,6 +237,37 @@ TEST(EdlExport, RefusesWhatCantBeAList) {
     const EditPtr edit = builder.finish();
     EXPECT_EQ(formats::write_edl(edit, {0, {}}).error, "an FX track can't be an edit list");
     EXPECT_EQ(formats::write_edl(edit, {1, {}}).error, "V2 holds nothing for an edit list");
+}
+
+/// One shot of so many frames from `start` on, at 24 a second.
+Written list_of(int start, int length) {
+    OneTrack track;
+    track.description.start_frame = start;
+    EditBuilder builder(track.description);
+    const SourceId id = builder.add_source(track.reel("A"));
+    builder.add_channel(picture);
+    builder.add_event(0, event_of(id, length));
+    const EditPtr edit = builder.finish();
+    const Written written = formats::write_edl(edit, {0, {}});
+    const formats::ReadResult again = read_again(written);
+    EXPECT_EQ(written.error.empty(), again.edit && film::film_differences(edit, nullptr, again.edit, {}).empty())
+        << written.error;
+    return written;
+}
+
+TEST(EdlExport, RefusesWhatTimecodesDontTellOverMidnight) {
+    constexpr int hour = 24 * 3600, noon = 12 * hour, day = 24 * hour;
+    EXPECT_EQ(list_of(0, day - 1).error, "");
+    EXPECT_EQ(list_of(hour, day - hour).error, "");
+    EXPECT_EQ(list_of(noon, day - 1).error, "");
+    EXPECT_EQ(list_of(day - hour, hour + noon).error, "");
+    EXPECT_EQ(list_of(hour, day - hour + 1).error,
+              "V1 begins at 01:00:00:00 and is 1987201 frames long; an edit list that runs over midnight begins after "
+              "noon and ends before noon");
+    EXPECT_NE(list_of(noon - 1, noon + 2).error, "");
+    EXPECT_NE(list_of(day - hour, hour + noon + 1).error, "");
+    EXPECT_NE(list_of(0, day).error, "");
+    EXPECT_NE(list_of(noon, day).error, "");
 }
 
 std::string losses_of(const OneTrack& track, const SourceDescription& source, const Fraction& speed = 1) {
