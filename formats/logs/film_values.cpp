@@ -172,6 +172,14 @@ int pulldown_phase(std::string_view text) {
     return -1;
 }
 
+bool says_pulldown(std::string_view text) {
+    return !text.empty() && std::string_view("Yy1").find(text[0]) != std::string_view::npos;
+}
+
+bool says_no_pulldown(std::string_view text) {
+    return !text.empty() && std::string_view("Nn0").find(text[0]) != std::string_view::npos;
+}
+
 bool says_nothing(std::string_view text) {
     constexpr std::string_view nothings[] = {"n/a", "na", "none", "nil", "null", "unknown"};
     if (std::all_of(text.begin(), text.end(), [](char c) { return c == '-' || c == '.' || c == '?' || c == '*'; }))

@@ -36,6 +36,10 @@ int film_length(std::string_view text, label_t kind);
 /// 0 to 4 for A, B, X, C, D, also behind or before a field number ("A1"); -1 for anything else.
 int pulldown_phase(std::string_view text);
 
+/// What a logging table says of pulldown, by its first character: Y or 1, N or 0, or neither.
+bool says_pulldown(std::string_view text);
+bool says_no_pulldown(std::string_view text);
+
 /// Texts that stand for nothing: "-", "--", "n/a", "none" and the like.
 bool says_nothing(std::string_view text);
 

@@ -4,6 +4,7 @@
 #include "embedded/table_file.h"
 #include "formats/logs/film_values.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace formats {
@@ -149,9 +150,14 @@ private:
         return found ? found : "";
     }
 
+    static std::string value_of(const embedded::TableData& table, const char* parameter) {
+        const embedded::Parameter* found = table.find_parameter(parameter);
+        return found ? found->value : "";
+    }
+
     HeaderColumn header_column(const char* name, const char* otherwise = "") const {
-        const embedded::Parameter* parameter = table_.find_parameter(name);
-        return {table_.find_column(name), parameter && !parameter->value.empty() ? parameter->value : otherwise};
+        const std::string value = value_of(table_, name);
+        return {table_.find_column(name), value.empty() ? otherwise : value};
     }
 
     std::string text_of(std::size_t index, const HeaderColumn& column) const {
@@ -176,12 +182,21 @@ private:
         row.key_refused = outcome == FilmNumber::bad;
     }
 
+    /// As cutlists take it: a row's own phase counts for itself, and a negative one takes the pulldown away.
     void read_pulldown(std::size_t index, LogRow& row) const {
-        const std::string on = text_of(index, pulldown_);
-        row.pulldown = on.substr(0, 1) == "Y" || on.substr(0, 1) == "y" || on.substr(0, 1) == "1";
-        if (!row.pulldown) return;
-        const int midnight = embedded::int_of_text(text_of(index, sequence_).c_str());
-        row.phase = remainder(std::int64_t{midnight} + row.start.sample, pulldown_cycle);
+        const std::string own = text(index, pulldown_), own_phase = text(index, sequence_);
+        row.pulldown = has_pulldown_;
+        int midnight = midnight_phase_;
+        if (says_pulldown(own) || says_no_pulldown(own)) row.pulldown = says_pulldown(own);
+        if (!own_phase.empty()) midnight = embedded::int_of_text(own_phase.c_str());
+        if (midnight < 0 && pulldown_ >= 0) row.pulldown = false;
+        if (row.pulldown) row.phase = remainder(std::int64_t{std::max(midnight, 0)} + row.start.sample, pulldown_cycle);
+    }
+
+    static int phase_of_header(const embedded::TableData& table) {
+        const std::string on = value_of(table, "pulldown");
+        if (!on.empty() && !says_pulldown(on)) return 0;
+        return std::max(0, embedded::int_of_text(value_of(table, "sequence").c_str()));
     }
 
     const embedded::TableData& table_;
@@ -190,8 +205,10 @@ private:
     HeaderColumn label_std_ = header_column("label_std", unnamed_standard);
     HeaderColumn snd_label_std_ = header_column("snd label_std", unnamed_standard);
     HeaderColumn film_label_std_ = header_column("film label_std");
-    HeaderColumn pulldown_ = header_column("pulldown");
-    HeaderColumn sequence_ = header_column("sequence");
+    int pulldown_ = table_.find_column("pulldown");
+    int sequence_ = table_.find_column("sequence");
+    bool has_pulldown_ = says_pulldown(value_of(table_, "pulldown"));
+    int midnight_phase_ = phase_of_header(table_);
 };
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "formats/logs/merged_header.h"
 
+#include "formats/logs/film_values.h"
 #include "formats/logs/log_table.h"
 #include "host/labels.h"
 
@@ -12,8 +13,6 @@ std::string param_of(const recdb& table, const char* name) {
     const char* value = table.get_param_val(name);
     return value ? value : "";
 }
-
-bool says_pulldown(const std::string& text) { return !text.empty() && std::string_view("Yy1").find(text[0]) < 3; }
 
 /// A column that a table's header speaks for where it is empty, and what a header says that doesn't name it.
 struct HeaderColumn {

@@ -133,6 +133,62 @@ TEST(LogTable, AWordThatBeginsWithYesOrOneIsPulldown) {
     }
 }
 
+/// Rows that say all they can of pulldown, below a header that says the rest.
+class PulldownTable : public MadeTable {
+public:
+    PulldownTable(const Params& header, bool with_pulldown, bool with_phase)
+        : MadeTable(header, columns_of(with_pulldown, with_phase), rows_of(with_pulldown, with_phase)) {}
+
+private:
+    static Columns columns_of(bool with_pulldown, bool with_phase) {
+        Columns names{"name", "reel", "start time", "end time", "cam reel", "snd start", "start keycode"};
+        if (with_pulldown) names.push_back("pulldown");
+        if (with_phase) names.push_back("sequence");
+        return names;
+    }
+
+    static Records rows_of(bool with_pulldown, bool with_phase) {
+        Records rows;
+        for (const char* on : {"", "Y", "yes", "1", "N", "no", "0", "maybe"})
+            for (const char* phase : {"", "0", "3", "7", "-2"}) {
+                rows.push_back({"n", "R", "01:00:00:03", "01:00:10:00", "A", "", ""});
+                if (with_pulldown) rows.back().push_back(on);
+                if (with_phase) rows.back().push_back(phase);
+            }
+        return rows;
+    }
+};
+
+/// Pulldown and phase of each row, as a cutlist takes them and as they are shown.
+void expect_shown_as_cut(PulldownTable& table) {
+    const ScratchDirectory scratch;
+    table.set_filename(wide(scratch.file("a.RDB")));
+    ASSERT_EQ(table.save_text(), 0);
+    const Log shown = read_log(scratch.file("a.RDB"));
+    RecordingLogger logger;
+    const LogShotList cut(table, -1, logger, 2);
+    ASSERT_EQ(shown.rows.size(), 40u);
+    ASSERT_EQ(cut.num_shots, 40);
+    for (std::size_t i = 0; i < shown.rows.size(); ++i) {
+        const LogShotPulldown& pulldown = cut.shots[i]->pulldown;
+        const std::string row = bytes_of_file(scratch.file("a.RDB")) + "row " + std::to_string(i);
+        EXPECT_EQ(shown.rows[i].pulldown, pulldown.on) << row;
+        EXPECT_EQ(shown.rows[i].phase, pulldown.on ? pulldown.sequence : 0) << row;
+    }
+}
+
+TEST(LogTable, PulldownIsShownAsCutlistsTakeIt) {
+    for (const char* on : {"", "Y", "yes", "1", "N", "0", "maybe"})
+        for (const char* phase : {"", "2", "8", "-1"})
+            for (const int both : {0, 1, 2, 3}) {
+                Params header{{"FILMDB", "Rev 16"}, {"label_std", "30fps"}};
+                if (*on) header.push_back({"pulldown", on});
+                if (*phase) header.push_back({"sequence", phase});
+                PulldownTable table(header, both & 1, both & 2);
+                expect_shown_as_cut(table);
+            }
+}
+
 TEST(LogTable, OtherTablesAreRefused) {
     EXPECT_THAT(read("%recdb 1\nCUTDB=Rev 22\n\nname\na\n", "x.RDB").error, HasSubstr("isn't a logging table"));
     EXPECT_THAT(read("%recdb 1\nbroken", "x.RDB").error, HasSubstr("isn't a whole record table"));
