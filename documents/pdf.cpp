@@ -342,8 +342,8 @@ private:
         lines.resize(most);
         PdfLine& last = lines.back();
         const PdfStyle style = last.spans.back().style;
-        last.spans.push_back({last.width, text_.width_of("…", style), "…", style});
-        last.width += last.spans.back().width;
+        last.spans.push_back({last.width, "…", style});
+        last.width += text_.width_of("…", style);
         return lines;
     }
 

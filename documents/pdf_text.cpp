@@ -189,17 +189,13 @@ void PdfText::append(std::vector<PdfLine>& lines, const std::string& word, const
     if (lines.back().width > 0.0 && lines.back().width + room > width) lines.emplace_back();
     if (room > width) return append_parts(lines, word, style, width);
     PdfLine& line = lines.back();
-    const double whole = width_of(word, style);
     const bool same = !line.spans.empty() && line.spans.back().style.weight == style.weight &&
                       line.spans.back().style.mono == style.mono;
-    if (same) {
-        PdfSpan& span = line.spans.back();
-        span.text += word;
-        span.width += whole;
-    } else {
-        line.spans.push_back({line.width, whole, word, style});
-    }
-    line.width += whole;
+    if (same)
+        line.spans.back().text += word;
+    else
+        line.spans.push_back({line.width, word, style});
+    line.width += width_of(word, style);
 }
 
 // Between characters; marks stay with the letter that they stand on.
@@ -210,7 +206,7 @@ void PdfText::append_parts(std::vector<PdfLine>& lines, const std::string& word,
         if (part.empty()) return;
         if (lines.back().width > 0.0) lines.emplace_back();
         const double wide = width_of(part, style);
-        lines.back().spans.push_back({0.0, wide, part, style});
+        lines.back().spans.push_back({0.0, part, style});
         lines.back().width = wide;
         part.clear();
     };
@@ -237,7 +233,7 @@ PdfLine PdfText::whole(const Line& line, PdfSize size) {
         if (text.empty()) continue;
         const PdfStyle style{size, run.weight, run.mono};
         const double width = width_of(text, style);
-        made.spans.push_back({made.width, width, std::move(text), style});
+        made.spans.push_back({made.width, std::move(text), style});
         made.width += width;
     }
     return made;

@@ -29,7 +29,7 @@ struct PdfStyle {
 
 /// A stretch of one style, at a place of its line.
 struct PdfSpan {
-    double x = 0.0, width = 0.0;
+    double x = 0.0;
     std::string text;
     PdfStyle style;
 };

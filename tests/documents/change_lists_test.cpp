@@ -113,6 +113,15 @@ TEST_F(ChangeLists, ReelLengthsFollowEachStep) {
     EXPECT_EQ(reel_list_of(film).parts.at(0).title, "Reel 1");
 }
 
+TEST_F(ChangeLists, ReelLengthsAreOfEachReelByItself) {
+    film.bench[1].reel = 3;
+    const List list = reel_list_of(film);
+    ASSERT_EQ(list.parts.size(), 2U);
+    EXPECT_EQ(list.parts[0].id, "reel-1");
+    EXPECT_EQ(list.parts[1].id, "reel-3");
+    EXPECT_THAT(drawn(list, {"step", "reel_length"}), ElementsAre("1 116", "3 92", "2 84"));
+}
+
 TEST_F(ChangeLists, TransitionsOfTheNewCutHaveTheFilmOfBothSides) {
     EditBuilder builder{plain_edit()};
     const int v1 = builder.add_channel(picture);

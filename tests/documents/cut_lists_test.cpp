@@ -240,6 +240,46 @@ TEST_F(CutLists, RowsHaveNamesThatNoOtherRowHas) {
     }
 }
 
+TEST_F(CutLists, RowsHaveACellForEachColumnAndAValueForEachField) {
+    builder.add_event(v1, with_effect(event_of(a, 48, 0), lab_effect("Flop")));
+    builder.add_transition(v1, dissolve(8, 16));
+    builder.add_event(v1, event_of(b, 48, 32));
+    builder.add_event(v1, event_of(a, 30, 20));
+    const int v2 = builder.add_channel(picture);
+    builder.add_event(v2, event_of(b, 20, 200));
+    const EditPtr edit = builder.finish();
+    for (const bool neg : {false, true})
+        for (const List& list : all_lists_of(*cut_of(edit, neg)).lists)
+            for (const Row& row : items_of(list)) {
+                ASSERT_EQ(row.cells.size(), list.columns.size()) << row.id;
+                for (std::size_t i = 0; i < row.cells.size(); ++i)
+                    EXPECT_EQ(row.cells[i].values.size(), list.columns[i].fields.size())
+                        << row.id << ' ' << list.columns[i].key;
+            }
+}
+
+TEST_F(CutLists, PullsByTapeGoByTimecode) {
+    SourceDescription late = shot("late"), early = shot("early", "KJ9876540200+00");
+    late.reels[{1, 2}] = early.reels[{1, 2}] = "T7";
+    late.video_timecode = label(8, "10:00:00:00");
+    early.video_timecode = label(8, "01:00:00:00");
+    builder.add_event(v1, event_of(builder.add_source(late), 24, 0));
+    builder.add_event(v1, event_of(builder.add_source(early), 24, 100));
+    const List list = pull_list(*cut(), PullOrder::tape);
+    EXPECT_EQ(list.parts.size(), 1U);
+    EXPECT_THAT(drawn(list, {"event", "shot"}), ElementsAre("2 early", "1 late"));
+}
+
+TEST_F(CutLists, FilmUsedTwiceOnATrackAboveNamesTheTrack) {
+    builder.add_event(v1, event_of(a, 48, 0));
+    builder.add_event(v1, event_of(b, 48, 0));
+    const int v2 = builder.add_channel(picture);
+    builder.add_event(v2, event_of(a, 20, 10));
+    const List list = reuse_list(*cut());
+    EXPECT_THAT(drawn(list, {"shared", "event", "start", "other_event", "other_start"}), ElementsAre("20 1 0 - 0"));
+    EXPECT_EQ(cell_text(list, items_of(list)[0], "second"), "track 2 0000+00");
+}
+
 TEST(TableHead, SaysGaugeAndRateInWords) {
     EXPECT_EQ(gauge_words("35mm-4p"), "35mm 4-perf");
     EXPECT_EQ(gauge_words("65mm-5p120"), "65mm 5-perf");

@@ -55,4 +55,6 @@ TEST(Document, PutsNotesWhereWordsStand) {
     EXPECT_EQ(column_of_notes(list), 2);
     list.columns[1].notes = true;
     EXPECT_EQ(column_of_notes(list), 1);
+    list.columns[1].title = "";
+    EXPECT_EQ(column_of_notes(list), 2) << "pages don't show a column without a title";
 }

@@ -265,6 +265,7 @@ TEST(ChangeDrawing, TheReelBehindEachStepIsAsLongAsTheListSays) {
     for (std::size_t i = 0; i < drawings.size(); ++i) {
         expect_true_to_scale(drawings[i], "width");
         expect_no_overlap(drawings[i]);
+        EXPECT_EQ(drawings[i].id, "step-" + std::to_string(i + 1));
         EXPECT_THAT(drawings[i].lanes[1].about,
                     HasSubstr(", " + std::to_string(recut.steps[i].reel_length) + " frame"));
         ASSERT_EQ(drawings[i].marks.size(), 1U);
@@ -279,6 +280,7 @@ TEST(ChangeDrawing, StepsThatDontMakeTheReelTieNothing) {
     recut.steps.back().position += 1 << 20;
     for (const Drawing& drawing : change_drawings(recut)) {
         EXPECT_TRUE(drawing.bands.empty());
+        EXPECT_EQ(drawing.pieces.front().start, 0);
         EXPECT_THAT(drawing.description, HasSubstr("don't make"));
     }
     EXPECT_EQ(step_drawings(recut).size(), recut.steps.size() - 1);

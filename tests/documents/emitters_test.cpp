@@ -175,6 +175,18 @@ TEST_F(Emitters, NoNameBecomesATag) {
                                     "pattern", "circle", "path", "g", "rect", "line", "polygon", "text")));
 }
 
+TEST_F(Emitters, PaperOfThePageSaysAtItsFootHowEachListCounts) {
+    const std::string page = html_of(document);
+    for (const List& list : document.lists) {
+        const std::size_t rule = page.find("@page " + list.id + " {");
+        ASSERT_NE(rule, std::string::npos) << list.id;
+        const std::string foot = page.substr(rule, page.find("\n}\n", rule) - rule);
+        EXPECT_THAT(foot, HasSubstr("@bottom-left { content: \"" + list.counting));
+        EXPECT_THAT(foot, HasSubstr(list.title));
+        EXPECT_THAT(page, HasSubstr("#" + list.id + " { page: " + list.id + "; }"));
+    }
+}
+
 TEST_F(Emitters, NothingInThePageComesFromElsewhere) {
     std::string page = html_of(document);
     for (std::size_t at = 0; (at = page.find("url(#", at)) != std::string::npos;)

@@ -179,5 +179,6 @@ TEST(OrderLists, NameFilmThatCantBeOrdered) {
     film.order.unknown = {{1, lost}};
     EXPECT_THAT(drawn(not_ordered_of(film), {"reel", "start", "length", "shot", "where"}),
                 ElementsAre("2 48 12 Lost children[3]"));
+    EXPECT_THAT(not_ordered_of(film).counting, HasSubstr("lengths are frames of the reel"));
     EXPECT_EQ(order_list_of(film).empty, "Nothing is to be pulled.");
 }

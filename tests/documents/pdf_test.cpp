@@ -155,17 +155,125 @@ TEST_F(Pdf, HeadsStandOnEachPageAndFeetCountThem) {
     }
 }
 
-TEST_F(Pdf, ListsAndPartsAreBookmarkedAndLaterRowsLeadToTheFirst) {
+/// The objects of a file as qpdf writes them, by their numbers.
+std::map<int, std::string> objects_of(const std::string& path) {
+    const std::string plain = output_of("qpdf --qdf --object-streams=disable " + path + " -");
+    std::map<int, std::string> objects;
+    const std::string begin = " 0 obj\n";
+    for (std::size_t at = plain.find(begin); at != std::string::npos; at = plain.find(begin, at + 1)) {
+        const std::size_t number = plain.rfind('\n', at) + 1;
+        objects[std::atoi(plain.c_str() + number)] = plain.substr(at, plain.find("\nendobj", at) - at);
+    }
+    return objects;
+}
+
+/// What stands behind a key of an object, to the end of its line.
+std::string entry(const std::string& object, const std::string& key) {
+    const std::size_t at = object.find("  " + key + ' ');
+    if (at == std::string::npos) return "";
+    const std::size_t value = at + key.size() + 3;
+    return object.substr(value, object.find('\n', value) - value);
+}
+
+TEST_F(Pdf, ListsAreBookmarkedAndTheirPartsBelowThem) {
     List pull = assembly(5);
     pull.id = "pull";
     pull.title = "Pull by roll";
     pull.parts[0].title = "Roll A040";
-    const std::string path = file_of(document({assembly(5), pull}));
-    const std::string plain = output_of("qpdf --qdf --object-streams=disable " + path + " -");
-    EXPECT_THAT(plain, HasSubstr("(Pull by roll)"));
-    EXPECT_THAT(plain, HasSubstr("(Roll A040)"));
-    EXPECT_THAT(plain, HasSubstr("/Subtype /Link"));
-    EXPECT_THAT(output_of("qpdf --check " + path), HasSubstr("No syntax"));
+    const std::map<int, std::string> objects = objects_of(file_of(document({assembly(5), pull})));
+    std::map<std::string, std::string> parents;
+    for (const auto& [number, object] : objects)
+        if (const std::string parent = entry(object, "/Parent"); !entry(object, "/Title").empty() && !parent.empty())
+            parents[entry(object, "/Title")] = entry(objects.at(std::atoi(parent.c_str())), "/Title");
+    const std::map<std::string, std::string> expected{
+        {"(Assembly, negative)", ""}, {"(Pull by roll)", ""}, {"(Roll A040)", "(Pull by roll)"}};
+    EXPECT_EQ(parents, expected);
+}
+
+TEST_F(Pdf, RowsOfLaterListsLeadToTheirFilmsFirstRow) {
+    List pull = assembly(5);
+    pull.id = "pull";
+    const std::string path = file_of(document({assembly(7), pull}));
+    std::map<std::string, int> heights;
+    std::istringstream places(output_of("pdfinfo -dests " + path));
+    for (std::string line; std::getline(places, line);) {
+        int page = 0, left = 0, top = 0;
+        char name[40];
+        if (std::sscanf(line.c_str(), "%d [ XYZ %d %d null ] \"%39[^\"]", &page, &left, &top, name) != 4) continue;
+        EXPECT_EQ(page, 1) << "of the first list";
+        heights[name] = top;
+    }
+    ASSERT_EQ(heights.size(), 7U);
+    for (int i = 2; i <= 7; ++i)
+        EXPECT_LT(heights["film-event-" + std::to_string(i)], heights["film-event-" + std::to_string(i - 1)]);
+    std::vector<std::string> links;
+    for (const auto& [number, object] : objects_of(path))
+        if (object.find("/Subtype /Link") != std::string::npos) links.push_back(entry(object, "/Dest"));
+    EXPECT_THAT(links, testing::UnorderedElementsAre("(film-event-1)", "(film-event-2)", "(film-event-3)",
+                                                     "(film-event-4)", "(film-event-5)"));
+}
+
+/// Where a word stands on its page, in points from the upper left.
+struct WordPlace {
+    double left = 0.0, top = 0.0, right = 0.0, bottom = 0.0;
+};
+
+/// The first of each word.
+std::map<std::string, WordPlace> words_of_page(const std::string& path) {
+    std::map<std::string, WordPlace> words;
+    std::istringstream boxes(output_of("pdftotext -bbox -l 1 " + path + " -"));
+    for (std::string line; std::getline(boxes, line);) {
+        WordPlace place;
+        char word[64];
+        const char* const format = " <word xMin=\"%lf\" yMin=\"%lf\" xMax=\"%lf\" yMax=\"%lf\">%63[^<]";
+        if (std::sscanf(line.c_str(), format, &place.left, &place.top, &place.right, &place.bottom, word) == 5)
+            words.emplace(word, place);
+    }
+    return words;
+}
+
+TEST_F(Pdf, BoxesToTickHaveTheirRoomAheadOfTheFirstColumn) {
+    List list = assembly(3);
+    list.columns[0].align = Align::left;
+    const double ticked = words_of_page(file_of(document({list})))["Event"].left;
+    for (Row& one : list.parts[0].rows)
+        one.tick = false;
+    EXPECT_NEAR(words_of_page(file_of(document({list})))["Event"].left + 17.0, ticked, 0.5);
+}
+
+TEST_F(Pdf, FactsStandAboveTheTableHoweverManyThereAre) {
+    List list = assembly(3);
+    for (int i = 0; i < 14; ++i)
+        list.facts.push_back({"Fact", {plain("fact" + std::to_string(i))}});
+    std::map<std::string, WordPlace> words = words_of_page(file_of(document({list})));
+    EXPECT_GT(words["First"].top, words["fact13"].bottom);
+    EXPECT_GT(words["fact13"].top, words["fact0"].bottom);
+}
+
+/// The darkest of a place's pixels, 0 to 255.
+int darkest(const std::string& path, const WordPlace& place) {
+    const std::string image = output_of("pdftoppm -gray -r 288 -l 1 " + path);
+    int width = 0, height = 0, read = 0, darkest = 255;
+    if (std::sscanf(image.c_str(), "P5 %d %d 255%n", &width, &height, &read) != 2) return -1;
+    const auto pixel = [](double points) { return static_cast<int>(points * 4); };
+    for (int y = pixel(place.top); y < pixel(place.bottom); ++y)
+        for (int x = pixel(place.left); x < pixel(place.right); ++x)
+            darkest = std::min<int>(darkest, static_cast<unsigned char>(
+                                                 image[static_cast<std::size_t>(read + 1 + y * width + x)]));
+    return darkest;
+}
+
+TEST_F(Pdf, LightTextIsLighter) {
+    List list = assembly(2);
+    list.parts[0].rows[0].cells[1].lines = {{plain("plainword")}, {light("lightword")}};
+    list.parts[0].rows[1].cells[1].lines = {{plain("слово")}, {light("сила")}};
+    const std::string path = file_of(document({list}));
+    std::map<std::string, WordPlace> words = words_of_page(path);
+    for (const auto& [dark, pale] : {std::pair("plainword", "lightword"), std::pair("слово", "сила")}) {
+        ASSERT_TRUE(words.count(dark) && words.count(pale)) << dark;
+        EXPECT_LT(darkest(path, words[dark]), 40);
+        EXPECT_GT(darkest(path, words[pale]), 60);
+    }
 }
 
 TEST_F(Pdf, NotesStandWithTheirRow) {

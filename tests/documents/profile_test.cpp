@@ -21,6 +21,7 @@ TEST(Profile, EachOneNamesListsThatThereAre) {
         for (const auto& [list, columns] : profile->columns)
             EXPECT_THAT(profile->lists, Contains(list));
     }
+    EXPECT_THAT(profile_names(), ElementsAre("assistant", "cutter", "lab", "optical", "scan", "sound", "all"));
     EXPECT_NE(profile_named(""), nullptr);
     EXPECT_EQ(profile_named("nobody"), nullptr);
 }

@@ -1,6 +1,8 @@
 #include "documents/film_count.h"
+#include "documents/pdf_text.h"
 #include "documents/sketch_draft.h"
 
+#include <cairo.h>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
@@ -77,6 +79,25 @@ TEST(TextWidth, CountsWideAndNarrowCharacters) {
     EXPECT_EQ(text_width("10+04", Letters::mono), 5 * 602);
     EXPECT_EQ(text_width("e\xCC\x81", Letters::sans), text_width("e", Letters::sans));
     EXPECT_GT(text_width("Wm", Letters::bold), text_width("Wm", Letters::sans));
+}
+
+// Pictures are laid out by these, and pages put down with the font itself.
+TEST(TextWidth, IsThatOfTheFontOfPages) {
+    cairo_surface_t* const surface = cairo_recording_surface_create(CAIRO_CONTENT_COLOR, nullptr);
+    cairo_t* const page = cairo_create(surface);
+    {
+        PdfText text(page);
+        const std::pair<Letters, PdfStyle> faces[] = {{Letters::sans, {PdfSize::body, Weight::plain, false}},
+                                                      {Letters::bold, {PdfSize::body, Weight::strong, false}},
+                                                      {Letters::mono, {PdfSize::body, Weight::plain, true}}};
+        for (const auto& [letters, style] : faces)
+            for (char c = ' '; c <= '~'; ++c) {
+                const double width = text.width_of(std::string(1, c), style) * 1000.0 / points_of(PdfSize::body);
+                EXPECT_NEAR(static_cast<double>(text_width(std::string(1, c), letters)), width, 0.6) << c;
+            }
+    }
+    cairo_destroy(page);
+    cairo_surface_destroy(surface);
 }
 
 RC_GTEST_PROP(TextWidth, shortenedTextsAreNoWiderThanAsked, (const std::string& text, unsigned char room)) {

@@ -147,6 +147,43 @@ TEST(Svg, TheFootTellsTheScale) {
     EXPECT_THAT(SvgPicture(svg_of(strip({48}))).texts(), Contains("To scale: one foot is 33.9 mm."));
 }
 
+TEST(Svg, IsAsWideAsItsFoot) {
+    Drawing drawing = strip({8});
+    drawing.patterns = "Dots: " + std::string(200, 'W');
+    const SvgPicture picture(svg_of(drawing));
+    const std::int64_t foot = text_width(picture.texts().back(), Letters::sans) * 10;
+    EXPECT_GE(picture.root().number("width"), foot / 1000);
+    EXPECT_LE(picture.root().number("width"), foot / 1000 + 4);
+}
+
+/// What stands beside its part of a picture.
+std::vector<std::string> texts_outside(const Sketch& sketch) {
+    std::vector<std::string> outside;
+    for (const SketchPart& part : sketch.parts)
+        for (const SketchText& text : part.texts) {
+            const std::int64_t width = text_width(text.text, text.letters) * text.size / 1000;
+            const std::int64_t ahead = text.anchor == Anchor::start    ? 0
+                                       : text.anchor == Anchor::middle ? width / 2
+                                                                       : width;
+            const bool inside = text.at.x - ahead >= 0 && text.at.x - ahead + width <= sketch.width &&
+                                text.at.y - text.size / 2 >= 0 && text.at.y <= part.height;
+            if (!inside) outside.push_back(text.text);
+        }
+    return outside;
+}
+
+RC_GTEST_PROP(Sketches, haveAllTheirTextsInside, (std::vector<int> raw, bool down)) {
+    std::vector<std::int64_t> lengths{16};
+    for (const int length : raw)
+        lengths.push_back(1 + std::abs(length % 60));
+    Drawing drawing = strip(lengths, down ? Way::down : Way::along);
+    for (DrawnPiece& piece : drawing.pieces) {
+        piece.details = {"roll A001", "tape T1"};
+        if (down) piece.numbers = {{piece.start, "KJ 12 3456 0100+00"}, {piece.start + piece.length, "0103+04"}};
+    }
+    RC_ASSERT(texts_outside(sketch_of(drawing)) == std::vector<std::string>());
+}
+
 TEST(Svg, NamesDontBreakOut) {
     for (const std::string& name : {std::string("</text><script>x</script>"), std::string("a\"b'c&d"),
                                     std::string("\x01\x7F\xFF\xC0\x80"), std::string("\n]]>"),
