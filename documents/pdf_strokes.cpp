@@ -71,7 +71,8 @@ void put_hatch(cairo_t* page, const PdfArea& area, double step, double width, do
     cairo_restore(page);
 }
 
-// A row of dots is a line of dashes without a length, with round ends; rows run the longer way.
+// A row of dots is a line of dashes without a length, with round ends; rows run the longer way. The last may reach in
+// from outside.
 void put_dots(cairo_t* page, const PdfArea& area, double step, double width) {
     const double dashes[] = {0.0, step};
     const auto first = [step](double edge) { return std::floor(edge / step) * step + step / 2; };
@@ -80,12 +81,12 @@ void put_dots(cairo_t* page, const PdfArea& area, double step, double width) {
     cairo_set_line_width(page, width);
     cairo_set_dash(page, dashes, 2, 0.0);
     if (area.right - area.left < area.bottom - area.top) {
-        for (double x = first(area.left); x < area.right; x += step) {
+        for (double x = first(area.left); x < area.right + width / 2; x += step) {
             cairo_move_to(page, x, first(area.top));
             cairo_line_to(page, x, area.bottom + step);
         }
     } else {
-        for (double y = first(area.top); y < area.bottom; y += step) {
+        for (double y = first(area.top); y < area.bottom + width / 2; y += step) {
             cairo_move_to(page, first(area.left), y);
             cairo_line_to(page, area.right + step, y);
         }

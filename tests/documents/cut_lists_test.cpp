@@ -1,5 +1,7 @@
 // The lists of small cuts.
 
+#include "documents/film_cells.h"
+#include "documents/optical_drawing.h"
 #include "documents/table_head.h"
 #include "tests/documents/made_cut_film.h"
 
@@ -256,6 +258,32 @@ TEST_F(CutLists, RowsHaveACellForEachColumnAndAValueForEachField) {
                     EXPECT_EQ(row.cells[i].values.size(), list.columns[i].fields.size())
                         << row.id << ' ' << list.columns[i].key;
             }
+}
+
+TEST_F(CutLists, TransitionsThatMeetLeaveTheThirdShotOnTheRollOfTheFirst) {
+    builder.add_event(v1, event_of(a, 48, 0));
+    builder.add_transition(v1, dissolve(8, 10));
+    builder.add_event(v1, event_of(b, 12, 32));
+    builder.add_transition(v1, dissolve(10, 8));
+    builder.add_event(v1, event_of(a, 48, 100));
+    const CutFilmPtr made = cut(true);
+    std::vector<std::string> laid;
+    for (const Drawing& drawing : drawings_of(*made, *made->optical(1)))
+        for (const DrawnPiece& piece : drawing.pieces)
+            laid.push_back(drawing.lanes[static_cast<std::size_t>(piece.lane)].name + ' ' + piece.name + ' ' +
+                           std::to_string(piece.start) + '-' + std::to_string(piece.start + piece.length));
+    EXPECT_THAT(laid, ElementsAre("A roll a · A001 0-58", "A roll a · A001 58-108", "B roll spacer 40 0-40",
+                                  "B roll b · A001 40-68"));
+}
+
+TEST(FilmCells, APartedPieceSaysWhereItsFilmChanges) {
+    std::vector<FilmRun> runs(3);
+    runs[0].start = 20, runs[0].end = runs[1].start = 21;
+    runs[1].end = runs[2].start = 60, runs[2].end = 70;
+    EXPECT_EQ(text_of(*parted_note(runs)),
+              "In 3 stretches of film. Its numbers don't run on; the film changes after 1 frame, 40 frames.");
+    runs.resize(1);
+    EXPECT_FALSE(parted_note(runs));
 }
 
 TEST_F(CutLists, PullsByTapeGoByTimecode) {

@@ -120,6 +120,17 @@ TEST(Dots, LieInTheMiddleOfTheirSquaresWhicheverWayRowsRun) {
     }
 }
 
+TEST(Dots, AreasSideBySideGoOnInEachOther) {
+    const Image whole([](cairo_t* page) { put_dots(page, {0.0, 0.0, 240.0, 240.0}, 16.0, 6.0); });
+    for (const PdfArea& area : {PdfArea{107.0, 150.0, 238.0, 210.0}, PdfArea{185.0, 90.0, 230.0, 238.0}}) {
+        const Image part([&](cairo_t* page) { put_dots(page, area, 16.0, 6.0); });
+        EXPECT_LT(difference(
+                      area, [&](int x, int y) { return whole.dark(x, y); },
+                      [&](int x, int y) { return part.dark(x, y); }),
+                  0.02);
+    }
+}
+
 TEST(Dots, RowsRunTheLongerWayOfTheAreaWhereverItLies) {
     // Rows go on by up to a step behind the area, across they don't.
     const Image tall([](cairo_t* page) { put_dots(page, {96.0, 16.0, 128.0, 112.0}, 16.0, 6.0); });

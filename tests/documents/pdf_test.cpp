@@ -243,11 +243,11 @@ TEST_F(Pdf, BoxesToTickHaveTheirRoomAheadOfTheFirstColumn) {
 
 TEST_F(Pdf, FactsStandAboveTheTableHoweverManyThereAre) {
     List list = assembly(3);
-    for (int i = 0; i < 14; ++i)
+    for (int i = 0; i < 15; ++i)
         list.facts.push_back({"Fact", {plain("fact" + std::to_string(i))}});
     std::map<std::string, WordPlace> words = words_of_page(file_of(document({list})));
-    EXPECT_GT(words["First"].top, words["fact13"].bottom);
-    EXPECT_GT(words["fact13"].top, words["fact0"].bottom);
+    EXPECT_GT(words["First"].top, words["fact14"].bottom);
+    EXPECT_GT(words["fact14"].top, words["fact0"].bottom);
 }
 
 /// The darkest of a place's pixels, 0 to 255.
