@@ -101,10 +101,10 @@ TEST(Hatch, AreasSideBySideGoOnInEachOther) {
         const PdfArea behind{101.0, hatch_area.top, hatch_area.right, hatch_area.bottom};
         const Image part = hatched(behind, slope);
         const PdfArea shared{119.0, 58.0, 158.0, 102.0};
-        EXPECT_LT(difference(
-                      shared, [&](int x, int y) { return whole.dark(x, y); },
-                      [&](int x, int y) { return part.dark(x, y); }),
-                  0.02);
+        EXPECT_LT(
+            difference(
+                shared, [&](int x, int y) { return whole.dark(x, y); }, [&](int x, int y) { return part.dark(x, y); }),
+            0.02);
     }
 }
 
@@ -124,10 +124,10 @@ TEST(Dots, AreasSideBySideGoOnInEachOther) {
     const Image whole([](cairo_t* page) { put_dots(page, {0.0, 0.0, 240.0, 240.0}, 16.0, 6.0); });
     for (const PdfArea& area : {PdfArea{107.0, 150.0, 238.0, 210.0}, PdfArea{185.0, 90.0, 230.0, 238.0}}) {
         const Image part([&](cairo_t* page) { put_dots(page, area, 16.0, 6.0); });
-        EXPECT_LT(difference(
-                      area, [&](int x, int y) { return whole.dark(x, y); },
-                      [&](int x, int y) { return part.dark(x, y); }),
-                  0.02);
+        EXPECT_LT(
+            difference(
+                area, [&](int x, int y) { return whole.dark(x, y); }, [&](int x, int y) { return part.dark(x, y); }),
+            0.02);
     }
 }
 
@@ -160,9 +160,14 @@ TEST(SketchOnPages, InksAreAsDarkAsThePatternsAre) {
     const struct {
         Ink ink;
         double dark;
-    } inks[] = {{Ink::none, 0.0}, {Ink::white, 0.0}, {Ink::grey, 0.12}, {Ink::black, 0.93},
+    } inks[] = {{Ink::none, 0.0},
+                {Ink::white, 0.0},
+                {Ink::grey, 0.12},
+                {Ink::black, 0.93},
                 // a dot of 2/7 across in its square, of grey 0.33; lines of 11/56 or twice 8/56, slanted, of grey 0.4
-                {Ink::dots, 0.043}, {Ink::hatched, 0.167}, {Ink::crossed, 0.218}};
+                {Ink::dots, 0.043},
+                {Ink::hatched, 0.167},
+                {Ink::crossed, 0.218}};
     for (const auto& [ink, dark] : inks)
         EXPECT_NEAR(square(ink, Pen::none).dark_of(56, 56, 184, 184), dark, 0.006) << static_cast<int>(ink);
 }

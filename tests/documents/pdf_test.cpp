@@ -258,8 +258,8 @@ int darkest(const std::string& path, const WordPlace& place) {
     const auto pixel = [](double points) { return static_cast<int>(points * 4); };
     for (int y = pixel(place.top); y < pixel(place.bottom); ++y)
         for (int x = pixel(place.left); x < pixel(place.right); ++x)
-            darkest = std::min<int>(darkest, static_cast<unsigned char>(
-                                                 image[static_cast<std::size_t>(read + 1 + y * width + x)]));
+            darkest = std::min<int>(
+                darkest, static_cast<unsigned char>(image[static_cast<std::size_t>(read + 1 + y * width + x)]));
     return darkest;
 }
 
