@@ -466,6 +466,33 @@ TEST(WhatStays, IsTheBestOfAllChoices) {
     }));
 }
 
+Saving saving_by(const change_cost& with, const change_cost& without) {
+    return {with.steps - without.steps, with.moves - without.moves, with.splices - without.splices};
+}
+
+/// Gives up one moved piece after the other, and compares what each saves with what the steps cost ahead and behind.
+TEST(PlanLedger, KnowsWhatIsSavedByGivingUpAMove) {
+    EXPECT_TRUE(rc::check([] {
+        for (int times = 0; times < 20; ++times) {
+            KeptRun run = trimmed_run();
+            const BenchCuts cuts(run);
+            KeptPieces pieces = film_in_both(cuts, run.matched, true).all;
+            keep_most_film(pieces);
+            PlanLedger ledger(cuts, pieces);
+            for (std::size_t i = 0; i < pieces.size(); ++i) {
+                if (pieces[i].stays || number(0, 3) == 0) continue;
+                const change_cost with = cost_of(cuts, ledger.kept_pieces());
+                const Saving told = ledger.saved_without(i);
+                ledger.drop(i);
+                const Saving found = saving_by(with, cost_of(cuts, ledger.kept_pieces()));
+                RC_ASSERT(told.steps == found.steps);
+                RC_ASSERT(told.moves == found.moves);
+                RC_ASSERT(told.splices == found.splices);
+            }
+        }
+    }));
+}
+
 /// Unlike film trimmed and shuffled: what can stay is the longest common run of single frames.
 TEST(BenchCost, OfFilmThatIsUsedOnceIsTheLeastInFrames) {
     EXPECT_TRUE(rc::check([] {
@@ -534,8 +561,8 @@ TEST(CommonShots, OfRowsThatRepeatMuchAreARunAllTheSame) {
 
 Vector<BenchSpan> any_spans() {
     Vector<BenchSpan> spans;
-    for (int left = number(0, 8); left > 0; --left)
-        spans.push_back({static_cast<std::uint64_t>(number(1, 2)), number(-5, 20), number(1, 9), 100 * left});
+    for (int left = number(0, 30); left > 0; --left)
+        spans.push_back({static_cast<std::uint64_t>(number(1, 2)), number(-5, 20), number(1, 25), 100 * left});
     return spans;
 }
 

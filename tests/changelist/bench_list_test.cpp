@@ -71,6 +71,17 @@ TEST_F(BenchList, SaysWhenThereIsNothingToDo) {
     EXPECT_TRUE(list().starts_with("\n\n\n\n\n\nBENCH LIST:\n\n   Step  Reel"));
 }
 
+TEST_F(BenchList, TellsThatNothingCostsNothing) {
+    options().bench_cost = bench_fewest_moves;
+    plan({{1, 0, 10, 5}}, {{1, 0, 10, 5}});
+    EXPECT_EQ(below_heads(list()), " THERE ARE NO CHANGES TO MAKE\n\n"
+                                   " FEWEST MOVES        THIS LIST    DELETE AND INSERT\n"
+                                   " Moves                       0                    0\n"
+                                   " Splices                     0                    0\n"
+                                   " Frames                      0                    0\n"
+                                   " Feet                  0000+00              0000+00\n");
+}
+
 TEST_F(BenchList, ShowsSceneAndTakeBelowEachOtherWhenAsked) {
     options().use_scene_take = 1;
     plan({}, {{1, 0, 10, 5}});

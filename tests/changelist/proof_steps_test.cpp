@@ -87,6 +87,15 @@ TEST_F(Proof, TellsSpeedsAndFiller) {
                  "the cutting copy has __BLACK where the new cut has KJ1234560010+00 of KJ12 at speed -0.50");
 }
 
+TEST_F(Proof, TellsSpeedsInHundredths) {
+    for (const auto& [speed, text] : {std::pair(2.0, "2.00"), std::pair(1.337, "1.34"), std::pair(-0.25, "-0.25")}) {
+        Film moved = shot(1, 'B', 4);
+        moved.speed = speed;
+        make({shot(1, 'A', 4)}, {moved});
+        EXPECT_THAT(prove_steps(run, {}).reason, testing::HasSubstr(std::string(" at speed ") + text));
+    }
+}
+
 TEST_F(Proof, PartsWhereTheReelIsTooShort) {
     make({shot(1, 'A', 10), shot(1, 'B', 5)}, {shot(1, 'A', 10)});
     run.bench[0].length = 6;

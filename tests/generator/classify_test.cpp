@@ -118,6 +118,11 @@ TEST(Classification, UpperCutsTakeTheReferenceOfTheOpticalThatDrawsOnTheirTrack)
               "FX 20-60 of 0-100 ref 1");
 }
 
+TEST(Classification, OnlyTheFirst32TracksCanBeDrawnOn) {
+    EXPECT_EQ(cutting_copy({v1(0, 100), optical(20, 60, -1), cut(32, 20, 30), cut(33, 20, 30), cut(34, 20, 30)}),
+              "V1 0-100 #1 in 1\nV32 20-30 in 1\nV33 20-30\nV34 20-30\nFX 20-60 of 0-100 ref 1");
+}
+
 TEST(Classification, OfTwoOpticalsOverAnUpperCutTheLastCounts) {
     EXPECT_EQ(cutting_copy({v1(0, 50), v1(50, 100), optical(10, 40, 2), optical(60, 80, 2), cut(2, 30, 70)}),
               "V1 0-50 #1 in 1\nV1 50-100 #2 in 2\nV2 30-70 in 2\nFX 10-40 of 0-50 ref 1\nFX 60-80 of 50-100 ref 2");

@@ -78,6 +78,13 @@ TEST_F(SingleLayer, TransitionOutIsShortenedByTheOptical) {
                      "2|FX(1)||44|||||16||||1|||\n");
 }
 
+TEST_F(SingleLayer, TransitionsOfOneFrameAreListed) {
+    add(with_out(with_in(clip(1, 10, 40, "1A"), "DI", 1), "WO", 1));
+    add(optical(60, 70, "Glow"));
+    EXPECT_EQ(sl3().substr(0, sl3().find('\n') + 1),
+              "1|clip|1(A)|9|DISSOLVE|1|WIPE|1|32|A001|KJ1234560099+15|KJ1234560101+14|1||1A|\n");
+}
+
 TEST_F(SingleLayer, OpticalsBehindTheLastEventHaveNoRow) {
     add(clip(1, 0, 20, "1A"));
     add(optical(20, 30, "Blur"));
