@@ -223,6 +223,9 @@ TEST(WideText, BecomesUtf8UpToItsEnd) {
     EXPECT_EQ(utf8_of_wide({"A\0\xE9\0\xAC\x20\x3D\xD8\x00\xDE\0\0B\0", 14}), "A\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80");
     EXPECT_EQ(utf8_of_wide({"\0A\x20\xAC", 4}, true), "A\xE2\x82\xAC");
     EXPECT_EQ(utf8_of_wide({"\x3D\xD8Z\0\x01", 5}), "\xEF\xBF\xBDZ");
+    EXPECT_EQ(utf8_of_wide({"\x42\xD8\xB7\xDF", 4}), "𠮷");
+    const std::unique_ptr<char[]> half(new char[3]{0x3D, static_cast<char>(0xD8), 1}); // nothing lies behind it
+    EXPECT_EQ(utf8_of_wide({half.get(), 3}), "\xEF\xBF\xBD");
 }
 
 } // namespace

@@ -278,6 +278,9 @@ TEST(Fcp7Effects, FiltersAreEffectsUnlessTheyDoNothing) {
                                     parameter("scale", tag("value", "100.0")) +
                                         parameter("center", tag("value", tag("horiz", "0") + tag("vert", "0")))) +
                              filter("Opacity", "motion", parameter("opacity", tag("value", "100"))) +
+                             filter("Distort", "motion",
+                                    parameter("ulcorner", tag("value", tag("horiz", "-0.5") + tag("vert", "-0.5"))) +
+                                        parameter("lrcorner", tag("value", tag("horiz", "0.5") + tag("vert", "0.5")))) +
                              tag("filter", tag("enabled", "FALSE") + tag("effect", tag("name", "Blur")));
     formats::ReadOptions options;
     options.all_effects = true;

@@ -193,6 +193,12 @@ TEST(FcpxmlPlaces, MarkersBecomeCuesAtTheirPlace) {
     EXPECT_TRUE(warns(result, "\"B\": a marker lies outside what is used of it; so with 1 more", WarningKind::note));
 }
 
+TEST(FcpxmlPlaces, OneMarkerOutsideIsToldToo) {
+    const std::string mark = R"(<marker start="9s" value="before"/>)";
+    const auto result = read(with_spine(clip("B", R"(start="10s" duration="5s")", mark)));
+    EXPECT_TRUE(warns(result, "\"B\": a marker lies outside what is used of it", WarningKind::note));
+}
+
 TEST(FcpxmlPlaces, MarkersOfGapsAndTransitionsAreCuesToo) {
     const std::string fade =
         R"(<transition offset="7/2s" duration="1s"><filter-video ref="dissolve"/>)"
@@ -308,7 +314,16 @@ TEST(FcpxmlProjects, TheRateIsThatOfTheFormatOrOfItsName) {
     EXPECT_EQ(rate(R"(<format id="own" name="FFVideoFormat1080p2398"/>)"), "23.976");
     EXPECT_EQ(rate(R"(<format id="own" name="FFVideoFormat1080i50"/>)"), "25");
     EXPECT_EQ(rate(R"(<format id="own" name="FFVideoFormatDV720x480i5994"/>)"), "29.97");
-    EXPECT_EQ(rate(R"(<format id="own" name="FFVideoFormat2160p5994"/>)"), "59.94");
+    for (const auto& [digits, name] : {std::pair("24", "24"),
+                                       {"25", "25"},
+                                       {"2997", "29.97"},
+                                       {"30", "30"},
+                                       {"4795", "47.952"},
+                                       {"48", "48"},
+                                       {"50", "50"},
+                                       {"5994", "59.94"},
+                                       {"60", "60"}})
+        EXPECT_EQ(rate(R"(<format id="own" name="FFVideoFormat1080p)" + std::string(digits) + R"("/>)"), name);
     EXPECT_EQ(rate(R"(<format id="own" name="FFVideoFormatRateUndefined"/>)"),
               "a.fcpxml: line 3: project \"Reel 1\": doesn't tell its frames a second");
     EXPECT_EQ(rate(R"(<format id="own" frameDuration="1/120s"/>)"),

@@ -274,6 +274,27 @@ TEST_F(FilmFindings, AReverseShotThatOnlyTheOtherWayLiesInTheLogIsADoubt) {
     EXPECT_THAT(drawn(run({first_minute})), Contains("doubt reverse 0"));
 }
 
+TEST_F(FilmFindings, AReverseShotIsADoubtUpToTheLastFrameOfTheRow) {
+    options.edl = true;
+    play("vt1", 1439, 20, -1);
+    play("vt1", 1440, 20, -1);
+    const std::vector<std::string> found = drawn(run({first_minute}));
+    EXPECT_THAT(found, Contains("doubt reverse 0"));
+    EXPECT_THAT(found, Contains("note reverse 20"));
+}
+
+TEST_F(FilmFindings, BackwardFramesOutsideBothEndsOfTheMediaAreCounted) {
+    SourceDescription source = keyed("vt1", "KJ1234560100+00");
+    source.length = frames(100);
+    const SourceId id = builder.add_source(source);
+    builder.add_event(v1, event_of(id, -5, 110, -1));
+    builder.add_event(v1, event_of(id, 95, 10, -1));
+    std::vector<std::string> outside;
+    for (const Finding& finding : run())
+        if (finding.code == Code::outside_media) outside.push_back(finding.what.substr(0, finding.what.find(':')));
+    EXPECT_THAT(outside, ElementsAre("10 of 110 frames lie outside the media", "5 of 10 frames lie outside the media"));
+}
+
 TEST_F(FilmFindings, KeyNumbersRunPast9999) {
     builder.add_event(v1, event_of(builder.add_source(keyed("a", "KJ1111119999+00")), 0, 48));
     EXPECT_EQ(only(run()), "its key numbers run from KJ1111119999+00 to KJ11111110001+15, past 9999");
