@@ -150,6 +150,23 @@ TEST_F(OtioExport, IsTheSameWhenItIsExportedAgain) {
     }));
 }
 
+TEST(OtioSources, NameTheStandardThatStepsAsTheirSoundDoes) {
+    for (const char* name : {"23.976fps", "24fps", "25fps", "29.97fps", "30fps", "59.94fps", "60fps"}) {
+        const embedded::RateInfo& rate = *embedded::rate_info(edlstr_to_tv_standard(name).rate);
+        SourceDescription source = generator_test::shot("A");
+        source.sound_timecode = embedded::LabelDescription{};
+        source.sound_timecode->type = rate.timecode;
+        source.sound_timecode->rate = rate.rate();
+        source.sound_timecode->sample = 100;
+        embedded::EditBuilder builder(generator_test::plain_edit());
+        builder.add_event(builder.add_channel(generator_test::picture),
+                          generator_test::event_of(builder.add_source(source), 24));
+        EXPECT_NE(formats::write_otio(builder.finish()).text.find("\"sound_std\": \"" + std::string(name) + '"'),
+                  std::string::npos)
+            << name;
+    }
+}
+
 TEST(OtioTracks, AreNamedByKindAndNumber) {
     embedded::EditBuilder builder(generator_test::plain_edit());
     for (const int kind :
