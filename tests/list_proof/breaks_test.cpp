@@ -2,6 +2,7 @@
 
 #include "tests/list_proof/proved_example.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -155,6 +156,21 @@ TEST(BrokenReports, TellWhatStandsThereAndWhatShould) {
     ASSERT_FALSE(longer.failures.empty());
     EXPECT_EQ(longer.failures[0].frame, 60);
     EXPECT_EQ(longer.failures[0].what, "frames 60 to 151, should be 60 to 150");
+}
+
+/// Each begins where the one before ends, and all together are as long as they should be.
+TEST(BrokenReports, TellOfABoundaryBetweenOpticalsThatMoved) {
+    const Example sound = example("opticals/lantern-neg");
+    std::string report = broken(sound.report, {"", assembly, "0050+04      16+14", "0050+04      16+15"});
+    report = broken(report, {"", assembly, "0067+02       4+10", "0067+03       4+09"});
+    const std::size_t before = proof_of(sound, sound.report).failures.size();
+    const film::ListProof proof = proof_of(sound, report);
+    ASSERT_EQ(proof.failures.size(), before + 2);
+    std::vector<std::string> told;
+    for (const auto& failure : proof.failures)
+        told.push_back(failure.what);
+    EXPECT_THAT(told, testing::IsSupersetOf({"frames 804 to 1075, should be 804 to 1074",
+                                             "frames 1075 to 1148, should be 1074 to 1148"}));
 }
 
 TEST(BrokenReports, TellOfARollAheadOfItsPlace) {
