@@ -17,7 +17,7 @@ mkdir -p "$place/tmp"
 export TMPDIR=$place/tmp
 export LSAN_OPTIONS=suppressions=$PWD/scripts/leaks_of_others.txt:print_suppressions=0
 export ASAN_OPTIONS=malloc_context_size=3 # a seventh of the time; whoever runs a finding again sees all of its stack
-TIMEFORMAT=%U
+TIMEFORMAT='%U %S'
 largest=4096 most_new=20 most_findings=5
 
 # Where one input reaches tens of thousands of places, counting how rare each of them is costs more than the run itself.
@@ -85,7 +85,7 @@ for target in "${targets[@]}"; do
     log=$results/$target/log
     findings=$(find "$results/$target/found" -type f | wc -l)
     [ "$findings" -eq 0 ] || anything=1
-    printf '%-14s %8d %10.0f %10d %8d %8d %6d %9d\n' "$target" $took "$(awk '{ sum += $1 } END { print sum + 0 }' "$results/$target/seconds")" "$(runs_of "$log")" "$(reached "$log" first)" "$(reached "$log" last)" \
+    printf '%-14s %8d %10.0f %10d %8d %8d %6d %9d\n' "$target" $took "$(awk '{ sum += $1 + $2 } END { print sum + 0 }' "$results/$target/seconds")" "$(runs_of "$log")" "$(reached "$log" first)" "$(reached "$log" last)" \
         "$(find "$results/$target/new" -type f | wc -l)" "$findings"
 done
 exit $anything
