@@ -84,6 +84,31 @@ std::shared_ptr<Drawing> drawing_of(int pieces) {
     return drawing;
 }
 
+/// Where a word stands on its page, in points from the upper left.
+struct WordPlace {
+    double left = 0.0, top = 0.0, right = 0.0, bottom = 0.0;
+};
+
+/// The words of all pages, in their order.
+std::vector<std::pair<std::string, WordPlace>> placed_words(const std::string& path) {
+    std::vector<std::pair<std::string, WordPlace>> words;
+    std::istringstream boxes(output_of("pdftotext -bbox " + path + " -"));
+    for (std::string line; std::getline(boxes, line);) {
+        WordPlace place;
+        char word[64];
+        const char* const format = " <word xMin=\"%lf\" yMin=\"%lf\" xMax=\"%lf\" yMax=\"%lf\">%63[^<]";
+        if (std::sscanf(line.c_str(), format, &place.left, &place.top, &place.right, &place.bottom, word) == 5)
+            words.emplace_back(word, place);
+    }
+    return words;
+}
+
+/// The first of each word.
+std::map<std::string, WordPlace> first_words(const std::string& path) {
+    const auto words = placed_words(path);
+    return {words.begin(), words.end()};
+}
+
 class Pdf : public testing::Test {
 protected:
     std::string file_of(const Document& document) {
@@ -213,39 +238,20 @@ TEST_F(Pdf, RowsOfLaterListsLeadToTheirFilmsFirstRow) {
                                                      "(film-event-4)", "(film-event-5)"));
 }
 
-/// Where a word stands on its page, in points from the upper left.
-struct WordPlace {
-    double left = 0.0, top = 0.0, right = 0.0, bottom = 0.0;
-};
-
-/// The first of each word.
-std::map<std::string, WordPlace> words_of_page(const std::string& path) {
-    std::map<std::string, WordPlace> words;
-    std::istringstream boxes(output_of("pdftotext -bbox -l 1 " + path + " -"));
-    for (std::string line; std::getline(boxes, line);) {
-        WordPlace place;
-        char word[64];
-        const char* const format = " <word xMin=\"%lf\" yMin=\"%lf\" xMax=\"%lf\" yMax=\"%lf\">%63[^<]";
-        if (std::sscanf(line.c_str(), format, &place.left, &place.top, &place.right, &place.bottom, word) == 5)
-            words.emplace(word, place);
-    }
-    return words;
-}
-
 TEST_F(Pdf, BoxesToTickHaveTheirRoomAheadOfTheFirstColumn) {
     List list = assembly(3);
     list.columns[0].align = Align::left;
-    const double ticked = words_of_page(file_of(document({list})))["Event"].left;
+    const double ticked = first_words(file_of(document({list})))["Event"].left;
     for (Row& one : list.parts[0].rows)
         one.tick = false;
-    EXPECT_NEAR(words_of_page(file_of(document({list})))["Event"].left + 17.0, ticked, 0.5);
+    EXPECT_NEAR(first_words(file_of(document({list})))["Event"].left + 17.0, ticked, 0.5);
 }
 
 TEST_F(Pdf, FactsStandAboveTheTableHoweverManyThereAre) {
     List list = assembly(3);
     for (int i = 0; i < 15; ++i)
         list.facts.push_back({"Fact", {plain("fact" + std::to_string(i))}});
-    std::map<std::string, WordPlace> words = words_of_page(file_of(document({list})));
+    std::map<std::string, WordPlace> words = first_words(file_of(document({list})));
     EXPECT_GT(words["First"].top, words["fact14"].bottom);
     EXPECT_GT(words["fact14"].top, words["fact0"].bottom);
 }
@@ -268,7 +274,7 @@ TEST_F(Pdf, LightTextIsLighter) {
     list.parts[0].rows[0].cells[1].lines = {{plain("plainword")}, {light("lightword")}};
     list.parts[0].rows[1].cells[1].lines = {{plain("слово")}, {light("сила")}};
     const std::string path = file_of(document({list}));
-    std::map<std::string, WordPlace> words = words_of_page(path);
+    std::map<std::string, WordPlace> words = first_words(path);
     for (const auto& [dark, pale] : {std::pair("plainword", "lightword"), std::pair("слово", "сила")}) {
         ASSERT_TRUE(words.count(dark) && words.count(pale)) << dark;
         EXPECT_LT(darkest(path, words[dark]), 40);
@@ -296,14 +302,8 @@ TEST_F(Pdf, DrawingsAreVectorsWithTheirTexts) {
         EXPECT_THAT(text, HasSubstr(name));
     // One face at two sizes: as wide for its height in both places.
     std::vector<double> shapes;
-    std::istringstream boxes(output_of("pdftotext -bbox " + path + " -"));
-    for (std::string line; std::getline(boxes, line);) {
-        double left = 0, top = 0, right = 0, bottom = 0;
-        const char* const format = " <word xMin=\"%lf\" yMin=\"%lf\" xMax=\"%lf\" yMax=\"%lf\">plainwords";
-        if (line.find("plainwords") == std::string::npos) continue;
-        ASSERT_EQ(std::sscanf(line.c_str(), format, &left, &top, &right, &bottom), 4) << line;
-        shapes.push_back((right - left) / (bottom - top));
-    }
+    for (const auto& [word, place] : placed_words(path))
+        if (word == "plainwords") shapes.push_back((place.right - place.left) / (place.bottom - place.top));
     ASSERT_EQ(shapes.size(), 2U);
     EXPECT_NEAR(shapes[0], shapes[1], 0.05);
     EXPECT_THAT(output_of("pdfimages -list " + path), Not(HasSubstr("image ")));
@@ -364,19 +364,14 @@ TEST_F(Pdf, LongHeadsFeetAndFactsAreWrapped) {
     list.counting = name + " end";
     const std::string path = file_of(made), first = output_of("pdftotext -l 1 " + path + " -");
     EXPECT_THAT(first, HasSubstr("word40\n")) << "of the fact or the edit";
-    std::istringstream boxes(output_of("pdftotext -bbox " + path + " -"));
     std::map<std::string, int> shown;
     const PdfPaper paper = paper_of(Paper::a4);
-    for (std::string line; std::getline(boxes, line);) {
-        double left = 0, top = 0, right = 0, bottom = 0;
-        char word[64];
-        const char* const format = " <word xMin=\"%lf\" yMin=\"%lf\" xMax=\"%lf\" yMax=\"%lf\">%63[^<]";
-        if (std::sscanf(line.c_str(), format, &left, &top, &right, &bottom, word) != 5) continue;
+    for (const auto& [word, place] : placed_words(path)) {
         ++shown[word];
-        EXPECT_GT(left, paper.left() - 1.0) << word;
-        EXPECT_LT(right, paper.right() + 1.0) << word;
-        EXPECT_GT(top, 30.0) << word;
-        EXPECT_LT(bottom, paper.height - 3.0) << word;
+        EXPECT_GT(place.left, paper.left() - 1.0) << word;
+        EXPECT_LT(place.right, paper.right() + 1.0) << word;
+        EXPECT_GT(place.top, 30.0) << word;
+        EXPECT_LT(place.bottom, paper.height - 3.0) << word;
     }
     const int pages = pages_of(path);
     EXPECT_EQ(shown["end"], pages) << "how it counts, whole on each";
