@@ -29,11 +29,14 @@ Fraction frames_a_second(const Fraction& speed, const RateInfo& rate) { return s
 
 } // namespace
 
-std::string timecode_text(std::int64_t frame, const Counting& counting) {
+std::int64_t frame_of_day(std::int64_t frame, const Counting& counting) {
     const std::int64_t day = frames_of_day(*counting.rate, counting.drop);
-    const std::int64_t of_day = ((frame % day) + day) % day;
+    return ((frame % day) + day) % day;
+}
+
+std::string timecode_text(std::int64_t frame, const Counting& counting) {
     const label_t type = counting.drop ? counting.rate->drop_timecode : counting.rate->timecode;
-    return LabelPoint(static_cast<int>(of_day), type).get_string();
+    return LabelPoint(static_cast<int>(frame_of_day(frame, counting)), type).get_string();
 }
 
 std::string event_text(int number, const WrittenLine& line, const Counting& record) {

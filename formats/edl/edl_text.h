@@ -29,6 +29,8 @@ struct Counting {
     bool drop = false;
 };
 
+/// Since midnight, of a frame of any day.
+std::int64_t frame_of_day(std::int64_t frame, const Counting& counting);
 std::string timecode_text(std::int64_t frame, const Counting& counting);
 std::string event_text(int number, const WrittenLine& line, const Counting& record);
 /// "M2   A012     012.0                01:00:00:00"

@@ -483,7 +483,7 @@ void ListWriter::tell_of_losses() {
 // Behind midnight timecodes begin anew, and those before noon are taken for the next day's.
 std::string ListWriter::told_by_no_timecode() const {
     const std::int64_t day = frames_of_day(rate_, record_.drop);
-    const std::int64_t begin = ((recipe_.edit.start_frame % day) + day) % day;
+    const std::int64_t begin = frame_of_day(recipe_.edit.start_frame, record_);
     const std::int64_t length = (starts_.back() * rate_.rate()).nearest();
     const std::int64_t last = begin < day / 2 ? day : day + day / 2;
     if (begin + length <= last && length < day) return "";

@@ -167,11 +167,12 @@ void expect_shown_as_cut(PulldownTable& table) {
     const Log shown = read_log(scratch.file("a.RDB"));
     RecordingLogger logger;
     const LogShotList cut(table, -1, logger, 2);
+    const std::string bytes = bytes_of_file(scratch.file("a.RDB"));
     ASSERT_EQ(shown.rows.size(), 40u);
     ASSERT_EQ(cut.num_shots, 40);
     for (std::size_t i = 0; i < shown.rows.size(); ++i) {
         const LogShotPulldown& pulldown = cut.shots[i]->pulldown;
-        const std::string row = bytes_of_file(scratch.file("a.RDB")) + "row " + std::to_string(i);
+        const std::string row = bytes + "row " + std::to_string(i);
         EXPECT_EQ(shown.rows[i].pulldown, pulldown.on) << row;
         EXPECT_EQ(shown.rows[i].phase, pulldown.on ? pulldown.sequence : 0) << row;
     }
