@@ -7,7 +7,7 @@
     scripts/mutate.py --list changelist/proof/proof.cpp
 
 No source is edited: a changed copy is compiled in build/mutants/, and linked in front of the archive of all others,
-so a change costs one compilation and the test programs that notice it last. A program that runs three times as long
+or instead of its object, so a change costs one compilation and the test programs that notice it last. A program that runs three times as long
 as it should, crashes or takes 2 GB has noticed too. Survivors are told again at the end, with their lines.
 """
 
@@ -52,6 +52,7 @@ WATCHERS = {
     "film": "film list_proof orders conform export documents fcpxml tool",
     "embedded": "edit_model services recdb film logging edl labels failures export generator otio golden changelist tool",
     "documents": "documents orders conform tool",
+    "tool": "orders tool",
 }
 SLOW = "*TenThousand*"
 NOT_TRIED = {"base/allocation.cpp"}  # linked into the shared library alone
@@ -215,7 +216,7 @@ class Workshop:
         (place / "now").mkdir(parents=True)
         entries = json.loads((build / "compile_commands.json").read_text())
         self.commands = {os.path.relpath(entry["file"], ROOT): entry for entry in entries}
-        self.seconds, self.kept = {}, set()
+        self.seconds, self.kept, self.replaced = {}, set(), None
         self.linker = ["-fuse-ld=" + next(n for n in ("lld", "gold", "bfd") if shutil.which("ld." + n))]
         everything = self.keep(build / "libquillbrook_everything.a")
         self.parts = {name: self.parts_of("tests/test_" + name) for name in set(" ".join(WATCHERS.values()).split())}
@@ -244,14 +245,18 @@ class Workshop:
         source.write_text(text)
         entry = self.commands[file]
         words = [w for w in shlex.split(entry["command"]) if w != "ccache"]
-        words[words.index("-o") + 1] = str(target)
+        output = words.index("-o") + 1
+        self.replaced = str(self.place / "objects" / words[output])
+        words[output] = str(target)
         words = [str(source) if w == entry["file"] else w for w in words if w not in ("-Werror", "-O2", "-g")]
         return target if run([*words, optimise, "-w"], entry["directory"], 120).returncode == 0 else None
 
     def link(self, name, parts, front):
         target = self.place / "now" / name
         objects, libraries = parts
-        words = ["g++-12", *self.linker, "-Wl,--as-needed", "-o", target, *objects, *front, "-Wl,--start-group",
+        if front:
+            objects = [o for o in objects if o != self.replaced]
+        words = ["g++-12", *self.linker, "-Wl,--as-needed", "-o", target, *front, *objects, "-Wl,--start-group",
                  *libraries, "-Wl,--end-group"]
         done = run([str(w) for w in words], ROOT, 120)
         if done.returncode != 0:

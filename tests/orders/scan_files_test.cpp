@@ -208,10 +208,28 @@ TEST(ScanFiles, AreNamedByAPatternAndNumberedAsAsked) {
                                HasSubstr("\"cmx_3600\"")));
 }
 
+TEST(ScanFiles, OfFilmWithoutATimecodeCountFromTheRollAndSaySo) {
+    film::FilmNeed need = plain_need("A1", 16, 31, "Shot");
+    need.strip.timecode = {};
+    const film::OrderToTell order = plain_order({need}, 8);
+    const formats::Written written = tool::otio_of_order(order, {});
+    std::vector<std::string> told;
+    for (const embedded::Warning& warning : written.warnings)
+        told.push_back(warning.text);
+    EXPECT_THAT(told, ElementsAre("piece 1: without a timecode; times count from 0",
+                                  "piece 1: there is no timecode, so files count from number 0 of the roll's prefix"));
+    EXPECT_THAT(written.text, HasSubstr("\"start_frame\": 8"));
+    const FilmNeeds needs = needs_of(read_otio(written.text)).needs;
+    ASSERT_EQ(needs.size(), 1U);
+    EXPECT_EQ(needs[0].frames, (film::FrameRange{16, 31}));
+    EXPECT_EQ(needs[0].take, (film::FrameRange{8, 39}));
+}
+
 TEST(ScanFiles, OfOtherPatternsAreRefused) {
     for (const char* pattern : {"{roll}.dpx", "{frame}{frame}", "{frame}/{roll}", "{colour}{frame}", "{frame:0}",
-                                "{frame:x}", "{frame:99}", "{frame", "a{"})
+                                "{frame:x}", "{frame:13}", "{frame", "a{"})
         EXPECT_THROW(tool::FileNames{pattern}, tool::UsageError) << pattern;
+    EXPECT_EQ(tool::FileNames("{frame:12}").digits(), 12);
 }
 
 TEST(ScanFiles, AreNotBrokenByControlCharacters) {

@@ -121,6 +121,8 @@ TEST_F(Conforming, WritesADocumentThatKeepsToItsSchema) {
     EXPECT_THAT(document, HasSubstr("\"first\": \"KJ1020011007+00\""));
     EXPECT_THAT(document, HasSubstr("\"first_perforation\": 64448,\n   \"last_perforation\": 64449"))
         << "half of frame 1007+00, which cut 5's splice spent";
+    EXPECT_THAT(document, HasSubstr("\"side\": \"head\"")) << "of event 4 of reel 2, which is too close to event 2";
+    EXPECT_EQ(document.find("\"side\": \"tail\""), std::string::npos);
     std::string wrong = document;
     wrong.replace(wrong.find("\"trouble\": \"gone\""), 17, "\"trouble\": \"lost\"");
     EXPECT_NE(fault_by_schema(wrong, "conform.schema.json"), "");
@@ -170,7 +172,8 @@ TEST_F(Conforming, NamesFilmThatItCantHold) {
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.out, HasSubstr("CAN'T BE HELD: no numbers that tell its film frame by frame\n"
                                       "  reel 1, children[0] \"Lost\": frames 0 to 9\n"));
-    EXPECT_THAT(result.out, HasSubstr("NOT COUNTED: "));
+    EXPECT_THAT(result.out, HasSubstr("NOT COUNTED: what these splices spent, as no numbers tell their film\n"
+                                      "  cut 1, reel 1, children[0] \"Lost\": frames 0 to 9\n"));
     EXPECT_EQ(fault_by_schema(read("none.json"), "conform.schema.json"), "");
 }
 

@@ -106,6 +106,20 @@ TEST_F(HelpFiles, EveryOptionOfEveryCommandIsInItsPageAndNoOther) {
     }
 }
 
+TEST_F(HelpFiles, PagesNameWhatIsAskedForAndTheirNeighbours) {
+    for (const tool::ManPage& page : tool::man_pages()) {
+        const std::string text = plain(page.text);
+        EXPECT_THAT(text, HasSubstr("\n.BR quillbrook-formats (5)\n")) << page.name;
+        if (page.name == "quillbrook")
+            EXPECT_THAT(text, HasSubstr("\n.BR quillbrook-cutlist (1) ,\n"));
+        else
+            EXPECT_THAT(text, HasSubstr("\n.BR quillbrook (1) ,\n")) << page.name;
+    }
+    EXPECT_THAT(plain(read("help/man1/quillbrook-cutlist.1")),
+                HasSubstr("\nquillbrook cutlist EDIT... -o FILE [options]\n"));
+    EXPECT_THAT(plain(read("help/man1/quillbrook-print.1")), HasSubstr("\nquillbrook print CDB -o FILE [options]\n"));
+}
+
 TEST_F(HelpFiles, PagesAreSoundForThoseWhoPrintThem) {
     if (!is_there("mandoc")) GTEST_SKIP() << "no mandoc";
     for (const tool::ManPage& page : tool::man_pages()) {
@@ -174,6 +188,22 @@ TEST(ValueWords, AllWordsAreTakenAndNoneThatRefusalsNameIsMissing) {
             const std::string refused = refusal(*command, option, "nowhere");
             EXPECT_TRUE(values.words.empty() || !refused.empty()) << command->name << ' ' << option.name;
             EXPECT_THAT(values.words, IsSupersetOf(choices_in(refused))) << command->name << ' ' << option.name;
+        }
+    }
+}
+
+// The help of an option names the files that it takes.
+TEST(ValueWords, FilesAreOfTheKindsThatTheHelpNames) {
+    for (const Command* command : tool::all_commands()) {
+        const tool::Prepared prepared = command->prepare();
+        for (const Option& option : prepared.options.rows()) {
+            if (!*option.value && option.name[0] == '-') continue;
+            const ValueWords values = tool::value_words(command->name, option);
+            if (values.kind != ValueKind::files) continue;
+            for (const char* kind : {"cdb", "RDB", "otio", "aaf", "json"})
+                if (std::string(option.help).find("(." + std::string(kind)) != std::string::npos) {
+                    EXPECT_THAT(values.words, Contains(kind)) << command->name << ' ' << option.name;
+                }
         }
     }
 }

@@ -68,6 +68,19 @@ TEST_F(LogMatch, FindsRowsByFile) {
     EXPECT_THAT(list({"--match", "clip"}).err, HasSubstr("log.RDB: no row has clip \"Slate 7\""));
 }
 
+TEST_F(LogMatch, FindsRowsOfATableWhoseColumnsStandInAnotherOrder) {
+    write("log.RDB", "%recdb 1\nFILMDB=Rev 16\nlabel_std=24fps\nfilm label_std=35mm-4p\n\n"
+                     "reel\tname\tstart time\tend time\tcam reel\tstart keycode\na\ta\tt\tt\ta\ta\n"
+                     "V013\tA013C001\t01:00:00:00\t01:00:10:00\tA013\tKN4466770100+00\n");
+    write_list("AX", "A013C001", "");
+    EXPECT_THAT(explained({"--match", "clip"}), HasSubstr("KN4466770101+08"));
+}
+
+TEST_F(LogMatch, FindsRowsByNameWhereAShotHasNoFile) {
+    write_list("AX", "A013C001", "");
+    EXPECT_THAT(explained({"--match", "file"}), HasSubstr("KN4466770101+08"));
+}
+
 TEST_F(LogMatch, FindsRowsByTheBeginningOfANameAndSaysSo) {
     write_list("AX", "A013C001_150101_R1XY", "");
     EXPECT_THAT(explained({"--match", "clip"}), HasSubstr("KN4466770101+08"));
@@ -140,6 +153,12 @@ TEST_F(LogMatch, GivesReelsTheNamesThatTheLogHas) {
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.err, HasSubstr("names.txt: line 2: \"V012\" is no pair of reels"));
     EXPECT_EQ(list({"--aliases", "none.txt"}).status, 1);
+}
+
+TEST_F(LogMatch, FindsRowsByTheNamesThatReelsTakeOn) {
+    write_list("TAPE 13", "Slate 7", "");
+    write("names.txt", "tape 13 = V013\n");
+    EXPECT_THAT(explained({"--aliases", "names.txt", "--match", "reel"}), HasSubstr("KN4466770101+08"));
 }
 
 TEST_F(LogMatch, SuggestsAReelThatIsWrittenNearlyAlike) {

@@ -84,6 +84,10 @@ TEST_F(Logs, KeylogFilesAreReadByNamesOrByPlaces) {
     EXPECT_THAT(read("odd.RDB"), HasSubstr("\tA\u241b"));
     expect_failure({"log", "import", "day1.ale", "-o", "x.RDB", "--as-keylog", "--quiet"}, 1,
                    "day1.ale: is an ALE log; ");
+
+    expect_done({"log", "import", "odd.ftl", "day.ftl", "-o", "both.RDB", "--as-keylog", "--quiet"});
+    EXPECT_THAT(read("both.RDB"), HasSubstr("\tA\u241b"));
+    EXPECT_THAT(read("both.RDB"), HasSubstr("\t+A7\tKJ123456123409\t"));
 }
 
 // 1-1 is 01:00:00:00 at 1000+00; the event begins 48 frames later, 3 counts of 16.
@@ -120,6 +124,18 @@ TEST_F(Logs, MergedRowsOfATableThatNamesNoRateKeepTheirs) {
     EXPECT_THAT(merged.err,
                 HasSubstr("24.RDB: film is 35mm-4p, and cutlists read all rows as the first one's, 16mm-1p"));
     EXPECT_THAT(read("all.RDB"), HasSubstr("\nn\tR1\t01:00:00:00\t01:00:10:00\t24fps\t"));
+}
+
+TEST_F(Logs, MergeShowsControlCharactersBySigns) {
+    const std::string table = "%recdb 1\nFILMDB=Rev 16\nlabel_std=25fps\nfilm label_std=16mm-1p\n\n"
+                              "name\treel\tstart time\tend time\tcam reel\tstart keycode\n"
+                              "a\ta\tt\tt\ta\ta\n";
+    write("1.RDB", table + "n\tR1\t01:00:00:00\t01:00:10:00\tA\tKJ1234561000+00\n");
+    write("2.RDB", table + "n\x1b[2J\tR2\t01:00:00:00\t01:00:10:00\tA\tKJ1234561000+00\n");
+    const ToolResult merged = expect_done({"log", "merge", "1.RDB", "2.RDB", "-o", "all.RDB"});
+    EXPECT_EQ(merged.err, "warning: 2.RDB: row 1, name \"n\u241b[2J\": control characters are shown by signs in their "
+                          "place\n");
+    EXPECT_THAT(read("all.RDB"), HasSubstr("\nn\u241b[2J\tR2\t"));
 }
 
 TEST_F(Logs, ShowPrintsTheRowsWithTheirLines) {

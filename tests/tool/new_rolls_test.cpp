@@ -8,6 +8,7 @@
 #include <rapidcheck/gtest.h>
 
 #include <set>
+#include <sstream>
 
 using testing::HasSubstr;
 using testing::Not;
@@ -103,6 +104,28 @@ TEST_F(OnRolls, EditsShowTheSameFilmInEachFormat) {
     ASSERT_EQ(order({example("recut/weir-old-r1.otio"), "--build-rolls", "400"}).status, 0);
     EXPECT_EQ(exported(example("recut/weir-old-r1.otio"), "weir.edl").out, "proved: 872 frames on new rolls\n");
     EXPECT_THAT(read("weir.edl"), HasSubstr("002  SEL001   V     C        01:00:09:01 01:00:14:09 01:00:04:00 "));
+}
+
+TEST_F(OnRolls, EditsKeepTheCuesOfClipsAndOfTheWholeEdit) {
+    ASSERT_EQ(order({example("reel/reel.otio"), "--build-rolls", "400"}).status, 0);
+    ASSERT_EQ(exported(example("reel/reel.otio"), "out.otio").status, 0);
+    const auto cues_of = [this](const std::string& edit) {
+        std::multiset<std::string> cues;
+        std::istringstream shown(run({"edit", "show", edit}).out);
+        for (std::string line, number, word; std::getline(shown, line);) {
+            if (line.find("  cue  ") == std::string::npos) continue;
+            std::istringstream words(line);
+            words >> number; // rendered film that is listed by its contents has more events
+            std::string cue;
+            while (words >> word)
+                cue += word + ' ';
+            cues.insert(cue);
+        }
+        return cues;
+    };
+    EXPECT_EQ(cues_of("out.otio"), cues_of(example("reel/reel.otio")));
+    EXPECT_EQ(cues_of("out.otio").count("700 01:00:29:04 cue Reel note printed "), 1U);
+    EXPECT_EQ(cues_of("out.otio").size(), 6U);
 }
 
 TEST_F(OnRolls, EditsTakeKeyNumbersFromALog) {

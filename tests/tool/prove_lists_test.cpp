@@ -94,6 +94,38 @@ TEST_F(ProveLists, NeedToBeAskedForWhereAnEditIsNamed) {
     EXPECT_FALSE(exists("again.txt"));
 }
 
+TEST_F(ProveLists, TellOnceByWhichRuleFilmIsPrintedOtherwise) {
+    write("one.otio",
+          R"({"OTIO_SCHEMA": "Clip.1", "name": "1-1", "source_range": {"OTIO_SCHEMA": "TimeRange.1",
+              "start_time": {"OTIO_SCHEMA": "RationalTime.1", "rate": 24, "value": 0},
+              "duration": {"OTIO_SCHEMA": "RationalTime.1", "rate": 24, "value": 24}},
+              "metadata": {"quillbrook": {"cam_reel": "A1", "film": "65mm-5p80", "keycode": "KJ1234560100+00",
+                                          "ink": "35mm-4p", "inkcode": "WE010012+08"}}})");
+    const auto told = [&](const char* lists) {
+        return run({"cutlist", "one.otio", "-o", "one.txt", "--overwrite", "--prove", "--quiet", "--lists", lists}).out;
+    };
+    const std::string rule = "event 1, frame 0: NO INKCODE to NO INKCODE, the film has WE010012+08 to 0013+15 (rule "
+                             "no-ink-kind: film of a kind that has no feet is listed without its ink numbers)";
+    EXPECT_EQ(told("assembly"),
+              "proved: 1 event, 24 frames\nby a rule: assembly list, page 1, line 11, " + rule + "\n");
+    EXPECT_EQ(told("assembly,pull"),
+              "proved: 1 event, 24 frames\nby a rule: pull list, page 1, line 14, " + rule + " and 1 more\n");
+}
+
+TEST_F(ProveLists, HoldWithKeyNumbersOfAsManyDigitsAsAreAskedFor) {
+    ASSERT_EQ(
+        run({"log", "import", example("edl/days.ale"), example("edl/night.flx"), "-o", "show.RDB", "--quiet"}).status,
+        0);
+    for (const auto& [digits, number] : {std::pair("0", " KJ2910105869+08 "), std::pair("1", " KJ29101005869+08 "),
+                                         std::pair("2", " KJ291010005869+08 ")}) {
+        const ToolResult result =
+            run({"cutlist", example("edl/ferryman.edl"), "--rate", "25", "--log", "show.RDB", "-o", "cut.txt",
+                 "--overwrite", "--prove", "--quiet", "--set", std::string("long_keycode=") + digits});
+        EXPECT_EQ(result.out, "proved: 65 events, 4,148 frames\n") << digits << result.err;
+        EXPECT_THAT(read("cut.txt"), HasSubstr(number));
+    }
+}
+
 // The start of that timecode is made another than that of the edit's own, so that either can be told from the other.
 TEST_F(ProveLists, OfSoundByTimecodeOfTwentyFourFrames) {
     std::string edit = read(example("reel/reel.otio"));
@@ -108,6 +140,19 @@ TEST_F(ProveLists, OfSoundByTimecodeOfTwentyFourFrames) {
         EXPECT_EQ(result.out, "proved: 19 events, 1,603 frames\n");
         EXPECT_THAT(read("a.txt"), HasSubstr(std::string("\n  1  ") + start));
     }
+}
+
+// In an edit of another rate it counts otherwise, too.
+TEST_F(ProveLists, OfSoundByTimecodeOfTwentyFourFramesInAnEditOfThirty) {
+    std::string edit = read(example("29.97df/newsroom.otio"));
+    const std::string drop = R"("drop_frame": true)";
+    ASSERT_NE(edit.find(drop), std::string::npos);
+    write("news.otio", edit.replace(edit.find(drop), drop.size(), drop + R"(, "timecode_24p": "09:00:00:00")"));
+    const ToolResult result = run({"cutlist", "news.otio", "-o", "a.txt", "--channel", "A1", "--prove", "--quiet",
+                                   "--config", "audio_cutlist_by_timecode_test=1", "--config", "audio_cutlist_24P=1"});
+    EXPECT_EQ(result.status, 0) << result.out << result.err;
+    EXPECT_THAT(result.out, StartsWith("proved: "));
+    EXPECT_THAT(read("a.txt"), HasSubstr("\n  1  09:00:00:00"));
 }
 
 } // namespace

@@ -66,6 +66,16 @@ TEST(Suggestions, NearestOfSeveralIsTaken) {
     EXPECT_EQ(tool::suggestion("", {"show"}), "");
 }
 
+TEST(Suggestions, HaveAtMostOneLetterInThreeWrongOrTwoOfAShortWord) {
+    EXPECT_EQ(tool::suggestion("a", {"b"}), "");
+    EXPECT_EQ(tool::suggestion("ab", {"cd"}), "");
+    EXPECT_EQ(tool::suggestion("ab", {"ac"}), "; did you mean \"ac\"?");
+    EXPECT_EQ(tool::suggestion("abcde", {"abcxy"}), "; did you mean \"abcxy\"?");
+    EXPECT_EQ(tool::suggestion("abcde", {"abxyz"}), "");
+    EXPECT_EQ(tool::suggestion("abcdefghi", {"abcdefxyz"}), "; did you mean \"abcdefxyz\"?");
+    EXPECT_EQ(tool::suggestion("abcdefghi", {"abcdewxyz"}), "");
+}
+
 TEST_F(Answers, VariablesThatCantBeReadAreErrors) {
     write_edit("cut.otio");
     for (const char* value : {"", "now", "1 ", "1.5", "99999999999999999999"})

@@ -28,7 +28,10 @@ protected:
     }
 };
 
-TEST_F(Usage, NoArgumentsAreWrongUsage) { expect_wrong({}, "--help"); }
+TEST_F(Usage, NoArgumentsAreWrongUsage) {
+    expect_wrong({}, "a command is required: cutlist, print, changelist, check, explain, order, conform, export, "
+                     "describe, edit show, log or web; see quillbrook --help");
+}
 
 TEST_F(Usage, UnknownCommandIsNamed) { expect_wrong({"cutlits"}, "cutlits"); }
 
@@ -94,6 +97,12 @@ TEST_F(Usage, FramesOfTheSwitchesAreChecked) {
     for (const char* option : {"--handles", "--butt"})
         for (const char* value : {"", "many", "8x", "1.5", "-1", "99999999999"})
             expect_wrong({"cutlist", "cut.otio", "-o", "cut.txt", std::string(option) + '=' + value}, option);
+}
+
+TEST_F(Usage, NumbersBelowTheirLeastAreRefused) {
+    expect_wrong({"web", "--port", "-1"}, "--port: Value -1 not in range 0 to 65535");
+    expect_wrong({"order", "cut.otio", "-o", "order.txt", "--build-rolls", "-1"},
+                 "--build-rolls: Value -1 not in range 0 to 100000");
 }
 
 TEST_F(Usage, ChannelsAndRatesAreChecked) {
