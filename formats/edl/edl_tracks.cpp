@@ -205,6 +205,7 @@ void Layout::add_clip(const TrackPlace& place, const PlacedLine& placed, std::in
     clip.held_from = placed.in;
     clip.name = placed.line->name;
     clip.list = list_;
+    if (clip.type == EditType::key_out) clip.placed.out = placed.in + clip.frames; // the fade counts, not its record
     const bool before_transition = placed.in == placed.out && placed.line->type != EditType::key_out;
     if (before_transition && placed.line->type == EditType::key) {
         leave_out(*placed.line, "a key without length: its record out is its record in");
@@ -295,6 +296,7 @@ bool Layout::cut_before(Clip& before, const Clip& clip) {
     warn_dropped(before.line().line, "cut by " + std::to_string(over) + " frames, as line " +
                                          std::to_string(clip.line().line) + " is recorded over its end");
     before.placed.out -= over;
+    if (before.type == EditType::key_out) before.frames -= static_cast<int>(over);
     if (before.placed.speed < Fraction())
         before.placed.source_in = before.placed.source_in - before.placed.speed * Fraction(over);
     return before.placed.out > before.placed.in;
