@@ -131,6 +131,23 @@ TEST_F(Changelist, ACostIsOfTheBenchListAndProved) {
     EXPECT_THAT(listed({"--lists", "bench"}), Not(HasSubstr("DELETE AND INSERT")));
 }
 
+// 300 uses of a take's first 30 frames. Two shots go and each fifth loses a frame, which is what the bench list does.
+TEST_F(Changelist, SaysWhyTheDetailedListOfReusedFilmIsLong) {
+    std::vector<CutShot> shots;
+    for (int i = 0; i < 300; ++i)
+        shots.push_back({"KJ123456", 1600 + i * 7 % 30, 8 + i % 3, "Lamp", "12", "3"});
+    write("old.cdb", cut_table(shots));
+    shots.erase(shots.begin() + 100, shots.begin() + 102);
+    for (std::size_t i = 0; i < shots.size(); i += 5)
+        --shots[i].length;
+    write("new.cdb", cut_table(shots));
+    const std::string why = "warning: out.txt: the detailed list has 1539 steps, as film that is used again falls into "
+                            "pieces there; the bench list needs 61\n";
+    EXPECT_EQ(run(line()).err, why);
+    EXPECT_EQ(run(line({"--overwrite", "--lists", "bench"})).err, "");
+    EXPECT_EQ(run(line({"--overwrite", "--quiet"})).err, "");
+}
+
 TEST_F(Changelist, SetWinsOverAllElse) {
     EXPECT_EQ(lists_in(listed({"--lists", "summary", "--set", "chg_verbose_list=1"})), "sc");
     EXPECT_EQ(lists_in(listed({"--set", "chg_summary_list=0"})), "nct");
