@@ -29,14 +29,14 @@ std::string_view shot_name(const EventLine& line, std::string_view name) {
 }
 
 /// The sources of an edit, one for each reel, name and file. It begins at the earliest frame that is used of it,
-/// but where a comment gives a key number: that is of the event's own first frame.
+/// but where a comment gives a key number: at the frame that this is of.
 class Sources {
 public:
     Sources(EditBuilder& builder, const RateInfo& rate, embedded::Warnings& warnings)
         : builder_(builder), rate_(rate), warnings_(warnings) {}
 
     void note(const PlacedLine& placed, std::string_view name) {
-        if (placed.line->black() || placed.line->key) return;
+        if (placed.line->black() || placed.key) return;
         const std::int64_t first = placed.source_in.floor();
         const auto [known, fresh] = first_frames_.try_emplace(key_of(placed, name), Known{first, {}});
         if (!fresh) known->second.first = std::min(known->second.first, first);
@@ -47,10 +47,7 @@ public:
         Fraction first; ///< frames since midnight
     };
     Found find(const PlacedLine& placed, std::string_view name, const std::string& path) {
-        if (placed.line->key) {
-            const std::int64_t first = placed.source_in.floor();
-            return {add(placed, name, first, path), first};
-        }
+        if (placed.key) return {add(placed, name, placed.key_at, path), placed.key_at};
         Known& known = first_frames_[key_of(placed, name)];
         if (!known.id) known.id = add(placed, name, known.first, path);
         return {*known.id, known.first};
@@ -89,7 +86,7 @@ private:
         if (!reel.empty()) source.reels[embedded::tape_reel] = reel;
         source.video_timecode = LabelDescription{
             placed.source_drop ? rate_.drop_timecode : rate_.timecode, {}, static_cast<int>(first), rate_.rate()};
-        if (line.key) source.key = key_label(*line.key, place_of(path, line.line));
+        if (placed.key) source.key = key_label(*placed.key, place_of(path, line.line));
         return builder_.add_source(std::move(source));
     }
 
@@ -211,7 +208,9 @@ void ChannelFiller::add_event(const Clip& clip, const PlacedLine& placed, std::s
 //                 |-X-|        frames
 void ChannelFiller::end_key(const Clip& clip) {
     if (clip.frames == 0) return;
-    if (!clip.joined) add_event(clip, clip.placed, clip.name, 0);
+    PlacedLine own = clip.placed;
+    if (own.speed < Fraction()) own.source_in = own.source_in - own.speed * Fraction(clip.frames);
+    if (!clip.joined) add_event(clip, own, clip.name, 0);
     add_transition(clip, clip.frames);
     add_nothing(clip.frames);
     now_ += clip.frames;

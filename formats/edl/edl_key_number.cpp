@@ -30,8 +30,7 @@ public:
         const std::size_t count = run_of_digits(at_);
         if (count < 4 || count > 6) return false;
         at_ += count;
-        take_frames();
-        return ends_here();
+        return take_frames() && ends_here();
     }
 
     std::size_t end() const { return at_; }
@@ -68,19 +67,23 @@ private:
         return true;
     }
 
-    // Blanks may stand ahead of "+" alone: behind them the others begin something else.
-    void take_frames() {
+    // Blanks may stand ahead of "+" alone: behind them the others begin something else. False where frames are meant
+    // that no foot has: "+005", ".05".
+    bool take_frames() {
         const std::size_t before = at_;
         blanks();
         if (at_ > before && !(at_ < text_.size() && text_[at_] == '+')) at_ = before;
-        const std::size_t digits = take(parts_frames) ? run_of_digits(at_) : 0;
+        const char sign = at_ < text_.size() ? text_[at_] : ' ';
+        const std::size_t digits = parts_frames(sign) ? run_of_digits(at_ + 1) : 0;
         if (digits < 1 || digits > 2) {
+            if (digits > 2 ? sign == '+' || sign == '&' : sign == '.' && run_of_digits(at_ + 1) > 0) return false;
             at_ = before;
-            return;
+            return true;
         }
-        at_ += digits;
+        at_ += 1 + digits;
         has_frames_ = true;
         take_perforation();
+        return true;
     }
 
     // ".c" or "(c)"

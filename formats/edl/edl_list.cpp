@@ -96,7 +96,7 @@ private:
     void read_comment(const Line& line);
 
     void note_timecodes(EventLine& made);
-    void begin_event(std::string_view number);
+    void take_split(Event& event);
     Lines lines_for_speed(std::string_view reel, const std::optional<Timecode>& at);
     // Each good until the next is asked for.
     const Lines& lines_of(Part part, bool unnamed_only);
@@ -106,15 +106,16 @@ private:
     void name_clip(Part part, std::string_view name);
     void take_effect(std::string_view name);
     void take_locator(std::string_view text, const Line& line);
-    void take_real_reel(std::string_view text);
+    void take_real_reel(std::string_view text, const Line& line);
     void take_rate(std::string_view text, const Line& line);
     void take_key_number(std::string_view text, bool strict);
 
     EventList& list_;
-    Words words_;       ///< of the event's line in hand
-    Lines lines_;       ///< those that were asked for last
-    bool open_ = false; ///< comments still belong to the last event
-    bool drop_ = false; ///< the frame code mode in force
+    Words words_;           ///< of the event's line in hand
+    Lines lines_;           ///< those that were asked for last
+    bool open_ = false;     ///< comments still belong to the last event
+    bool going_on_ = false; ///< so does a line of its number, behind a split too
+    bool drop_ = false;     ///< the frame code mode in force
     bool titled_ = false;
     int split_line_ = 0; ///< of a split that waits for its event
     std::optional<Timecode> picture_delay_, sound_delay_;
@@ -195,11 +196,10 @@ void ListParser::note_timecodes(EventLine& made) {
         list_.largest_frames = std::max(list_.largest_frames, time->frames);
 }
 
-void ListParser::begin_event(std::string_view number) {
-    Event& made = list_.events.emplace_back();
-    made.number = number;
-    made.picture_delay = std::exchange(picture_delay_, std::nullopt);
-    made.sound_delay = std::exchange(sound_delay_, std::nullopt);
+// A split may stand between the lines of its event.
+void ListParser::take_split(Event& event) {
+    if (picture_delay_) event.picture_delay = std::exchange(picture_delay_, std::nullopt);
+    if (sound_delay_) event.sound_delay = std::exchange(sound_delay_, std::nullopt);
     split_line_ = 0;
 }
 
@@ -207,13 +207,14 @@ void ListParser::begin_event(std::string_view number) {
 void ListParser::read_event(const Line& line) {
     split_words(line.text, words_);
     const std::string_view number = words_.front();
-    const bool same = open_ && list_.events.back().number == number;
+    const bool same = going_on_ && list_.events.back().number == number;
     named_.reset();
-    open_ = false;
+    open_ = going_on_ = false;
     EventLine made = parse_event_line(line, words_);
     note_timecodes(made);
-    if (!same) begin_event(number);
-    open_ = true;
+    if (!same) list_.events.emplace_back().number = number;
+    take_split(list_.events.back());
+    open_ = going_on_ = true;
     list_.events.back().lines.push_back(std::move(made));
 }
 
@@ -225,6 +226,9 @@ ListParser::Lines ListParser::lines_for_speed(std::string_view reel, const std::
         if (same) same_reel.push_back(&line);
         if (reels_agree(line.reel, reel)) alike.push_back(&line);
     }
+    // Two lines from one place have a speed each, in their order.
+    if (std::all_of(exact.begin(), exact.end(), [](const EventLine* line) { return line->speed.has_value(); }))
+        exact.erase(exact.begin(), exact.end() - std::min<std::ptrdiff_t>(1, std::ssize(exact)));
     return !exact.empty() ? exact : !same_reel.empty() ? same_reel : alike;
 }
 
@@ -233,8 +237,13 @@ void ListParser::read_speed(const Line& line) {
     std::optional<Timecode> at;
     if (words.size() > 2) at = parse_timecode(words.back());
     if (at) words.pop_back();
-    const std::optional<Fraction> speed = words.size() > 1 ? parse_speed(words.back()) : std::nullopt;
+    std::optional<Fraction> speed = words.size() > 1 ? parse_speed(words.back()) : std::nullopt;
     if (!speed) return not_understood(line);
+    const std::string_view sign = words.size() > 3 ? words[words.size() - 2] : "";
+    if (sign == "-" || sign == "+") {
+        if (sign == "-") speed = -*speed;
+        words.erase(words.end() - 2);
+    }
     if (!event()) return warn(line.number, "a speed that belongs to no event: " + quoted(line.text));
     std::string reel;
     for (std::size_t i = 1; i + 1 < words.size(); ++i)
@@ -315,7 +324,7 @@ void ListParser::take_note(const NoteHead& head, std::string_view text, const Li
             one->freeze = true;
         return;
     case Note::reel:
-        return take_real_reel(text);
+        return take_real_reel(text, line);
     case Note::rate:
         return;
     }
@@ -348,18 +357,28 @@ void ListParser::take_locator(std::string_view text, const Line& line) {
     std::string_view rest = trimmed(text.substr(words.front().size()));
     if (words.size() > 2) rest = trimmed(rest.substr(words[1].size()));
     event()->locators.push_back({line.number, *at, std::string(rest)});
-    take_key_number(rest, false);
+    const bool of_first_frame = std::any_of(event()->lines.begin(), event()->lines.end(),
+                                            [&](const EventLine& one) { return one.record_in == *at; });
+    if (of_first_frame)
+        take_key_number(rest, false);
+    else if (find_key_number(rest, false))
+        warn(line.number, "a key number of a frame inside of the event isn't read", embedded::WarningKind::doubt);
 }
 
 // "A001C002_long REPLACED BY: A001C002"
-void ListParser::take_real_reel(std::string_view text) {
+void ListParser::take_real_reel(std::string_view text, const Line& line) {
     constexpr std::string_view parting = "REPLACED BY:";
     const std::size_t at = ascii::find(text, parting);
     if (at == std::string_view::npos) return;
     const std::string_view real = trimmed(text.substr(0, at));
     const std::string_view used = trimmed(text.substr(at + parting.size()));
-    for (EventLine& line : event()->lines)
-        if (ascii::same(line.reel, used) && !real.empty()) line.real_reel = real;
+    bool known = false;
+    for (EventLine& one : event()->lines) {
+        if (!ascii::same(one.reel, used) || real.empty()) continue;
+        one.real_reel = real;
+        known = true;
+    }
+    if (!known) warn(line.number, "reel " + quoted(used) + " isn't one of the event's; its full name isn't taken");
 }
 
 void ListParser::take_rate(std::string_view text, const Line& line) {

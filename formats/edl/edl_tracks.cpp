@@ -85,6 +85,7 @@ private:
     void settle(std::vector<Clip>& clips);
     void hold_before_split(Clip& before, const Clip& clip);
     bool cut_before(Clip& before, const Clip& clip);
+    bool goes_on(const Clip& before, const Clip& clip, const PlacedLine& from);
     void join(Clip& before, Clip& clip);
     void find_start();
 
@@ -147,13 +148,16 @@ PlacedLine Layout::place(const Event& event, const EventLine& line) {
     std::int64_t source = frames(line.source_out, placed.source_drop, line) - source_in;
     if (source < 0) source += frames_of_day(rate_, placed.source_drop);
     placed.source_in = source_in;
+    placed.key = line.key ? &*line.key : nullptr;
+    placed.key_at = source_in;
     placed.in = frames(line.record_in, tracks_.drop, line);
     placed.out = placed.in + record_length(line, placed.in, frames(line.record_out, tracks_.drop, line), source);
     if (line.speed)
         placed.speed = ratio_of(*line.speed, rate_);
-    else if (line.freeze && source != placed.out - placed.in)
+    else if (line.freeze)
         placed.speed = 0;
     check_source_length(placed, source);
+    if (line.type == EditType::key_out) placed.out = placed.in + line.frames; // the fade counts, not its record
     // The frame shown first is the last of the stretch.
     if (reverse_from_first_ && placed.speed < Fraction())
         placed.source_in = placed.source_in + placed.speed * Fraction(placed.out - placed.in) + Fraction(1);
@@ -180,7 +184,10 @@ Delays Layout::delays_of(const Event& event) const {
 
 void Layout::delay_clip(Clip& clip, std::int64_t delay) {
     if (delay == 0) return;
-    const std::int64_t wait = std::min(delay, clip.placed.out - clip.placed.in);
+    const std::int64_t length = clip.placed.out - clip.placed.in, wait = std::min(delay, length);
+    if (wait == length && length > 0)
+        leave_out(clip.line(),
+                  "its delay is " + std::to_string(delay) + " frames long and it is " + std::to_string(length));
     clip.placed.in += wait;
     // Backward the stretch is left out at its upper end.
     if (clip.placed.speed > Fraction())
@@ -205,7 +212,6 @@ void Layout::add_clip(const TrackPlace& place, const PlacedLine& placed, std::in
     clip.held_from = placed.in;
     clip.name = placed.line->name;
     clip.list = list_;
-    if (clip.type == EditType::key_out) clip.placed.out = placed.in + clip.frames; // the fade counts, not its record
     const bool before_transition = placed.in == placed.out && placed.line->type != EditType::key_out;
     if (before_transition && placed.line->type == EditType::key) {
         leave_out(*placed.line, "a key without length: its record out is its record in");
@@ -302,11 +308,37 @@ bool Layout::cut_before(Clip& before, const Clip& clip) {
     return before.placed.out > before.placed.in;
 }
 
+// Whether what a transition comes from is the film of the clip before, where that ends but for a delay.
+bool Layout::goes_on(const Clip& before, const Clip& clip, const PlacedLine& from) {
+    const EventLine& line = *from.line;
+    if (!ascii::same(line.reel, before.line().reel)) return false;
+    if (line.black()) return true;
+    if (line.auxiliary() && !line.name.empty() && !before.name.empty() && line.name != before.name) return false;
+    const Fraction& speed = before.placed.speed;
+    if (line.speed && !(from.speed == speed)) return false;
+    const std::int64_t delay = clip.placed.in - clip.held_from;
+    Fraction end = before.placed.source_in - speed * Fraction(delay);
+    if (!(speed < Fraction())) end = end + speed * Fraction(before.placed.out - before.placed.in);
+    Fraction said = from.source_in;
+    if (speed < Fraction()) said = said - speed * Fraction(from.out - from.in);
+    const bool as_written = !(speed == Fraction(1)) && line.source_in == before.line().source_out;
+    if (as_written || magnitude(said - end) <= Fraction(1)) return true;
+    path_ = lists_[clip.list].path;
+    warn(line.line, "its transition comes from another place of reel " + quoted(line.reel) + " than line " +
+                        std::to_string(before.line().line) + " ends at; the later line counts");
+    return false;
+}
+
 // The line without length before a transition goes on with the clip that is there, and may name it.
 void Layout::join(Clip& before, Clip& clip) {
     if (before.placed.out != clip.placed.in) return;
-    clip.joined = !clip.from || ascii::same(clip.from->line->reel, before.line().reel);
-    if (clip.joined && clip.from && before.name.empty()) before.name = clip.from->line->name;
+    const PlacedLine* from = clip.from ? &*clip.from : clip.type == EditType::key_out ? &clip.placed : nullptr;
+    clip.joined = !from || goes_on(before, clip, *from);
+    if (!clip.joined || !clip.from) return;
+    if (before.name.empty()) before.name = from->line->name;
+    if (before.placed.key || !from->key) return;
+    before.placed.key = from->key;
+    before.placed.key_at = from->key_at;
 }
 
 void Layout::settle(std::vector<Clip>& clips) {

@@ -36,6 +36,8 @@ struct PlacedLine {
     Fraction source_in;           ///< frames of the source since midnight, where its stretch of media begins
     Fraction speed = 1;
     bool source_drop = false;
+    const KeyNumber* key = nullptr; ///< of one frame of the source
+    std::int64_t key_at = 0;        ///< that frame, since midnight, whatever is shown of the source
 };
 
 /// A clip on a track:

@@ -73,7 +73,8 @@ private:
     void write_cut(const Side& side, const Fraction& to);
     void write_transition(const Joint& joint, const Side& from, const Side& to, const Fraction& end);
     void write_line(const Side& side, const Fraction& to, const std::string& type, int frames);
-    void write_speed(const Side& side, const Fraction& to);
+    void write_speed(const Side& side, const Fraction& to, bool normal_too = false);
+    bool have_speeds_at_one_place(const Side& from, const Side& to, const Fraction& end);
     void write_comments(const Side& side, const Fraction& to, const char* part);
     std::optional<LabelPoint> key_of(const Side& side, const Fraction& to) const;
     void write_key(const Side& side, const Fraction& to);
@@ -252,9 +253,9 @@ void ListWriter::write_line(const Side& side, const Fraction& to, const std::str
     written_.text += event_text(number_, line, record_);
 }
 
-void ListWriter::write_speed(const Side& side, const Fraction& to) {
+void ListWriter::write_speed(const Side& side, const Fraction& to, bool normal_too) {
     const SourceDescription* source = source_of(side);
-    if (!source || side.item->event.speed == Fraction(1)) return;
+    if (!source || (side.item->event.speed == Fraction(1) && !normal_too)) return;
     const Fraction& speed = side.item->event.speed;
     const std::optional<std::string> exact = exact_speed(speed, rate_);
     if (!exact)
@@ -263,6 +264,12 @@ void ListWriter::write_speed(const Side& side, const Fraction& to) {
              WarningKind::replaced);
     written_.text += speed_text(reel_of(side), exact ? *exact : nearest_speed(speed, rate_), source_frame(side, to),
                                 {&rate_, source_drop(source)});
+}
+
+// A speed alone would be taken for that of both lines.
+bool ListWriter::have_speeds_at_one_place(const Side& from, const Side& to, const Fraction& end) {
+    if (!source_of(from) || !source_of(to) || from.item->event.speed == to.item->event.speed) return false;
+    return reel_of(from) == reel_of(to) && source_frame(from, from.from) == source_frame(to, end);
 }
 
 void ListWriter::write_comments(const Side& side, const Fraction& to, const char* part) {
@@ -394,8 +401,9 @@ void ListWriter::write_transition(const Joint& joint, const Side& from, const Si
     const auto frames = static_cast<int>(record_frame(to.from + joint.before + joint.behind) - record_frame(to.from));
     write_line(from, from.from, "C", 0);
     write_line(to, end, type_of(*joint.transition), frames);
-    write_speed(from, from.from);
-    write_speed(to, end);
+    const bool each = have_speeds_at_one_place(from, to, end);
+    write_speed(from, from.from, each);
+    write_speed(to, end, each);
     write_transition_name(*joint.transition);
     write_comments(from, from.from, "FROM");
     write_comments(to, end, "TO");

@@ -96,6 +96,10 @@ TEST(Comments, KeyNumberPatterns) {
     EXPECT_TRUE(find_key_number("KJ123456 123456+01", true));
     EXPECT_FALSE(find_key_number("KJ123456 1234567+01", true)) << "and six at most";
     EXPECT_TRUE(find_key_number("VF123456 7890+01", true));
+    EXPECT_FALSE(find_key_number("VF123456 7890+001", false)) << "frames have two digits at most";
+    EXPECT_FALSE(find_key_number("VF123456 7890.01", false));
+    EXPECT_TRUE(find_key_number("VF123456 7890-7900", false)) << "a stretch";
+    EXPECT_TRUE(find_key_number("VF123456 7890.", false));
 }
 
 TEST(Comments, EffectsAreTheLabsOnlyWhenAsked) {
