@@ -60,6 +60,7 @@ TEST_F(Describe, TellsTracksRateAndRollsOfAnEdit) {
     const std::string json = described({"heron.otio"}, 0);
     EXPECT_THAT(out_, StartsWith("heron.otio: an OpenTimelineIO edit, "));
     EXPECT_THAT(out_, HasSubstr("2 events on V1, 1 event on A1"));
+    EXPECT_THAT(json, HasSubstr("\"format\": \"quillbrook files\","));
     EXPECT_THAT(json, HasSubstr("\"version\": 1,"));
     EXPECT_THAT(json, HasSubstr("\"use\": \"edit\""));
     EXPECT_THAT(json, HasSubstr("\"channel\": \"A1\""));

@@ -101,6 +101,9 @@ TEST_F(HelpFiles, EveryOptionOfEveryCommandIsInItsPageAndNoOther) {
             EXPECT_THAT(plain(pages[i + 1].text), HasSubstr(option.help));
         }
         EXPECT_THAT(entries_of(pages[i + 1].text), UnorderedElementsAreArray(names)) << command.name;
+        const bool has_arguments =
+            std::any_of(names.begin(), names.end(), [](const auto& name) { return name[0] != '-'; });
+        EXPECT_EQ(pages[i + 1].text.find(".SH ARGUMENTS\n") != std::string::npos, has_arguments) << command.name;
         EXPECT_EQ(read("help/man1/" + pages[i + 1].name + ".1"), pages[i + 1].text);
         EXPECT_THAT(pages[0].text, HasSubstr(".TP\n\\fB" + std::string(command.name) + "\\fR\n"));
     }
