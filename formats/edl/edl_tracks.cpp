@@ -322,7 +322,9 @@ bool Layout::goes_on(const Clip& before, const Clip& clip, const PlacedLine& fro
     Fraction said = from.source_in;
     if (speed < Fraction()) said = said - speed * Fraction(from.out - from.in);
     const bool as_written = !(speed == Fraction(1)) && line.source_in == before.line().source_out;
-    if (as_written || magnitude(said - end) <= Fraction(1)) return true;
+    const Fraction off = magnitude(said - end);
+    if (as_written || within_a_frame(off, 0) || within_a_frame(off, frames_of_day(rate_, from.source_drop)))
+        return true;
     path_ = lists_[clip.list].path;
     warn(line.line, "its transition comes from another place of reel " + quoted(line.reel) + " than line " +
                         std::to_string(before.line().line) + " ends at; the later line counts");

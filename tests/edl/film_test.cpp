@@ -95,6 +95,15 @@ TEST(EdlFilm, ATransitionGoesOnWithTheClipWithinAFrame) {
     }
 }
 
+TEST(EdlFilm, ATransitionGoesOnWithTheClipOverMidnight) {
+    EXPECT_EQ(drawn(read("001  A V C     23:59:59:00 00:00:01:00 10:00:00:00 10:00:02:00\n"
+                         "002  A V C     00:00:01:00 00:00:01:00 10:00:02:00 10:00:02:00\n"
+                         "002  B V D 012 02:00:00:00 02:00:02:00 10:00:02:00 10:00:04:00\n")
+                        .edit,
+                    0),
+              "0-48 A@23:59:59:00 | 48-60 diss | 60-96 B@02:00:00:12");
+}
+
 // At twice the speed 96 frames are used, and some lists write as many as the record has.
 TEST(EdlFilm, ATransitionGoesOnWithAClipOfASpeedByEitherSourceOut) {
     const auto list = [](const std::string& from) {
