@@ -64,6 +64,13 @@ Stretch stretch_of(const Span& span) {
 
 } // namespace
 
+// A stretch that begins a hair before a cut must not show a piece of what lies before that.
+Stretch StoryReader::Content::settled(const Stretch& stretch) const {
+    if (!frames) return stretch;
+    const Stretch whole{frames->settled(stretch.from), frames->settled(stretch.to)};
+    return whole.from < whole.to ? whole : stretch;
+}
+
 int StoryReader::add_shot(Shot shot) {
     shots_.push_back(std::move(shot));
     return static_cast<int>(shots_.size()) - 1;
@@ -376,8 +383,10 @@ const StoryReader::Content* StoryReader::content_of_media(const Element& key, co
     Level inner;
     inner.rate = storyline.rate;
     inner.depth = level.depth + 1;
-    Content content{{}, storyline.start};
-    add_spine(spine, zero_of(spine, storyline.start), inner, content.runs);
+    Content content{{}, storyline.start, Frames{storyline.start, storyline.rate}};
+    add_spine(spine, zero_of(spine, storyline.start, storyline.rate), inner, content.runs);
+    for (Run& run : content.runs)
+        settle_on_frames(run, *content.frames);
     open_.erase(key.number());
     return &contents_.emplace(key.number(), std::move(content)).first->second;
 }
@@ -443,7 +452,7 @@ Items StoryReader::rendered(const Element& element, const Content& content, cons
     item.event.label = place_of(element);
     item.event.source = add_shot(std::move(shot));
     item.event.duration = (span.to - span.from) * pace;
-    item.event.source_in = stretch_of(span).from - content.start;
+    item.event.source_in = content.settled(stretch_of(span)).from - content.start;
     item.event.speed = span.slope / pace;
     return items;
 }
@@ -452,10 +461,11 @@ Items StoryReader::frozen_nest(const Element& element, const Content& content, c
                                const Level& level) {
     const Fraction length = (span.to - span.from) * pace;
     const Fraction a_bit = half_frame(level);
-    std::optional<Items> row = one_row(element, content, {span.value, span.value + a_bit});
+    const Fraction value = content.frames ? content.frames->settled(span.value) : span.value;
+    std::optional<Items> row = one_row(element, content, {value, value + a_bit});
     Fraction at;
     if (row && !has_picture(*row)) {
-        row = one_row(element, content, {span.value - a_bit, span.value});
+        row = one_row(element, content, {value - a_bit, value});
         at = a_bit;
     }
     if (!row) return rendered(element, content, span, pace);
@@ -467,11 +477,12 @@ Items StoryReader::frozen_nest(const Element& element, const Content& content, c
 Items StoryReader::piece_of_nest(const Element& element, const Content& content, const Span& span, const Fraction& pace,
                                  const Level& level) {
     if (span.slope == Fraction(0)) return frozen_nest(element, content, span, pace, level);
-    std::optional<Items> row = one_row(element, content, stretch_of(span));
+    std::optional<Items> row = one_row(element, content, content.settled(stretch_of(span)));
     if (!row) return rendered(element, content, span, pace);
     const Fraction slope = span.slope / pace;
-    if (slope == Fraction(1)) return std::move(*row);
-    return at_speed(std::move(*row), slope);
+    Items items = slope == Fraction(1) ? std::move(*row) : at_speed(std::move(*row), slope);
+    fit(items, (span.to - span.from) * pace);
+    return items;
 }
 
 Items StoryReader::nest(const Element& element, const Content& content, const Clock& clock, const Fraction& length,

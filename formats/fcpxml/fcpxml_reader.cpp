@@ -38,6 +38,7 @@ private:
     using Channels = std::vector<std::vector<Run*>>;
 
     Runs runs_of(StoryReader& story);
+    Runs settled_runs_of(StoryReader& story);
     void cut_before_start(Runs& runs, bool tell);
     void drop_fades_of_nothing(Items& row, bool tell);
     void add_channel(int kind, const std::vector<Run*>& runs, bool gaps_are_black, const std::vector<Shot>& shots,
@@ -55,6 +56,13 @@ Runs ChannelMaker::runs_of(StoryReader& story) {
     const Storyline storyline = story.storyline_of(project_.sequence);
     zero_ = storyline.start;
     return story.runs_of(storyline);
+}
+
+Runs ChannelMaker::settled_runs_of(StoryReader& story) {
+    Runs runs = runs_of(story);
+    for (Run& run : runs)
+        settle_on_frames(run, {zero_, context_.rate->rate()});
+    return runs;
 }
 
 void ChannelMaker::cut_before_start(Runs& runs, bool tell) {
@@ -111,7 +119,7 @@ void ChannelMaker::add_channel(int kind, const std::vector<Run*>& runs, bool gap
 void ChannelMaker::add_pictures() {
     StoryReader story(context_, false);
     ShotSources sources(context_, sources_);
-    Runs runs = runs_of(story);
+    Runs runs = settled_runs_of(story);
     cut_before_start(runs, true);
     std::erase_if(runs, [](const Run& run) { return !run.lane.empty() && !has_picture(run.items); });
     const Channels channels = channels_of(runs);
@@ -128,7 +136,7 @@ void ChannelMaker::add_pictures() {
 void ChannelMaker::add_sounds() {
     StoryReader story(context_, true);
     ShotSources sources(context_, sources_);
-    Runs runs = runs_of(story);
+    Runs runs = settled_runs_of(story);
     cut_before_start(runs, false);
     runs = without_gaps(std::move(runs));
     Channels channels = channels_of(runs);

@@ -1,5 +1,6 @@
 #include "formats/fcpxml/fcpxml_source.h"
 
+#include "formats/fcpxml/fcpxml_frames.h"
 #include "formats/file_names.h"
 #include "formats/key_number.h"
 
@@ -80,7 +81,9 @@ Bound ShotSources::bind(const std::vector<Shot>& shots, int number, const Fracti
     if (fresh) known->second = sources_.add(describe(shot, frame_for_frame));
     if (shot.still()) return {known->second, 0, 0};
     const Fraction start = shot.asset ? shot.asset->start : Fraction(0);
-    return {known->second, (media_in - start) * unit, speed * unit};
+    const Fraction rate = shot.made.empty() ? true_rate_of(shot) : context_.rate->rate();
+    const Fraction first = Frames{start, rate}.settled(media_in);
+    return {known->second, (first - start) * unit, speed * unit};
 }
 
 std::optional<LabelDescription> ShotSources::label(const Shot& shot, label_t type, std::string_view text,

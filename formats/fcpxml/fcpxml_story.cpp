@@ -47,7 +47,7 @@ Runs StoryReader::runs_of(const Storyline& storyline) {
     level.rate = storyline.rate;
     Runs runs;
     const Element spine = storyline.sequence.child("spine");
-    add_spine(spine, zero_of(spine, storyline.start), level, runs);
+    add_spine(spine, zero_of(spine, storyline.start, storyline.rate), level, runs);
     return runs;
 }
 
@@ -64,12 +64,13 @@ void StoryReader::check_depth(const Element& element, const Level& level) const 
         refuse(element, "lies in more than " + std::to_string(most_depth) + " items in each other");
 }
 
-/// Offsets in the spine of a sequence count from its timecode. Some writers begin at 0 all the same.
-Fraction StoryReader::zero_of(const Element& spine, const Fraction& start) const {
+/// Offsets in the spine of a sequence count from its timecode. Some writers begin at 0 all the same. Less than a frame
+/// before it is the same time, rounded.
+Fraction StoryReader::zero_of(const Element& spine, const Fraction& start, const Fraction& rate) const {
     for (const Element child : spine.children()) {
         const std::optional<Fraction> offset = context_.time(child, "offset");
         if (!offset || story_of(child) == Story::none) continue;
-        if (start <= *offset) return 0;
+        if (start < *offset + Fraction(1) / rate) return 0;
         if (!sound_)
             context_.warn(spine.parent(),
                           "its items lie before its \"tcStart\", so their offsets are counted from there");

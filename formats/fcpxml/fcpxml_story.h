@@ -11,6 +11,7 @@
 // A connected item is as long as it says, whatever it is connected to; a contained one (in a clip, a compound clip or
 // an angle) shows only what the item around it shows.
 
+#include "formats/fcpxml/fcpxml_frames.h"
 #include "formats/fcpxml/fcpxml_layers.h"
 #include "formats/fcpxml/fcpxml_source.h"
 #include "formats/fcpxml/fcpxml_speed.h"
@@ -70,12 +71,15 @@ private:
     struct Content {
         Runs runs;
         Fraction start;
+        std::optional<Frames> frames = {}; ///< of a sequence; other clips have no frames of their own
+
+        timeline::Stretch settled(const timeline::Stretch& stretch) const;
     };
 
     std::vector<Member> members_of(const Element& spine, const Fraction& zero, const Level& level);
     void settle(std::vector<Member>& members, const Level& level);
     std::optional<Fraction> length_of_member(const Element& child, const Level& level);
-    Fraction zero_of(const Element& spine, const Fraction& start) const;
+    Fraction zero_of(const Element& spine, const Fraction& start, const Fraction& rate) const;
     void add_spine(const Element& spine, const Fraction& zero, const Level& level, Runs& runs);
     Fraction cut_of(const std::vector<Member>& members, std::size_t transition) const;
     void add_transition(const std::vector<Member>& members, std::size_t at, const Fraction& cut, Items& row);
