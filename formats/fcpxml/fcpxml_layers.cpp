@@ -152,6 +152,8 @@ bool has_picture(const Items& items) {
     });
 }
 
+Fraction in_last_frame(const Fraction& end) { return end - Fraction(1, 1000); }
+
 Item gap_of(const Fraction& length, const std::string& label) {
     Item gap;
     gap.event.duration = length;
@@ -179,7 +181,7 @@ Items at_speed(Items items, const Fraction& slope) {
     return items;
 }
 
-// At the very end of the items the last of them is held.
+// At the very end of the items the last frame is held, not the one behind it.
 Item frozen(const Items& items, const Fraction& at, const Fraction& length) {
     Item held = gap_of(length);
     Fraction start;
@@ -191,6 +193,7 @@ Item frozen(const Items& items, const Fraction& at, const Fraction& length) {
             held.marks.clear();
             const Fraction into = item.event.speed < Fraction(0) ? at - end : at - start;
             held.event.source_in = held.event.source_in + into * held.event.speed;
+            if (at == end && Fraction(0) < held.event.speed) held.event.source_in = in_last_frame(held.event.source_in);
             held.event.speed = 0;
             held.event.duration = length;
             if (at < end) break;

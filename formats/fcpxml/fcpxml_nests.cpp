@@ -62,6 +62,27 @@ Stretch stretch_of(const Span& span) {
     return {std::min(a, b), std::max(a, b)};
 }
 
+/// Where a span begins in its medium. What is held at the medium's end is its last frame.
+Fraction start_in(const Asset* asset, const Span& span, const Fraction& half_frame) {
+    const Fraction from = stretch_of(span).from;
+    if (!asset || !asset->duration || !(span.slope == Fraction(0))) return from;
+    const Fraction end = asset->start + *asset->duration;
+    return end - half_frame < from && from < end + half_frame ? in_last_frame(end) : from;
+}
+
+/// Whether there are pictures, but all before or behind what is taken.
+bool misses(const std::vector<Span>& spans, const Runs& runs) {
+    const auto meets = [&](const Run& run) {
+        return std::any_of(spans.begin(), spans.end(), [&](const Span& span) {
+            const Stretch taken = stretch_of(span);
+            if (taken.from == taken.to) return run.start <= taken.from && taken.from <= run.end();
+            return taken.from < run.end() && run.start < taken.to;
+        });
+    };
+    return std::any_of(runs.begin(), runs.end(), [](const Run& run) { return has_picture(run.items); }) &&
+           std::none_of(runs.begin(), runs.end(), meets);
+}
+
 } // namespace
 
 // A stretch that begins a hair before a cut must not show a piece of what lies before that.
@@ -310,7 +331,7 @@ Items StoryReader::media(const Element& element, const Clock& clock, const Fract
         item.kind = Item::Kind::event;
         item.event.source = number;
         item.event.duration = (span.to - span.from) * clock.pace;
-        item.event.source_in = stretch_of(span).from;
+        item.event.source_in = start_in(asset, span, half_frame(level));
         item.event.speed = span.slope / clock.pace;
         item.event.label = place_of(element);
         item.event.effects = read_effects(element, context_);
@@ -350,6 +371,7 @@ StoryReader::Content StoryReader::read_contained(const Element& clip, const Leve
     const std::optional<Fraction> rate = rate_inside(clip);
     inner.rate = rate ? context_.true_rate(*rate) : level.rate;
     inner.depth = level.depth + 1;
+    inner.nested = true;
     inner.own_sound_off = is_silent(clip, "storyline");
     inner.connected_sound_off = is_silent(clip, "connected");
     Content content{{}, start_of(clip)};
@@ -383,6 +405,7 @@ const StoryReader::Content* StoryReader::content_of_media(const Element& key, co
     Level inner;
     inner.rate = storyline.rate;
     inner.depth = level.depth + 1;
+    inner.nested = true;
     Content content{{}, storyline.start, Frames{storyline.start, storyline.rate}};
     add_spine(spine, zero_of(spine, storyline.start, storyline.rate), inner, content.runs);
     for (Run& run : content.runs)
@@ -488,7 +511,10 @@ Items StoryReader::piece_of_nest(const Element& element, const Content& content,
 Items StoryReader::nest(const Element& element, const Content& content, const Clock& clock, const Fraction& length,
                         const Level& level) {
     Items items;
-    for (const Span& span : spans_of(element, clock, length, level)) {
+    const std::vector<Span> spans = spans_of(element, clock, length, level);
+    if (!sound_ && misses(spans, content.runs))
+        context_.warn(element, "shows nothing: all that it holds lies elsewhere on its clock", WarningKind::replaced);
+    for (const Span& span : spans) {
         Items piece = piece_of_nest(element, content, span, clock.pace, level);
         for (Item& item : piece) {
             if (span.curved && item.kind == Item::Kind::event)

@@ -25,6 +25,18 @@ struct CopyOf {
     std::int64_t file_time = 0;
 };
 
+/// The first that shows something before a time, if any.
+const Item* picture_before(const Run& run, const Fraction& time) {
+    Fraction start = run.start;
+    for (const Item& item : run.items) {
+        if (item.is_transition()) continue;
+        if (time <= start) break;
+        if (item.kind != Item::Kind::gap) return &item;
+        start = start + item.length();
+    }
+    return nullptr;
+}
+
 /// Makes the channels of an edit out of the runs of a storyline.
 class ChannelMaker {
 public:
@@ -68,9 +80,9 @@ Runs ChannelMaker::settled_runs_of(StoryReader& story) {
 void ChannelMaker::cut_before_start(Runs& runs, bool tell) {
     for (Run& run : runs) {
         if (!(run.start < zero_)) continue;
-        if (tell && has_picture(run.items))
+        if (const Item* item = tell ? picture_before(run, zero_) : nullptr)
             context_.warnings.push_back(
-                {WarningKind::dropped, run.items.front().event.label + ": what begins before the edit is cut off"});
+                {WarningKind::dropped, item->event.label + ": what begins before the edit is cut off"});
         const timeline::Stretch kept{zero_ - run.start, run.end() - run.start};
         run.items = trimmed(std::move(run.items), kept);
         run.start = zero_;

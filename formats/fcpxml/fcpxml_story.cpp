@@ -123,7 +123,8 @@ void StoryReader::settle(std::vector<Member>& members, const Level& level) {
             const Fraction end = before->place + before->length;
             const Fraction room = member.place - before->place;
             if (room < Fraction(0)) {
-                context_.warn(member.element, "lies before the item that it follows; it is put behind that");
+                if (!sound_)
+                    context_.warn(member.element, "lies before the item that it follows; it is put behind that");
                 member.place = end;
             } else if (member.place < end || member.place - end < half_frame(level)) {
                 if (half_frame(level) < end - member.place && !sound_)
@@ -154,7 +155,7 @@ void StoryReader::add_spine(const Element& spine, const Fraction& zero, const Le
         if (member.transition) {
             const Fraction cut = cut_of(members, i);
             go_to(cut);
-            add_transition(members, i, cut, row);
+            add_transition(members, i, cut, level, row);
             continue;
         }
         go_to(member.place);
@@ -194,11 +195,24 @@ Fraction StoryReader::cut_of(const std::vector<Member>& members, std::size_t tra
     return behind->place;
 }
 
-void StoryReader::add_transition(const std::vector<Member>& members, std::size_t at, const Fraction& cut, Items& row) {
+void StoryReader::warn_of_items_in(const Element& transition) const {
+    for (const Element child : transition.children())
+        if (!sound_ && is_item(story_of(child)))
+            context_.warn(child, "lies in a transition, where nothing is shown; it is left out", WarningKind::dropped);
+}
+
+void StoryReader::add_transition(const std::vector<Member>& members, std::size_t at, const Fraction& cut,
+                                 const Level& level, Items& row) {
     const Member& member = members[at];
+    warn_of_items_in(member.element);
     const bool head = !item_before(members, at), tail = !item_behind(members, at);
     if (head && tail) {
         if (!sound_) context_.warn(member.element, "stands between no items and is left out", WarningKind::dropped);
+        return;
+    }
+    const Fraction rounded = half_frame(level);
+    if (cut + rounded < member.place || member.place + member.length + rounded < cut) {
+        if (!sound_) context_.warn(member.element, "doesn't touch its cut and is left out", WarningKind::dropped);
         return;
     }
     std::optional<embedded::TransitionDescription> read = read_transition(member.element, sound_, context_);
@@ -239,6 +253,11 @@ void StoryReader::add_marks(const Element& element, const Clock& clock, Items& i
     }
 }
 
+void StoryReader::tell_of_marks(const Element& element) const {
+    for (std::size_t left = read_markers(element, context_).size(); left > 0; --left)
+        context_.unused_marker(element);
+}
+
 Items StoryReader::item(const Element& element, const Fraction& place, const Fraction& length, const Level& level,
                         Runs& runs) {
     check_depth(element, level);
@@ -256,7 +275,11 @@ Items StoryReader::item(const Element& element, const Fraction& place, const Fra
         items.push_back(fcpxml::gap_of(length, place_of(pick)));
     else
         items = content_of(pick, clock, length, level);
-    if (enabled) add_marks(pick, clock, items);
+    const bool no_item = level.nested && story_of(pick) == Story::gap;
+    if (enabled && !no_item)
+        add_marks(pick, clock, items);
+    else if (!sound_)
+        tell_of_marks(pick);
     add_connected(pick, clock, level, runs);
     const Story story = story_of(pick);
     if (enabled && story != Story::clip && story != Story::sync_clip) add_contained(pick, clock, length, level, runs);

@@ -50,6 +50,7 @@ private:
         Lane lane;
         Fraction rate; ///< frames a second of the sequence
         int depth = 0;
+        bool nested = false; ///< in a clip that holds others, whose gaps are none of the edit's
         bool own_sound_off = false, connected_sound_off = false; ///< of what lies in a synchronised clip
 
         Level in(int lane_of_child) const;
@@ -82,7 +83,9 @@ private:
     Fraction zero_of(const Element& spine, const Fraction& start, const Fraction& rate) const;
     void add_spine(const Element& spine, const Fraction& zero, const Level& level, Runs& runs);
     Fraction cut_of(const std::vector<Member>& members, std::size_t transition) const;
-    void add_transition(const std::vector<Member>& members, std::size_t at, const Fraction& cut, Items& row);
+    void add_transition(const std::vector<Member>& members, std::size_t at, const Fraction& cut, const Level& level,
+                        Items& row);
+    void warn_of_items_in(const Element& transition) const;
     void add_marks_of_transition(const Member& transition, const Fraction& row_start, Items& row);
 
     /// An item of exactly that length; what is connected to it goes to `runs`.
@@ -120,6 +123,7 @@ private:
     std::vector<Span> spans_of(const Element& element, const Clock& clock, const Fraction& length, const Level& level);
     void adopt(const Element& element, Items& items);
     void add_marks(const Element& element, const Clock& clock, Items& items);
+    void tell_of_marks(const Element& element) const;
 
     const Content* compound(const Element& ref_clip, const Level& level);
     const Content* angle(const Element& mc_clip, const Level& level);

@@ -35,6 +35,33 @@ TEST(FcpxmlClips, AClipShowsNoMoreThanItContains) {
         "0-24 black | 24-48 C@00:00:00:00 | 48-96 black");
 }
 
+TEST(FcpxmlClips, AClipThatMeetsNothingOfWhatItHoldsIsTold) {
+    const std::string words = "shows nothing: all that it holds lies elsewhere on its clock";
+    for (const char* clip :
+         {R"(<clip start="3605s" duration="5s"><video ref="hour" duration="100s"/></clip>)",
+          R"(<sync-clip duration="5s"><asset-clip ref="hour" offset="3600s" start="3600s" duration="9s"/></sync-clip>)",
+          R"(<ref-clip ref="c" start="0s" duration="5s"/>)"}) {
+        const auto result = read(with_spine(clip, R"(format="r24")",
+                                            compound("c", R"(<asset-clip ref="hour" start="3600s" duration="9s"/>)",
+                                                     R"(format="r24" tcStart="3600s")")));
+        EXPECT_EQ(drawn(result.edit, 0), "0-120 black") << clip;
+        EXPECT_TRUE(warns(result, words, WarningKind::replaced)) << clip;
+        EXPECT_EQ(result.warnings.size(), 1U) << clip;
+    }
+    const auto in_a_gap = read(with_spine(ref("c", R"(start="1s" duration="1s")"), R"(format="r24")",
+                                          compound("c", R"(<gap duration="3s"/>)" + clip("A", R"(duration="3s")"))));
+    EXPECT_TRUE(in_a_gap.warnings.empty()) << "a gap is meant to be black";
+}
+
+TEST(FcpxmlCompounds, MarkersOfTheirGapsAreTold) {
+    const auto result =
+        read(with_spine(ref("c", R"(duration="2s")"), R"(format="r24")",
+                        compound("c", clip("A", R"(duration="1s")") +
+                                          R"(<gap name="G" duration="1s"><marker start="0s" value="x"/></gap>)")));
+    EXPECT_EQ(cues_of(result.edit, 0), "");
+    EXPECT_TRUE(warns(result, "gap \"G\": a marker lies outside what is used of it", WarningKind::note));
+}
+
 TEST(FcpxmlClips, AClipMayHoldAStoryline) {
     EXPECT_EQ(drawn_spine(R"(<clip name="C" start="1s" duration="3s"><spine>)" + clip("A", R"(duration="2s")") +
                           clip("B", R"(start="7s" duration="2s")") + "</spine></clip>"),
@@ -126,8 +153,8 @@ TEST(FcpxmlCompounds, AtDoubleSpeedAndInReverse) {
 TEST(FcpxmlCompounds, FrozenShowOneFrameOfWhatLiesThere) {
     const std::string media = compound("c", clip("A", R"(duration="2s")") + clip("B", R"(start="9s" duration="2s")"));
     EXPECT_EQ(drawn_ref(ref("c", R"(duration="3s")", speed("0s 3s, 9s 3s")), media), "0-72 B@00:00:10:00*0");
-    EXPECT_EQ(drawn_ref(ref("c", R"(duration="3s")", speed("0s 4s, 9s 4s")), media), "0-72 B@00:00:11:00*0")
-        << "at its very end the last picture is held";
+    EXPECT_EQ(drawn_ref(ref("c", R"(duration="3s")", speed("0s 4s, 9s 4s")), media), "0-72 B@00:00:10:23*0")
+        << "at its very end the last frame is held, not the one behind it";
 }
 
 TEST(FcpxmlCompounds, TheirClipsKeepTheirMarkersAndTheyHaveTheirOwn) {

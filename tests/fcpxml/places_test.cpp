@@ -108,6 +108,18 @@ TEST(FcpxmlPlaces, WhatAConnectedClipHasBeforeTheEditIsCutOff) {
     EXPECT_TRUE(warns(result, "\"B\": what begins before the edit is cut off", WarningKind::dropped));
 }
 
+TEST(FcpxmlPlaces, WhatIsCutOffIsNamedWhereItsClipBeginsWithAGap) {
+    const auto cut_at = [](const std::string& offset) {
+        return read(with_spine(clip("A", R"(start="5s" duration="9s")",
+                                    "<ref-clip ref=\"c\" lane=\"1\" offset=\"" + offset + "\" duration=\"8s\"/>"),
+                               R"(format="r24")",
+                               compound("c", R"(<gap duration="1s"/>)" + clip("B", R"(start="1s" duration="7s")"))));
+    };
+    EXPECT_TRUE(
+        warns(cut_at("3s"), "line 3: asset-clip \"B\": what begins before the edit is cut off", WarningKind::dropped));
+    EXPECT_TRUE(cut_at("4s").warnings.empty()) << "only of the gap";
+}
+
 TEST(FcpxmlPlaces, AConnectedClipInAnotherLiesOnTheClockOfThat) {
     const std::string inner = clip("C", R"(lane="1" offset="21s" duration="1s")");
     const std::string outer = clip("B", R"(lane="1" offset="11s" start="20s" duration="3s")", inner);
@@ -207,6 +219,13 @@ TEST(FcpxmlPlaces, MarkersOfGapsAndTransitionsAreCuesToo) {
         read(with_spine(R"(<gap start="3600s" duration="2s"><marker start="3601s" value="black"/></gap>)" +
                         clip("A", R"(duration="2s")") + fade + clip("B", R"(duration="2s")")));
     EXPECT_EQ(cues_of(result.edit, 0), "24 black, 84 fade, 96 half");
+}
+
+TEST(FcpxmlPlaces, MarkersOfWhatIsSwitchedOffAreTold) {
+    const auto result =
+        read(with_spine(clip("A", R"(enabled="0" duration="2s")", R"(<marker start="0s" value="x"/>)")));
+    EXPECT_EQ(cues_of(result.edit, 0), "");
+    EXPECT_TRUE(warns(result, "\"A\": a marker lies outside what is used of it", WarningKind::note));
 }
 
 TEST(FcpxmlPlaces, AMarkerWithoutATimeIsLeftOut) {
@@ -363,6 +382,7 @@ TEST(FcpxmlPlaces, AnItemThatLiesBeforeTheOneItFollowsIsPutBehindThat) {
     EXPECT_EQ(drawn(result.edit, 0), "0-48 black | 48-72 A@00:00:00:00 | 72-96 B@00:00:00:00");
     EXPECT_EQ(drawn(result.edit, 1), "72-96 C@00:00:00:00");
     EXPECT_TRUE(warns(result, "\"B\": lies before the item that it follows; it is put behind that"));
+    EXPECT_EQ(result.warnings.size(), 1U);
 }
 
 TEST(FcpxmlProjects, ClipsHaveTheRateOfWhatTheyHold) {

@@ -173,4 +173,12 @@ TEST(FcpxmlRates, AConformingThatTellsNoRateIsToldOf) {
     EXPECT_TRUE(warns(result, "doesn't tell the rate that it is for; taken as the sequence's"));
 }
 
+// The media of a thousand seconds at 24 has the frames 0 to 23,999.
+TEST(FcpxmlSpeeds, AHoldAtTheEndOfTheMediumIsItsLastFrame) {
+    EXPECT_EQ(drawn_spine(clip("A", R"(duration="4s")", speed("0s 998s, 2s 1000s"))),
+              "0-48 A@00:16:38:00 | 48-96 A@00:16:39:23*0");
+    EXPECT_EQ(drawn_spine(clip("A", R"(duration="4s")", speed("0s 997s, 2s 999s"))),
+              "0-48 A@00:16:37:00 | 48-96 A@00:16:39:00*0");
+}
+
 } // namespace

@@ -82,6 +82,28 @@ TEST(FcpxmlTransitions, OneThatJoinsNothingSeenIsLeftOut) {
     EXPECT_TRUE(warns(read(with_spine(fade(0, 5))), "stands between no items", WarningKind::dropped));
 }
 
+TEST(FcpxmlTransitions, OneThatDoesntTouchItsCutIsLeftOut) {
+    for (const auto& [from, what] : {std::pair{10, "before"}, std::pair{60, "behind"}}) {
+        const auto result = read(with_spine(shot("A", 0, 0, 48) + fade(from, 12) + shot("B", 48, 48, 48)));
+        EXPECT_EQ(drawn(result.edit, 0), "0-48 A@00:00:00:00 | 48-96 B@00:00:02:00") << what;
+        EXPECT_TRUE(warns(result, "transition \"X\": doesn't touch its cut and is left out", WarningKind::dropped));
+        EXPECT_EQ(result.warnings.size(), 1U) << what;
+    }
+    const auto touching = read(with_spine(shot("A", 0, 0, 48) + fade(36, 12) + shot("B", 48, 48, 48)));
+    EXPECT_EQ(drawn(touching.edit, 0), "0-36 A@00:00:00:00 | 36-48 diss | 48-96 B@00:00:02:00");
+}
+
+TEST(FcpxmlTransitions, WhatLiesInOneIsToldToBeLeftOut) {
+    const std::string inside = clip("C", R"(lane="1" offset="1s" duration="1s")");
+    const auto result = read(with_spine(
+        shot("A", 0, 0, 48) + R"(<transition offset="42/24s" duration="12/24s"><filter-video ref="dissolve"/>)" +
+        inside + "</transition>" + shot("B", 48, 48, 48)));
+    EXPECT_EQ(channels_of_kind(result.edit, 1), 1);
+    EXPECT_TRUE(warns(result, "asset-clip \"C\": lies in a transition, where nothing is shown; it is left out",
+                      WarningKind::dropped));
+    EXPECT_EQ(result.warnings.size(), 1U);
+}
+
 TEST(FcpxmlTransitions, ADissolveIsKnownByItsNumberOrItsName) {
     const auto kind = [](const std::string& transition, const std::string& more = {}) {
         const std::string text =
