@@ -81,20 +81,16 @@ std::optional<Fraction> rate_of_name(std::string_view name) {
     return name[letter] == 'i' && Fraction(48) < rate ? rate / 2 : rate;
 }
 
+std::optional<Fraction> rate_of_format(const Element& format) {
+    if (!format.has_attribute("frameDuration")) return rate_of_name(format.attribute("name"));
+    const std::optional<Fraction> frame = parse_time(format.attribute("frameDuration"));
+    if (!frame || *frame <= Fraction(0)) refuse(format, "its \"frameDuration\" isn't a length");
+    return Fraction(1) / *frame;
+}
+
 Format read_format(const Element& format) {
-    Format read;
-    const std::string_view name = format.attribute("name");
-    read.still = name.find("RateUndefined") != std::string_view::npos;
-    if (format.has_attribute("frameDuration")) {
-        const std::optional<Fraction> frame = parse_time(format.attribute("frameDuration"));
-        if (!frame || *frame <= Fraction(0)) refuse(format, "its \"frameDuration\" isn't a length");
-        read.rate = Fraction(1) / *frame;
-    } else {
-        read.rate = rate_of_name(name);
-    }
-    if (!read.rate) return read;
-    read.info = embedded::nearest_rate(read.rate->to_double());
-    if (read.info) read.rate = read.info->rate();
+    Format read = format_at(rate_of_format(format));
+    read.still = format.attribute("name").find("RateUndefined") != std::string_view::npos;
     return read;
 }
 
@@ -112,6 +108,14 @@ std::string_view source_of(const Element& asset) {
 }
 
 } // namespace
+
+Format format_at(const std::optional<Fraction>& rate) {
+    Format format;
+    format.rate = rate;
+    if (rate) format.info = embedded::nearest_rate(rate->to_double());
+    if (format.info) format.rate = format.info->rate();
+    return format;
+}
 
 std::string place_of(const Element& element) {
     std::string text = "line " + std::to_string(element.line()) + ": " + std::string(element.name());

@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace formats::fcpxml {
 
@@ -59,6 +60,9 @@ struct Format {
     bool still = false;
 };
 
+/// What stands for a format that isn't described, of media whose rate is known otherwise.
+Format format_at(const std::optional<Fraction>& rate);
+
 struct Asset {
     Element element;
     std::string name, src, identity;
@@ -99,6 +103,10 @@ public:
               embedded::WarningKind kind = embedded::WarningKind::doubt) const {
         warnings.push_back({kind, place_of(element) + ": " + what});
     }
+    /// The same, but of several warnings of an element only the first.
+    void warn_once(const Element& element, const std::string& what, embedded::WarningKind kind) const {
+        if (told_.insert(element.number()).second) warn(element, what, kind);
+    }
     /// The time of an attribute, in seconds of the edit; refused where it can't be read.
     std::optional<Fraction> time(const Element& element, std::string_view attribute) const;
     /// A length: refused below 0.
@@ -131,6 +139,7 @@ private:
     mutable std::unordered_map<std::uint32_t, Asset> assets_;
     mutable std::map<std::string, LeftOut, std::less<>> left_out_;
     mutable LeftOut unused_markers_;
+    mutable std::unordered_set<std::uint32_t> told_;
 };
 
 } // namespace formats::fcpxml

@@ -49,6 +49,13 @@ bool holds_media(const Element& clip, Element media) {
     return media == clip;
 }
 
+/// What says how a medium goes with what is around it: of a clip that is its holder, the clip's.
+Element conform_of_media(const Element& element) {
+    const bool held = story_of(element) == Story::video || story_of(element) == Story::audio;
+    const Element own = element.child("conform-rate");
+    return own || !held || story_of(element.parent()) != Story::clip ? own : element.parent().child("conform-rate");
+}
+
 /// As long as the longest of its runs.
 Fraction end_of(const Runs& runs, const Fraction& start) {
     Fraction end = start;
@@ -106,6 +113,9 @@ void StoryReader::check_work(const Element& element) const {
 /// Of a clip that holds its media, that of the first; it stands in the clip as at home.
 Format StoryReader::media_format_of(const Element& element) const {
     if (const Asset* asset = context_.asset_of(element)) return asset->format;
+    const Element media = context_.resources.find(element.attribute("ref"));
+    if (story_of(element) == Story::ref_clip) return context_.format_of(media.child("sequence"));
+    if (story_of(element) == Story::mc_clip) return context_.format_of(media.child("multicam"));
     if (story_of(element) == Story::clip)
         for (const Element child : element.children())
             if (const Asset* asset = context_.asset_of(child); asset && lane_of(child) == 0) return asset->format;
@@ -149,8 +159,10 @@ Fraction StoryReader::pace_of(const Element& element, const Level& level) const 
         if (!sound_) context_.warn(conform, "doesn't tell the rate that it is for; taken as the sequence's");
         return 1;
     }
-    const bool is_media = context_.asset_of(element) || story_of(element) == Story::clip;
-    const Format format = is_media && !element.child("timeMap") ? media_format_of(element) : Format();
+    const Story story = story_of(element);
+    const bool has_rate =
+        context_.asset_of(element) || story == Story::clip || story == Story::ref_clip || story == Story::mc_clip;
+    const Format format = has_rate && !element.child("timeMap") ? media_format_of(element) : Format();
     const RateInfo* around = embedded::nearest_rate(level.rate.to_double());
     const bool alike = format.info && around && format.info->nominal == around->nominal && !format.still;
     return alike ? context_.true_rate(*format.rate) / level.rate : Fraction(1);
@@ -311,6 +323,10 @@ Shot StoryReader::shot_of(const Element& element, const Asset* asset) const {
     if (asset && other.empty()) other = stem_of(decoded(asset->src));
     shot.name = name_or(element, other);
     shot.own = {element};
+    shot.format = asset ? asset->format : context_.format_of(element);
+    const Element conform = conform_of_media(element);
+    if (!shot.format.rate && !shot.still()) shot.format = format_at(parse_rate(conform.attribute("srcFrameRate")));
+    shot.conformed = conform && conform.attribute("scaleEnabled") != "0";
     shot.drop = element.attribute("tcFormat") == "DF";
     shot.starts = starts;
     return shot;
@@ -345,6 +361,10 @@ Items StoryReader::media(const Element& element, const Clock& clock, const Fract
 void StoryReader::adopt(const Element& element, Items& items) {
     const Story story = story_of(element);
     const bool tells = (story == Story::sync_clip || story == Story::mc_clip) && has_metadata(element);
+    const Element conform_rate = element.child("conform-rate");
+    const std::optional<Fraction> conform = conform_rate.attribute("scaleEnabled") == "0"
+                                                ? std::nullopt
+                                                : parse_rate(conform_rate.attribute("srcFrameRate"));
     const std::vector<embedded::EffectDescription> effects = read_effects(element, context_);
     std::unordered_map<int, int> numbers;
     for (Item& item : items) {
@@ -352,11 +372,13 @@ void StoryReader::adopt(const Element& element, Items& items) {
         item.event.effects.insert(item.event.effects.end(), effects.begin(), effects.end());
         const Shot& old = shots_[static_cast<std::size_t>(item.event.source)];
         const bool direct = story == Story::clip && holds_media(element, old.element) && old.made.empty();
-        if (!direct && (!tells || !old.made.empty())) continue;
+        const bool conformed = old.conformed || (conform && old.made.empty() && old.format.rate == conform);
+        if (!direct && conformed == old.conformed && (!tells || !old.made.empty())) continue;
         const auto [known, fresh] = numbers.try_emplace(item.event.source, 0);
         if (fresh) {
             Shot shot = old;
-            (direct ? shot.own : shot.around).push_back(element);
+            shot.conformed = conformed;
+            if (direct || tells) (direct ? shot.own : shot.around).push_back(element);
             if (direct && element.has_attribute("name")) shot.name = element.attribute("name");
             if (direct && element.has_attribute("tcFormat")) shot.drop = element.attribute("tcFormat") == "DF";
             known->second = add_shot(std::move(shot));
@@ -401,6 +423,9 @@ const StoryReader::Content* StoryReader::content_of_media(const Element& key, co
     const auto known = contents_.find(key.number());
     if (known != contents_.end()) return &known->second;
     if (!open_.insert(key.number()).second) refuse(key, "holds itself");
+    if (!context_.format_of(sequence).rate)
+        context_.warn_once(sequence, "doesn't tell its frames a second, so they are counted as the edit's",
+                           WarningKind::rate);
     const Storyline storyline = storyline_of(sequence);
     Level inner;
     inner.rate = storyline.rate;

@@ -51,22 +51,23 @@ const Fields& ShotSources::fields_of(const Asset& asset) {
 }
 
 const RateInfo& ShotSources::rate_of(const Shot& shot) {
-    const Format format = shot.asset ? shot.asset->format : context_.format_of(shot.element);
-    if (format.info) return *format.info;
-    if (format.rate && shot.asset && !std::exchange(told_of_rate_[shot.asset], true))
-        context_.warn(shot.asset->element, "no timecode counts at its rate, so its own is counted as the edit's",
-                      embedded::WarningKind::rate);
+    if (shot.format.info) return *shot.format.info;
+    if (shot.asset && !shot.still() && (shot.format.rate || shot.asset->has_video))
+        context_.warn_once(shot.asset->element,
+                           shot.format.rate ? "no timecode counts at its rate, so its own is counted as the edit's"
+                                            : "doesn't tell its frames a second, so they are counted as the edit's",
+                           embedded::WarningKind::rate);
     return *context_.rate;
 }
 
 Fraction ShotSources::true_rate_of(const Shot& shot) {
-    const Format format = shot.asset ? shot.asset->format : context_.format_of(shot.element);
-    return format.info ? context_.true_rate(format.info->rate()) : context_.rate->rate();
+    return shot.format.info ? context_.true_rate(shot.format.info->rate()) : context_.rate->rate();
 }
 
 // Media whose frames go one for one with the edit's are counted frame for frame, at whatever rate they were made: film
 // at 25 in an edit at 24 is neither faster nor slower, but a frame for a frame. Media that counts like the edit is
-// counted so too, unless it plays at its own, slightly different speed.
+// counted so too, unless it plays at its own, slightly different speed. Of retimed media that is conformed the speed is
+// told in frames too: half, double.
 Bound ShotSources::bind(const std::vector<Shot>& shots, int number, const Fraction& media_in, const Fraction& speed) {
     const Shot& shot = shots[static_cast<std::size_t>(number)];
     bool frame_for_frame = false;
@@ -74,7 +75,8 @@ Bound ShotSources::bind(const std::vector<Shot>& shots, int number, const Fracti
     if (shot.made.empty() && !shot.still()) {
         const Fraction edit = context_.rate->rate(), media = true_rate_of(shot);
         const bool counts_alike = rate_of(shot).nominal == context_.rate->nominal;
-        frame_for_frame = magnitude(speed) * media == edit || (counts_alike && !(magnitude(speed) == Fraction(1)));
+        frame_for_frame =
+            shot.conformed || magnitude(speed) * media == edit || (counts_alike && !(magnitude(speed) == Fraction(1)));
         if (frame_for_frame) unit = media / edit;
     }
     const auto [known, fresh] = known_.try_emplace({number, frame_for_frame}, 0);

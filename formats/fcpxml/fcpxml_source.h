@@ -22,6 +22,8 @@ struct Shot {
     std::string made;             ///< what it is made of, as "comp:" and a name; empty for media
     std::vector<Element> own;     ///< whose metadata goes before the asset's, the innermost first
     std::vector<Element> around;  ///< clips around it that tell of the shot, as one that joins sound and picture
+    Format format;                ///< the medium's
+    bool conformed = false;       ///< its frames go one for one with those around it, but for its speed
     bool drop = false;            ///< its timecode drops numbers
     bool starts = false;          ///< it says where in its medium it begins
 
@@ -60,7 +62,6 @@ private:
     timeline::Sources& sources_;
     std::unordered_map<const Asset*, Fields> fields_;
     std::map<std::pair<int, bool>, embedded::SourceId> known_;
-    std::unordered_map<const Asset*, bool> told_of_rate_;
 };
 
 } // namespace formats::fcpxml

@@ -133,6 +133,77 @@ TEST(FcpxmlRates, ASpeedOfMediaThatCountsAlikeIsInFrames) {
     EXPECT_EQ(embedded::facts_of_channel(result.edit, 0).at(0).speed, Fraction(2000, 1001));
 }
 
+TEST(FcpxmlRates, TheSpeedOfConformedMediaIsInFrames) {
+    const std::string rate = R"(<conform-rate srcFrameRate="25"/>)", twice = speed("0s 60s, 100s 260s");
+    const std::string nest = compound("c", clip("A", R"(duration="900s")", {}, "m25"), R"(format="r25")");
+    const auto facts = [&](const std::string& item) {
+        return embedded::facts_of_channel(read(with_spine(item, R"(format="r24")", nest)).edit, 0).at(0);
+    };
+    for (const std::string& item :
+         {clip("A", R"(start="0s" duration="10s")", rate + twice, "m25"),
+          R"(<clip start="0s" duration="10s">)" + rate + twice + R"(<video ref="m25" duration="900s"/></clip>)",
+          R"(<ref-clip ref="c" start="0s" duration="10s">)" + rate + twice + "</ref-clip>"}) {
+        const auto double_speed = facts(item);
+        EXPECT_EQ(double_speed.speed, Fraction(2)) << item;
+        EXPECT_EQ(double_speed.source_in * 24, Fraction(1500)) << "60 s of 25 frames";
+    }
+    EXPECT_EQ(facts(clip("A", R"(start="0s" duration="10s")",
+                         R"(<conform-rate srcFrameRate="25" scaleEnabled="0"/>)" + twice, "m25"))
+                  .speed,
+              Fraction(2))
+        << "of time";
+}
+
+TEST(FcpxmlRates, AMediumThatTellsNoRateIsToldOnce) {
+    const std::string more = R"(<asset id="no" name="No" duration="900s" hasVideo="1" hasAudio="1" format="nope"/>)"
+                             R"(<format id="odd" name="FFVideoFormatOdd"/>)"
+                             R"(<asset id="named" name="Named" duration="900s" hasVideo="1" format="odd"/>)"
+                             R"(<asset id="bare" name="Bare" duration="900s" hasVideo="1"/>)"
+                             R"(<asset id="heard" name="Heard" duration="900s" hasAudio="1"/>)";
+    for (const char* id : {"no", "named", "bare"}) {
+        const std::string one = clip("A", R"(duration="1s")", {}, id);
+        const auto result = read(with_spine(one + one, R"(format="r24")", more));
+        EXPECT_TRUE(
+            warns(result, "doesn't tell its frames a second, so they are counted as the edit's", WarningKind::rate))
+            << id;
+        EXPECT_EQ(result.warnings.size(), 1U) << id;
+    }
+    EXPECT_TRUE(read(with_spine(clip("A", R"(duration="1s")", {}, "heard"), R"(format="r24")", more)).warnings.empty())
+        << "sound has no frames";
+    const auto nested = read(with_spine(R"(<ref-clip ref="c" duration="1s"/>)", R"(format="r24")",
+                                        compound("c", clip("A", R"(duration="1s")"), R"(tcStart="0s")")));
+    EXPECT_TRUE(warns(nested, "sequence: doesn't tell its frames a second", WarningKind::rate));
+    EXPECT_EQ(nested.warnings.size(), 1U);
+}
+
+TEST(FcpxmlRates, AMediumThatTellsNoRateHasThatOfItsConforming) {
+    const std::string more = R"(<asset id="no" name="No" start="100s" duration="900s" hasVideo="1"/>)";
+    const std::string rate = R"(<conform-rate srcFrameRate="25"/>)";
+    for (const std::string& item : {clip("A", R"(start="102s" duration="10s")", rate, "no"),
+                                    R"(<clip name="A" start="102s" duration="10s">)" + rate +
+                                        R"(<video ref="no" offset="100s" duration="900s"/></clip>)"}) {
+        const auto result = read(with_spine(item, R"(format="r24")", more));
+        EXPECT_EQ(drawn(result.edit, 0), "0-240 A@00:01:42:00") << "25 frames a second from 00:01:40:00";
+        const auto facts = embedded::facts_of_channel(result.edit, 0).at(0);
+        EXPECT_EQ(facts.source_in * 24, Fraction(50));
+        EXPECT_EQ(facts.speed, Fraction(1));
+        EXPECT_TRUE(result.warnings.empty()) << result.warnings[0].text;
+    }
+}
+
+TEST(FcpxmlRates, ACompoundThatCountsAlikeGoesFrameForFrameToo) {
+    const std::string nest =
+        compound("c", clip("A", R"(duration="500s")") + clip("B", R"(duration="500s")"), R"(format="r24")");
+    EXPECT_EQ(drawn_spine(R"(<ref-clip ref="c" duration="1001s"/>)", R"(format="r23")", nest, 24000.0 / 1001),
+              "0-12000 A@00:00:00:00 | 12000-24000 B@00:00:00:00");
+    const std::string angles = R"(<media id="mc"><multicam format="r24"><mc-angle angleID="x">)" +
+                               clip("A", R"(duration="500s")") + clip("B", R"(duration="500s")") +
+                               "</mc-angle></multicam></media>";
+    EXPECT_EQ(drawn_spine(R"(<mc-clip ref="mc" duration="1001s"><mc-source angleID="x"/></mc-clip>)", R"(format="r23")",
+                          angles, 24000.0 / 1001),
+              "0-12000 A@00:00:00:00 | 12000-24000 B@00:00:00:00");
+}
+
 TEST(FcpxmlRates, MediaAtARateWithoutTimecodeIsCountedAsTheEdit) {
     const std::string more = R"(<format id="r120" frameDuration="1/120s"/>)"
                              R"(<asset id="m120" name="High" start="5s" duration="9s" hasVideo="1" format="r120"/>)";
