@@ -537,8 +537,6 @@ Items StoryReader::nest(const Element& element, const Content& content, const Cl
                         const Level& level) {
     Items items;
     const std::vector<Span> spans = spans_of(element, clock, length, level);
-    if (!sound_ && misses(spans, content.runs))
-        context_.warn(element, "shows nothing: all that it holds lies elsewhere on its clock", WarningKind::replaced);
     for (const Span& span : spans) {
         Items piece = piece_of_nest(element, content, span, clock.pace, level);
         for (Item& item : piece) {
@@ -547,6 +545,8 @@ Items StoryReader::nest(const Element& element, const Content& content, const Cl
             items.push_back(std::move(item));
         }
     }
+    if (!sound_ && !has_picture(items) && misses(spans, content.runs))
+        context_.warn(element, "shows nothing: all that it holds lies elsewhere on its clock", WarningKind::replaced);
     return items;
 }
 
