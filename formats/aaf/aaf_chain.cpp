@@ -9,26 +9,33 @@ namespace {
 
 constexpr int segment_limit = 200;
 
+struct Found {
+    const Object* component = nullptr; ///< null where one lacks on the way to it
+    bool outside = false;
+    bool doubtful = false; ///< one on the way has no length
+};
+
 /// The component of a sequence at a position, which becomes one within it. Positions outside count on from the ends.
-const Object* component_at(const Object& sequence, Fraction& position, bool& outside) {
+Found component_at(const Object& sequence, Fraction& position) {
     Fraction start;
-    const Object* found = nullptr;
+    Found found;
     Fraction found_start;
     for (const Object* component : sequence.children(pid::components)) {
-        if (!component) return nullptr;
+        if (!component) return {};
+        found.doubtful = found.doubtful || !component->has(pid::length);
         const Fraction length(component->integer(pid::length, 0));
         if (component->what() == Class::transition) {
             start = start - length;
             continue;
         }
-        if (!found || start <= position) {
-            found = component;
+        if (!found.component || start <= position) {
+            found.component = component;
             found_start = start;
         }
         start = start + length;
         if (position < start) break;
     }
-    outside = position < Fraction(0) || start <= position;
+    found.outside = position < Fraction(0) || start <= position;
     position = position - found_start;
     return found;
 }
@@ -53,12 +60,15 @@ private:
 };
 
 bool Walker::into_sequence(Point& point) {
-    bool outside = false;
-    const Object* component = component_at(*point.segment, point.position, outside);
-    if (!component) return false;
-    if (outside) fault("it lies outside of what its source holds");
-    chain_.way.push_back(component);
-    point.segment = component;
+    const Found found = component_at(*point.segment, point.position);
+    if (!found.component) {
+        fault("a sequence of its chain holds nothing, or less than it should: the chain ends there");
+        return false;
+    }
+    if (found.doubtful) fault("a sequence of its chain holds something that has no length");
+    if (found.outside) fault("it lies outside of what its source holds");
+    chain_.way.push_back(found.component);
+    point.segment = found.component;
     return true;
 }
 
@@ -78,6 +88,10 @@ bool Walker::into_pulldown(Point& point) {
 bool Walker::descend(Point& point) {
     for (int depth = 0; point.segment && depth < segment_limit; ++depth) {
         const Class what = point.segment->what();
+        if (point.segment->is_damaged()) {
+            fault("its chain leads to something of which only a part is in the file, and ends there");
+            return false;
+        }
         if (what == Class::sequence) {
             if (!into_sequence(point)) return false;
         } else if (what == Class::pulldown) {
@@ -141,7 +155,10 @@ std::optional<Point> label_at(const File& file, const Link& link, const Slot& sl
     if (!slot.segment || slot.rate <= Fraction(0)) return std::nullopt;
     Point point = point_in(link, slot);
     Chain own;
-    if (!Walker(file, own).descend(point) || point.segment->what() != what) return std::nullopt;
+    const bool there = Walker(file, own).descend(point);
+    for (std::string& fault : own.faults)
+        chain.faults.push_back(std::move(fault));
+    if (!there || point.segment->what() != what) return std::nullopt;
     chain.way.insert(chain.way.end(), own.way.begin(), own.way.end());
     return point;
 }
@@ -213,7 +230,10 @@ std::optional<Timecode> timecode_at(const File& file, const Link& link, const Sl
     const auto point = label_at(file, link, slot, chain, Class::timecode);
     if (!point) return std::nullopt;
     const auto fps = static_cast<std::int64_t>(point->segment->bytes(pid::timecode_fps).number(0, 2).value_or(0));
-    if (fps <= 0) return std::nullopt;
+    if (fps <= 0) {
+        chain.faults.push_back("its timecode counts no frames, and is left out");
+        return std::nullopt;
+    }
     const std::int64_t counted = Fraction(0) < point->rate ? counting_of(point->rate) : fps;
     const Fraction ratio = counted == fps ? Fraction(1) : Fraction(fps, counted);
     Timecode timecode;

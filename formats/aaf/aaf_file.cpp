@@ -35,17 +35,6 @@ constexpr NamedKind named_kinds[] = {{"picture", Kind::picture},
                                      {"edgecode", Kind::edgecode},
                                      {"descriptivemetadata", Kind::markers}};
 
-struct MobName {
-    Class what;
-    const char* name;
-};
-constexpr MobName mob_names[] = {
-    {Class::composition_mob, "composition"}, {Class::master_mob, "master"}, {Class::source_mob, "source"}};
-
-bool is_mob(Class what) {
-    return what == Class::composition_mob || what == Class::master_mob || what == Class::source_mob;
-}
-
 std::vector<std::pair<std::string, std::string>> comments_of(const Object& mob) {
     std::vector<std::pair<std::string, std::string>> comments;
     for (const Object* tag : mob.children(pid::mob_comments))
@@ -68,12 +57,6 @@ std::int64_t counting_of(const Fraction& rate) {
 const Slot* Mob::slot(std::int64_t wanted) const {
     const auto found = std::find_if(slots.begin(), slots.end(), [&](const Slot& slot) { return slot.id == wanted; });
     return found == slots.end() ? nullptr : &*found;
-}
-
-std::string Mob::title() const {
-    for (const MobName& row : mob_names)
-        if (row.what == what) return std::string(row.name) + " \"" + name + "\"";
-    return "mob \"" + name + "\"";
 }
 
 bool File::open(std::string_view bytes) {

@@ -44,7 +44,7 @@ struct Mob {
     Class medium() const { return descriptor ? descriptor->what() : Class::unknown; }
     const Slot* slot(std::int64_t id) const;
     /// In the words of messages, as `composition "Reel 1"`.
-    std::string title() const;
+    std::string title() const { return title_of_mob(what, name); }
 };
 
 struct Operation {
@@ -59,6 +59,8 @@ public:
     const std::string& error() const { return error_; }
     /// What of the file couldn't be read, though the rest could.
     const std::vector<std::string>& faults() const { return faults_; }
+    /// What the file lacks of the objects that were looked at so far.
+    std::vector<std::string> damage() const { return objects_ ? objects_->damage() : std::vector<std::string>(); }
 
     const std::vector<std::unique_ptr<Mob>>& mobs() const { return mobs_; }
     const Mob* mob(const MobId& id) const;

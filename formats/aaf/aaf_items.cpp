@@ -20,7 +20,18 @@ void append(Items& items, Items more) { std::move(more.begin(), more.end(), std:
 
 bool is_way_to_a_clip(const Mob& mob) { return mob.usage == sub_clip || mob.usage == adjusted_clip; }
 
-Fraction length_of(const Object& segment) { return Fraction(segment.integer(pid::length, 0)); }
+/// Frames of a segment; more are damage.
+constexpr std::int64_t longest = std::int64_t{1} << 31;
+
+/// Of what all behind it, or the whole track, depends on.
+Fraction length_of(const Object& segment, const Place& place) {
+    if (segment.is_damaged()) refuse(place, "its properties break off, so that nothing tells what it is");
+    const auto length = segment.integer(pid::length);
+    if (!length) refuse(place, "it has no length, and all behind it would move");
+    if (*length < 0) refuse(place, "its length is below 0");
+    if (*length > longest) refuse(place, "its length is out of all bounds");
+    return Fraction(*length);
+}
 
 /// Counts calls within each other.
 class Depth {
@@ -105,8 +116,8 @@ Items Flattener::track(const Object& segment, const Fraction& rate, const Mob& c
     const Around around{place, rate, alike ? context_.rate->rate() : rate, nullptr, {}, {}};
     open_ = {&composition};
     const bool parts = segment.what() == Class::sequence;
-    Items items = parts ? sequence(segment, std::nullopt, around)
-                        : range(segment, {nothing, std::max(nothing, length_of(segment))}, around);
+    Items items =
+        parts ? sequence(segment, std::nullopt, around) : range(segment, {nothing, length_of(segment, place)}, around);
     timeline::drop_inner_transitions(items, *context_.warnings);
     return items;
 }
@@ -129,6 +140,7 @@ Items Flattener::gap(const Stretch& frames, const Around& around, Item::Kind kin
 
 Items Flattener::range(const Object& segment, const Stretch& frames, const Around& around) {
     const Depth deeper(depth_, around.place);
+    if (segment.is_damaged()) refuse(around.place, "its properties break off, so that nothing tells what it is");
     const bool empty = frames.from == frames.to;
     switch (segment.what()) {
     case Class::sequence:
@@ -169,9 +181,8 @@ std::vector<Flattener::Part> Flattener::parts_of(const Object& sequence, const A
         const std::string name = "component " + std::to_string(i + 1);
         const Place place = around.place.step(name);
         if (!components[i]) refuse(place, "isn't in the file, and all behind it would move");
-        Part part{components[i], name, start, length_of(*components[i]), {}, {}, false};
+        Part part{components[i], name, start, length_of(*components[i], place), {}, {}, false};
         part.transition = components[i]->what() == Class::transition;
-        if (part.length < nothing) refuse(place, "its length is below 0");
         if (part.transition && !parts.empty() && parts.back().transition) {
             context_.warn(WarningKind::dropped, place, "dropped, as it follows another transition");
             continue;
@@ -194,7 +205,9 @@ std::vector<Flattener::Part> Flattener::parts_of(const Object& sequence, const A
 //                   |- head | tail -|
 //     behind        |. . . . . . .
 void Flattener::share_overlap(Part& before, Part& transition, Part& behind, const Place& place) {
-    const Fraction cut(transition.object->integer(pid::cut_point, 0));
+    const auto given = transition.object->integer(pid::cut_point);
+    if (!given) context_.warn(WarningKind::doubt, place, "nothing tells its cut point: it counts as 0");
+    const Fraction cut(given.value_or(0));
     transition.head = std::clamp(cut, nothing, transition.length);
     transition.tail = transition.length - transition.head;
     if (!(transition.head == cut)) context_.warn(WarningKind::replaced, place, "its cut point lies outside of it");
@@ -224,6 +237,7 @@ Items Flattener::transition(const Part& part, const Around& around) {
 
 Items Flattener::sequence(const Object& sequence, const std::optional<Stretch>& frames, const Around& around) {
     Items items;
+    if (!sequence.has(pid::components)) warn(WarningKind::dropped, around, "it holds nothing, not even an empty list");
     Fraction length;
     for (const Part& part : parts_of(sequence, around)) {
         const Place place = around.place.step(part.name);
@@ -255,6 +269,8 @@ Items Flattener::clip(const Object& clip, const Stretch& frames, const Around& a
         warn(WarningKind::replaced, around, "it refers to nothing, so it is black");
         return gap(frames, around, Item::Kind::black);
     }
+    if (clip.what() == Class::source_clip && !clip.has(pid::start_time))
+        warn(WarningKind::doubt, around, "nothing tells where in its source it begins: it counts from 0");
     const Mob* mob = clip.what() == Class::source_clip ? context_.file.mob(id) : nullptr;
     if (mob && mob->what == Class::composition_mob) return nest(clip, *mob, frames, around);
     Items items;
@@ -401,7 +417,7 @@ Items Flattener::generator(const Object& group, const Stretch& frames, const Aro
 Items Flattener::retimed(const Object& group, const Stretch& frames, const Around& around) {
     const Object& input = *foreground_of(group);
     const std::string name = effect_name(context_.file, group);
-    const Speed speed = speed_of(context_.file, group, length_of(group));
+    const Speed speed = speed_of(context_.file, group, length_of(group, around.place));
     if (speed.guessed) warn(WarningKind::doubt, around, "nothing tells the speed of \"" + name + "\" but the lengths");
     Items items;
     for (std::size_t i = 0; i < speed.pieces.size(); ++i) {

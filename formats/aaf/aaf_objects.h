@@ -16,12 +16,16 @@ class ObjectStore;
 /// One object. It lives as long as its store, and reads what it refers to when asked for it.
 class Object {
 public:
-    Object(ObjectStore& store, compound::StorageId storage);
+    Object(ObjectStore& store, compound::StorageId storage, const Object* parent);
 
     Class what() const { return class_; }
     /// The class in the words of messages, as "class 0d010101-...".
     std::string class_name() const;
+    /// Where it is in the file, in the words of messages, as `master "A", Slots-4403{1}, Segment-4803`.
+    std::string place() const;
     bool has(Pid property) const { return find(property) != nullptr; }
+    /// Whether its properties break off, so that values may lack which it had.
+    bool is_damaged() const { return damaged_; }
 
     // Values; none where the property lacks or is too short.
     Bytes bytes(Pid property) const;
@@ -36,8 +40,8 @@ public:
 
     /// The object under a strong reference; null where it lacks or can't be read.
     const Object* child(Pid property) const;
-    /// Those of a strong vector or set in the order of its index. Null stand for elements that the file lacks; a
-    /// whole index that can't be read is one null.
+    /// Those of a strong vector or set in the order of its index. Null stand for elements that the file lacks, one of
+    /// them for all that an index lacks which can't be read to its end.
     const std::vector<const Object*>& children(Pid property) const;
 
 private:
@@ -54,10 +58,12 @@ private:
 
     ObjectStore& store_;
     compound::StorageId storage_;
+    const Object* parent_;
     Auid class_id_;
     Class class_ = Class::unknown;
     std::string stream_;
     bool big_ = false;
+    bool damaged_ = false;
     std::vector<Property> properties_;
     mutable std::unordered_map<Pid, std::vector<const Object*>> children_;
 };
@@ -69,12 +75,20 @@ public:
     ObjectStore& operator=(const ObjectStore&) = delete;
 
     const compound::File& file() const { return file_; }
-    const Object& root() { return at(compound::root_storage); }
-    const Object& at(compound::StorageId storage);
+    const Object& root() { return at(compound::root_storage, nullptr); }
+    const Object& at(compound::StorageId storage, const Object* parent);
+    /// What of the objects that were looked at the file lacks; at most some dozens.
+    const std::vector<std::string>& damage() const { return damage_; }
+    void tell(const Object& object, const std::string& what);
 
 private:
     const compound::File& file_;
     std::unordered_map<compound::StorageId, std::unique_ptr<Object>> objects_;
+    std::vector<std::string> damage_;
 };
+
+/// As `composition "Reel 1"`.
+std::string title_of_mob(Class what, const std::string& name);
+bool is_mob(Class what);
 
 } // namespace formats::aaf

@@ -28,6 +28,7 @@ private:
     const embedded::RateInfo* rate_for(const aaf::Mob& composition);
     void build(const aaf::Mob& composition);
     void add_warnings(const embedded::Warnings& warnings);
+    void tell_of_damage();
 
     std::string path_;
     std::int64_t file_time_;
@@ -41,6 +42,15 @@ private:
 void Reading::add_warnings(const embedded::Warnings& warnings) {
     for (const embedded::Warning& warning : warnings)
         result_.warnings.push_back({warning.kind, path_ + ": " + warning.text});
+}
+
+void Reading::tell_of_damage() {
+    embedded::Warnings warnings;
+    for (const std::string& fault : file_.faults())
+        warnings.push_back({embedded::WarningKind::dropped, fault});
+    for (const std::string& damage : file_.damage())
+        warnings.push_back({embedded::WarningKind::doubt, damage});
+    add_warnings(warnings);
 }
 
 const aaf::Mob* Reading::choose_composition() {
@@ -75,8 +85,6 @@ void Reading::build(const aaf::Mob& composition) {
     embedded::EditBuilder builder(aaf::describe_edit(composition, context, name_of(composition), file_time_));
     aaf::add_channels(composition, context, builder);
     result_.edit = builder.finish();
-    for (const std::string& fault : file_.faults())
-        warnings_.push_back({embedded::WarningKind::dropped, fault});
     add_warnings(warnings_);
     add_warnings(builder.warnings());
     if (!result_.edit) fail("the edit can't be stored");
@@ -94,6 +102,7 @@ ReadResult Reading::run(std::string_view bytes) {
         result_.edit = EditPtr();
         fail(error.message);
     }
+    tell_of_damage();
     return std::move(result_);
 }
 

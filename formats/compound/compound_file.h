@@ -39,6 +39,7 @@ public:
     const std::string& error() const { return error_; }
 
     const ClassId& class_id(StorageId storage) const { return entries_[storage].class_id; }
+    const std::string& name(StorageId storage) const { return entries_[storage].name; }
     std::optional<StorageId> storage(StorageId parent, std::string_view name) const;
     /// The whole stream of that name; none where it lacks, or its sectors can't be followed to its end.
     std::optional<std::string> stream(StorageId parent, std::string_view name) const;

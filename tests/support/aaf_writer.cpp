@@ -114,6 +114,17 @@ Object& Object::without(Pid property) {
     return *this;
 }
 
+Object& Object::breaks_off(std::size_t bytes) {
+    lost_ = bytes;
+    return *this;
+}
+
+Object& Object::changes_index(Pid property, std::function<void(std::string&)> change) {
+    for (Property& each : properties_)
+        if (each.pid == property) each.change_index = change;
+    return *this;
+}
+
 Object& Object::number(Pid property, std::int64_t value, std::size_t size) {
     return add(property, data, [=](bool big) { return number_bytes(static_cast<std::uint64_t>(value), size, big); });
 }
@@ -213,14 +224,17 @@ compound_writer::Node Object::node(const std::string& name, bool big) const {
         for (std::size_t i = 0; i < property.children.size(); ++i)
             node.children.push_back(property.children[i].node(many ? label + hex("{%llx}", i) : label, big));
         const std::size_t count = property.children.size() + (property.one_more ? 1 : 0);
-        if (many)
-            node.children.push_back(
-                {label + " index", false, {}, index_bytes(count, property.form == strong_set, big), {}});
+        if (!many) continue;
+        std::string index = index_bytes(count, property.form == strong_set, big);
+        if (property.change_index) property.change_index(index);
+        node.children.push_back({label + " index", false, {}, std::move(index), {}});
     }
     std::string stream = big ? "B" : "L";
     put(stream, 0x20, 1, big);
     put(stream, properties_.size(), 2, big);
-    node.children.push_back({"properties", false, {}, stream + rows + values, {}});
+    stream += rows + values;
+    stream.resize(stream.size() - std::min(lost_, stream.size()));
+    node.children.push_back({"properties", false, {}, std::move(stream), {}});
     return node;
 }
 

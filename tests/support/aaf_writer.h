@@ -47,6 +47,10 @@ public:
     /// The index of that vector or set names one element more than there is.
     Object& lacks_an_element(Pid property);
     Object& without(Pid property);
+    /// Its stream of properties ends that many bytes early.
+    Object& breaks_off(std::size_t bytes = 3);
+    /// Changes the index of that vector or set.
+    Object& changes_index(Pid property, std::function<void(std::string&)> change);
 
     compound_writer::Node node(const std::string& name, bool big_endian) const;
 
@@ -57,12 +61,14 @@ private:
         std::function<std::string(bool big)> value;
         std::vector<Object> children;
         bool one_more = false;
+        std::function<void(std::string&)> change_index = nullptr;
     };
     Object& add(Pid property, std::uint16_t form, std::function<std::string(bool)> value,
                 std::vector<Object> children = {});
 
     Auid class_id_;
     std::vector<Property> properties_;
+    std::size_t lost_ = 0;
 };
 
 using Objects = std::vector<Object>;
