@@ -50,8 +50,9 @@ private:
     int& depth_;
 };
 
-/// `items` at another speed: as long as they are divided by its magnitude, backward in turned order.
-Items at_speed(Items items, const Fraction& speed) {
+/// `items` at another speed: as long as they are divided by its magnitude, backward in turned order. A marker stands
+/// where its frame begins, which backward is where that ended; `frame` is that long.
+Items at_speed(Items items, const Fraction& speed, const Fraction& frame) {
     const bool backward = speed < nothing;
     const Fraction faster = backward ? -speed : speed;
     for (Item& item : items) {
@@ -66,22 +67,50 @@ Items at_speed(Items items, const Fraction& speed) {
         item.event.duration = length / faster;
         item.event.speed = item.event.speed * speed;
         for (timeline::Mark& mark : item.marks)
-            mark.time = (backward ? length - mark.time : mark.time) / faster;
+            mark.time = (backward ? std::max(nothing, length - mark.time - frame) : mark.time) / faster;
         std::erase_if(item.marks, [&](const timeline::Mark& mark) { return item.event.duration <= mark.time; });
     }
     if (backward) std::reverse(items.begin(), items.end());
     return items;
 }
 
-/// The first frame of `items`, held.
+/// The first frame of `items`, held; its markers stand at its start.
 Items frozen(Items items, const Fraction& duration) {
     std::erase_if(items, [](const Item& item) { return item.is_transition(); });
     if (items.empty()) return items;
     items.resize(1);
     items.front().event.duration = duration;
     items.front().event.speed = 0;
-    items.front().marks.clear();
+    for (timeline::Mark& mark : items.front().marks)
+        mark.time = nothing;
     return items;
+}
+
+/// With each cut that a speed put between two frames moved to where the next one begins, which is the first to show
+/// what is behind:
+///
+///     frame    8     9     10        the cut comes to 10, and what is behind it begins half a frame later
+///     items    . . . . . | . . .
+Items on_whole_frames(Items items, const Fraction& from, const Fraction& step) {
+    const Fraction end = from + timeline::length_of(items) * step;
+    Fraction at = from, moved;
+    Items kept;
+    for (Item& item : items) {
+        if (item.is_transition()) {
+            item.transition->in_offset = item.transition->in_offset + moved;
+            item.transition->out_offset = std::max(nothing, item.transition->out_offset - moved);
+            kept.push_back(std::move(item));
+            continue;
+        }
+        at = at + item.length() * step;
+        const Fraction next = std::min(end, Fraction(-(-at).floor()));
+        const Fraction later = (next - at) / step;
+        const bool shown = item.length() == nothing || moved < item.length() + later;
+        timeline::cut(item, moved, -later);
+        if (shown) kept.push_back(std::move(item));
+        moved = later;
+    }
+    return kept;
 }
 
 void add_effect(Items& items, const embedded::EffectDescription& effect) {
@@ -108,7 +137,16 @@ struct Flattener::Part {
     std::string name;            ///< for messages
     Fraction start;              ///< of its frame 0 in the sequence
     Fraction length, head, tail; ///< of a transition before and behind its cut: `head` and `tail`
+    Fraction lead, trail;        ///< what transitions lie over of its frames, on both sides of their cuts
     bool transition = false;
+
+    /// As `Around::clear` in its own frames, with that of what is around it.
+    Fraction clear_frame(const Around& around) const {
+        const Fraction own = around.backward ? length - trail - Fraction(1) : lead;
+        if (!around.clear) return own;
+        const Fraction outer = *around.clear - start;
+        return around.backward ? std::min(own, outer) : std::max(own, outer);
+    }
 };
 
 Items Flattener::track(const Object& segment, const Fraction& rate, const Mob& composition, const Place& place) {
@@ -181,7 +219,7 @@ std::vector<Flattener::Part> Flattener::parts_of(const Object& sequence, const A
         const std::string name = "component " + std::to_string(i + 1);
         const Place place = around.place.step(name);
         if (!components[i]) refuse(place, "isn't in the file, and all behind it would move");
-        Part part{components[i], name, start, length_of(*components[i], place), {}, {}, false};
+        Part part{components[i], name, start, length_of(*components[i], place), {}, {}, {}, {}, false};
         part.transition = components[i]->what() == Class::transition;
         if (part.transition && !parts.empty() && parts.back().transition) {
             context_.warn(WarningKind::dropped, place, "dropped, as it follows another transition");
@@ -192,12 +230,13 @@ std::vector<Flattener::Part> Flattener::parts_of(const Object& sequence, const A
             part.start = start - parts.back().length;
             share_overlap(parts[parts.size() - 2], parts.back(), part, around.place.step(parts.back().name));
         } else if (!parts.empty() && parts.back().transition) {
-            parts.back().tail = parts.back().length;
+            part.lead = parts.back().tail = parts.back().length;
         }
         if (!part.transition) start = part.start + part.length;
         parts.push_back(std::move(part));
     }
-    if (parts.size() > 1 && parts.back().transition) parts.back().head = parts.back().length;
+    if (parts.size() > 1 && parts.back().transition)
+        parts[parts.size() - 2].trail = parts.back().head = parts.back().length;
     return parts;
 }
 
@@ -213,6 +252,7 @@ void Flattener::share_overlap(Part& before, Part& transition, Part& behind, cons
     if (!(transition.head == cut)) context_.warn(WarningKind::replaced, place, "its cut point lies outside of it");
     before.tail = transition.tail;
     behind.head = transition.head;
+    before.trail = behind.lead = transition.length;
     const Fraction room = before.length - before.head;
     if (before.tail <= room && behind.head <= behind.length) return;
     context_.warn(WarningKind::doubt, place, "it is longer than a neighbour, and what is behind it stands later");
@@ -242,15 +282,14 @@ Items Flattener::sequence(const Object& sequence, const std::optional<Stretch>& 
     for (const Part& part : parts_of(sequence, around)) {
         const Place place = around.place.step(part.name);
         Around inside{place, around.rate, around.step, around.scope, around.at + part.start, around.others};
+        inside.backward = around.backward;
+        inside.clear = part.clear_frame(around);
         if (part.transition) {
             append(items, transition(part, inside));
             continue;
         }
-        const Stretch shown{part.head, part.length - part.tail};
         length = part.start + part.length;
-        // What a nest doesn't show isn't looked at, so that nests in nests cost no more than what they show.
-        const bool unseen = frames && (length - part.tail < frames->from || frames->to < part.start + part.head);
-        append(items, unseen ? gap(shown, inside) : range(*part.object, shown, inside));
+        append(items, shown_of(part, frames, inside));
     }
     const auto said = sequence.integer(pid::length);
     if (said && !(length == Fraction(*said)))
@@ -258,9 +297,56 @@ Items Flattener::sequence(const Object& sequence, const std::optional<Stretch>& 
              "its length is given as " + std::to_string(*said) + ", but what it holds is " +
                  std::to_string(length.nearest()) + " long, which counts");
     if (!frames || (frames->from == nothing && frames->to == length)) return items;
+    tell_of_what_lacks(*frames, length, around);
     const Stretch taken{frames->from / around.step, frames->to / around.step};
     return timeline::spliced(std::move(items), taken, item_for(*frames, around).event,
                              static_cast<int>(open_.size()) - 1);
+}
+
+// What a nest doesn't show isn't looked at, so that nests in nests cost no more than what they show, and numbers are
+// true where that begins.
+Items Flattener::shown_of(const Part& part, const std::optional<Stretch>& frames, const Around& inside) {
+    const Stretch whole{part.head, part.length - part.tail};
+    const Stretch shown{frames ? std::max(whole.from, frames->from - part.start) : whole.from,
+                        frames ? std::min(whole.to, frames->to - part.start) : whole.to};
+    if (shown.to < shown.from || (shown.from == shown.to && whole.from < whole.to)) return gap(whole, inside);
+    Items items;
+    if (whole.from < shown.from) append(items, gap({whole.from, shown.from}, inside));
+    append(items, range(*part.object, shown, inside));
+    if (shown.to < whole.to) append(items, gap({shown.to, whole.to}, inside));
+    tell_of_changes_in_overlaps(part, inside);
+    return items;
+}
+
+/// Lists take what lies under a transition from the event beside it, as if that went on.
+void Flattener::tell_of_changes_in_overlaps(const Part& part, const Around& inside) {
+    const Fraction frame(1), from = part.head, to = part.length - part.tail;
+    const std::string why = " it changes within what the transition shows of it: lists go on with what is at the cut";
+    if (nothing < part.head && !is_one_piece(*part.object, {nothing, std::min(from + frame, to)}, inside))
+        warn(WarningKind::doubt, inside, "at its head" + why);
+    if (nothing < part.tail && !is_one_piece(*part.object, {std::max(from, to - frame), part.length}, inside))
+        warn(WarningKind::doubt, inside, "at its tail" + why);
+}
+
+bool Flattener::is_one_piece(const Object& segment, const Stretch& frames, const Around& around) {
+    if (looking_) return true;
+    looking_ = true;
+    const Items items = range(segment, frames, around);
+    looking_ = false;
+    return std::count_if(items.begin(), items.end(),
+                         [](const Item& item) { return !item.is_transition() && nothing < item.length(); }) <= 1;
+}
+
+void Flattener::tell_of_what_lacks(const Stretch& frames, const Fraction& length, const Around& around) const {
+    const auto of_the_edit = [&](const Fraction& count) {
+        return (count / around.step * context_.rate->rate()).floor();
+    };
+    const std::int64_t ahead = of_the_edit(std::max(nothing, std::min(frames.to, nothing) - frames.from));
+    const std::int64_t behind = of_the_edit(std::max(nothing, frames.to - std::max(frames.from, length)));
+    if (ahead > 0)
+        warn(WarningKind::doubt, around, "it begins " + std::to_string(ahead) + " frames ahead of what it holds");
+    if (behind > 0)
+        warn(WarningKind::doubt, around, "it runs " + std::to_string(behind) + " frames past the end of what it holds");
 }
 
 Items Flattener::clip(const Object& clip, const Stretch& frames, const Around& around) {
@@ -293,6 +379,8 @@ Items Flattener::nest(const Object& clip, const Mob& mob, const Stretch& frames,
     const Place place = around.place.step(mob.title());
     const Place inner = place.step("slot " + std::to_string(slot->id));
     Around inside{inner, slot->rate, around.step * ratio, nullptr, {}, {}};
+    inside.backward = around.backward;
+    if (around.clear) inside.clear = (start + *around.clear) * ratio + slot->origin;
     if (is_way_to_a_clip(mob)) {
         inside.others = around.others;
         inside.others.insert(inside.others.begin(), &mob);
@@ -342,18 +430,33 @@ void Flattener::add_events(const Object& clip, const Stretch& frames, const Arou
     } while (rest.from < rest.to);
 }
 
-Item Flattener::event(const Object& clip, const Stretch& frames, const Traced& traced, const Around& around) {
+// Through pulldown numbers can't be true at each frame. They are at the first that is a list's own: behind a
+// transition, and played backward the last.
+ClipSource Flattener::source_for(const Object& clip, const Stretch& frames, const Traced& first, const Around& around) {
+    const MobId wanted = clip.mob_id(pid::source_id).value_or(no_mob);
+    Fraction shown = around.backward ? frames.to - Fraction(1) : frames.from;
+    const bool later = around.clear && (around.backward ? *around.clear < shown : shown < *around.clear);
+    if (later) shown = *around.clear;
+    if (frames.from < shown && shown < frames.to) {
+        ClipSource made = source_of(traced(clip, shown, around), wanted, around.others, context_, around.place);
+        made.in = made.in - (shown - frames.from) / around.step;
+        if (nothing <= made.in) return made;
+    }
+    return source_of(first, wanted, around.others, context_, around.place);
+}
+
+Item Flattener::event(const Object& clip, const Stretch& frames, const Traced& first, const Around& around) {
     Item item = item_for(frames, around);
     item.kind = Item::Kind::event;
-    const MobId wanted = clip.mob_id(pid::source_id).value_or(no_mob);
-    ClipSource made = source_of(traced, wanted, around.others, context_, around.place);
+    if (looking_) return item;
+    ClipSource made = source_for(clip, frames, first, around);
     const Fraction frame = Fraction(1) / around.step; // lengths are whole frames of other rates
     if (made.source.length && made.in + item.event.duration >= *made.source.length + frame)
         warn(WarningKind::doubt, around, "it runs past the end of its material");
     if (made.in < nothing) warn(WarningKind::doubt, around, "it begins ahead of its material");
     item.event.source_in = made.in;
     item.event.source = sources_.add(std::move(made.source));
-    add_marks(traced, item);
+    add_marks(first, item);
     return item;
 }
 
@@ -427,6 +530,8 @@ Items Flattener::retimed(const Object& group, const Stretch& frames, const Aroun
                             last ? frames.to : std::min(frames.to, each.to)};
         if (shown.from < shown.to) append(items, piece(input, each, shown, around));
     }
+    if (context_.file.kind_of(group) == Kind::picture)
+        items = on_whole_frames(std::move(items), frames.from, around.step);
     if (!speed.curve) return items;
     warn(WarningKind::replaced, around,
          "the curve of \"" + name + "\" has no exact speed: its mean stands for it, and it is an effect for the lab");
@@ -438,10 +543,13 @@ Items Flattener::piece(const Object& input, const SpeedPiece& piece, const Stret
     const Fraction speed = piece.speed();
     const Fraction from = piece.source_at(frames.from), to = piece.source_at(frames.to);
     const Fraction frame(1);
+    Around inside = around;
+    inside.backward = around.backward != (speed < nothing);
+    if (around.clear) inside.clear = piece.source_at(*around.clear);
     if (speed == nothing)
-        return frozen(range(input, {from, from + frame}, around), (frames.to - frames.from) / around.step);
+        return frozen(range(input, {from, from + frame}, inside), (frames.to - frames.from) / around.step);
     const Stretch used = speed < nothing ? Stretch{to + frame, from + frame} : Stretch{from, to};
-    return at_speed(range(input, used, around), speed);
+    return at_speed(range(input, used, inside), speed, frame / around.step);
 }
 
 Items Flattener::scope(const Object& nested, const Stretch& frames, const Around& around) {
@@ -452,7 +560,8 @@ Items Flattener::scope(const Object& nested, const Stretch& frames, const Around
     }
     const Scope inner{around.scope, around.at, &slots, slots.size() - 1};
     const Place place = around.place.step("track " + std::to_string(slots.size()));
-    return range(*slots.back(), frames, {place, around.rate, around.step, &inner, nothing, around.others});
+    return range(*slots.back(), frames,
+                 {place, around.rate, around.step, &inner, nothing, around.others, around.backward, around.clear});
 }
 
 Items Flattener::reference(const Object& reference, const Stretch& frames, const Around& around) {
@@ -470,8 +579,9 @@ Items Flattener::reference(const Object& reference, const Stretch& frames, const
     if (!below) refuse(around.place, "the track below isn't in the file");
     const Scope lower{scope->outer, scope->outer_at, scope->slots, index};
     const Place place = around.place.step("track " + std::to_string(index + 1));
-    return range(*below, {at + frames.from, at + frames.to},
-                 {place, around.rate, around.step, &lower, nothing, around.others});
+    Around inside{place, around.rate, around.step, &lower, nothing, around.others, around.backward, {}};
+    if (around.clear) inside.clear = at + *around.clear;
+    return range(*below, {at + frames.from, at + frames.to}, inside);
 }
 
 } // namespace formats::aaf

@@ -45,12 +45,20 @@ private:
         const Scope* scope = nullptr;   ///< null: a channel of its own, below which others lie
         Fraction at;                    ///< of the segment's frame 0 in the scope
         std::vector<const Mob*> others; ///< sub-clips that it is in, the nearest first
+        bool backward = false;          ///< whether a speed around it plays it so
+        /// Its frame from which on no transition lies over it, in the direction in which it plays; none at all, or
+        /// outside of it, where that holds for the first.
+        std::optional<Fraction> clear = {};
     };
     struct Part;
 
     Items range(const Object& segment, const Stretch& frames, const Around& around);
     /// Without a stretch all of it, however long it says it is.
     Items sequence(const Object& sequence, const std::optional<Stretch>& frames, const Around& around);
+    Items shown_of(const Part& part, const std::optional<Stretch>& frames, const Around& inside);
+    void tell_of_changes_in_overlaps(const Part& part, const Around& inside);
+    bool is_one_piece(const Object& segment, const Stretch& frames, const Around& around);
+    void tell_of_what_lacks(const Stretch& frames, const Fraction& length, const Around& around) const;
     std::vector<Part> parts_of(const Object& sequence, const Around& around);
     void share_overlap(Part& before, Part& transition, Part& behind, const Place& place);
     Items transition(const Part& part, const Around& around);
@@ -59,7 +67,8 @@ private:
     void add_events(const Object& clip, const Stretch& frames, const Around& around, Items& items);
     /// The first frame from which on the way differs from that at the start; the end where none does.
     Fraction end_of_way(const Object& clip, const Stretch& frames, const Traced& first, const Around& around);
-    Item event(const Object& clip, const Stretch& frames, const Traced& traced, const Around& around);
+    Item event(const Object& clip, const Stretch& frames, const Traced& first, const Around& around);
+    ClipSource source_for(const Object& clip, const Stretch& frames, const Traced& first, const Around& around);
     void add_marks(const Traced& traced, Item& item);
     Traced traced(const Object& clip, const Fraction& frame, const Around& around) const;
     Items operation(const Object& group, const Stretch& frames, const Around& around);
@@ -72,13 +81,14 @@ private:
     Items gap(const Stretch& frames, const Around& around, Item::Kind kind = Item::Kind::gap);
     Item item_for(const Stretch& frames, const Around& around);
     void warn(embedded::WarningKind kind, const Around& around, const std::string& what) const {
-        context_.warn(kind, around.place, what);
+        if (!looking_) context_.warn(kind, around.place, what);
     }
 
     const Context& context_;
     timeline::Sources& sources_;
     std::vector<const Mob*> open_; ///< compositions that are being read, from the outermost
     int depth_ = 0;
+    bool looking_ = false; ///< at what lies under a transition: nothing is told or made of it
     std::size_t made_ = 0;
 };
 

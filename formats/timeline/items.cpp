@@ -6,21 +6,6 @@
 namespace formats::timeline {
 namespace {
 
-/// Takes `head` seconds off the start and `tail` off the end. The medium moves by as much times the speed; played
-/// backward, what comes off the head is the end of the medium's stretch.
-void cut(Item& item, const Fraction& head, const Fraction& tail) {
-    embedded::EventDescription& event = item.event;
-    event.duration = event.duration - head - tail;
-    event.source_in =
-        event.speed < Fraction(0) ? event.source_in - tail * event.speed : event.source_in + head * event.speed;
-    std::vector<Mark> kept;
-    for (Mark& mark : item.marks) {
-        mark.time = mark.time - head;
-        if (Fraction(0) <= mark.time && mark.time < event.duration) kept.push_back(std::move(mark));
-    }
-    item.marks = std::move(kept);
-}
-
 /// Whether a transition whose cut lies there stays: inside, or at an end of the content that isn't trimmed.
 ///
 ///     |x A . . |x| B . . x|      the one in the middle stays, and so does that at the tail;
@@ -62,6 +47,19 @@ Fraction length_of(const Items& items) {
     for (const Item& item : items)
         if (!item.is_transition()) length = length + item.length();
     return length;
+}
+
+void cut(Item& item, const Fraction& head, const Fraction& tail) {
+    embedded::EventDescription& event = item.event;
+    event.duration = event.duration - head - tail;
+    event.source_in =
+        event.speed < Fraction(0) ? event.source_in - tail * event.speed : event.source_in + head * event.speed;
+    std::vector<Mark> kept;
+    for (Mark& mark : item.marks) {
+        mark.time = mark.time - head;
+        if (Fraction(0) <= mark.time && mark.time < event.duration) kept.push_back(std::move(mark));
+    }
+    item.marks = std::move(kept);
 }
 
 Items trimmed(Items items, const Stretch& stretch) {

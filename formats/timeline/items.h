@@ -46,6 +46,9 @@ struct Stretch {
 };
 
 Fraction length_of(const Items& items);
+/// Takes `head` seconds off the start and `tail` off the end, or adds them where they are below 0. The medium moves by
+/// as much times the speed; played backward, what comes off the head is the end of the medium's stretch.
+void cut(Item& item, const Fraction& head, const Fraction& tail);
 /// The items between two times, cut at both. A transition stays where its cut lies inside, or at an end of the items
 /// that is left alone.
 Items trimmed(Items items, const Stretch& stretch);

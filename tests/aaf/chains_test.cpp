@@ -88,6 +88,65 @@ TEST(AafChains, TapesCutAsTheyAreBeginOnTheExactFilmFrame) {
     }
 }
 
+/// Film A012 on a tape that is cut as it is.
+Made tape_cut(Object segment) {
+    Made made = telecine(filler(1));
+    made.mobs[0] = composition(100, "Reel", {slot(1, ntsc, std::move(segment))});
+    made.mobs[1] = master(1, "A", {slot(1, ntsc, clip(3, 0, 1000))});
+    return made;
+}
+
+/// The film frame that a frame of tape shows, as a key number.
+std::string key_of_tape(int frame) {
+    const int in_a_cycle[] = {0, 1, 1, 2, 3};
+    const int film_frame = frame / 5 * 4 + in_a_cycle[frame % 5];
+    return "KJ291010000" + std::to_string(film_frame / 16) + "+" + std::to_string(100 + film_frame % 16).substr(1);
+}
+
+TEST(AafChains, TapesCutAsTheyAreAreExactWhereAListsEventBeginsBehindATransition) {
+    for (int start = 20; start < 25; ++start)
+        for (int length = 1; length < 9; ++length) {
+            const auto result = read(tape_cut(
+                sequence({clip(1, 500, 30), transition(length, length / 2), clip(1, start, 30)}, 60 - length)));
+            EXPECT_EQ(label_at(result, user_label_key, 1), key_of_tape(start + length)) << start << " " << length;
+        }
+}
+
+TEST(AafChains, TapesCutAsTheyAreAreExactWhereASubClipIsShown) {
+    for (int start = 20; start < 25; ++start)
+        for (int from = 0; from < 6; ++from) {
+            Made made = tape_cut(sequence({clip(50, from, 10)}));
+            made.mobs.push_back(sub_clip(50, "A.sub", {slot(1, ntsc, sequence({clip(1, start, 30)}))}));
+            EXPECT_EQ(label_at(read(made), user_label_key), key_of_tape(start + from)) << start << " " << from;
+        }
+}
+
+TEST(AafChains, TapesCutAsTheyAreAreExactWhereABackwardEventBegins) {
+    for (int start = 20; start < 25; ++start)
+        for (int length = 1; length < 6; ++length) {
+            const Object backward =
+                effect(speed_control, length, {clip(1, start, length)}, {constant(speed_ratio, -1)});
+            EXPECT_EQ(label_at(read(tape_cut(backward)), user_label_key), key_of_tape(start + length - 1))
+                << start << " " << length;
+        }
+    const Object behind = effect(speed_control, 20, {clip(1, 20, 20)}, {constant(speed_ratio, -1)});
+    const auto result = read(tape_cut(sequence({clip(1, 500, 20), transition(6, 3), behind})));
+    EXPECT_EQ(label_at(result, user_label_key, 1), key_of_tape(39 - 6)) << "behind a transition";
+}
+
+TEST(AafChains, TheTapeOfAFileMadeBackTo24IsExactBehindATransition) {
+    const int tape_frames[] = {0, 1, 3, 4};
+    for (int length = 1; length < 9; ++length) {
+        const auto result =
+            read(telecine(sequence({clip(1, 500, 30), transition(length, length / 2), clip(1, 20, 30)})));
+        const int shown = 20 + length;
+        EXPECT_EQ(label_at(result, user_label_timecode, 1),
+                  "01:00:0" + std::to_string((shown / 4 * 5 + tape_frames[shown % 4]) / 30) + ":" +
+                      std::to_string(100 + (shown / 4 * 5 + tape_frames[shown % 4]) % 30).substr(1))
+            << length;
+    }
+}
+
 TEST(AafChains, FilmAt24In25LosesAFrameEachSecond) {
     for (const auto& [frame, film_frame] :
          std::vector<std::pair<int, int>>{{0, 0}, {11, 11}, {12, 11}, {13, 12}, {24, 23}, {25, 24}}) {
@@ -198,6 +257,22 @@ TEST(AafChains, WhereKeyNumbersJumpWithinAReelTheEventIsParted) {
     EXPECT_EQ(label_at(result, user_label_key, 0, 9), "KJ2910100006+03");
     EXPECT_EQ(label_at(result, user_label_key, 1), "KJ2910100312+08");
     EXPECT_TRUE(warns_of(result, "it is parted after 10 frames"));
+}
+
+TEST(AafChains, FilmThatChangesUnderATransitionIsToldOf) {
+    const auto result_of = [](Objects parts) {
+        Made made = telecine(sequence(std::move(parts)));
+        made.mobs[1] = master(1, "A", {slot(1, {24}, sequence({clip(2, 0, 100), clip(2, 500, 100)}))});
+        return read(made);
+    };
+    const char *tail = "component 1: at its tail it changes within what the transition shows of it",
+               *head = "component 3: at its head it changes within what the transition shows of it";
+    EXPECT_TRUE(warns_of(result_of({clip(1, 83, 20), transition(8, 3), clip(1, 5, 20)}), tail));
+    EXPECT_FALSE(warns_of(result_of({clip(1, 80, 20), transition(8, 3), clip(1, 5, 20)}), "it changes"));
+    EXPECT_TRUE(warns_of(result_of({clip(1, 5, 20), transition(10, 6), clip(1, 97, 20)}), head));
+    EXPECT_FALSE(warns_of(result_of({clip(1, 5, 20), transition(10, 6), clip(1, 100, 20)}), "it changes"));
+    EXPECT_FALSE(warns_of(result_of({clip(1, 70, 50), transition(8, 3), clip(1, 5, 20)}), "it changes"))
+        << "the change is a cut of its own";
 }
 
 TEST(AafChains, WhereTimecodeJumpsTheEventIsPartedToo) {

@@ -224,4 +224,21 @@ TEST(AafCompositions, AnyProgramMayAskForThemByTheKindOfTheFile) {
     EXPECT_EQ(formats::kind_of_file(written(track(clip(1, 0, 10)))), formats::FileKind::aaf);
 }
 
+TEST(AafCompositions, MarkersOfABinsClipStandWhereASpeedShowsTheirFrames) {
+    const auto cues_at = [](const Object& shown) {
+        Made made = track(sequence({clip(2, 0, 5), shown}));
+        made.mobs[1] = master(1, "A",
+                              {slot(1, {24}, clip(1001, 0, 10000)),
+                               markers_slot(5, {24}, {marker(10, "first"), marker(12, "third"), marker(19, "last")})});
+        return cues(read(made));
+    };
+    const auto played = [](std::int64_t length, std::int64_t num, std::int64_t den) {
+        return effect(speed_control, length, {clip(1, 10, 10)}, {constant(speed_ratio, num, den)});
+    };
+    EXPECT_THAT(cues_at(played(10, -1, 1)), testing::ElementsAre("last@5", "third@12", "first@14"));
+    EXPECT_THAT(cues_at(played(20, -2, 1)), testing::ElementsAre("last@5", "third@19", "first@23"));
+    EXPECT_THAT(cues_at(effect(repeat_control, 5, {clip(1, 10, 1)})), testing::ElementsAre("first@5"));
+    EXPECT_THAT(cues_at(effect(repeat_control, 5, {clip(1, 11, 1)})), testing::IsEmpty());
+}
+
 } // namespace

@@ -132,6 +132,24 @@ TEST(AafSpeeds, FloatingAndWholeNumbersOfAnySizeAreRead) {
     EXPECT_EQ(drawn(track(motion(20, clip(1, 0, 10), ratio))), drawn(track(motion(20, clip(1, 0, 10), clip(1, 0, 1)))));
 }
 
+TEST(AafSpeeds, ACutBetweenTwoFramesLiesWhereTheNextBegins) {
+    // Frames 0 to 3 of the output show 0, 3, 6 and 9 of the nest, frame 4 its 12, the third of B.
+    EXPECT_EQ(drawn(track(motion(7, sequence({clip(1, 100, 10), clip(2, 200, 11)}), constant(speed_ratio, 1, 3)))),
+              "A 0-4 @100*3 | B 4-7 @202*3");
+    // Backward from 20, the last of B: frame 4 shows 8, the second last of A.
+    EXPECT_EQ(drawn(track(motion(7, sequence({clip(1, 100, 10), clip(2, 200, 11)}), constant(speed_ratio, -1, 3)))),
+              "B 0-4 @210*-3 | A 4-7 @108*-3");
+    EXPECT_EQ(drawn(track(
+                  motion(3, sequence({clip(1, 100, 7), clip(2, 200, 1), clip(3, 0, 4)}), constant(speed_ratio, 1, 4)))),
+              "A 0-2 @100*4 | C 2-3 @0*4")
+        << "what no frame shows is no event";
+}
+
+TEST(AafSpeeds, WhatARetimedNestLacksIsToldOf) {
+    const auto result = read(track(motion(10, sequence({clip(1, 0, 10)}), constant(speed_ratio, 1, 2))));
+    EXPECT_TRUE(warns_of(result, "slot 1: it runs 10 frames past the end of what it holds"));
+}
+
 // A 0-20 and B 12-32 with the transition over 12-20 and the cut at 14, at twice the speed, then backward.
 TEST(AafSpeeds, ATransitionInANestPlaysAtTheSpeedOfItsEffect) {
     const Object nest = sequence({clip(1, 0, 20), transition(8, 2), clip(2, 50, 20)});

@@ -177,6 +177,29 @@ TEST(AafTracks, ANestedCompositionIsSplicedInTrimmed) {
     EXPECT_EQ(drawn(made), "A 0-10 @0 | C 10-13 @5 | x 13-17 | D 17-30 @54 | B 30-40 @0");
 }
 
+TEST(AafTracks, WhatIsTakenBeyondANestIsToldOf) {
+    const auto result_of = [](std::int64_t start, std::int64_t length) {
+        Made made = track(sequence({clip(1, 0, 5), clip(50, start, length), clip(2, 0, 5)}));
+        made.mobs.push_back(sub_clip(50, "S", {slot(1, {24}, sequence({clip(3, 0, 15), clip(4, 0, 30)}))}));
+        return read(made);
+    };
+    const auto partly = result_of(40, 20);
+    EXPECT_EQ(drawn(partly), "A 0-5 @0 | D 5-10 @25 | b 10-25 | B 25-30 @0");
+    EXPECT_TRUE(warns_of(partly, "component 2, composition \"S\", slot 1: it runs 15 frames past the end of what it "
+                                 "holds"));
+    EXPECT_TRUE(warns_of(result_of(60, 20), "it runs 20 frames past the end of what it holds"));
+    EXPECT_TRUE(warns_of(result_of(-3, 20), "it begins 3 frames ahead of what it holds"));
+    EXPECT_TRUE(result_of(0, 45).warnings.empty());
+}
+
+TEST(AafTracks, AClipOfANestThatOnlyATransitionShowsIsToldOf) {
+    constexpr Auid submaster = auid("f1db0f3d-8d64-11d3-80df-006008143e6f");
+    const Object nest = effect(submaster, 26, {sequence({clip(1, 100, 20), clip(2, 200, 6)})});
+    EXPECT_TRUE(warns_of(read(track(sequence({nest, transition(8, 2), clip(3, 10, 20)}))),
+                         "component 1: at its tail it changes within what the transition shows of it"));
+    EXPECT_FALSE(warns_of(read(track(sequence({nest, transition(4, 2), clip(3, 10, 20)}))), "it changes"));
+}
+
 TEST(AafTracks, ANestInANestIsReadToo) {
     Made made = track(clip(50, 2, 10));
     made.mobs.push_back(composition(50, "Outer", {slot(1, {24}, sequence({clip(51, 10, 20)}))}, false));
