@@ -9,27 +9,60 @@ namespace {
 
 constexpr int segment_limit = 200;
 
+bool alike(const Object& a, const Object& b, std::initializer_list<Pid> properties) {
+    return std::all_of(properties.begin(), properties.end(),
+                       [&](Pid each) { return a.bytes(each).view() == b.bytes(each).view(); });
+}
+
+/// Whether a component's frames count on from those of the one ahead of it, in a sequence that counts frames of `rate`.
+bool goes_on(const Object& ahead, const Object& behind, const Fraction& rate) {
+    const auto joined = [&](Pid start, std::initializer_list<Pid> same) {
+        const Fraction end = Fraction(ahead.integer(start, 0)) + Fraction(ahead.integer(pid::length, 0));
+        return end == Fraction(behind.integer(start, 0)) && alike(ahead, behind, same);
+    };
+    if (ahead.what() != behind.what() || ahead.is_damaged() || behind.is_damaged()) return false;
+    switch (ahead.what()) {
+    case Class::source_clip:
+        return joined(pid::start_time, {pid::source_id, pid::source_slot});
+    case Class::timecode: {
+        const auto fps = static_cast<std::int64_t>(ahead.bytes(pid::timecode_fps).number(0, 2).value_or(0));
+        const bool frame_for_frame = rate <= Fraction(0) || counting_of(rate) == fps;
+        return frame_for_frame && joined(pid::timecode_start, {pid::timecode_fps, pid::timecode_drop});
+    }
+    case Class::edge_code:
+        return joined(pid::edge_start, {pid::edge_film_kind, pid::edge_format, pid::edge_header});
+    default:
+        return false;
+    }
+}
+
 struct Found {
     const Object* component = nullptr; ///< null where one lacks on the way to it
+    const Object* run = nullptr;       ///< the first of those that go on from each other up to it
     bool outside = false;
     bool doubtful = false; ///< one on the way has no length
 };
 
 /// The component of a sequence at a position, which becomes one within it. Positions outside count on from the ends.
-Found component_at(const Object& sequence, Fraction& position) {
+Found component_at(const Object& sequence, Fraction& position, const Fraction& rate) {
     Fraction start;
     Found found;
     Fraction found_start;
+    const Object *last = nullptr, *run = nullptr;
     for (const Object* component : sequence.children(pid::components)) {
         if (!component) return {};
         found.doubtful = found.doubtful || !component->has(pid::length);
         const Fraction length(component->integer(pid::length, 0));
         if (component->what() == Class::transition) {
             start = start - length;
+            last = nullptr;
             continue;
         }
+        if (!last || !goes_on(*last, *component, rate)) run = component;
+        last = component;
         if (!found.component || start <= position) {
             found.component = component;
+            found.run = run;
             found_start = start;
         }
         start = start + length;
@@ -60,14 +93,14 @@ private:
 };
 
 bool Walker::into_sequence(Point& point) {
-    const Found found = component_at(*point.segment, point.position);
+    const Found found = component_at(*point.segment, point.position, point.rate);
     if (!found.component) {
         fault("a sequence of its chain holds nothing, or less than it should: the chain ends there");
         return false;
     }
     if (found.doubtful) fault("a sequence of its chain holds something that has no length");
     if (found.outside) fault("it lies outside of what its source holds");
-    chain_.way.push_back(found.component);
+    chain_.way.push_back(found.run);
     point.segment = found.component;
     return true;
 }
@@ -151,7 +184,8 @@ Point point_in(const Link& link, const Slot& slot) {
     return {slot.segment, (link.position - link.slot->origin) * ratio + slot.origin, slot.rate, link.step * ratio};
 }
 
-std::optional<Point> label_at(const File& file, const Link& link, const Slot& slot, Chain& chain, Class what) {
+std::optional<Point> label_at(const File& file, const Link& link, const Slot& slot, Chain& chain, Class what,
+                              std::vector<const void*>& way) {
     if (!slot.segment || slot.rate <= Fraction(0)) return std::nullopt;
     Point point = point_in(link, slot);
     Chain own;
@@ -159,7 +193,8 @@ std::optional<Point> label_at(const File& file, const Link& link, const Slot& sl
     for (std::string& fault : own.faults)
         chain.faults.push_back(std::move(fault));
     if (!there || point.segment->what() != what) return std::nullopt;
-    chain.way.insert(chain.way.end(), own.way.begin(), own.way.end());
+    way = std::move(own.way);
+    way.push_back(&slot);
     return point;
 }
 
@@ -227,7 +262,8 @@ Chain chain_of(const File& file, Point point) {
 }
 
 std::optional<Timecode> timecode_at(const File& file, const Link& link, const Slot& slot, Chain& chain) {
-    const auto point = label_at(file, link, slot, chain, Class::timecode);
+    Timecode timecode;
+    const auto point = label_at(file, link, slot, chain, Class::timecode, timecode.way);
     if (!point) return std::nullopt;
     const auto fps = static_cast<std::int64_t>(point->segment->bytes(pid::timecode_fps).number(0, 2).value_or(0));
     if (fps <= 0) {
@@ -236,26 +272,23 @@ std::optional<Timecode> timecode_at(const File& file, const Link& link, const Sl
     }
     const std::int64_t counted = Fraction(0) < point->rate ? counting_of(point->rate) : fps;
     const Fraction ratio = counted == fps ? Fraction(1) : Fraction(fps, counted);
-    Timecode timecode;
     timecode.frame = (Fraction(point->segment->integer(pid::timecode_start, 0)) + point->position * ratio).floor();
     timecode.counting = fps;
     timecode.drop = point->segment->integer(pid::timecode_drop, 0) != 0;
     timecode.step = point->step * ratio;
-    chain.way.push_back(point->segment);
     return timecode;
 }
 
 std::optional<EdgeNumber> edge_number_at(const File& file, const Link& link, const Slot& slot, Chain& chain) {
-    const auto point = label_at(file, link, slot, chain, Class::edge_code);
-    if (!point) return std::nullopt;
     EdgeNumber number;
+    const auto point = label_at(file, link, slot, chain, Class::edge_code, number.way);
+    if (!point) return std::nullopt;
     number.frame = (Fraction(point->segment->integer(pid::edge_start, 0)) + point->position).floor();
     const Bytes header = point->segment->bytes(pid::edge_header);
     number.prefix = std::string(header.view().substr(0, header.view().find('\0')));
     number.film_kind = point->segment->integer(pid::edge_film_kind, 0);
     number.format = point->segment->integer(pid::edge_format, 0);
     number.step = point->step;
-    chain.way.push_back(point->segment);
     return number;
 }
 

@@ -32,7 +32,8 @@ struct Link {
 /// Where a clip comes from, at one of its frames.
 struct Chain {
     std::vector<Link> links; ///< from the nearest mob
-    /// The pieces that the way led through. Frames with the same way count on from each other.
+    /// The pieces that the way led through; those that go on from each other count as one. Frames with the same way
+    /// count on from each other.
     std::vector<const void*> way;
     std::vector<std::string> faults; ///< why it ends early, and what of it is doubtful
 
@@ -53,6 +54,7 @@ struct Timecode {
     std::int64_t counting = 0; ///< frames a second
     bool drop = false;
     Fraction step; ///< of its frames in a second of the edit
+    std::vector<const void*> way;
 };
 struct EdgeNumber {
     std::int64_t frame = 0; ///< frames from count 0
@@ -60,8 +62,10 @@ struct EdgeNumber {
     std::int64_t film_kind = 0;
     std::int64_t format = 0;
     Fraction step;
+    std::vector<const void*> way;
 };
-/// What a slot of a mob on the way says at the link's position. The pieces that it led through are added to the way.
+/// What a slot of a mob on the way says at the link's position, and the pieces of it that this led through. What is
+/// doubtful is added to the chain's faults.
 std::optional<Timecode> timecode_at(const File& file, const Link& link, const Slot& slot, Chain& chain);
 std::optional<EdgeNumber> edge_number_at(const File& file, const Link& link, const Slot& slot, Chain& chain);
 

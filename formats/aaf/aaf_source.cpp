@@ -109,9 +109,22 @@ std::int64_t at_first_frame(std::int64_t frame, const Fraction& source_in, const
     return (Fraction(frame) - Fraction((source_in * step + Fraction(1, 1000000)).floor())).floor();
 }
 
-Fraction source_in(const Traced& traced) {
+/// The listed rate of material that counts otherwise than the edit; null for other material.
+const embedded::RateInfo* rate_of_its_own(const Link& link, const Context& context) {
+    const embedded::RateInfo* rate = embedded::nearest_rate(link.slot->rate.to_double());
+    return rate && rate->nominal != context.rate->nominal ? rate : nullptr;
+}
+
+/// Frames of the material in a second of its time. In an edit of 24 a nest of 23.976 is taken frame for frame, so that
+/// 25.025 frames of 25 pass in a second of the edit; its places are told in 25 all the same.
+Fraction frames_a_second(const Link& link, const Context& context) {
+    const embedded::RateInfo* own = rate_of_its_own(link, context);
+    return own && frame_for_frame(link.step, own->rate()) ? own->rate() : link.step;
+}
+
+Fraction source_in(const Traced& traced, const Context& context) {
     const Link* link = traced.chain.material();
-    return link ? link->position / link->step : Fraction(0);
+    return link ? link->position / frames_a_second(*link, context) : Fraction(0);
 }
 
 /// Whether a number of film would lie below its count 0 at the material's first frame.
@@ -125,7 +138,7 @@ bool begins_ahead_of_film(const Traced& traced, const Fraction& in) {
 class SourceMaker {
 public:
     SourceMaker(const Traced& traced, const Columns& columns, const Context& context, const Place& place)
-        : traced_(traced), columns_(columns), context_(context), place_(place), in_(source_in(traced)) {}
+        : traced_(traced), columns_(columns), context_(context), place_(place), in_(source_in(traced, context)) {}
 
     ClipSource made(const MobId& wanted);
 
@@ -155,10 +168,9 @@ void SourceMaker::material(const MobId& wanted) {
     source_.identity = "mob:" + text_of(link ? link->mob->id : wanted);
     source_.rate = context_.rate;
     if (!link) return;
-    const embedded::RateInfo* rate = embedded::nearest_rate(link->slot->rate.to_double());
-    if (rate && rate->nominal != context_.rate->nominal) source_.rate = rate;
+    if (const embedded::RateInfo* own = rate_of_its_own(*link, context_)) source_.rate = own;
     const std::int64_t length = link->slot->segment->integer(pid::length, -1);
-    if (length >= 0) source_.length = Fraction(length) / link->step;
+    if (length >= 0) source_.length = Fraction(length) / frames_a_second(*link, context_);
     if (!begins_ahead_of_film(traced_, in_)) return;
     if (source_.length) source_.length = std::max(Fraction(0), *source_.length - in_);
     in_ = 0;
@@ -263,6 +275,11 @@ Traced trace(const File& file, const Point& point) {
     traced.chain = chain_of(file, point);
     find_reel(file, traced);
     find_film(file, traced);
+    std::vector<const void*>& way = traced.chain.way;
+    for (const auto* timecode : {&traced.timecode, &traced.timecode_24})
+        if (*timecode) way.insert(way.end(), (*timecode)->way.begin(), (*timecode)->way.end());
+    for (const auto* number : {&traced.key, &traced.ink})
+        if (*number) way.insert(way.end(), (*number)->way.begin(), (*number)->way.end());
     return traced;
 }
 

@@ -191,6 +191,14 @@ TEST(AafChains, RatesThatDifferAreScaledAndNearOnesAreNot) {
     EXPECT_EQ(drawn(read(made)), "A 0-30 @300");
 }
 
+TEST(AafChains, ANestThatCountsNearlyAsTheEditScalesByItsOwnRate) {
+    Made made = reel({slot(1, {24}, sequence({clip(50, 0, 24)}))}, {25});
+    made.mobs.push_back(composition(50, "Nest", {slot(1, film_on_tape, clip(1, 10000, 48))}, false));
+    const auto result = read(made);
+    EXPECT_EQ(std::llround(material(result)[0].source_time * 25 - 0.5), 10427) << "10000 * 25 / 23.976, not / 24";
+    EXPECT_EQ(label_at(result, user_label_timecode), "01:04:33:02");
+}
+
 TEST(AafChains, AnOriginMovesTheZeroOfItsSlot) {
     Made made = track(sequence({clip(1, 10, 24)}));
     made.mobs[1] = master(1, "A", {slot(1, {24}, clip(1001, 0, 10000), {}, 100)});
@@ -292,6 +300,53 @@ TEST(AafChains, FilmThatBeginsBehindTheMaterialIsNumberedFromTheClip) {
                         {slot(1, {24}, clip(0, 0, 8000)),
                          slot(2, {24}, sequence({filler(80), edge_code("KJ291010", 2, 7900)}, {}, edgecode_data), 1)});
     EXPECT_EQ(label_at(read(made), user_label_key), "KJ2910100000+12");
+}
+
+TEST(AafChains, NumbersThatGoOnPartNothing) {
+    const auto drawn_with = [](Object tape_timecode, Object key, Object more, Object stretches) {
+        Made made = telecine(sequence({clip(1, 90, 24)}));
+        made.mobs[1] = master(1, "A", {slot(1, {24}, std::move(stretches))});
+        made.mobs[3] = tape(3, "TK01",
+                            {slot(1, ntsc, pulldown(10000, false, clip(4, 0, 8000))),
+                             slot(2, ntsc, std::move(tape_timecode), 1), slot(3, ntsc, more, 2)});
+        made.mobs[4] =
+            film(4, "A012",
+                 {slot(1, {24}, clip(0, 0, 8000)), slot(2, {24}, std::move(key), 1),
+                  slot(4, {24}, sequence({edge_code("A", 0, 95), edge_code("A", 7, 7000)}, {}, edgecode_data), 3)});
+        return drawn(read(made));
+    };
+    const auto two = [](Object first, Object second, const Auid& data) {
+        return sequence({std::move(first), std::move(second)}, {}, data);
+    };
+    const Object code = timecode(108000, 30, 10000), key = edge_code("KJ291010", 0, 8000);
+    const Object jumps = two(timecode(0, 30, 120), timecode(900, 30, 9000), timecode_data), all = clip(2, 0, 1000);
+    EXPECT_EQ(drawn_with(code, key, jumps, all), "A 0-24 @90") << "nor do tracks that aren't read";
+    const Object goes_on = two(timecode(108000, 30, 120), timecode(108120, 30, 9880), timecode_data);
+    EXPECT_EQ(drawn_with(goes_on, key, code, all), "A 0-24 @90");
+    EXPECT_EQ(drawn_with(two(timecode(108000, 30, 120), timecode(108121, 30, 9880), timecode_data), key, code, all),
+              "A 0-6 @90 | A 6-24 @96");
+    EXPECT_EQ(
+        drawn_with(code, two(edge_code("KJ291010", 0, 96), edge_code("KJ291010", 96, 7900), edgecode_data), code, all),
+        "A 0-24 @90");
+    EXPECT_EQ(
+        drawn_with(code, two(edge_code("KJ291010", 0, 96), edge_code("KJ291011", 96, 7900), edgecode_data), code, all),
+        "A 0-6 @90 | A 6-24 @96")
+        << "another prefix";
+    EXPECT_EQ(drawn_with(code, key, code, two(clip(2, 0, 100), clip(2, 100, 900), picture)), "A 0-24 @90");
+    EXPECT_EQ(drawn_with(code, key, code, two(clip(2, 0, 100), clip(2, 101, 900), picture)),
+              "A 0-10 @90 | A 10-24 @100");
+}
+
+TEST(AafChains, TimecodeThatCountsFasterThanItsTrackGoesOnByItsOwnCount) {
+    const auto drawn_with = [](std::int64_t second) {
+        Made made = track(clip(1, 90, 24));
+        made.mobs[3] =
+            tape(2001, "TA",
+                 {slot(1, {24}, clip(0, 0, 10000)),
+                  slot(2, {24}, sequence({timecode(0, 60, 100), timecode(second, 60, 900)}, {}, timecode_data), 1)});
+        return drawn(read(made));
+    };
+    EXPECT_EQ(drawn_with(100), "A 0-10 @90 | A 10-24 @100") << "100 frames of 24 are 250 of 60";
 }
 
 struct Film {
