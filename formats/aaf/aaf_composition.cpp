@@ -108,16 +108,24 @@ void ChannelAdder::add_all() {
 void ChannelAdder::add_slot(const Slot& slot, int kind) {
     const Place place = place_.step("slot " + std::to_string(slot.id));
     if (slot.rate <= Fraction(0)) refuse(place, "its rate isn't above 0");
+    if (!(slot.origin == Fraction(0)))
+        context_.warn(WarningKind::doubt, place,
+                      "its origin, frame " + std::to_string(slot.origin.nearest()) +
+                          ", doesn't count: it stands where the edit begins");
     const Object* scope = scope_of(*slot.segment);
     if (!scope) {
         add_track(*slot.segment, slot, kind, place);
         return;
     }
     const auto& tracks = scope->children(pid::scope_slots);
-    for (std::size_t i = 0; i < tracks.size(); ++i) {
+    // Those on top that only show what lies below are none.
+    std::size_t count = tracks.size();
+    while (count > 1 && tracks[count - 1] && shows_what_is_below(*tracks[count - 1]))
+        --count;
+    for (std::size_t i = 0; i < count; ++i) {
         const Place inner = place.step("track " + std::to_string(i + 1));
         if (!tracks[i]) refuse(inner, "isn't in the file");
-        if (i == 0 || !shows_what_is_below(*tracks[i])) add_track(*tracks[i], slot, kind, inner);
+        add_track(*tracks[i], slot, kind, inner);
     }
 }
 

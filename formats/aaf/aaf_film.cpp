@@ -48,9 +48,12 @@ Gauge gauge_of(const Traced& traced) {
     const FilmRow& row = film_of(described > 0 ? described : numbered);
     int perforations = film ? static_cast<int>(film->bytes(pid::perforations).number(0, 1).value_or(0)) : 0;
     if (perforations == 0 && film) perforations = perforations_in(film->text(pid::film_gauge));
-    Gauge gauge{row.millimetres, perforations > 0 ? perforations : row.usual_perforations, false};
+    Gauge gauge{row.millimetres, perforations > 0 ? perforations : row.usual_perforations};
     if (row.millimetres == 16) gauge.perforations = 1;
-    gauge.doubtful = (perforations == 0 && row.millimetres != 16) || row.millimetres == 65;
+    if (perforations == 0 && row.millimetres != 16)
+        gauge.doubt = "nothing tells the perforations of its film";
+    else if (row.millimetres == 65)
+        gauge.doubt = "nothing tells how far apart the numbers of its film are";
     return gauge;
 }
 

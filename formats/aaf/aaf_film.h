@@ -10,9 +10,9 @@
 namespace formats::aaf {
 
 struct Gauge {
-    int millimetres = 35; ///< 0 where it is none that has numbers
-    int perforations = 4; ///< of a frame
-    bool doubtful = false;
+    int millimetres = 35;        ///< 0 where it is none that has numbers
+    int perforations = 4;        ///< of a frame
+    const char* doubt = nullptr; ///< why its numbers may count otherwise
 
     /// As "35mm-4p".
     std::string text() const;

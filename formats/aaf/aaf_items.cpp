@@ -521,7 +521,7 @@ Items Flattener::retimed(const Object& group, const Stretch& frames, const Aroun
     const Object& input = *foreground_of(group);
     const std::string name = effect_name(context_.file, group);
     const Speed speed = speed_of(context_.file, group, length_of(group, around.place));
-    if (speed.guessed) warn(WarningKind::doubt, around, "nothing tells the speed of \"" + name + "\" but the lengths");
+    if (speed.doubt) warn(WarningKind::doubt, around, "the effect \"" + name + "\": " + speed.doubt);
     Items items;
     for (std::size_t i = 0; i < speed.pieces.size(); ++i) {
         const SpeedPiece& each = speed.pieces[i];

@@ -18,6 +18,7 @@ constexpr Auid speed_offset_map = auid("8d56827d-847e-11d5-935a-50f857c10000");
 constexpr Auid offset_map = auid("8d56827a-847e-11d5-935a-50f857c10000");
 constexpr Auid effect_id = auid("93994bd6-a81d-11d3-a05b-006094eb75cb");
 constexpr Auid wipe_number = auid("e4962323-2267-11d3-8a4c-0050040ef7d2");
+constexpr Auid constant_interpolation = auid("5b6c85a5-0ede-11d3-80a9-006008143e6f");
 constexpr Auid linear_interpolation = auid("5b6c85a4-0ede-11d3-80a9-006008143e6f");
 
 using TransitionKind = embedded::TransitionDescription::Kind;
@@ -86,6 +87,13 @@ bool is_linear(const File& file, const Object& parameter) {
     return *id == linear_interpolation || ascii::lower_case(file.interpolation_name(*id)).find("linear") == 0;
 }
 
+/// Whether each value stays until the next point.
+bool is_stepped(const File& file, const Object& parameter) {
+    const auto id = parameter.weak(pid::interpolation);
+    if (!id) return false;
+    return *id == constant_interpolation || ascii::lower_case(file.interpolation_name(*id)).find("constant") == 0;
+}
+
 bool on_one_line(const std::vector<ControlPoint>& points) {
     const ControlPoint &first = points.front(), &last = points.back();
     return std::all_of(points.begin(), points.end(), [&](const ControlPoint& point) {
@@ -97,8 +105,8 @@ bool on_one_line(const std::vector<ControlPoint>& points) {
 /// At a speed over the whole output; backward from the last frame of what is used.
 Speed steady(const Fraction& speed, const Fraction& length) {
     const Fraction run = speed * length;
-    if (speed < Fraction(0)) return {{{Fraction(0), length, -run - Fraction(1), Fraction(-1)}}, false, false};
-    return {{{Fraction(0), length, Fraction(0), run}}, false, false};
+    if (speed < Fraction(0)) return {{{Fraction(0), length, -run - Fraction(1), Fraction(-1)}}};
+    return {{{Fraction(0), length, Fraction(0), run}}};
 }
 
 /// Joins the points with straight lines, the outer ones drawn on to both ends of the output.
@@ -124,8 +132,20 @@ Speed joined(const std::vector<ControlPoint>& points, const Fraction& length) {
     return speed;
 }
 
+/// Holds the frame of each point until the next.
+Speed stepped(const std::vector<ControlPoint>& points, const Fraction& length) {
+    Speed speed;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const Fraction from = i == 0 ? Fraction(0) : points[i].time;
+        const Fraction to = i + 1 < points.size() ? points[i + 1].time : std::max(from, length);
+        if (from < to || i + 1 == points.size()) speed.pieces.push_back({from, to, points[i].value, points[i].value});
+    }
+    return speed;
+}
+
 Speed from_offsets(const File& file, const Object& parameter, const std::vector<ControlPoint>& points,
                    const Fraction& length) {
+    if (is_stepped(file, parameter)) return stepped(points, length);
     if (points.size() > 1 && on_one_line(points)) return joined({points.front(), points.back()}, length);
     if (is_linear(file, parameter)) return joined(points, length);
     Speed speed = joined({points.front(), points.back()}, length);
@@ -154,7 +174,7 @@ Speed from_lengths(const Object& group, const Fraction& length) {
             speed = steady(Fraction(input->integer(pid::length, 0)) / length, length);
             break;
         }
-    speed.guessed = true;
+    speed.doubt = "nothing tells the speed but the lengths";
     return speed;
 }
 
@@ -219,9 +239,18 @@ Fraction simple_speed(const Fraction& speed) {
     return speed;
 }
 
+namespace {
+
+bool is_freeze(const File& file, const Object& group) {
+    return group.weak(pid::operation) == repeat_control ||
+           ascii::lower_case(file.operation_of(group).name).find("repeat control") != std::string::npos;
+}
+
+} // namespace
+
 bool is_speed(const File& file, const Object& group) {
     const auto id = group.weak(pid::operation);
-    if (id == speed_control || id == repeat_control) return true;
+    if (id == speed_control || is_freeze(file, group)) return true;
     const Operation operation = file.operation_of(group);
     const std::string name = ascii::lower_case(operation.name);
     return operation.time_warp || name.find("motion control") != std::string::npos ||
@@ -236,11 +265,14 @@ Speed speed_of(const File& file, const Object& group, const Fraction& length) {
     }
     const std::vector<ControlPoint> speeds = points_of(parameter_of(group, speed_map));
     if (!speeds.empty() && Fraction(0) < length) return from_speeds(speeds, length);
-    if (group.weak(pid::operation) == repeat_control) return steady(Fraction(0), length);
+    if (is_freeze(file, group)) return steady(Fraction(0), length);
     const std::vector<ControlPoint> ratio = points_of(parameter_of(group, speed_ratio));
     if (ratio.empty()) return from_lengths(group, length);
     const Fraction& longer = ratio.front().value;
-    return steady(longer == Fraction(0) ? longer : simple_speed(Fraction(1) / longer), length);
+    if (!(longer == Fraction(0))) return steady(simple_speed(Fraction(1) / longer), length);
+    Speed held = steady(longer, length);
+    held.doubt = "its ratio of lengths is 0, which counts as a held frame";
+    return held;
 }
 
 bool is_nest(const File& file, const Object& group) {

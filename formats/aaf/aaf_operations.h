@@ -22,8 +22,8 @@ struct SpeedPiece {
 
 struct Speed {
     std::vector<SpeedPiece> pieces; ///< one behind the other over the whole output
-    bool curve = false;   ///< no pieces say it exactly: one piece from the first to the last frame stands for it
-    bool guessed = false; ///< nothing told the speed but lengths
+    bool curve = false;          ///< no pieces say it exactly: one piece from the first to the last frame stands for it
+    const char* doubt = nullptr; ///< what of it was guessed
 };
 
 bool is_speed(const File& file, const Object& group);

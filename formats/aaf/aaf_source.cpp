@@ -232,8 +232,7 @@ void SourceMaker::film() {
     if (traced_.film) source_.film_rate = traced_.film->step;
     set(traced_.ink, user_label_ink, source_.ink, "ink number");
     set(traced_.key, user_label_key, source_.key, "key number");
-    if (traced_.key && gauge.doubtful)
-        warn(WarningKind::doubt, "nothing tells the perforations of its film: it counts as " + gauge.text());
+    if (traced_.key && gauge.doubt) warn(WarningKind::doubt, gauge.doubt + (": it counts as " + gauge.text()));
 }
 
 /// Where the chain leads to no film, key numbers may stand in the bin, for the first frame of the master.
@@ -243,6 +242,7 @@ void SourceMaker::film_columns() {
     const std::string key = columns_.text({"KN Start"});
     if (!key.empty())
         label_of(source_.key, edlstr_to_label_type(film.c_str(), user_label_key), plain_key_number(key), "key number");
+    if (source_.key) warn(WarningKind::doubt, "nothing tells the film of its key number: it counts as " + film);
     label_of(source_.ink, edlstr_to_label_type(film.c_str(), user_label_ink), columns_.text({"Ink Number"}),
              "ink number");
 }

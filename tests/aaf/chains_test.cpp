@@ -392,7 +392,23 @@ TEST(AafChains, KeyNumbersOfTheBinCountWhereTheChainHasNoFilm) {
     Made made = track(clip(1, 20, 10));
     made.mobs[1] = master(1, "A", {slot(1, {24}, clip(1001, 0, 10000))},
                           {{"KN Start", "KJ 29 1010 0003+04"}, {"Ink Number", "AB120001+00"}});
-    EXPECT_EQ(label_at(read(made), user_label_key), "KJ2910100004+08");
+    const auto result = read(made);
+    EXPECT_EQ(label_at(result, user_label_key), "KJ2910100004+08");
+    EXPECT_TRUE(warns_of(result, "nothing tells the film of its key number: it counts as 35mm-4p"));
+}
+
+TEST(AafChains, HowFarApartNumbersOf65mmAreIsDoubtfulAndItsPerforationsAreNot) {
+    Made made = telecine(sequence({clip(1, 20, 24)}));
+    const auto doubts_with = [&](int perforations) {
+        made.mobs[4] =
+            film(4, "A012", {slot(1, {24}, clip(0, 0, 8000)), slot(2, {24}, edge_code("KJ291010", 0, 8000), 1)},
+                 perforations, 4);
+        return read(made);
+    };
+    EXPECT_TRUE(
+        warns_of(doubts_with(5), "nothing tells how far apart the numbers of its film are: it counts as 65mm-5p120"));
+    EXPECT_FALSE(warns_of(doubts_with(5), "perforations of its film"));
+    EXPECT_TRUE(warns_of(doubts_with(0), "nothing tells the perforations of its film: it counts as 65mm-5p120"));
 }
 
 TEST(AafChains, TimecodeOfTrackOneIsTheReels) {

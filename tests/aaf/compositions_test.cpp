@@ -241,4 +241,21 @@ TEST(AafCompositions, MarkersOfABinsClipStandWhereASpeedShowsTheirFrames) {
     EXPECT_THAT(cues_at(effect(repeat_control, 5, {clip(1, 11, 1)})), testing::IsEmpty());
 }
 
+TEST(AafCompositions, AScopesTracksKeepTheirNumbersOverOneOfReferences) {
+    Objects shown;
+    shown.push_back(below(10));
+    shown.push_back(clip(2, 0, 20));
+    const auto result = read(track(scope(30, {clip(1, 0, 30), sequence({below(30)}), sequence(shown), below(30)})));
+    EXPECT_EQ(drawn(result, 0), "A 0-30 @0");
+    EXPECT_EQ(drawn(result, 1), "");
+    EXPECT_EQ(drawn(result, 2), "B 10-30 @0");
+    EXPECT_EQ(result.edit->getNumChans(), 3) << "none for that on top";
+}
+
+TEST(AafCompositions, AnOriginOfATrackIsToldOf) {
+    const auto result = read(reel({slot(1, {24}, clip(1, 0, 30)), slot(2, {24}, clip(2, 25, 20), 2, 10)}));
+    EXPECT_EQ(drawn(result, 1), "B 0-20 @25");
+    EXPECT_TRUE(warns_of(result, "slot 2: its origin, frame 10, doesn't count: it stands where the edit begins"));
+}
+
 } // namespace

@@ -47,6 +47,28 @@ TEST(AafSpeeds, StillsHoldOneFrame) {
     EXPECT_EQ(drawn(track(motion(20, clip(1, 30, 1), varying(speed_offset_map, {{0, 4}})))), "A 0-20 @34*0");
 }
 
+TEST(AafSpeeds, ARatioOfNothingHoldsOneFrameWithADoubt) {
+    const auto result = read(track(motion(20, clip(1, 30, 20), constant(speed_ratio, 0))));
+    EXPECT_EQ(drawn(result), "A 0-20 @30*0");
+    EXPECT_TRUE(warns_of(result, "its ratio of lengths is 0, which counts as a held frame"));
+}
+
+TEST(AafSpeeds, AStillMayBeToldByTheNameOfItsDefinition) {
+    const Auid own = auid("01234567-89ab-cdef-0123-456789abcdef");
+    Made made = track(effect(own, 20, {clip(1, 30, 1)}));
+    made.operations.push_back(defined(own, "Repeat Control"));
+    EXPECT_EQ(drawn(made), "A 0-20 @30*0");
+    EXPECT_FALSE(warns_of(read(made), "nothing tells the speed"));
+}
+
+TEST(AafSpeeds, OffsetsThatStayUntilTheNextPointAreHeldFrames) {
+    constexpr Auid stays = auid("5b6c85a5-0ede-11d3-80a9-006008143e6f");
+    EXPECT_EQ(drawn(track(motion(10, clip(1, 100, 30), varying(speed_offset_map, {{0, 1}, {10, 21}}, stays)))),
+              "A 0-10 @101*0");
+    EXPECT_EQ(drawn(track(motion(10, clip(1, 100, 30), varying(speed_offset_map, {{2, 1}, {6, 21}}, stays)))),
+              "A 0-6 @101*0 | A 6-10 @121*0");
+}
+
 TEST(AafSpeeds, SpeedWithoutParametersIsToldFromTheLengthsWithADoubt) {
     const auto result = read(track(effect(speed_control, 10, {clip(1, 0, 20)})));
     EXPECT_EQ(drawn(result), "A 0-10 @0*2");
