@@ -1,6 +1,7 @@
 #include "film/cut_uses.h"
 
 #include "embedded/label_kinds.h"
+#include "film/strip_frames.h"
 
 #include <algorithm>
 
@@ -32,6 +33,9 @@ public:
         CutUse use;
         use.run = need.run;
         use.frames = need.frames;
+        const Count& count = told_by(strip);
+        use.begins = count.at(0) + strip.lead * count.step - strip.pushed;
+        use.ends = count.at(strip.length()) + strip.tail * count.step - strip.pushed;
         use.reel = need.reel;
         use.start = strip.start;
         use.end = strip.end;
@@ -51,8 +55,9 @@ private:
 
 /// One goes on where the other ends, in the edit and on the film.
 bool goes_on(const CutUse& a, const CutUse& b) {
+    const bool next = b.frames.first == a.frames.last + 1 || (!b.printed && a.ends == b.begins);
     return a.reel == b.reel && a.layer == b.layer && a.printed == b.printed && a.end == b.start && a.run == b.run &&
-           b.frames.first == a.frames.last + 1;
+           next;
 }
 
 void add_joined(CutUses uses, CutUses& all) {
@@ -62,8 +67,9 @@ void add_joined(CutUses uses, CutUses& all) {
             continue;
         }
         CutUse& joined = all.back();
-        joined.frames.last = use.frames.last;
+        joined.frames.last = std::max(joined.frames.last, use.frames.last);
         joined.end = use.end;
+        joined.ends = use.ends;
         joined.last_event = use.last_event;
         joined.off = std::max(joined.off, use.off);
     }

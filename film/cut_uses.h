@@ -36,6 +36,7 @@ FrameRange perforations_of(const FilmRun& run, const FrameRange& frames);
 struct CutUse {
     FilmRun run;
     FrameRange frames;
+    Fraction begins, ends;           ///< between frames of film where times lie there
     int reel = 0;                    ///< among the reels, from 0
     std::int64_t start = 0, end = 0; ///< frames of the edit, with the transitions
     int event = 0, last_event = 0;   ///< as the assembly numbers them; 0 where it shows none

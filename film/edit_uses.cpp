@@ -7,6 +7,7 @@
 #include "film/log_rows.h"
 #include "film/opticals.h"
 #include "film/source_facts.h"
+#include "film/strip_frames.h"
 
 #include <algorithm>
 
@@ -93,9 +94,21 @@ Strip piece_of(const Strip& whole, std::int64_t from, std::int64_t to) {
     Strip piece = whole;
     piece.start = whole.start + from;
     piece.end = whole.start + to;
+    if (from > 0) piece.lead = 0;
+    if (to < whole.length()) piece.tail = 0;
     for (Count* count : {&piece.key, &piece.ink, &piece.timecode, &piece.source})
         count->first = count->at(from);
     return piece;
+}
+
+Count counted_from(Count count, std::int64_t frames) {
+    count.first = count.at(frames);
+    return count;
+}
+
+/// Frames of film that a frame of the source's picture holds.
+Fraction picture_of(const SourceFacts& source) {
+    return source.timecode.is_useful() ? std::min(source.film_rate / source.timecode_rate, Fraction(1)) : Fraction(1);
 }
 
 /// A number of the source's film at the strip's first frame.
@@ -245,11 +258,11 @@ void EditUses::note_material(FilmEvent& event, const Stretch& stretch) const {
     event.source = std::move(place.frames);
     event.timecode = std::move(place.timecode);
     event.own_key = count_from(source.key, film_behind_start(event.source, source), event.source.step);
-    if (source.length) event.media_frames = (*source.length * source.film_rate).floor();
+    if (source.length) event.media_frames = whole_frame(*source.length * source.film_rate);
     if (!event.timecode) return;
     event.timecode_in = event.timecode.frame_at(0);
     const Fraction seconds = (stretch.to - stretch.from) * stretch.event->speed;
-    event.timecode_out = (event.timecode.first + seconds * source.timecode_rate).floor();
+    event.timecode_out = whole_frame(event.timecode.first + seconds * source.timecode_rate);
 }
 
 Strip EditUses::strip_of(const Stretch& stretch) const {
@@ -302,23 +315,23 @@ void EditUses::add_material(const Stretch& stretch, Strip strip) {
         strips_.push_back(std::move(strip));
         return;
     }
-    if (stretch.from == begins_) {
-        strip.source = events_.back().source;
-        strip.timecode = events_.back().timecode;
-    } else {
-        SourcePlace place = place_in_source(stretch, source);
-        strip.source = std::move(place.frames);
-        strip.timecode = std::move(place.timecode);
-    }
-    const bool even = is_whole(stretch.from * rate_) && is_whole(strip.source.first) && is_whole(strip.source.step);
+    // The shares of an event count on from where it begins, as in the lists, so that they go on with each other.
+    const FilmEvent& event = events_.back();
+    strip.source = counted_from(event.source, strip.start - event.start);
+    strip.timecode = counted_from(event.timecode, strip.start - event.start);
+    const bool even = is_whole(begins_ * rate_) && is_whole(stretch.from * rate_) && is_whole(strip.source.first) &&
+                      is_whole(strip.source.step);
     strip.sureness = even ? Sureness::exact : Sureness::within;
     strip.off = even ? 0 : 1;
+    strip.lead = (stretch.from - begins_) * rate_ - Fraction(strip.start - event.start);
+    strip.tail = (stretch.to - begins_) * rate_ - Fraction(strip.end - event.start);
     if (log_) return add_logged(strip, source);
     const Fraction film = film_behind_start(strip.source, source);
     strip.key = count_from(source.key, film, strip.source.step);
     strip.ink = count_from(source.ink, film, strip.source.step);
     if (!strip.key) strip.sureness = Sureness::counted;
     if (!strip.key) strip.off = 0;
+    note_more(picture_of(source), strip);
     strips_.push_back(std::move(strip));
 }
 
@@ -333,9 +346,9 @@ std::int64_t frames_within(const Count& timecode, std::int64_t k, std::int64_t l
     const Fraction none;
     std::int64_t behind = end;
     if (none < timecode.step && high != INT64_MAX)
-        behind = -((timecode.first - Fraction(high)) / timecode.step).floor();
+        behind = -((timecode.first + hair_ahead - Fraction(high)) / timecode.step).floor();
     else if (timecode.step < none && low != INT64_MIN)
-        behind = ((timecode.first - Fraction(low)) / -timecode.step).floor() + 1;
+        behind = ((timecode.first + hair_ahead - Fraction(low)) / -timecode.step).floor() + 1;
     return std::clamp(behind, k + 1, end);
 }
 
@@ -366,8 +379,10 @@ void take_row(const LogRow& row, const SourceFacts& source, int film_reel, Strip
     piece.rolls = rolls_of(row, source.rolls.tape, film_reel);
     const Fraction share = source.film_rate / source.timecode_rate;
     const Fraction film = (piece.timecode.first - Fraction(row.start)) * share;
-    piece.key = count_from(row.key, film, piece.source.step);
-    piece.ink = count_from(row.ink, film, piece.source.step);
+    // As the lists do, so that what a tape frame shows with pulldown doesn't fall back a frame.
+    if (!(share == Fraction(1))) piece.pushed = Fraction(3, 5) * share;
+    piece.key = count_from(row.key, film + piece.pushed, piece.source.step);
+    piece.ink = count_from(row.ink, film + piece.pushed, piece.source.step);
     if (!is_whole(film) && piece.sureness == Sureness::exact) {
         piece.sureness = Sureness::within;
         piece.off = 1;
@@ -402,6 +417,7 @@ std::int64_t EditUses::add_piece(const Strip& whole, const SourceFacts& source, 
     else if (beyond)
         piece.sureness = Sureness::beyond;
     if (piece.sureness != Sureness::within) piece.off = 0;
+    note_more(picture_of(source), piece);
     strips_.push_back(std::move(piece));
     return end;
 }

@@ -1,5 +1,6 @@
 #include "film/film_needs.h"
 
+#include "film/strip_frames.h"
 #include "host/ascii_text.h"
 
 #include <algorithm>
@@ -8,22 +9,10 @@
 namespace film {
 namespace {
 
-/// The number that the film is told by.
-const Count& told_by(const Strip& strip) { return strip.key ? strip.key : strip.timecode; }
-
-/// Frames that a frame of film takes: of key numbers one, of timecode more where film goes to tape by pulldown.
-/// Backwards a strip counts from the last of them.
-Fraction width_of(const Strip& strip) {
-    const bool counts_up = strip.speed > Fraction(0) && strip.timecode.step > Fraction(0);
-    return strip.key || !counts_up ? Fraction(1) : strip.timecode.step / strip.speed;
-}
-
-/// The frames that a strip shows, in whichever direction.
+/// Those that it may show.
 FrameRange frames_of(const Strip& strip) {
-    const Count& count = told_by(strip);
-    const Fraction begin = count.at(0), end = count.at(strip.length() - 1), width = width_of(strip);
-    const Fraction last = std::max(begin, end);
-    return {std::min(begin, end).floor(), width > Fraction(1) ? -(-(last + width)).floor() - 1 : last.floor()};
+    const FrameRange named = named_frames(strip);
+    return {named.first - strip.more_below, named.last + strip.more_above};
 }
 
 FrameRange from_with_length(std::int64_t first, std::int64_t length) { return {first, first + length - 1}; }
@@ -43,7 +32,7 @@ std::optional<FrameRange> take_of(const LogRow& row, const Strip& strip) {
 /// Of an edit's media, from whose first film frame on `source` counts.
 std::optional<FrameRange> take_of(const FilmEvent& event, const Strip& strip) {
     if (!event.media_frames || !strip.key) return std::nullopt;
-    return from_with_length((strip.key.first - strip.source.first).floor(), *event.media_frames);
+    return from_with_length(whole_frame(strip.key.first - strip.source.first), *event.media_frames);
 }
 
 std::optional<FrameRange> take_of(const Strip& strip, const EditFilm& film, const LogRows* log) {
@@ -68,6 +57,12 @@ bool runs_on(const Strip& before, const Strip& next) {
            count.at(before.length()) == further.at(0);
 }
 
+void lengthen(Strip& strip, const Strip& next) {
+    strip.end = next.end;
+    strip.tail = next.tail;
+    strip.off = std::max(strip.off, next.off);
+}
+
 /// An event with its share of the transitions at its ends is one pass through the gate, and to be pulled as that.
 ///
 ///     | cut . . . . . . . |\ outgoing \|         strips of one event
@@ -82,8 +77,9 @@ public:
         if (last == last_.end()) return false;
         FilmNeed& need = needs_[last->second];
         if (!runs_on(need.strip, strip)) return false;
-        need.strip.end = strip.end;
-        need.frames = frames_of(need.strip);
+        lengthen(need.strip, strip);
+        const FrameRange more = frames_of(strip);
+        need.frames = {std::min(need.frames.first, more.first), std::max(need.frames.last, more.last)};
         return true;
     }
     void begin(const Strip& strip) { last_[strip.item] = needs_.size() - 1; }

@@ -7,6 +7,12 @@
 
 namespace film {
 
+const Fraction hair_ahead(1, 1000000);
+
+std::int64_t whole_frame(const Fraction& place) {
+    return place.den() == 1 ? place.floor() : (place + hair_ahead).floor();
+}
+
 int Count::sample_at(std::int64_t k) const {
     const int frame = get_static_label_cvt(kind)->samples_per_frame();
     return embedded::clamp_to_int(frame_at(k) * frame + perforation);

@@ -16,6 +16,11 @@ namespace film {
 
 using embedded::Fraction;
 
+/// The frame that a place lies in. Places that a speed such as 2/3 puts a hair ahead of a frame count as on it, as they
+/// do in the lists.
+std::int64_t whole_frame(const Fraction& place);
+extern const Fraction hair_ahead;
+
 /// A number that runs along a strip: frame `k` of the strip, from 0, has the number `first` + `k` * `step`.
 ///
 /// It counts frames from sample 0 of the prefix: frames of film for key and ink numbers, of timecode for timecode. The
@@ -30,7 +35,7 @@ struct Count {
 
     explicit operator bool() const { return kind != label_none; }
     Fraction at(std::int64_t k) const { return first + Fraction(k) * step; }
-    std::int64_t frame_at(std::int64_t k) const { return at(k).floor(); }
+    std::int64_t frame_at(std::int64_t k) const { return whole_frame(at(k)); }
     /// The same as a label's sample; kept within an int.
     int sample_at(std::int64_t k) const;
     LabelPoint point_at(std::int64_t k) const;
@@ -74,6 +79,13 @@ struct Strip {
     Count source;   ///< frames of film from the source's first one; always there for material, of kind `label_frames`
     Sureness sureness = Sureness::exact;
     int off = 0; ///< with `within`, at most so many frames; in the others 0
+    /// What of `key.first` only pushes it inside its frame, where film goes to the log's tape by pulldown.
+    Fraction pushed;
+    /// Where it begins and ends by the exact times, as frames of the edit behind `start` and `end`: with pulldown cuts
+    /// lie between frames of film.
+    Fraction lead, tail;
+    /// Frames that it may show for that, ahead of those that its numbers name and behind them.
+    std::int64_t more_below = 0, more_above = 0;
 
     std::string name, scene, take;
     std::string where;  ///< file and line or object, as messages name the event

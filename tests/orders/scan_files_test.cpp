@@ -41,11 +41,14 @@ ScanWriting any_writing() {
     return writing;
 }
 
-/// An edit list has one reel for a source, which is the roll.
+/// An edit list has one reel for a source, which is the roll. With pulldown its last frame may hold a part of the film
+/// behind the piece, too.
 Frames frames_of_edl(const EditPtr& edit) {
     FilmNeeds needs = needs_of(edit).needs;
-    for (film::FilmNeed& need : needs)
+    for (film::FilmNeed& need : needs) {
         need.run.roll = ascii::upper_case(need.strip.rolls.tape);
+        need.frames.last -= need.strip.more_above;
+    }
     return frames_of(needs);
 }
 
