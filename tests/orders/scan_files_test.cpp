@@ -228,6 +228,19 @@ TEST(ScanFiles, OfFilmWithoutATimecodeCountFromTheRollAndSaySo) {
     EXPECT_EQ(needs[0].take, (film::FrameRange{8, 39}));
 }
 
+// Video timecode of 30 counts four of five as film, but where each of its frames is one.
+TEST(ScanFiles, OfFilmThatIsFrameForFrameWithItsTimecodeSaySo) {
+    film::FilmNeed need = plain_need("A1", 16, 31, "Shot");
+    need.strip.timecode = {edlstr_to_label_type("30fps"), "", Fraction(108000 + 16), 1, 0};
+    film::OrderToTell order = told_order({need}, {}, embedded::nearest_rate(30.0));
+    order.reels.resize(1);
+    const formats::Written written = tool::otio_of_order(order, {});
+    EXPECT_THAT(written.text, HasSubstr("\"film_rate\": \"30/1\""));
+    const FilmNeeds needs = needs_of(read_otio(written.text)).needs;
+    ASSERT_EQ(needs.size(), 1U);
+    EXPECT_EQ(needs[0].frames, (film::FrameRange{16, 31}));
+}
+
 TEST(ScanFiles, OfOtherPatternsAreRefused) {
     for (const char* pattern : {"{roll}.dpx", "{frame}{frame}", "{frame}/{roll}", "{colour}{frame}", "{frame:0}",
                                 "{frame:x}", "{frame:13}", "{frame", "a{"})
