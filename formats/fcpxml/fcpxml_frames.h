@@ -13,8 +13,8 @@ namespace formats::fcpxml {
 struct Frames {
     Fraction zero, rate;
 
-    /// The start of a frame that is no farther than rounding can be, 1/2000 s (about a hundredth
-    /// of a frame); any other time, truly between frames, as it is.
+    /// The start of a frame that is no farther than rounding can be, 1/2000 s (about a hundredth of a frame); any
+    /// other time, truly between frames, as it is.
     Fraction settled(const Fraction& time) const;
 };
 

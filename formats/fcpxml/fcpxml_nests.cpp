@@ -500,7 +500,7 @@ Items StoryReader::rendered(const Element& element, const Content& content, cons
     item.event.label = place_of(element);
     item.event.source = add_shot(std::move(shot));
     item.event.duration = (span.to - span.from) * pace;
-    item.event.source_in = content.settled(stretch_of(span)).from - content.start;
+    item.event.source_in = stretch_of(span).from - content.start;
     item.event.speed = span.slope / pace;
     return items;
 }

@@ -134,6 +134,27 @@ TEST(FcpxmlRounding, ANestThatOnlyTouchesASecondPictureIsSpliced) {
     EXPECT_EQ(drawn_spine(ref(R"(duration="20001/10000s")"), R"(format="r24")", nest), "0-48 A@00:00:00:00");
 }
 
+TEST(FcpxmlRounding, WhatFollowsManyNestsDoesntMove) {
+    std::string spine;
+    Cuts cuts;
+    for (int i = 0; i <= 40; ++i) {
+        const std::string offset = "offset=\"" + std::to_string(i) + "s\" ";
+        spine += i < 40 ? ref(offset + R"(start="8088/2400s" duration="1s")", real_time)
+                        : clip("S", offset + R"(duration="1s")");
+        cuts.push_back(i * 24);
+    }
+    cuts.push_back(41 * 24);
+    EXPECT_EQ(cuts_of(read(with_spine(spine, R"(format="r24")", nest_at_29())).edit, 0), cuts);
+}
+
+TEST(FcpxmlRounding, PicturesOfANestThatMeetBesideAFrameAreSpliced) {
+    const std::string above = clip("B", R"(lane="1" offset="0s" duration="1000001/1000000s")");
+    const std::string nest =
+        compound("nest", R"(<gap start="0s" duration="1s">)" + above + "</gap>" + clip("A", R"(duration="1s")"));
+    EXPECT_EQ(drawn_spine(ref(R"(duration="2s")"), R"(format="r24")", nest),
+              "0-24 B@00:00:00:00 | 24-48 A@00:00:00:00");
+}
+
 TEST(FcpxmlRounding, AFreezeOfANestAHairBeforeACutShowsWhatFollows) {
     const std::string nest = compound("nest", clip("A", R"(duration="1s")") + clip("B", R"(duration="1s")"));
     EXPECT_EQ(drawn_spine(ref(R"(duration="1s")", speed("0s 9999/10000s, 10s 9999/10000s")), R"(format="r24")", nest),
