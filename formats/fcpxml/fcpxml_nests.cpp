@@ -56,6 +56,13 @@ Element conform_of_media(const Element& element) {
     return own || !held || story_of(element.parent()) != Story::clip ? own : element.parent().child("conform-rate");
 }
 
+/// Whether the frames of a medium go one for one with those around it.
+bool conforms(const Element& conform, const Format& medium) {
+    if (!conform || conform.attribute("scaleEnabled") == "0") return false;
+    const std::optional<Fraction> rate = parse_rate(conform.attribute("srcFrameRate"));
+    return medium.rate && (!rate || rate == medium.rate);
+}
+
 /// As long as the longest of its runs.
 Fraction end_of(const Runs& runs, const Fraction& start) {
     Fraction end = start;
@@ -326,7 +333,7 @@ Shot StoryReader::shot_of(const Element& element, const Asset* asset) const {
     shot.format = asset ? asset->format : context_.format_of(element);
     const Element conform = conform_of_media(element);
     if (!shot.format.rate && !shot.still()) shot.format = format_at(parse_rate(conform.attribute("srcFrameRate")));
-    shot.conformed = conform && conform.attribute("scaleEnabled") != "0";
+    shot.conformed = conforms(conform, shot.format);
     shot.drop = element.attribute("tcFormat") == "DF";
     shot.starts = starts;
     return shot;
@@ -361,10 +368,7 @@ Items StoryReader::media(const Element& element, const Clock& clock, const Fract
 void StoryReader::adopt(const Element& element, Items& items) {
     const Story story = story_of(element);
     const bool tells = (story == Story::sync_clip || story == Story::mc_clip) && has_metadata(element);
-    const Element conform_rate = element.child("conform-rate");
-    const std::optional<Fraction> conform = conform_rate.attribute("scaleEnabled") == "0"
-                                                ? std::nullopt
-                                                : parse_rate(conform_rate.attribute("srcFrameRate"));
+    const Element conform = element.child("conform-rate");
     const std::vector<embedded::EffectDescription> effects = read_effects(element, context_);
     std::unordered_map<int, int> numbers;
     for (Item& item : items) {
@@ -372,7 +376,7 @@ void StoryReader::adopt(const Element& element, Items& items) {
         item.event.effects.insert(item.event.effects.end(), effects.begin(), effects.end());
         const Shot& old = shots_[static_cast<std::size_t>(item.event.source)];
         const bool direct = story == Story::clip && holds_media(element, old.element) && old.made.empty();
-        const bool conformed = old.conformed || (conform && old.made.empty() && old.format.rate == conform);
+        const bool conformed = old.conformed || (old.made.empty() && conforms(conform, old.format));
         if (!direct && conformed == old.conformed && (!tells || !old.made.empty())) continue;
         const auto [known, fresh] = numbers.try_emplace(item.event.source, 0);
         if (fresh) {

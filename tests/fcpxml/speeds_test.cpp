@@ -152,6 +152,9 @@ TEST(FcpxmlRates, TheSpeedOfConformedMediaIsInFrames) {
                   .speed,
               Fraction(2))
         << "of time";
+    EXPECT_EQ(facts(clip("A", R"(start="0s" duration="10s")", R"(<conform-rate srcFrameRate="30"/>)", "m25")).speed,
+              Fraction(4, 5))
+        << "of time, where it isn't the medium's rate that is conformed";
 }
 
 TEST(FcpxmlRates, AMediumThatTellsNoRateIsToldOnce) {
