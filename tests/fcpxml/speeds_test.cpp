@@ -157,6 +157,12 @@ TEST(FcpxmlRates, TheSpeedOfConformedMediaIsInFrames) {
         << "of time, where it isn't the medium's rate that is conformed";
 }
 
+TEST(FcpxmlRates, ConformedMediaAtDoubleSpeedInReverseBeginsWithItsLastFrame) {
+    EXPECT_EQ(drawn_spine(clip("A", R"(start="0s" duration="2s")",
+                               R"(<conform-rate srcFrameRate="25"/>)" + speed("0s 20s, 10s 0s"), "m25")),
+              "0-48 A@00:00:19:24*-2");
+}
+
 TEST(FcpxmlRates, AMediumThatTellsNoRateIsToldOnce) {
     const std::string more = R"(<asset id="no" name="No" duration="900s" hasVideo="1" hasAudio="1" format="nope"/>)"
                              R"(<format id="odd" name="FFVideoFormatOdd"/>)"
