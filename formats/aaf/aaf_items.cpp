@@ -140,12 +140,15 @@ struct Flattener::Part {
     Fraction lead, trail;        ///< what transitions lie over of its frames, on both sides of their cuts
     bool transition = false;
 
-    /// As `Around::clear` in its own frames, with that of what is around it.
-    Fraction clear_frame(const Around& around) const {
-        const Fraction own = around.backward ? length - trail - Fraction(1) : lead;
-        if (!around.clear) return own;
+    /// As `Around::clear` in its own frames; where what is shown begins in it, with that of what is around it.
+    std::optional<Fraction> clear_frame(const std::optional<Stretch>& frames, const Around& around) const {
+        const bool back = around.backward;
+        std::optional<Fraction> own;
+        if (nothing < (back ? trail : lead)) own = back ? length - trail - Fraction(1) : lead;
+        const bool begins = frames && (back ? frames->to <= start + length - tail : start + head <= frames->from);
+        if (!around.clear || !begins) return own;
         const Fraction outer = *around.clear - start;
-        return around.backward ? std::min(own, outer) : std::max(own, outer);
+        return !own ? outer : back ? std::min(*own, outer) : std::max(*own, outer);
     }
 };
 
@@ -283,7 +286,8 @@ Items Flattener::sequence(const Object& sequence, const std::optional<Stretch>& 
         const Place place = around.place.step(part.name);
         Around inside{place, around.rate, around.step, around.scope, around.at + part.start, around.others};
         inside.backward = around.backward;
-        inside.clear = part.clear_frame(around);
+        inside.clear = part.clear_frame(frames, around);
+        if (around.grid) inside.grid = around.grid->seen_from(part.start);
         if (part.transition) {
             append(items, transition(part, inside));
             continue;
@@ -381,6 +385,7 @@ Items Flattener::nest(const Object& clip, const Mob& mob, const Stretch& frames,
     Around inside{inner, slot->rate, around.step * ratio, nullptr, {}, {}};
     inside.backward = around.backward;
     if (around.clear) inside.clear = (start + *around.clear) * ratio + slot->origin;
+    if (around.grid) inside.grid = Grid{(start + around.grid->zero) * ratio + slot->origin, around.grid->step * ratio};
     if (is_way_to_a_clip(mob)) {
         inside.others = around.others;
         inside.others.insert(inside.others.begin(), &mob);
@@ -425,7 +430,10 @@ void Flattener::add_events(const Object& clip, const Stretch& frames, const Arou
             warn(WarningKind::note, around,
                  "it is parted after " + std::to_string((end - frames.from).nearest()) +
                      " frames, where its material goes on with other numbers");
-        items.push_back(event(clip, {rest.from, end}, first, around));
+        const bool shown_first = around.backward ? end == frames.to : rest.from == frames.from;
+        Around here = around;
+        if (!shown_first) here.clear.reset();
+        items.push_back(event(clip, {rest.from, end}, first, here));
         rest.from = end;
     } while (rest.from < rest.to);
 }
@@ -435,6 +443,7 @@ void Flattener::add_events(const Object& clip, const Stretch& frames, const Arou
 ClipSource Flattener::source_for(const Object& clip, const Stretch& frames, const Traced& first, const Around& around) {
     const MobId wanted = clip.mob_id(pid::source_id).value_or(no_mob);
     Fraction shown = around.backward ? frames.to - Fraction(1) : frames.from;
+    if (around.grid) shown = around.grid->from(shown);
     const bool later = around.clear && (around.backward ? *around.clear < shown : shown < *around.clear);
     if (later) shown = *around.clear;
     if (frames.from < shown && shown < frames.to) {
@@ -546,6 +555,9 @@ Items Flattener::piece(const Object& input, const SpeedPiece& piece, const Stret
     Around inside = around;
     inside.backward = around.backward != (speed < nothing);
     if (around.clear) inside.clear = piece.source_at(*around.clear);
+    inside.grid.reset();
+    if (!(speed == nothing) && !around.backward && context_.file.kind_of(input) == Kind::picture)
+        inside.grid = Grid{piece.source_at(nothing), speed};
     if (speed == nothing)
         return frozen(range(input, {from, from + frame}, inside), (frames.to - frames.from) / around.step);
     const Stretch used = speed < nothing ? Stretch{to + frame, from + frame} : Stretch{from, to};
@@ -560,8 +572,9 @@ Items Flattener::scope(const Object& nested, const Stretch& frames, const Around
     }
     const Scope inner{around.scope, around.at, &slots, slots.size() - 1};
     const Place place = around.place.step("track " + std::to_string(slots.size()));
-    return range(*slots.back(), frames,
-                 {place, around.rate, around.step, &inner, nothing, around.others, around.backward, around.clear});
+    return range(
+        *slots.back(), frames,
+        {place, around.rate, around.step, &inner, nothing, around.others, around.backward, around.clear, around.grid});
 }
 
 Items Flattener::reference(const Object& reference, const Stretch& frames, const Around& around) {
@@ -579,8 +592,9 @@ Items Flattener::reference(const Object& reference, const Stretch& frames, const
     if (!below) refuse(around.place, "the track below isn't in the file");
     const Scope lower{scope->outer, scope->outer_at, scope->slots, index};
     const Place place = around.place.step("track " + std::to_string(index + 1));
-    Around inside{place, around.rate, around.step, &lower, nothing, around.others, around.backward, {}};
+    Around inside{place, around.rate, around.step, &lower, nothing, around.others, around.backward, {}, {}};
     if (around.clear) inside.clear = at + *around.clear;
+    if (around.grid) inside.grid = around.grid->seen_from(-at);
     return range(*below, {at + frames.from, at + frames.to}, inside);
 }
 

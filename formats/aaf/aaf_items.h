@@ -38,6 +38,14 @@ public:
     Items track(const Object& segment, const Fraction& rate, const Mob& composition, const Place& place);
 
 private:
+    /// Frames that a speed shows: `zero` and those each `step` behind it.
+    struct Grid {
+        Fraction zero, step;
+
+        /// The first from `frame` on, in the direction of the step.
+        Fraction from(const Fraction& frame) const { return zero - step * Fraction((-(frame - zero) / step).floor()); }
+        Grid seen_from(const Fraction& start) const { return {zero - start, step}; }
+    };
     /// Where a segment is read.
     struct Around {
         const Place& place;
@@ -49,6 +57,7 @@ private:
         /// Its frame from which on no transition lies over it, in the direction in which it plays; none at all, or
         /// outside of it, where that holds for the first.
         std::optional<Fraction> clear = {};
+        std::optional<Grid> grid = {}; ///< of the frames that a speed around it shows
     };
     struct Part;
 

@@ -134,6 +134,28 @@ TEST(AafChains, TapesCutAsTheyAreAreExactWhereABackwardEventBegins) {
     EXPECT_EQ(label_at(result, user_label_key, 1), key_of_tape(39 - 6)) << "behind a transition";
 }
 
+// Of the second clip a speed of 3 or -3 shows its frame 2 first, or that from its end.
+TEST(AafChains, TapesCutAsTheyAreAreExactAtTheFirstFrameThatASpeedShows) {
+    for (int start = 40; start < 45; ++start) {
+        const Objects nest = {clip(1, 20, 10), clip(1, start, 11)};
+        const auto forward = read(tape_cut(effect(speed_control, 7, {sequence(nest)}, {constant(speed_ratio, 1, 3)})));
+        EXPECT_EQ(label_at(forward, user_label_key, 1), key_of_tape(start + 2)) << start;
+        const Objects turned = {clip(1, start, 10), clip(1, 20, 11)};
+        const auto backward =
+            read(tape_cut(effect(speed_control, 7, {sequence(turned)}, {constant(speed_ratio, -1, 3)})));
+        EXPECT_EQ(label_at(backward, user_label_key, 1), key_of_tape(start + 8)) << start;
+    }
+}
+
+TEST(AafChains, WhatATransitionCoversOfAPartedEventMovesNoNumberBehindIt) {
+    Made made = tape_cut(sequence({clip(1, 500, 30), transition(20, 2), clip(1, 20, 40)}));
+    made.mobs[1] = master(1, "A", {slot(1, ntsc, sequence({clip(3, 0, 26), clip(3, 101, 900)}))});
+    const auto result = read(made);
+    EXPECT_EQ(drawn(result), "A 0-10 @500 | x 10-16 | A 16-16 @26 | A 16-50 @26")
+        << "the event behind begins at its cut";
+    EXPECT_EQ(label_at(result, user_label_key, 2), key_of_tape(101));
+}
+
 TEST(AafChains, TheTapeOfAFileMadeBackTo24IsExactBehindATransition) {
     const int tape_frames[] = {0, 1, 3, 4};
     for (int length = 1; length < 9; ++length) {
