@@ -288,6 +288,7 @@ Items Flattener::sequence(const Object& sequence, const std::optional<Stretch>& 
         inside.backward = around.backward;
         inside.clear = part.clear_frame(frames, around);
         if (around.grid) inside.grid = around.grid->seen_from(part.start);
+        if (around.sub_clip) inside.sub_clip = *around.sub_clip - part.start;
         if (part.transition) {
             append(items, transition(part, inside));
             continue;
@@ -389,6 +390,7 @@ Items Flattener::nest(const Object& clip, const Mob& mob, const Stretch& frames,
     if (is_way_to_a_clip(mob)) {
         inside.others = around.others;
         inside.others.insert(inside.others.begin(), &mob);
+        inside.sub_clip = slot->origin;
     } else if (has_markers(mob)) {
         context_.warn(WarningKind::dropped, place, "its own markers are left out");
     }
@@ -446,12 +448,16 @@ ClipSource Flattener::source_for(const Object& clip, const Stretch& frames, cons
     if (around.grid) shown = around.grid->from(shown);
     const bool later = around.clear && (around.backward ? *around.clear < shown : shown < *around.clear);
     if (later) shown = *around.clear;
+    const auto since_sub_clip = [&](const Fraction& frame) {
+        return around.sub_clip ? std::optional((frame - *around.sub_clip) / around.step) : std::nullopt;
+    };
     if (frames.from < shown && shown < frames.to) {
-        ClipSource made = source_of(traced(clip, shown, around), wanted, around.others, context_, around.place);
+        const SubClips others{around.others, since_sub_clip(shown)};
+        ClipSource made = source_of(traced(clip, shown, around), wanted, others, context_, around.place);
         made.in = made.in - (shown - frames.from) / around.step;
         if (nothing <= made.in) return made;
     }
-    return source_of(first, wanted, around.others, context_, around.place);
+    return source_of(first, wanted, {around.others, since_sub_clip(frames.from)}, context_, around.place);
 }
 
 Item Flattener::event(const Object& clip, const Stretch& frames, const Traced& first, const Around& around) {
@@ -556,6 +562,7 @@ Items Flattener::piece(const Object& input, const SpeedPiece& piece, const Stret
     inside.backward = around.backward != (speed < nothing);
     if (around.clear) inside.clear = piece.source_at(*around.clear);
     inside.grid.reset();
+    inside.sub_clip.reset();
     if (!(speed == nothing) && !around.backward && context_.file.kind_of(input) == Kind::picture)
         inside.grid = Grid{piece.source_at(nothing), speed};
     if (speed == nothing)
@@ -572,9 +579,9 @@ Items Flattener::scope(const Object& nested, const Stretch& frames, const Around
     }
     const Scope inner{around.scope, around.at, &slots, slots.size() - 1};
     const Place place = around.place.step("track " + std::to_string(slots.size()));
-    return range(
-        *slots.back(), frames,
-        {place, around.rate, around.step, &inner, nothing, around.others, around.backward, around.clear, around.grid});
+    return range(*slots.back(), frames,
+                 {place, around.rate, around.step, &inner, nothing, around.others, around.backward, around.clear,
+                  around.grid, around.sub_clip});
 }
 
 Items Flattener::reference(const Object& reference, const Stretch& frames, const Around& around) {
@@ -592,9 +599,10 @@ Items Flattener::reference(const Object& reference, const Stretch& frames, const
     if (!below) refuse(around.place, "the track below isn't in the file");
     const Scope lower{scope->outer, scope->outer_at, scope->slots, index};
     const Place place = around.place.step("track " + std::to_string(index + 1));
-    Around inside{place, around.rate, around.step, &lower, nothing, around.others, around.backward, {}, {}};
+    Around inside{place, around.rate, around.step, &lower, nothing, around.others, around.backward, {}, {}, {}};
     if (around.clear) inside.clear = at + *around.clear;
     if (around.grid) inside.grid = around.grid->seen_from(-at);
+    if (around.sub_clip) inside.sub_clip = at + *around.sub_clip;
     return range(*below, {at + frames.from, at + frames.to}, inside);
 }
 

@@ -57,7 +57,8 @@ private:
         /// Its frame from which on no transition lies over it, in the direction in which it plays; none at all, or
         /// outside of it, where that holds for the first.
         std::optional<Fraction> clear = {};
-        std::optional<Grid> grid = {}; ///< of the frames that a speed around it shows
+        std::optional<Grid> grid = {};         ///< of the frames that a speed around it shows
+        std::optional<Fraction> sub_clip = {}; ///< where the nearest of the others begins; none where that isn't simple
     };
     struct Part;
 

@@ -6,6 +6,7 @@
 #include "host/ascii_text.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace formats::aaf {
 namespace {
@@ -93,6 +94,19 @@ void find_film(const File& file, Traced& traced) {
 /// The columns of the bin.
 struct Columns {
     std::vector<const Mob*> mobs; ///< the nearest first
+    const SubClips& sub_clips;    ///< the first of them
+
+    struct Number {
+        std::string text;
+        bool of_sub_clip = false;
+    };
+    /// That of the chain, whose first frame is the material's; where it has none, that of the nearest sub-clip.
+    Number number(std::string_view name) const {
+        const auto own = mobs.begin() + std::ssize(sub_clips.mobs);
+        const Columns chain{{own, mobs.end()}, sub_clips};
+        const std::string text = chain.text({name});
+        return text.empty() ? Number{this->text({name}), true} : Number{text, false};
+    }
 
     std::string text(std::initializer_list<std::string_view> names) const {
         for (const std::string_view name : names)
@@ -150,7 +164,8 @@ private:
     void film();
     void film_columns();
     void log_fields();
-    void label_of(std::optional<LabelDescription>& label, label_t type, const std::string& text, const char* what);
+    void label_of(std::optional<LabelDescription>& label, label_t type, const Columns::Number& number,
+                  const Fraction& rate, int samples, const char* what);
     void warn(WarningKind kind, const std::string& what) const { context_.warn(kind, place_, what); }
 
     const Traced& traced_;
@@ -209,12 +224,27 @@ void SourceMaker::timecodes() {
     if (traced_.timecode_24) source_.timecode_24p = timecode(*traced_.timecode_24);
 }
 
-void SourceMaker::label_of(std::optional<LabelDescription>& label, label_t type, const std::string& text,
-                           const char* what) {
-    if (text.empty() || label) return;
+void SourceMaker::label_of(std::optional<LabelDescription>& label, label_t type, const Columns::Number& number,
+                           const Fraction& rate, int samples, const char* what) {
+    if (number.text.empty() || label) return;
     std::string fault;
-    label = timeline::label_of_text(type, text, what, fault);
-    if (!label) warn(WarningKind::dropped, fault);
+    label = timeline::label_of_text(type, number.text, what, fault);
+    if (!label) return warn(WarningKind::dropped, fault);
+    if (!number.of_sub_clip) return;
+    const auto& since = columns_.sub_clips.since;
+    if (!since)
+        return warn(WarningKind::doubt, "nothing tells where its sub-clip begins: the " + std::string(what) +
+                                            " of that counts from the first frame of the material");
+    LabelPoint point(0, type);
+    point.set_sample(number.text.c_str());
+    const std::int64_t frames = point.sample / samples;
+    const std::int64_t sample = point.sample + (at_first_frame(frames, in_ - *since, rate) - frames) * samples;
+    if (sample < 0 || sample > std::numeric_limits<int>::max()) {
+        label.reset();
+        return warn(WarningKind::dropped, "its " + std::string(what) + " begins behind its material, and is left out");
+    }
+    point.set_sample(static_cast<int>(sample));
+    label->text = point.get_string();
 }
 
 void SourceMaker::film() {
@@ -235,25 +265,27 @@ void SourceMaker::film() {
     if (traced_.key && gauge.doubt) warn(WarningKind::doubt, gauge.doubt + (": it counts as " + gauge.text()));
 }
 
-/// Where the chain leads to no film, key numbers may stand in the bin, for the first frame of the master.
+/// Where the chain leads to no film, key numbers may stand in the bin, for the first frame of the master or sub-clip.
 void SourceMaker::film_columns() {
     if (traced_.film || !source_.opens) return;
+    constexpr int perforations = 4;
     const std::string film = "35mm-4p";
-    const std::string key = columns_.text({"KN Start"});
-    if (!key.empty())
-        label_of(source_.key, edlstr_to_label_type(film.c_str(), user_label_key), plain_key_number(key), "key number");
+    const Fraction rate = embedded::film_rate_of(*source_.rate);
+    Columns::Number key = columns_.number("KN Start");
+    if (!key.text.empty()) key.text = plain_key_number(key.text);
+    label_of(source_.key, edlstr_to_label_type(film.c_str(), user_label_key), key, rate, perforations, "key number");
     if (source_.key) warn(WarningKind::doubt, "nothing tells the film of its key number: it counts as " + film);
-    label_of(source_.ink, edlstr_to_label_type(film.c_str(), user_label_ink), columns_.text({"Ink Number"}),
-             "ink number");
+    label_of(source_.ink, edlstr_to_label_type(film.c_str(), user_label_ink), columns_.number("Ink Number"), rate,
+             perforations, "ink number");
 }
 
 void SourceMaker::log_fields() {
     source_.scene = columns_.text({"Scene"});
     source_.take = columns_.text({"Take"});
     source_.description = columns_.text({"Description", "Descript", "Comments"});
-    const std::string sound = columns_.text({"Sound TC"});
     if (source_.video_timecode) {
-        label_of(source_.sound_timecode, source_.video_timecode->type, sound, "sound timecode");
+        label_of(source_.sound_timecode, source_.video_timecode->type, columns_.number("Sound TC"),
+                 *source_.video_timecode->rate, 1, "sound timecode");
         if (source_.sound_timecode) source_.sound_timecode->rate = source_.video_timecode->rate;
     }
 }
@@ -283,9 +315,9 @@ Traced trace(const File& file, const Point& point) {
     return traced;
 }
 
-ClipSource source_of(const Traced& traced, const MobId& wanted, const std::vector<const Mob*>& others,
-                     const Context& context, const Place& place) {
-    Columns columns{others};
+ClipSource source_of(const Traced& traced, const MobId& wanted, const SubClips& others, const Context& context,
+                     const Place& place) {
+    Columns columns{others.mobs, others};
     for (const Link& link : traced.chain.links)
         columns.mobs.push_back(link.mob);
     return SourceMaker(traced, columns, context, place).made(wanted);

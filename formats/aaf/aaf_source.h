@@ -25,10 +25,16 @@ struct ClipSource {
     Fraction in;
 };
 
-/// The source whose labels are right at that frame. `others` are mobs that lie around the clip, the nearest first;
-/// their columns count before those of the chain. `wanted` is the mob that the clip refers to, whether it is there or
+/// The sub-clips that a clip is in, the nearest first.
+struct SubClips {
+    const std::vector<const Mob*>& mobs;
+    std::optional<Fraction> since; ///< seconds from where the nearest begins to the frame; none where nothing tells
+};
+
+/// The source whose labels are right at that frame. The columns of the sub-clips count before those of the chain, but
+/// for numbers, of which those of the chain do. `wanted` is the mob that the clip refers to, whether it is there or
 /// not.
-ClipSource source_of(const Traced& traced, const MobId& wanted, const std::vector<const Mob*>& others,
-                     const Context& context, const Place& place);
+ClipSource source_of(const Traced& traced, const MobId& wanted, const SubClips& others, const Context& context,
+                     const Place& place);
 
 } // namespace formats::aaf

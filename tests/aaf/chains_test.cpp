@@ -419,6 +419,31 @@ TEST(AafChains, KeyNumbersOfTheBinCountWhereTheChainHasNoFilm) {
     EXPECT_TRUE(warns_of(result, "nothing tells the film of its key number: it counts as 35mm-4p"));
 }
 
+TEST(AafChains, ANumberOfASubClipCountsFromItsOwnStartAndThatOfTheMasterFirst) {
+    const Comments key = {{"KN Start", "KJ 29 1010 0003+04"}};
+    const auto read_with = [](Object segment, const Comments& of_sub, const Comments& of_master) {
+        Made made = track(sequence({clip(50, 5, 10)}));
+        made.mobs[1] = master(1, "A", {slot(1, {24}, clip(1001, 0, 10000))}, of_master);
+        made.mobs.push_back(with_comments(sub_clip(50, "A.sub", {slot(1, {24}, std::move(segment))}), of_sub));
+        return read(made);
+    };
+    EXPECT_EQ(label_at(read_with(sequence({clip(1, 20, 100)}), key, {}), user_label_key), "KJ2910100003+09");
+    EXPECT_EQ(label_at(read_with(sequence({filler(3), clip(1, 20, 100)}), key, {}), user_label_key, 0),
+              "KJ2910100003+09")
+        << "what is ahead of the clip counts";
+    EXPECT_EQ(
+        label_at(read_with(sequence({clip(1, 20, 100)}), key, {{"KN Start", "KJ 29 1010 0001+00"}}), user_label_key),
+        "KJ2910100002+09")
+        << "of the master 25 frames in";
+    const Comments low = {{"KN Start", "KJ 29 1010 0000+04"}};
+    const auto ahead = read_with(sequence({clip(1, 20, 100)}), low, {});
+    EXPECT_EQ(label_at(ahead, user_label_key), "-");
+    EXPECT_TRUE(warns_of(ahead, "its key number begins behind its material, and is left out"));
+    const auto fast = read_with(effect(speed_control, 50, {clip(1, 20, 100)}, {constant(speed_ratio, 1, 2)}), key, {});
+    EXPECT_TRUE(
+        warns_of(fast, "nothing tells where its sub-clip begins: the key number of that counts from the first"));
+}
+
 TEST(AafChains, HowFarApartNumbersOf65mmAreIsDoubtfulAndItsPerforationsAreNot) {
     Made made = telecine(sequence({clip(1, 20, 24)}));
     const auto doubts_with = [&](int perforations) {

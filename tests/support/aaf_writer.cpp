@@ -409,14 +409,17 @@ Object sub_clip(int number, const std::string& name, Objects slots) {
     return mob_of(Class::composition_mob, number, name, std::move(slots)).id(pid::usage_code, sub_clip_usage);
 }
 
-Object master(int number, const std::string& name, Objects slots, const Comments& comments) {
-    Object made = mob_of(Class::master_mob, number, name, std::move(slots));
+Object with_comments(Object mob, const Comments& comments) {
     Objects tags;
     for (const auto& [column, value] : comments)
         tags.push_back(Object(auid("0d010101-0101-3f00-060e-2b3402060101"))
                            .text(pid::tag_name, column)
                            .indirect_text(pid::tag_value, value));
-    return tags.empty() ? made : made.vector(pid::mob_comments, std::move(tags));
+    return tags.empty() ? mob : mob.vector(pid::mob_comments, std::move(tags));
+}
+
+Object master(int number, const std::string& name, Objects slots, const Comments& comments) {
+    return with_comments(mob_of(Class::master_mob, number, name, std::move(slots)), comments);
 }
 
 Object file_source(int number, const std::string& name, Objects slots) {

@@ -125,6 +125,7 @@ using Comments = std::vector<std::pair<std::string, std::string>>;
 Object composition(int number, const std::string& name, Objects slots, bool top = true);
 Object sub_clip(int number, const std::string& name, Objects slots);
 Object master(int number, const std::string& name, Objects slots, const Comments& comments = {});
+Object with_comments(Object mob, const Comments& comments);
 Object file_source(int number, const std::string& name, Objects slots);
 Object tape(int number, const std::string& name, Objects slots);
 /// `format`: 1 35mm, 2 16mm, 3 8mm, 4 65mm.
