@@ -26,7 +26,7 @@ struct FilmEvent {
     Count timecode;                           ///< at `start`
     Count own_key;                            ///< the key number that the edit itself gives, at `start`
     Count source;                             ///< frames of film from the source's first one, at `start`
-    Fraction film_rate;                       ///< of the source
+    Fraction film_rate, timecode_rate;        ///< of the source, frames a second
     std::optional<std::int64_t> media_frames; ///< of film, that the source's media holds
     /// Timecode at the event's two points, as whole frames: the lists look up the log by these.
     std::int64_t timecode_in = 0, timecode_out = 0;

@@ -253,6 +253,7 @@ void EditUses::note_material(FilmEvent& event, const Stretch& stretch) const {
     event.name = source.name;
     event.rolls = source.rolls;
     event.film_rate = source.film_rate;
+    event.timecode_rate = source.timecode_rate;
     if (!event.material()) return;
     SourcePlace place = place_in_source(stretch, source);
     event.source = std::move(place.frames);

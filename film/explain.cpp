@@ -12,11 +12,6 @@ namespace {
 constexpr const char* role_names[] = {"cut", "the outgoing side of a transition", "the incoming side of a transition",
                                       "a layer of an optical"};
 
-std::string number(const Fraction& value) {
-    const auto text = [](Fraction::wide part) { return std::to_string(static_cast<long long>(part)); };
-    return value.den() == 1 ? text(value.num()) : text(value.num()) + "/" + text(value.den());
-}
-
 std::string quoted(const std::string& text) { return '"' + text + '"'; }
 
 EditLabel* timecode_of(const EditPtr& edit) { return edit->getLabel(user_label_timecode, {medium_source_picture, 2}); }
@@ -52,8 +47,8 @@ private:
     void explain_place(std::int64_t frame) {
         const double seconds = (Fraction(frame) / film_rate(edit_)).to_double();
         say("edit", "film frame " + std::to_string(frame) + ", timecode " +
-                        timecode_of(edit_)->get_label_point(seconds).get_string() + ", at " + number(film_rate(edit_)) +
-                        " film frames a second");
+                        timecode_of(edit_)->get_label_point(seconds).get_string() + ", at " +
+                        fraction_text(film_rate(edit_)) + " film frames a second");
     }
 
     void explain(const Strip& strip, std::int64_t k) {
@@ -82,8 +77,9 @@ private:
     }
 
     void explain_source(const Strip& strip, std::int64_t k) {
-        say("source", "frame " + std::to_string(strip.source.frame_at(k)) + " of its film, counted from 0: " +
-                          number(strip.source.first) + " + " + std::to_string(k) + " x " + number(strip.source.step));
+        say("source", "frame " + std::to_string(strip.source.frame_at(k)) +
+                          " of its film, counted from 0: " + fraction_text(strip.source.first) + " + " +
+                          std::to_string(k) + " x " + fraction_text(strip.source.step));
     }
 
     void explain_log(const Strip& strip, std::int64_t k) {

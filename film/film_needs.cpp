@@ -22,24 +22,30 @@ std::int64_t frame_of(const LabelPoint& point) {
 }
 
 /// Of a log's row: all of it, in frames of film where it has a key number, else of timecode.
-std::optional<FrameRange> take_of(const LogRow& row, const Strip& strip) {
+std::optional<FrameRange> take_of(const LogRow& row, const FilmEvent& event, const Strip& strip) {
     if (!strip.key) return from_with_length(row.start, row.end - row.start);
-    if (!row.key.is_useful() || strip.timecode.step == Fraction(0)) return std::nullopt;
-    const Fraction share = strip.key.step / strip.timecode.step;
-    return from_with_length(frame_of(row.key), (Fraction(row.end - row.start) * share).floor());
+    if (!row.key.is_useful() || event.timecode_rate == Fraction(0)) return std::nullopt;
+    const Fraction share = event.film_rate / event.timecode_rate;
+    return from_with_length(frame_of(row.key), whole_frame(Fraction(row.end - row.start) * share));
 }
 
 /// Of an edit's media, from whose first film frame on `source` counts.
 std::optional<FrameRange> take_of(const FilmEvent& event, const Strip& strip) {
-    if (!event.media_frames || !strip.key) return std::nullopt;
+    if (!event.media_frames) return std::nullopt;
+    if (!strip.key) {
+        const Fraction each = event.timecode_rate / event.film_rate;
+        return from_with_length(whole_frame(strip.timecode.first - strip.source.first * each),
+                                whole_frame(Fraction(*event.media_frames) * each));
+    }
     return from_with_length(whole_frame(strip.key.first - strip.source.first), *event.media_frames);
 }
 
 std::optional<FrameRange> take_of(const Strip& strip, const EditFilm& film, const LogRows* log) {
+    if (strip.item < 0 || static_cast<std::size_t>(strip.item) >= film.events.size()) return std::nullopt;
+    const FilmEvent& event = film.events[static_cast<std::size_t>(strip.item)];
     const LogRow* row = log && strip.log_row >= 0 ? log->row(strip.log_row) : nullptr;
-    if (row) return take_of(*row, strip);
-    const bool known = strip.item >= 0 && static_cast<std::size_t>(strip.item) < film.events.size();
-    return known && !log ? take_of(film.events[static_cast<std::size_t>(strip.item)], strip) : std::nullopt;
+    if (row) return take_of(*row, event, strip);
+    return log ? std::nullopt : take_of(event, strip);
 }
 
 FilmRun run_of(const Strip& strip) {

@@ -11,11 +11,6 @@ constexpr std::int64_t count_end = 10000; ///< counts of four digits
 
 bool is_listed(const FilmEvent& event) { return event.layer == 0 || event.optical > 0; }
 
-std::string speed_text(const Fraction& speed) {
-    const auto text = [](Fraction::wide value) { return std::to_string(static_cast<long long>(value)); };
-    return speed.den() == 1 ? text(speed.num()) : text(speed.num()) + "/" + text(speed.den());
-}
-
 /// Frames of a strip for which `outside` holds at their source frame, counted without walking them: the source runs
 /// evenly, so they lie at the strip's ends.
 std::int64_t frames_outside(const Strip& strip, std::int64_t media) {
@@ -53,6 +48,7 @@ void Finder::look_at_film() {
         if (event.black) continue;
         if (!is_listed(event)) {
             find_not_listed(i);
+            if (event.material()) find_media(i);
             continue;
         }
         find_numbers(i);
@@ -63,15 +59,24 @@ void Finder::look_at_film() {
     }
 }
 
+/// Without its transitions, unless it lies in them as a whole.
+std::int64_t Finder::frames_of(std::size_t i) const {
+    const FilmEvent& event = film_.events[i];
+    if (event.start < event.end || strips_of(i).empty()) return event.end - event.start;
+    return strips_of(i).back()->end - strips_of(i).front()->start;
+}
+
 void Finder::find_not_listed(std::size_t i) {
     const FilmEvent& event = film_.events[i];
-    const Strip* strip = strip_at(event, event.start);
+    // What lies in a transition as a whole has nothing beside it.
+    const bool in_transition = event.start >= event.end && !strips_of(i).empty();
+    const Strip* strip = in_transition ? strips_of(i).front() : strip_at(event, event.start);
     if (!strip) return;
     std::string film;
     if (!strip->rolls.listed.empty()) film += ", roll " + strip->rolls.listed;
-    if (strip->key) film += ", from " + strip->key.text_at(event.start - strip->start);
+    if (strip->key) film += ", from " + strip->key.text_at(in_transition ? 0 : event.start - strip->start);
     find(Code::not_listed, Severity::wrong, event, event.start,
-         frames_text(event.end - event.start) + " on " + channel_of(event.layer) + film + (film.empty() ? "" : ",") +
+         frames_text(frames_of(i)) + " on " + channel_of(event.layer) + film + (film.empty() ? "" : ",") +
              " are in no list: no optical with a number draws on that track");
 }
 
@@ -96,7 +101,7 @@ void Finder::find_numbers(std::size_t i) {
     if (!no_key && !no_roll && !no_ink) return;
     const std::string tape = event.rolls.tape.empty() ? "" : " of tape " + event.rolls.tape;
     const std::string from = event.timecode ? " from " + event.timecode.text_at(0) : "";
-    const std::string what = frames_text(event.end - event.start) + tape + from;
+    const std::string what = frames_text(frames_of(i)) + tape + from;
     if (no_key) find(Code::no_key, Severity::doubt, event, event.start, what + " have no key number");
     if (no_roll)
         find(Code::no_roll, Severity::doubt, event, event.start,
@@ -113,11 +118,11 @@ void Finder::find_media(std::size_t i) {
         outside += frames_outside(*strip, *event.media_frames);
     }
     if (outside == 0) return;
-    const std::int64_t last = event.source.frame_at(std::max<std::int64_t>(event.end - event.start - 1, 0));
+    const Strip &head = *strips_of(i).front(), &tail = *strips_of(i).back();
     find(Code::outside_media, Severity::wrong, event, event.start,
          std::to_string(outside) + " of " + frames_text(all) + " lie outside the media: it holds " +
-             frames_text(*event.media_frames) + ", and frames " + std::to_string(event.source.frame_at(0)) + " to " +
-             std::to_string(last) + " are used, counted from 0");
+             frames_text(*event.media_frames) + ", and frames " + std::to_string(head.source.frame_at(0)) + " to " +
+             std::to_string(tail.source.frame_at(tail.length() - 1)) + " are used, counted from 0");
 }
 
 void Finder::find_speed(std::size_t i) {
@@ -130,7 +135,7 @@ void Finder::find_speed(std::size_t i) {
         find(Code::inexact, Severity::note, event, event.start,
              "its film may be off by " + frames_text(off) +
                  (pulldown ? ", as its times don't fall on whole frames of film"
-                           : ", as it runs at " + speed_text(event.speed) + " times play-speed"));
+                           : ", as it runs at " + fraction_text(event.speed) + " times play-speed"));
     }
     if (event.speed < Fraction() && options_.edl) find_reverse(i);
 }

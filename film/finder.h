@@ -63,6 +63,7 @@ private:
     std::string near_miss(const FilmEvent& event) const;
     std::string channel_of(int layer) const;
     bool needs_ink(const Strip& strip) const;
+    std::int64_t frames_of(std::size_t event) const;
     const Strip* strip_at(const FilmEvent& event, std::int64_t frame) const;
     FoundAt place_at(const FilmEvent& event, std::int64_t frame) const;
     void find(Code code, Severity severity, const FilmEvent& event, std::int64_t frame, std::string what);

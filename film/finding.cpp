@@ -1,6 +1,7 @@
 #include "film/finding.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <iterator>
 #include <tuple>
 #include <utility>
@@ -67,5 +68,15 @@ std::string counted(std::int64_t number, const char* one, const char* many) {
 }
 
 std::string frames_text(std::int64_t number) { return counted(number, "frame", "frames"); }
+
+std::string fraction_text(const embedded::Fraction& value) {
+    const auto text = [](embedded::Fraction::wide part) { return std::to_string(static_cast<long long>(part)); };
+    constexpr int most_parts = 100000;
+    if (value.den() == 1) return text(value.num());
+    if (value.den() <= most_parts) return text(value.num()) + "/" + text(value.den());
+    char decimal[32];
+    std::snprintf(decimal, sizeof decimal, "%.9g", value.to_double());
+    return decimal;
+}
 
 } // namespace film

@@ -1,6 +1,8 @@
 #pragma once
 // What is wrong or doubtful of the film that an edit's lists name.
 
+#include "embedded/fraction.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -81,5 +83,7 @@ void sort_findings(Findings& findings);
 /// "29 frames", "1 frame".
 std::string counted(std::int64_t number, const char* one, const char* many);
 std::string frames_text(std::int64_t number);
+/// "3/2"; what a file holds as a decimal number, as that.
+std::string fraction_text(const embedded::Fraction& value);
 
 } // namespace film

@@ -2,6 +2,7 @@
 
 #include "embedded/edit_recipe.h"
 #include "film/cut_uses.h"
+#include "film/film_strip.h"
 #include "formats/source_labels.h"
 #include "host/ascii_text.h"
 #include "host/channel_kinds.h"
@@ -45,11 +46,22 @@ SourceFilm film_from(const LabelPoint& key, const Fraction& seconds, const Fract
     return film;
 }
 
+/// Backwards an event shows first the last frame of its stretch.
+FrameRange frames_of(const EventDescription& event, const SourceFilm& film) {
+    const Fraction in = film.frame_at(event.source_in);
+    const Fraction speed = event.speed < Fraction(0) ? -event.speed : event.speed;
+    const Fraction behind = in + event.duration * film.rate * speed;
+    const FrameRange frames = event.speed < Fraction(0)
+                                  ? FrameRange{film::whole_frame(in + speed - 1), film::whole_frame(behind - 1)}
+                                  : FrameRange{film::whole_frame(in), -film::whole_frame(-behind) - 1};
+    return {frames.first, std::max(frames.last, frames.first)};
+}
+
 class Moving {
 public:
-    Moving(const EditRecipe& recipe, const NewRolls& rolls, const formats::KeyOfFrame& keys,
+    Moving(const EditRecipe& recipe, const NewRolls& rolls, const formats::KeyOfFrame& keys, const RollOfFrame& roll_of,
            embedded::Warnings& warnings)
-        : recipe_(recipe), rolls_(rolls), keys_(keys), warnings_(warnings), builder_(recipe.edit) {}
+        : recipe_(recipe), rolls_(rolls), keys_(keys), roll_of_(roll_of), warnings_(warnings), builder_(recipe.edit) {}
 
     EditPtr run();
 
@@ -58,8 +70,7 @@ private:
     void add_item(int number, const RecipeChannel& channel, const ChannelItem& item);
     bool move(EventDescription& event);
     std::optional<SourceFilm> film_of(const SourceDescription& source, const Fraction& seconds) const;
-    std::optional<LabelPoint> logged_key(const SourceDescription& source, const Fraction& seconds,
-                                         Fraction& stands_at) const;
+    void find_logged(const SourceDescription& source, const Fraction& seconds, std::optional<SourceFilm>& film) const;
     embedded::SourceId piece_as_source(int source, const SourceFilm& film, const PieceOnRoll& piece);
     const SourceDescription& source_of(const EventDescription& event) const {
         return recipe_.sources[static_cast<std::size_t>(event.source)];
@@ -71,6 +82,7 @@ private:
     const EditRecipe& recipe_;
     const NewRolls& rolls_;
     const formats::KeyOfFrame& keys_;
+    const RollOfFrame& roll_of_;
     embedded::Warnings& warnings_;
     EditBuilder builder_;
     std::map<int, embedded::SourceId> kept_;                                           ///< sources that stay
@@ -126,39 +138,44 @@ bool Moving::move(EventDescription& event) {
                              event.label + " \"" + source.name + "\": has no key number, and stays on its own reel"});
         return false;
     }
-    const Fraction length = event.duration * (event.speed < Fraction(0) ? -event.speed : event.speed);
-    const Fraction behind = film->frame_at(event.source_in + length);
-    FrameRange frames{film->frame_at(event.source_in).floor(), -(-behind).floor() - 1};
-    frames.last = std::max(frames.last, frames.first);
+    const FrameRange frames = frames_of(event, *film);
     const PieceOnRoll* piece = rolls_.holding(film->run, frames);
     if (!piece)
         throw JobError(event.label + " \"" + source.name + "\": its film, from " + film->run.text_at(frames.first) +
                        " on, lies on no new roll; was the order made of another cut?");
+    if (piece->run.roll != film->run.roll && !film->run.roll.empty())
+        warnings_.push_back({embedded::WarningKind::doubt, event.label + " \"" + source.name +
+                                                               "\": the order has its numbers on roll " +
+                                                               (piece->run.roll.empty() ? "none" : piece->run.roll) +
+                                                               ", and it is of roll " + film->run.roll});
     event.source_in = event.source_in - film->seconds_at(Fraction(piece->frames.first));
     event.source = piece_as_source(event.source, *film, *piece);
     return true;
 }
 
 std::optional<SourceFilm> Moving::film_of(const SourceDescription& source, const Fraction& seconds) const {
+    std::optional<SourceFilm> film;
     if (keys_) {
-        Fraction stands_at;
-        const std::optional<LabelPoint> key = logged_key(source, seconds, stands_at);
-        if (!key || !key->is_useful()) return std::nullopt;
-        return film_from(*key, stands_at, film_rate_of(source));
+        find_logged(source, seconds, film);
+    } else if (source.key) {
+        film = film_from(formats::point_of(*source.key), source.start_strip, film_rate_of(source));
+        film->run.roll = ascii::upper_case(source.reel(embedded::camera_reel));
     }
-    if (!source.key) return std::nullopt;
-    return film_from(formats::point_of(*source.key), source.start_strip, film_rate_of(source));
+    return film;
 }
 
-std::optional<LabelPoint> Moving::logged_key(const SourceDescription& source, const Fraction& seconds,
-                                             Fraction& stands_at) const {
-    if (!source.video_timecode) return std::nullopt;
+void Moving::find_logged(const SourceDescription& source, const Fraction& seconds,
+                         std::optional<SourceFilm>& film) const {
+    if (!source.video_timecode) return;
     const Fraction rate = source.video_timecode->rate ? *source.video_timecode->rate
                                                       : (source.rate ? source.rate : recipe_.edit.rate)->rate();
     const std::int64_t first = formats::point_of(*source.video_timecode).sample;
     const std::int64_t frame = first + (seconds * rate).floor();
-    stands_at = Fraction(frame - first) / rate;
-    return keys_(source.reel(embedded::tape_reel), frame, film_rate_of(source) / rate);
+    const std::string reel = source.reel(embedded::tape_reel);
+    const std::optional<LabelPoint> key = keys_(reel, frame, film_rate_of(source) / rate);
+    if (!key || !key->is_useful()) return;
+    film = film_from(*key, Fraction(frame - first) / rate, film_rate_of(source));
+    film->run.roll = ascii::upper_case(roll_of_(reel, frame));
 }
 
 embedded::SourceId Moving::piece_as_source(int source, const SourceFilm& film, const PieceOnRoll& piece) {
@@ -202,12 +219,14 @@ const PieceOnRoll* NewRolls::holding(const FilmRun& run, const FrameRange& frame
     const auto film = by_film_.find({run.kind, run.prefix, run.perforation});
     if (film == by_film_.end()) return nullptr;
     const PieceOnRoll* best = nullptr;
-    std::int64_t most = 0;
+    std::pair<bool, std::int64_t> most{false, 0};
     for (const PieceOnRoll* piece : film->second) {
         const std::int64_t held =
             std::min(piece->frames.last, frames.last) - std::max(piece->frames.first, frames.first) + 1;
-        if (held > most) best = piece;
-        most = std::max(most, held);
+        const std::pair looks{ascii::upper_case(piece->run.roll) == run.roll, held};
+        if (held <= 0 || looks <= most) continue;
+        best = piece;
+        most = looks;
     }
     return best;
 }
@@ -235,11 +254,22 @@ film::Strips NewRolls::back_to_film(film::Strips strips) const {
     return strips;
 }
 
+RollOfFrame rolls_of_log(const film::LogRows* log) {
+    return [log](const std::string& reel, std::int64_t frame) -> std::string {
+        constexpr int most_overrun = 30;
+        if (!log) return {};
+        const film::LogRow* row = log->at(reel, frame).row;
+        if (!row) row = log->nearest(reel, frame, most_overrun);
+        if (!row) return {};
+        return row->camera.empty() ? row->reel : row->camera;
+    };
+}
+
 EditPtr on_new_rolls(const EditPtr& edit, const NewRolls& rolls, const formats::KeyOfFrame& keys,
-                     embedded::Warnings& warnings) {
+                     const RollOfFrame& roll_of, embedded::Warnings& warnings) {
     const EditRecipe* recipe = embedded::recipe_of(edit);
     if (!recipe) throw JobError("the edit holds nothing that could be moved to new rolls");
-    return Moving(*recipe, rolls, keys, warnings).run();
+    return Moving(*recipe, rolls, keys, roll_of, warnings).run();
 }
 
 } // namespace tool

@@ -12,6 +12,7 @@
 #include "host/edit.h"
 #include "tool/order_file.h"
 
+#include <functional>
 #include <map>
 #include <string>
 #include <tuple>
@@ -27,7 +28,7 @@ public:
     NewRolls(const NewRolls&) = delete;
     NewRolls& operator=(const NewRolls&) = delete;
 
-    /// The piece that holds most of those frames; null where none holds any.
+    /// The piece that holds most of those frames, of the run's own roll before others; null where none holds any.
     const PieceOnRoll* holding(const film::FilmRun& run, const film::FrameRange& frames) const;
     /// The piece at a timecode of a new roll; null where there is none.
     const PieceOnRoll* at(const std::string& roll, std::int64_t timecode) const;
@@ -44,9 +45,14 @@ private:
         at_; ///< by roll in upper case and first timecode
 };
 
-/// The same edit with the pieces as the sources of its pictures. `keys` tells key numbers that the edit itself hasn't.
-/// What has none stays as it is, and is told. Throws `JobError` where film lies on no new roll.
+/// The roll of a frame of a reel, by its timecode's frames since midnight. Empty where it isn't known.
+using RollOfFrame = std::function<std::string(const std::string& reel, std::int64_t frame)>;
+/// By the rows of a log; null where there is none. `log` outlives it.
+RollOfFrame rolls_of_log(const film::LogRows* log);
+
+/// The same edit with the pieces as the sources of its pictures. `keys` and `roll_of` tell what the edit itself
+/// doesn't. What has none stays as it is, and is told. Throws `JobError` where film lies on no new roll.
 EditPtr on_new_rolls(const EditPtr& edit, const NewRolls& rolls, const formats::KeyOfFrame& keys,
-                     embedded::Warnings& warnings);
+                     const RollOfFrame& roll_of, embedded::Warnings& warnings);
 
 } // namespace tool

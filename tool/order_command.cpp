@@ -1,5 +1,6 @@
 // "quillbrook order": what film is to be pulled or scanned for the reels of a programme.
 
+#include "film/cut_uses.h"
 #include "tool/command.h"
 #include "tool/film_check.h"
 #include "tool/key_values.h"
@@ -12,12 +13,15 @@
 #include "tool/roll_choices.h"
 #include "tool/run_setup.h"
 #include "tool/shared_options.h"
+#include "tool/tool_error.h"
 #include "tool/tool_logger.h"
 #include "tool/wrong_file.h"
 
 #include <algorithm>
 #include <climits>
 #include <iostream>
+#include <map>
+#include <tuple>
 
 namespace tool {
 namespace {
@@ -67,6 +71,7 @@ void add_reels(const OrderJob& job, film::OrderToTell& order) {
     film::ReelNeeds all;
     for (const std::string& path : job.edit.paths) {
         ReelFilm reel = reader.read(path);
+        if (reel.sound) throw JobError(path + ": is a table of sound, and only picture film is ordered");
         film::add_needs(reel.film, reel.log, static_cast<int>(order.reels.size()), all);
         order.reels.push_back(std::move(reel.input));
     }
@@ -91,7 +96,14 @@ bool goes_ahead(const OrderToTell& order, Sorting sorting, const film::OrderPiec
         const film::Count& timecode = strip.timecode;
         return std::pair(strip.rolls.tape, std::min(timecode.frame_at(0), timecode.frame_at(strip.length() - 1)));
     };
+    // Numbers of a roll that lie otherwise between the perforations stand among its others.
+    const auto number = [](const film::OrderPiece& piece) {
+        return film::perforations_of(piece.run, piece.frames).first;
+    };
     switch (sorting) {
+    case Sorting::roll:
+        return std::tuple(a.run.roll, a.run.kind, a.run.prefix, number(a)) <
+               std::tuple(b.run.roll, b.run.kind, b.run.prefix, number(b));
     case Sorting::edit:
         return first_use(a) < first_use(b);
     case Sorting::scan:
@@ -102,7 +114,6 @@ bool goes_ahead(const OrderToTell& order, Sorting sorting, const film::OrderPiec
 }
 
 void sort_pieces(OrderToTell& order, Sorting sorting) {
-    if (sorting == Sorting::roll) return;
     std::vector<std::size_t> places(order.pieces.size());
     for (std::size_t i = 0; i < places.size(); ++i)
         places[i] = i;
@@ -156,6 +167,38 @@ int prove(const OrderToTell& order, std::ostream& out) {
     return exit_done;
 }
 
+/// Film of one roll whose frames lie otherwise between the perforations, or that names a roll once and once none, makes
+/// pieces of its own.
+void tell_overlaps(const OrderToTell& order, bool quiet) {
+    std::map<film::Strand, std::vector<std::size_t>> strands;
+    for (std::size_t i = 0; i < order.pieces.size(); ++i)
+        strands[film::strand_of(order.pieces[i].run)].push_back(i);
+    embedded::Warnings warnings;
+    for (auto& [strand, places] : strands) {
+        const auto film = [&order](std::size_t place) {
+            return film::perforations_of(order.pieces[place].run, order.pieces[place].frames);
+        };
+        std::stable_sort(places.begin(), places.end(),
+                         [&](std::size_t a, std::size_t b) { return film(a).first < film(b).first; });
+        for (std::size_t i = 1; i < places.size(); ++i) {
+            const std::string &roll = order.pieces[places[i]].run.roll, &other = order.pieces[places[i - 1]].run.roll;
+            const bool one_roll = roll == other || roll.empty() || other.empty();
+            if (one_roll && film(places[i]).first <= film(places[i - 1]).last)
+                warnings.push_back({embedded::WarningKind::doubt,
+                                    "piece " + std::to_string(places[i] + 1) + " holds film of piece " +
+                                        std::to_string(places[i - 1] + 1) + " again: " +
+                                        (roll == other ? "their frames lie otherwise between the perforations"
+                                                       : "one of them names no roll")});
+        }
+    }
+    if (warnings.size() > 1) {
+        warnings.front().text += "; and " + film::counted(static_cast<std::int64_t>(warnings.size()) - 1,
+                                                          "more such piece", "more such pieces");
+        warnings.erase(warnings.begin() + 1, warnings.end());
+    }
+    tell_warnings(warnings, quiet);
+}
+
 int run(const OrderJob& job) {
     check_files(job);
     if (job.force && !job.log.empty()) read_in_spite_of_seals({job.log}, job.output.quiet);
@@ -163,6 +206,7 @@ int run(const OrderJob& job) {
     receive_tables(job.output.quiet);
     OrderToTell order;
     make_order(job, order);
+    tell_overlaps(order, job.output.quiet);
     deliver_bytes(job.output.report, order_text(order));
     if (job.json) deliver_bytes(*job.json, order_document(order));
     write_order_outputs(job.outputs, order, !job.had.empty(), job.output.quiet);

@@ -61,7 +61,7 @@ private:
     embedded::EditDescription description() const;
     SourceDescription source_of(const Scan& scan);
     void add_labels(const Scan& scan, SourceDescription& source);
-    void add_reels(const Scan& scan, const film::PieceFacts& facts, SourceDescription& source) const;
+    void add_reels(const Scan& scan, const film::PieceFacts& facts, SourceDescription& source);
     void add_images(const Scan& scan, SourceDescription& source);
     Fraction next_start(const Fraction& end) const;
     EventDescription event_of(const Scan& scan, embedded::SourceId source) const;
@@ -125,21 +125,27 @@ void OrderEdit::add_labels(const Scan& scan, SourceDescription& source) {
     const auto first = static_cast<int>(timecode ? timecode.frame_at(0) : 0);
     if (timecode || !editing_.needs_timecode)
         source.video_timecode = LabelDescription{kind, {}, first, scan.rate->rate()};
-    if (run.has_key()) source.key = LabelDescription{run.kind, run.text_at(scan.piece->frames.first), {}, {}};
+    const bool numbered = scan.piece->frames.first >= 0;
+    if (run.has_key() && !numbered) tell(scan, "its key numbers begin below 0000+00, and are left out");
+    if (run.has_key() && numbered)
+        source.key = LabelDescription{run.kind, run.text_at(scan.piece->frames.first), {}, {}};
     const Fraction film_rate = scan.rate->rate() / scan.step();
     if (run.has_key() && !(film_rate == embedded::film_rate_of(*scan.rate))) source.film_rate = film_rate;
 }
 
-void OrderEdit::add_reels(const Scan& scan, const film::PieceFacts& facts, SourceDescription& source) const {
+void OrderEdit::add_reels(const Scan& scan, const film::PieceFacts& facts, SourceDescription& source) {
     const film::FilmRun& run = scan.piece->run;
     const std::string& roll = run.has_key() ? run.roll : "";
     std::string camera = roll;
     for (const std::size_t use : scan.piece->uses)
         if (!order_.needs[use].strip.rolls.camera.empty()) camera = order_.needs[use].strip.rolls.camera;
     const std::string& own_tape = run.has_key() ? scan.timecode.tape : run.roll;
-    const std::string& wanted = editing_.reel == Reel::tape  ? own_tape
-                                : editing_.reel == Reel::lab ? facts.lab_roll
-                                                             : roll;
+    std::string lab_roll;
+    for (const std::size_t use : scan.piece->uses)
+        if (lab_roll.empty()) lab_roll = order_.needs[use].strip.rolls.lab;
+    if (editing_.reel == Reel::lab && lab_roll != facts.lab_roll)
+        tell(scan, "lies on the lab rolls " + facts.lab_roll + "; the first stands as its reel");
+    const std::string& wanted = editing_.reel == Reel::tape ? own_tape : editing_.reel == Reel::lab ? lab_roll : roll;
     const std::string& reel = wanted.empty() ? own_tape.empty() ? roll : own_tape : wanted;
     if (!reel.empty()) source.reels[embedded::tape_reel] = reel;
     if (!editing_.fields) return;

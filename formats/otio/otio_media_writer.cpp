@@ -146,7 +146,8 @@ void add_last_key(const Values& values, const SourceDescription& source, const R
 
 void add_film_numbers(const Values& values, const SourceDescription& source, const RateInfo& edit_rate,
                       const KeySpelling& keys, JsonValue& own) {
-    if (source.key) {
+    // Below 0 a number would be read again as the one that lies as far above.
+    if (source.key && point_of(*source.key).sample >= 0) {
         values.add(own, "film", label_type_to_edlstr(source.key->type));
         values.add(own, "keycode", key_text(*source.key, keys));
         add_last_key(values, source, edit_rate, keys, own);

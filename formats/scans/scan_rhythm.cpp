@@ -27,7 +27,9 @@ ScanRhythm RhythmTaker::rhythm() const {
         counts[fall + *rhythm.step] = times;
         if (film_of_rhythm({rhythm.step, fall + *rhythm.step})) of_films[fall + *rhythm.step] = times;
     }
-    rhythm.count = most_frequent(of_films.empty() ? counts : of_films);
+    // So is one that was seen alone; where numbers step by 1 it may count frames.
+    const bool one_jump = of_films.empty() && falls_.size() == 1 && falls_.begin()->second == 1 && *rhythm.step != 1;
+    if (!one_jump) rhythm.count = most_frequent(of_films.empty() ? counts : of_films);
     return rhythm;
 }
 

@@ -19,7 +19,7 @@ using testing::SizeIs;
 namespace {
 
 constexpr std::int64_t first_frame = 1600; ///< 0100+00
-constexpr int tc_30 = 5;
+constexpr label_t tc_30 = static_cast<label_t>(5);
 
 Fraction video(std::int64_t frames) { return {frames, 30}; }
 
@@ -32,7 +32,7 @@ EditDescription edit_30() {
 SourceDescription shot_30(const std::string& name) {
     SourceDescription source = shot(name);
     source.rate = embedded::nearest_rate(30.0);
-    source.video_timecode = label(tc_30, "01:00:00:00");
+    source.video_timecode = LabelDescription{tc_30, "01:00:00:00", {}, Fraction(30)};
     return source;
 }
 
@@ -157,7 +157,7 @@ struct LoggedPulldown : testing::Test {
         EditBuilder builder(edit_30());
         SourceDescription source = logged::transfer("VT1");
         source.rate = embedded::nearest_rate(30.0);
-        source.video_timecode = label(tc_30, "01:00:00:00");
+        source.video_timecode = LabelDescription{tc_30, "01:00:00:00", {}, Fraction(30)};
         source.key.reset();
         builder.add_event(builder.add_channel(picture), video_event(builder.add_source(source), first, length));
         return builder.finish();
@@ -183,6 +183,32 @@ TEST_F(LoggedPulldown, FilmBeginsWithTheFrameThatTheListsName) {
         EXPECT_GE(need.frames.last, first_frame + (k + 10 - 1) * 4 / 5) << k;
         EXPECT_LE(need.frames.length(), 9) << k;
     }
+}
+
+TEST_F(LoggedPulldown, AFreezeHasItsRowAsTake) {
+    EditBuilder builder(edit_30());
+    SourceDescription source = logged::transfer("VT1");
+    source.rate = embedded::nearest_rate(30.0);
+    source.video_timecode = LabelDescription{tc_30, "01:00:00:00", {}, Fraction(30)};
+    EventDescription event = video_event(builder.add_source(source), 100, 10);
+    event.speed = 0;
+    builder.add_event(builder.add_channel(picture), event);
+    MadeTable table(params(), logged::log_columns(), rows);
+    const film::LogRows log(table);
+    // A minute at 30 is 1440 frames of film.
+    EXPECT_EQ(needs_of(builder.finish(), &log).needs.at(0).take, (FrameRange{first_frame, first_frame + 1439}));
+}
+
+TEST(FilmNeeds, FilmWithoutKeyNumbersHasItsMediaAsTake) {
+    EditBuilder builder(plain_edit());
+    SourceDescription source = shot("a");
+    source.key.reset();
+    source.length = frames(40);
+    builder.add_event(builder.add_channel(picture), event_of(builder.add_source(source), 10, 5));
+    const film::FilmNeed need = needs_of(builder.finish()).needs.at(0);
+    constexpr std::int64_t one_o_clock = 86400;
+    EXPECT_EQ(need.frames, (FrameRange{one_o_clock + 5, one_o_clock + 14}));
+    EXPECT_EQ(need.take, (FrameRange{one_o_clock, one_o_clock + 39}));
 }
 
 } // namespace

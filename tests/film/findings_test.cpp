@@ -343,4 +343,28 @@ TEST_F(FilmFindings, WhatAReaderLeftOutIsAmongThem) {
     EXPECT_EQ(found[0].what, "a: left out");
 }
 
+// V2: a dissolve of 3 and 5 frames into a clip of 5.
+TEST_F(FilmFindings, AClipThatLiesInATransitionAsAWholeIsInNoListEither) {
+    const int v2 = builder.add_channel(1);
+    builder.add_event(v1, event_of(builder.add_source(keyed("a", "KJ1111110100+00")), 0, 48));
+    builder.add_event(v2, event_of(builder.add_source(keyed("b", "KJ2222220100+00")), 0, 20));
+    TransitionDescription dissolve;
+    dissolve.in_offset = frames(3);
+    dissolve.out_offset = frames(5);
+    builder.add_transition(v2, dissolve);
+    SourceDescription source = keyed("c", "KJ3333330100+00");
+    source.length = frames(3);
+    builder.add_event(v2, event_of(builder.add_source(source), 0, 5));
+    const Findings found = run();
+    EXPECT_THAT(drawn(found), ElementsAre("wrong not-listed 0", "wrong outside-media 25", "wrong not-listed 25"));
+    EXPECT_THAT(found.at(1).what, HasSubstr("5 of 8 frames lie outside the media: it holds 3 frames, and frames -3 to "
+                                            "4 are used"));
+    EXPECT_THAT(found.at(2).what, HasSubstr("8 frames on V2"));
+}
+
+TEST_F(FilmFindings, ASpeedThatAFileHoldsAsADecimalNumberIsToldAsThat) {
+    builder.add_event(v1, event_of(builder.add_source(keyed("a", "KJ1111110100+00")), 0, 48, Fraction::exactly(1.004)));
+    EXPECT_EQ(only(run()), "its film may be off by 1 frame, as it runs at 1.004 times play-speed");
+}
+
 } // namespace

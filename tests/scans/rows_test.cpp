@@ -495,4 +495,24 @@ RC_GTEST_PROP(ScanStretches, RunOnInsideAndBreakBetween, ()) {
     }
 }
 
+// From 5867+14 to 5868+01, then to 5869+08.
+TEST_F(ScanRows, AJumpOverACountEndsARowToo) {
+    for (const label_t film : {label_none, label_key_35mm_4p}) {
+        for (int i = 0; i < 6; ++i) {
+            Dpx header = frame_of_roll(i);
+            const int perforation = i < 2 ? 5867 * 64 + 14 * 4 + 4 * i : 5868 * 64 + 7 * 4 + 4 * i;
+            const Dpx key = at_perforation(perforation);
+            header.offset = key.offset;
+            header.count = key.count;
+            put_frame(i + 1, header);
+        }
+        options_.film = film;
+        const Log log = read();
+        EXPECT_THAT(rows(log),
+                    ElementsAre("01:00:00:00 01:00:00:02 KJ2910105867+14", "01:00:00:02 01:00:00:06 KJ2910105868+09"));
+        EXPECT_THAT(told(log), ElementsAre("A012/A012.0003.dpx: its key number is KJ2910105868+09 behind "
+                                           "KJ2910105867+15; a row begins here"));
+    }
+}
+
 } // namespace
