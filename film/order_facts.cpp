@@ -29,7 +29,8 @@ Count timecode_at(const FilmNeed& need, std::int64_t frame) {
     const Strip& strip = need.strip;
     Count count = strip.timecode;
     count.step = step_of(strip);
-    count.first = strip.key ? count.first + (Fraction(frame) + strip.pushed - strip.key.first) * count.step : Fraction(frame);
+    count.first =
+        strip.key ? count.first + (Fraction(frame) + strip.pushed - strip.key.first) * count.step : Fraction(frame);
     return count;
 }
 

@@ -229,7 +229,8 @@ int prove(Format format, const ExportJob& job, const Subject& subject, const fil
 /// Gives what was written, and the exit status.
 int deliver_on_rolls(Format format, const ExportJob& job, const Subject& subject, embedded::Warnings& warnings) {
     const NewRolls rolls(read_pieces_on_rolls(*job.on_rolls));
-    const Subject moved{on_new_rolls(subject.edit, rolls, keys_of_log(subject.log), rolls_of_log(subject.log), warnings), nullptr};
+    const Subject moved{
+        on_new_rolls(subject.edit, rolls, keys_of_log(subject.log), rolls_of_log(subject.log), warnings), nullptr};
     const formats::Written written = written_as(format, job, moved);
     deliver_written(job, written, warnings);
     return job.prove ? prove(format, job, subject, strips_of_written(format, written.text, moved, rolls)) : exit_done;

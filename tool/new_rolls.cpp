@@ -57,6 +57,11 @@ FrameRange frames_of(const EventDescription& event, const SourceFilm& film) {
     return {frames.first, std::max(frames.last, frames.first)};
 }
 
+/// At the end of an event that has more of them.
+std::int64_t frames_beside(const PieceOnRoll& piece, const FrameRange& frames) {
+    return std::max(piece.frames.first - frames.first, frames.last - piece.frames.last);
+}
+
 class Moving {
 public:
     Moving(const EditRecipe& recipe, const NewRolls& rolls, const formats::KeyOfFrame& keys, const RollOfFrame& roll_of,
@@ -140,9 +145,14 @@ bool Moving::move(EventDescription& event) {
     }
     const FrameRange frames = frames_of(event, *film);
     const PieceOnRoll* piece = rolls_.holding(film->run, frames);
-    if (!piece)
+    constexpr std::int64_t rounded = 1; // times between frames of film
+    if (!piece || frames_beside(*piece, frames) > rounded)
         throw JobError(event.label + " \"" + source.name + "\": its film, from " + film->run.text_at(frames.first) +
-                       " on, lies on no new roll; was the order made of another cut?");
+                       " on, lies on no new roll" + (piece ? " as a whole" : "") +
+                       "; was the order made of another cut?");
+    if (frames_beside(*piece, frames) > 0)
+        warnings_.push_back({embedded::WarningKind::doubt,
+                             event.label + " \"" + source.name + "\": a frame of its film lies on no new roll"});
     if (piece->run.roll != film->run.roll && !film->run.roll.empty())
         warnings_.push_back({embedded::WarningKind::doubt, event.label + " \"" + source.name +
                                                                "\": the order has its numbers on roll " +

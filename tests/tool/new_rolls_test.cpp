@@ -163,6 +163,19 @@ TEST_F(OnRolls, FilmOfAnotherCutIsRefused) {
     EXPECT_EQ(exported(example("reel/reel.otio"), "a.edl", {"--channel", "A1"}).status, 1);
 }
 
+// 60 frames, of which the rolls have 48 and a handle of 8 behind them.
+TEST_F(OnRolls, FilmThatRunsOnBehindItsPieceIsRefused) {
+    const auto list = [](const std::string& length) {
+        return "TITLE: A\n001  A1 V C 01:00:00:00 01:00:" + length + " 10:00:00:00 10:00:" + length +
+               "\n* KJ 12 3456-0100+00\n";
+    };
+    write("short.edl", list("02:00"));
+    write("long.edl", list("02:12"));
+    ASSERT_EQ(order({"short.edl", "--rate", "24", "--build-rolls", "400"}).status, 0);
+    EXPECT_EQ(exported("short.edl", "out.otio", {"--rate", "24"}).status, 0);
+    EXPECT_THAT(exported("long.edl", "out.otio", {"--rate", "24"}).err, HasSubstr("lies on no new roll as a whole"));
+}
+
 TEST_F(OnRolls, PiecesThatLieOnOnePlaceAreRefused) {
     ASSERT_EQ(order({example("recut/weir-old-r1.otio"), "--build-rolls", "400"}).status, 0);
     std::string text = read("order.json");
