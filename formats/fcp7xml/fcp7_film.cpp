@@ -1,7 +1,6 @@
 #include "formats/fcp7xml/fcp7_film.h"
 
 #include "formats/key_number.h"
-#include "formats/logs/film_values.h"
 #include "host/ascii_text.h"
 
 #include <algorithm>
@@ -32,7 +31,7 @@ constexpr Roll rolls[] = {
 /// Of the item or its clip, else of the clip of the bin.
 Element child_of(const Media& media, std::string_view name) {
     for (const Element& object : {media.clip, media.item, media.master})
-        if (const Element found = object.child(name)) return found;
+        if (const Element found = object.child(name); found.first_child()) return found;
     return {};
 }
 
@@ -42,12 +41,30 @@ std::string without_blanks(std::string_view text) {
     return result;
 }
 
-/// Feet of four digits and frames of two, also without the sign between them.
-std::string signed_frames(std::string_view written) {
-    constexpr std::size_t feet = 4;
-    std::string text = without_blanks(written);
-    if (text.size() > feet && std::all_of(text.begin(), text.end(), ascii::is_digit)) text.insert(feet, "+");
+constexpr std::size_t feet_digits = 4, frame_digits = 2;
+
+bool are_digits(std::string_view text) { return std::all_of(text.begin(), text.end(), ascii::is_digit); }
+
+/// "5867+07" of feet and frames, also of those without the sign between them; empty where it is none of them.
+std::string plain_frames(std::string_view written) {
+    std::string text = plain_key_number(written);
+    if (text.size() == feet_digits + frame_digits && are_digits(text)) text.insert(feet_digits, "+");
+    const std::size_t sign = std::min(text.find('+'), text.size());
+    if (sign == 0 || !are_digits(text.substr(0, sign)) || (sign == text.size() && sign > feet_digits)) return {};
+    if (sign < feet_digits) text.insert(0, feet_digits - sign, '0');
     return text;
+}
+
+/// Two letters and six digits, also in groups; empty where it is something else, which would shift the digits behind
+/// it.
+std::string plain_prefix(std::string_view written) {
+    constexpr std::size_t letters = 2, length = 8;
+    std::string text = without_blanks(written);
+    std::erase(text, '-');
+    std::transform(text.begin(), text.end(), text.begin(), ascii::upper);
+    const bool is_one = text.size() == length && std::all_of(text.begin(), text.begin() + letters, ascii::is_capital) &&
+                        are_digits(text.substr(letters));
+    return is_one ? text : std::string();
 }
 
 /// One reading of one `filmdata`.
@@ -64,7 +81,7 @@ public:
         if (!film_.empty()) {
             source_.key = key();
             source_.ink = ink();
-        } else if (!frames_of("keycode").empty() || !frames_of("inknumber").empty()) {
+        } else if (!written_in("keycode").empty() || !written_in("inknumber").empty()) {
             context_.teller.dropped(media_.item,
                                     "\"" + std::string(data_.text_of("filmstandard")) +
                                         "\" is no film standard that is known, so its numbers are left out");
@@ -86,8 +103,11 @@ private:
         return label;
     }
 
-    std::string frames_of(std::string_view number) const {
-        return signed_frames(data_.child(number).text_of("feetframes"));
+    std::string_view written_in(std::string_view number) const { return data_.child(number).text_of("feetframes"); }
+
+    void drop(std::string_view prefix, std::string_view written, const char* what) const {
+        context_.teller.dropped(media_.item, "\"" + std::string(prefix) + "\", \"" + std::string(written) +
+                                                 "\" can't be read as its " + what + ", which is left out");
     }
 
     std::string perforation(const Element& number) const {
@@ -97,8 +117,8 @@ private:
 
     std::optional<LabelDescription> key() const {
         const Element number = data_.child("keycode");
-        const std::string frames = frames_of("keycode");
-        if (frames.empty()) {
+        const std::string_view written = written_in("keycode");
+        if (written.empty()) {
             if (number.text_of("prefix").empty()) return std::nullopt;
             context_.teller.dropped(media_.item, "its key number has no feet and frames");
             return std::nullopt;
@@ -111,8 +131,13 @@ private:
         if (subclip_start() != Fraction(0))
             context_.teller.doubt(media_.item, "it is a subclip; its key number is taken for that of its file's first "
                                                "frame");
-        const std::string text = without_blanks(number.text_of("prefix")) + frames + perforation(number);
-        return label(edlstr_to_label_type(film_.c_str(), user_label_key), plain_key_number(text), "key number");
+        const std::string prefix = plain_prefix(number.text_of("prefix")), frames = plain_frames(written);
+        if (prefix.empty() || frames.empty()) {
+            drop(number.text_of("prefix"), written, "key number");
+            return std::nullopt;
+        }
+        return label(edlstr_to_label_type(film_.c_str(), user_label_key), prefix + frames + perforation(number),
+                     "key number");
     }
 
     Fraction subclip_start() const {
@@ -121,12 +146,17 @@ private:
 
     std::optional<LabelDescription> ink() const {
         const Element number = data_.child("inknumber");
-        const std::string frames = frames_of("inknumber");
-        if (frames.empty()) return std::nullopt;
-        const std::string written = without_blanks(number.text_of("prefix")) + frames;
-        const std::string plain = plain_ink_number(written);
-        return label(edlstr_to_label_type(film_.c_str(), user_label_ink), plain.empty() ? written : plain,
-                     "ink number");
+        const std::string_view written = written_in("inknumber");
+        if (written.empty()) return std::nullopt;
+        constexpr std::size_t length = 4;
+        std::string prefix = without_blanks(number.text_of("prefix"));
+        const std::string frames = plain_frames(written);
+        if (prefix.size() > length || frames.empty()) {
+            drop(prefix, written, "ink number");
+            return std::nullopt;
+        }
+        if (!prefix.empty()) prefix.resize(length, '_');
+        return label(edlstr_to_label_type(film_.c_str(), user_label_ink), prefix + frames, "ink number");
     }
 
     /// Film at 24 on 30 video frames went through a pulldown; at 30 it is there frame for frame.
@@ -153,7 +183,7 @@ private:
 /// The bin's clip may have been changed since, or the item: both can't be right.
 void compare_with_master(const Media& media, const Element& data, const Context& context) {
     const Element other = media.master.child("filmdata");
-    if (!other || other == data) return;
+    if (!other.first_child() || other == data) return;
     for (const std::string_view part : {"prefix", "feetframes"})
         if (other.child("keycode").text_of(part) != data.child("keycode").text_of(part)) {
             context.teller.doubt(media.item, "its key number isn't that of its clip in the bin; its own counts");

@@ -203,6 +203,42 @@ TEST(Fcp7Film, EveryWayToWriteAKeyNumber) {
     EXPECT_EQ(written(key("KJ291010", "many")), " !");
 }
 
+TEST(Fcp7Film, AKeyNumberIsNotGuessedFromPartsOfAnotherLength) {
+    const auto told_of = [](const std::string& prefix, const std::string& frames) {
+        const auto result = read(one(file(), film_data(key(prefix, frames))));
+        EXPECT_EQ(key_of(result), "") << prefix << " " << frames;
+        return told(result);
+    };
+    EXPECT_EQ(told_of("KJ12345", "5867+07"), "line 4: clip item \"A\": \"KJ12345\", \"5867+07\" can't be read as its "
+                                             "key number, which is left out");
+    for (const char* prefix : {"KJ123456789", "K1234567", "12345678", "KJ12345A", ""})
+        EXPECT_NE(told_of(prefix, "5867+07"), "") << prefix;
+    for (const char* frames : {"+07", "58670", "5867007"})
+        EXPECT_NE(told_of("KJ123456", frames), "") << frames;
+    EXPECT_EQ(key_of(read(one(file(), film_data(key("KJ-12-34-56", "12+07"))))), "KJ1234560012+07");
+}
+
+TEST(Fcp7Film, NorIsAnInkNumber) {
+    const auto ink = [](const std::string& prefix, const std::string& frames) {
+        const auto result =
+            read(one(file(), film_data(tag("inknumber", tag("prefix", prefix) + tag("feetframes", frames)))));
+        return label_at(source_at(result.edit, 0, 0), user_label_ink, medium_ink, 0) +
+               (told(result).empty() ? "" : " !");
+    };
+    EXPECT_EQ(ink("1234", "12+07"), "12340012+07");
+    EXPECT_EQ(ink("12", "5867+07"), "12__5867+07");
+    EXPECT_EQ(ink("A-1", "5867+07"), "A-1_5867+07");
+    EXPECT_EQ(ink("", "5867+07"), "    5867+07");
+    EXPECT_EQ(ink("12345", "0120+00"), " !");
+}
+
+TEST(Fcp7Film, EmptyFilmDataOfAnItemHideNothing) {
+    const std::string bin = "<clip id=\"m\">" + film_data(key("KJ291010", "5867+00")) + "</clip>";
+    EXPECT_EQ(
+        key_of(read_document(document(bin + sequence(track(one(file(), tag("masterclipid", "m") + film_data(""))))))),
+        "KJ2910105867+00");
+}
+
 TEST(Fcp7Film, NumbersThatRunBackwardsOrOfUnknownFilmAreLeftOut) {
     const auto backwards = read(one(file(), film_data(key("KJ291010", "5867+00", tag("reversed", "TRUE")))));
     EXPECT_EQ(key_of(backwards), "");
