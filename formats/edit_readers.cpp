@@ -67,7 +67,7 @@ ReadResult read_edit(const EditReader& reader, const Paths& paths, const ReadOpt
     ReadResult result = reader.read(paths, options);
     if (!result.edit || !result.sequences.empty()) return result;
     const std::vector<Sequence> only{sequence_of(result.edit)};
-    const bool taken = choose_sequence(only, options, paths.front(), result).has_value();
+    const bool taken = result.sequence_chosen || choose_sequence(only, options, paths.front(), result).has_value();
     if (options.list_only) result.sequences = only;
     if (options.list_only || !taken) result.edit = EditPtr();
     return result;

@@ -39,6 +39,7 @@ struct ReadResult {
     std::vector<Sequence> sequences; ///< with `ReadOptions::list_only`: all that the file holds
     bool rate_missing = false;       ///< the error is that nothing tells the rate and the options don't either
     bool sequence_missing = false;   ///< the error is that the file holds several and none, or none of them, was named
+    bool sequence_chosen = false;    ///< the file holds that which the options name
 };
 
 /// A reader of bytes; messages call them by the path, and the time is that of the file.

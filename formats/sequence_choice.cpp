@@ -14,6 +14,9 @@ std::optional<std::size_t> none(ReadResult& result, const std::string& error) {
     return std::nullopt;
 }
 
+/// A name that tells it from others of its name.
+std::string with_place(const Sequence& sequence) { return sequence.name + " (" + sequence.place + ")"; }
+
 } // namespace
 
 std::string names_of(const std::vector<Sequence>& all) {
@@ -36,13 +39,17 @@ std::optional<std::size_t> choose_sequence(const std::vector<Sequence>& all, con
         if (all.size() == 1) return 0;
         return none(result, path + ": holds " + std::to_string(all.size()) + " sequences: " + names_of(all));
     }
-    const auto is_wanted = [&](const Sequence& sequence) { return sequence.name == wanted; };
+    const auto is_wanted = [&](const Sequence& sequence) {
+        return sequence.name == wanted || with_place(sequence) == wanted;
+    };
     const auto found = std::find_if(all.begin(), all.end(), is_wanted);
     if (found == all.end()) return none(result, path + ": holds no sequence \"" + wanted + "\", but " + names_of(all));
     if (std::any_of(found + 1, all.end(), is_wanted)) {
         result.error = path + ": holds several sequences \"" + wanted + "\": " + names_of(all);
+        if (!found->place.empty()) result.error += "; name one as \"" + with_place(*found) + "\"";
         return std::nullopt;
     }
+    result.sequence_chosen = true;
     return static_cast<std::size_t>(found - all.begin());
 }
 

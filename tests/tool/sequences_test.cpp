@@ -62,7 +62,10 @@ TEST_F(Sequences, ANameThatIsntThereIsRefusedWithThoseThatAre) {
 
 TEST_F(Sequences, ANameOfSeveralIsRefused) {
     write_reels({"Reel", "Reel"});
-    EXPECT_THAT(shown({"--sequence", "Reel"}), HasSubstr("holds several sequences \"Reel\""));
+    EXPECT_THAT(shown({"--sequence", "Reel"}),
+                HasSubstr("holds several sequences \"Reel\": \"Reel\" (timeline 1), \"Reel\" (timeline 2); name one as "
+                          "\"Reel (timeline 1)\""));
+    EXPECT_THAT(shown({"--sequence", "Reel (timeline 2)"}), StartsWith("Edit \"Reel\""));
 }
 
 TEST_F(Sequences, TheOnlyOneMustHaveTheNameToo) {
