@@ -38,6 +38,68 @@ TEST(Fcp7Speeds, ReverseCountsFromTheEndOfTheMedia) {
     EXPECT_THAT(told(unknown), HasSubstr("plays in reverse, but how long its file is isn't said"));
 }
 
+TEST(Fcp7Speeds, ReverseOfASubclipCountsFromTheEndOfThat) {
+    const auto subclip = [](const std::string& end, const std::string& more = "") {
+        const auto result =
+            retimed(time_remap("-100"), tag("subclipinfo", tag("startoffset", "100") + tag("endoffset", end)) + more);
+        return source_frames(result.edit, 0, 0) + (told(result).empty() ? "" : " !");
+    };
+    // Of the frames 100 to 499 the 20th from the end is 479, whatever the end counts from.
+    EXPECT_EQ(subclip("500"), "479-469");
+    EXPECT_EQ(subclip("0"), "979-969");
+    EXPECT_EQ(subclip("9"), "970-960");
+    EXPECT_EQ(subclip("950"), "929-919");
+    EXPECT_EQ(subclip("300"), "679-669 !");
+    EXPECT_EQ(subclip("300", tag("duration", "200")), "279-269");
+    EXPECT_EQ(subclip("300", tag("duration", "600")), "679-669");
+    const auto keys = retimed(time_remap("-100", false, false, graph({{"0", "950"}, {"950", "0"}})),
+                              tag("subclipinfo", tag("startoffset", "100") + tag("endoffset", "0")));
+    EXPECT_THAT(told(keys), HasSubstr("plays in reverse, from frame 950 of a file of 1000"));
+}
+
+TEST(Fcp7Speeds, PercentsThatAreRoundedGiveWayToTheKeyFrames) {
+    const auto third = [](const std::string& percent, const char* end) {
+        const auto result = read(
+            clip({"A", 0, 10, 96, 106, file(), time_remap(percent, false, false, graph({{"0", "0"}, {"3000", end}}))}));
+        return start_timecode(result.edit) + told(result);
+    };
+    EXPECT_EQ(third("33.3333", "1000"), "01:00:01:08");
+    EXPECT_EQ(third("33.33", "1000"), "01:00:01:08");
+    EXPECT_EQ(third("33.3333", "999.9"), "01:00:01:07");
+    EXPECT_EQ(third("-33.3333", "-1000").substr(0, 11), "00:59:58:16");
+    // A frozen one stays so.
+    EXPECT_EQ(played(time_remap("0.00", false, false, graph({{"0", "7"}, {"100000", "8"}}))),
+              "0-10 A@01:00:00:07*0 7-7");
+}
+
+TEST(Fcp7Speeds, ASpeedThatIsNotThatOfTheKeyFramesIsDoubted) {
+    const std::string line = graph({{"0", "0"}, {"1000", "1000"}});
+    const auto frozen = retimed(time_remap("0", false, false, line));
+    EXPECT_EQ(shown(frozen) + " " + source_frames(frozen.edit, 0, 0), "0-10 A@01:00:00:20*0 20-20");
+    EXPECT_THAT(told(frozen), HasSubstr("is frozen, but the key frames of its speed move"));
+    const auto unknown = read(clip({"A", 0, 10, -1, 30, file(), time_remap("0", false, false, line)}));
+    EXPECT_EQ(shown(unknown), "0-10 A@01:00:00:00*0");
+    const auto slow = retimed(time_remap("50", false, false, line));
+    EXPECT_EQ(shown(slow), "0-10 A@01:00:00:20");
+    EXPECT_THAT(told(slow), HasSubstr("plays at 50 percent, but the key frames of its speed say otherwise"));
+    EXPECT_THAT(told(retimed(time_remap("100", false, false, graph({{"0", "900"}, {"900", "0"}})))),
+                HasSubstr("plays at 100 percent"));
+    EXPECT_EQ(told(retimed(time_remap("50", false, true, line))), "");
+}
+
+TEST(Fcp7Speeds, TwoKeyFramesAtOnePlaceAreAJump) {
+    const std::string jump = graph({{"0", "0"}, {"24", "24"}, {"24", "60"}, {"24", "100"}, {"40", "116"}});
+    EXPECT_EQ(shown(retimed(time_remap("100", false, true, jump))), "0-4 A@01:00:00:20 | 4-10 A@01:00:04:04");
+    EXPECT_EQ(shown(retimed(time_remap("100", false, true, graph({{"0", "0"}, {"29", "29"}, {"29", "90"}})))),
+              "0-9 A@01:00:00:20 | 9-10 A@01:00:03:18*0");
+}
+
+TEST(Fcp7Speeds, OfTwoFiltersForItTheFirstCounts) {
+    const auto result = retimed(time_remap("50") + time_remap("200"));
+    EXPECT_EQ(shown(result), "0-10 A@01:00:00:10*0.5");
+    EXPECT_THAT(told(result), HasSubstr("has several filters for its speed; the first counts"));
+}
+
 TEST(Fcp7Speeds, AGraphSaysWhichFramesAreShown) {
     EXPECT_EQ(
         played(time_remap("200", false, false, graph({{"0", "0"}, {"20", "240"}, {"30", "260"}, {"500", "1200"}}))),
