@@ -35,10 +35,11 @@ void add_marks(const Element& element, const Piece& piece, const Fraction& rate,
 }
 
 /// How long a medium is, in frames of the item.
-std::optional<Fraction> length_of(const Media& media, const Clock& clock) {
+std::optional<Fraction> length_of(const Media& media, const Context& context) {
     const std::optional<Fraction> frames = number_from(media.file.text_of("duration"));
     if (!frames) return std::nullopt;
-    const Rate rate = rate_of(media.file).value_or(media.rate);
+    const Clock& clock = context.clock;
+    const Rate rate = context.index.rate_of(media.file).value_or(media.rate);
     return clock.seconds(*frames, rate) * clock.rate(media.rate);
 }
 
@@ -47,11 +48,11 @@ bool counts_as_file(const Element& item, const Media& media, const Rate& file) {
     const std::optional<Fraction> in = number_from(item.text_of("in"));
     const std::optional<Fraction> seconds = seconds_of_ticks(item.text_of("pproTicksIn"));
     if (!in || !seconds || file.timebase == media.rate.timebase) return false;
-    const auto is_in = [&](const Rate& rate) {
-        const Fraction off = *seconds * rate.frames_a_second() - *in;
-        return Fraction(-1) <= off && off <= Fraction(1);
+    const auto off = [&](const Rate& rate) {
+        const Fraction frames = *seconds * rate.frames_a_second() - *in;
+        return frames < Fraction(0) ? -frames : frames;
     };
-    return !is_in(media.rate) && is_in(file);
+    return off(file) <= Fraction(1) && std::max(off(file), Fraction(1, 2)) < off(media.rate);
 }
 
 } // namespace
@@ -116,10 +117,10 @@ Pieces Flattener::pieces_of(const Placed& placed, const Stretch& own, const Medi
         const Fraction frame = number_in(element, "stillframeoffset", context_.teller).value_or(Fraction(0));
         return {{own.to - own.from, frame, 0}};
     }
-    const Retime retime(element, length_of(media, context_.clock), context_.teller);
+    const Retime retime(element, length_of(media, context_), context_.teller);
     if (!retime.counts() && is_still(media, own.from)) return {{own.to - own.from, Fraction(0), 0}};
     if (retime.counts()) return retime.pieces(own.from, own.to);
-    const Rate file = rate_of(media.file).value_or(media.rate);
+    const Rate file = context_.index.rate_of(media.file).value_or(media.rate);
     if (!counts_as_file(element, media, file)) return retime.pieces(own.from, own.to);
     context_.teller.rate(element, "its in counts frames of its file, not its own");
     const Fraction in = number_from(element.text_of("in")).value_or(Fraction(0));
@@ -150,7 +151,7 @@ void Flattener::add_events(Pieces pieces, const Fraction& moved, const Placed& p
     }
     const Fraction mixed = number_in(placed.element, "mixedratesoffset", context_.teller).value_or(Fraction(0));
     const Fraction extra = context_.clock.seconds(moved, placed.rate) +
-                           context_.clock.seconds(mixed, rate_of(media.file).value_or(media.rate));
+                           context_.clock.seconds(mixed, context_.index.rate_of(media.file).value_or(media.rate));
     for (const Piece& piece : pieces) {
         Item item = item_like(placed, Fraction(0));
         item.kind = Item::Kind::event;

@@ -1,9 +1,20 @@
 #include "formats/fcp7xml/fcp7_index.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace formats::fcp7 {
 namespace {
 
 constexpr std::string_view repeated[] = {"file", "sequence", "clip", "clipitem", "generatoritem", "multiclip"};
+
+/// What places and timecodes are counted in; parameters of effects hold rates too, of 0 among others.
+constexpr std::string_view counted[] = {"sequence", "clip", "clipitem", "generatoritem", "file"};
+
+bool is_counted_in(const Element& rate) {
+    const Element object = rate.parent().name() == "timecode" ? rate.parent().parent() : rate.parent();
+    return std::find(std::begin(counted), std::end(counted), object.name()) != std::end(counted);
+}
 
 bool holds(const Element& element) { return static_cast<bool>(element.first_child()); }
 
@@ -28,6 +39,7 @@ Index::Index(const Element& root) {
 
 void Index::note(const Element& element) {
     if (!holds(element)) return;
+    if (element.name() == "rate") note_rate(element);
     const std::string_view id = element.attribute("id");
     const bool clip = element.name() == "clip";
     if (clip && !element.text_of("masterclipid").empty())
@@ -35,6 +47,19 @@ void Index::note(const Element& element) {
     if (id.empty()) return;
     const auto kind = known_.find(element.name());
     if (kind != known_.end()) kind->second.try_emplace(id, element);
+}
+
+void Index::note_rate(const Element& rate) {
+    if (const std::optional<Rate> read = rate_in(rate))
+        rates_.try_emplace(rate.parent().number(), *read);
+    else if (!rate.text_of("timebase").empty() && is_counted_in(rate))
+        unreadable_.push_back(rate);
+}
+
+std::optional<Rate> Index::rate_of(Element object) const {
+    for (; object; object = object.parent())
+        if (const auto found = rates_.find(object.number()); found != rates_.end()) return found->second;
+    return std::nullopt;
 }
 
 const Element* Index::find(std::string_view name, std::string_view id) const {
@@ -64,6 +89,7 @@ void Index::find_sequences(const Element& folder) {
         if (child.name() == "project" || child.name() == "bin" || child.name() == "children") find_sequences(child);
         if (child.name() != "sequence") continue;
         const Element sequence = full(child);
+        if (!sequence) unreadable_.push_back(child);
         if (sequence && listed_.insert(sequence.number()).second) sequences_.push_back(sequence);
     }
 }

@@ -35,12 +35,12 @@ std::vector<Element> tracks_of(const Element& sequence, int kind) {
     return tracks;
 }
 
-Rate rate_of_sequence(const Element& sequence) {
-    if (const std::optional<Rate> rate = rate_of(sequence)) return *rate;
+Rate rate_of_sequence(const Element& sequence, const Index& index) {
+    if (const std::optional<Rate> rate = index.rate_of(sequence)) return *rate;
     for (const int kind : {picture_channel, sound_channel})
         for (const Element& track : tracks_of(sequence, kind))
             for (const Element item : track.children())
-                if (const std::optional<Rate> rate = item.name() == "clipitem" ? rate_of(item) : std::nullopt)
+                if (const std::optional<Rate> rate = item.name() == "clipitem" ? index.rate_of(item) : std::nullopt)
                     return *rate;
     throw ReadError{place_of(sequence) + ": nothing tells its frames a second"};
 }
@@ -63,7 +63,7 @@ Item Flattener::item_like(const Placed& placed, const Fraction& length) const {
 Items Flattener::track(const Element& track, const Element& sequence, int kind) {
     kind_ = kind;
     open_.assign(1, sequence.number());
-    const Rate rate = rate_of_sequence(sequence);
+    const Rate rate = rate_of_sequence(sequence, context_.index);
     Items items = items_of(track, rate, kind);
     if (is_enabled(track)) return items;
     Items gap(1);
@@ -182,7 +182,7 @@ Items Flattener::spliced_nest(const Element& nested, const Element& track, const
         context_.teller.dropped(placed.element, "is a sequence with filters, which are left out");
     open_.push_back(nested.number());
     ++depth_;
-    Items content = items_of(track, rate_of_sequence(nested), kind_);
+    Items content = items_of(track, rate_of_sequence(nested, context_.index), kind_);
     --depth_;
     open_.pop_back();
     const Clock& clock = context_.clock;

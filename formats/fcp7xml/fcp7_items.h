@@ -17,7 +17,7 @@ using timeline::Stretch;
 /// The tracks of a sequence, picture or sound, from the lowest.
 std::vector<Element> tracks_of(const Element& sequence, int kind);
 /// The sequence's rate; refused where nothing says any.
-Rate rate_of_sequence(const Element& sequence);
+Rate rate_of_sequence(const Element& sequence, const Index& index);
 
 class Flattener {
 public:

@@ -31,13 +31,15 @@ private:
     bool parse(std::string_view bytes);
     std::optional<Element> choose(const fcp7::Index& index);
     std::vector<Sequence> listed(const fcp7::Index& index) const;
-    const embedded::RateInfo* find_rate(const Element& sequence);
-    embedded::EditDescription describe(const Element& sequence, const fcp7::Clock& clock);
+    const embedded::RateInfo* find_rate(const Element& sequence, const fcp7::Index& index);
+    embedded::EditDescription describe(const Element& sequence, const fcp7::Index& index, const fcp7::Clock& clock);
     void read(const fcp7::Index& index, const Element& sequence, const embedded::RateInfo& rate,
               std::string_view bytes);
     embedded::EditBuilder::Unrender copies(std::string_view bytes) const;
     int add_channels(const Element& sequence, int kind, fcp7::Flattener& flattener, embedded::EditBuilder& builder);
-    void add_cues(const Element& sequence, const fcp7::Clock& clock, embedded::EditBuilder& builder);
+    void add_cues(const Element& sequence, const fcp7::Rate& rate, const fcp7::Clock& clock,
+                  embedded::EditBuilder& builder);
+    void tell_what_is_unreadable(const fcp7::Index& index);
     void tell_what_is_off(const Element& sequence, int tracks, int items);
     void add_warnings(const embedded::Warnings& warnings);
 
@@ -56,8 +58,8 @@ std::string name_of(const Element& sequence, const std::string& path) {
     return name.empty() ? stem_of(path) : std::string(name);
 }
 
-const embedded::RateInfo* listed_rate(const Element& sequence) {
-    const std::optional<fcp7::Rate> rate = fcp7::rate_of(sequence);
+const embedded::RateInfo* listed_rate(const Element& sequence, const fcp7::Index& index) {
+    const std::optional<fcp7::Rate> rate = index.rate_of(sequence);
     return rate ? embedded::nearest_rate(rate->frames_a_second().to_double()) : nullptr;
 }
 
@@ -76,7 +78,8 @@ bool Reading::parse(std::string_view bytes) {
 std::vector<Sequence> Reading::listed(const fcp7::Index& index) const {
     std::vector<Sequence> all;
     for (const Element& sequence : index.sequences())
-        all.push_back({name_of(sequence, path_), "line " + std::to_string(sequence.line()), listed_rate(sequence)});
+        all.push_back(
+            {name_of(sequence, path_), "line " + std::to_string(sequence.line()), listed_rate(sequence, index)});
     return all;
 }
 
@@ -91,9 +94,9 @@ std::optional<Element> Reading::choose(const fcp7::Index& index) {
     return index.sequences()[*chosen];
 }
 
-const embedded::RateInfo* Reading::find_rate(const Element& sequence) {
+const embedded::RateInfo* Reading::find_rate(const Element& sequence, const fcp7::Index& index) {
     if (options_.rate) return options_.rate;
-    const fcp7::Rate rate = fcp7::rate_of_sequence(sequence);
+    const fcp7::Rate rate = fcp7::rate_of_sequence(sequence, index);
     const embedded::RateInfo* found = embedded::nearest_rate(rate.frames_a_second().to_double());
     if (found && found->nominal == rate.timebase) return found;
     result_.error = path_ + ": " + fcp7::place_of(sequence) + ": " + std::to_string(rate.timebase) +
@@ -102,7 +105,8 @@ const embedded::RateInfo* Reading::find_rate(const Element& sequence) {
     return nullptr;
 }
 
-embedded::EditDescription Reading::describe(const Element& sequence, const fcp7::Clock& clock) {
+embedded::EditDescription Reading::describe(const Element& sequence, const fcp7::Index& index,
+                                            const fcp7::Clock& clock) {
     embedded::EditDescription edit;
     edit.name = name_of(sequence, path_);
     edit.rate = &clock.edit();
@@ -110,7 +114,7 @@ embedded::EditDescription Reading::describe(const Element& sequence, const fcp7:
     if (is_copy_) edit.identity = "copy:" + edit.name;
     for (Element above = sequence.parent(); above; above = above.parent())
         if (above.name() == "project") edit.project = above.text_of("name");
-    const std::optional<fcp7::Timecode> timecode = fcp7::timecode_of(sequence, teller_);
+    const std::optional<fcp7::Timecode> timecode = fcp7::timecode_of(sequence, index, teller_);
     if (!timecode) return edit;
     edit.start_frame = (clock.seconds(Fraction(timecode->frame), timecode->rate) * clock.edit().rate()).nearest();
     edit.drop_frame = timecode->drop && clock.edit().can_drop();
@@ -130,8 +134,8 @@ int Reading::add_channels(const Element& sequence, int kind, fcp7::Flattener& fl
     return off;
 }
 
-void Reading::add_cues(const Element& sequence, const fcp7::Clock& clock, embedded::EditBuilder& builder) {
-    const fcp7::Rate rate = fcp7::rate_of_sequence(sequence);
+void Reading::add_cues(const Element& sequence, const fcp7::Rate& rate, const fcp7::Clock& clock,
+                       embedded::EditBuilder& builder) {
     for (const Element marker : sequence.children()) {
         if (marker.name() != "marker") continue;
         const std::optional<Fraction> in = fcp7::place_in(marker, "in", teller_);
@@ -141,6 +145,15 @@ void Reading::add_cues(const Element& sequence, const fcp7::Clock& clock, embedd
         }
         builder.add_stack_cue({clock.seconds(*in, rate), fcp7::text_of_marker(marker), 4});
     }
+}
+
+void Reading::tell_what_is_unreadable(const fcp7::Index& index) {
+    for (const Element& element : index.unreadable())
+        if (element.name() == "rate")
+            teller_.rate(element, "\"" + std::string(element.text_of("timebase")) +
+                                      "\" isn't a rate that is known; that of what it stands in counts");
+        else
+            teller_.dropped(element, "isn't in the document, but for its id");
 }
 
 void Reading::tell_what_is_off(const Element& sequence, int tracks, int items) {
@@ -165,7 +178,7 @@ embedded::EditBuilder::Unrender Reading::copies(std::string_view bytes) const {
 void Reading::read(const fcp7::Index& index, const Element& sequence, const embedded::RateInfo& rate,
                    std::string_view bytes) {
     const fcp7::Clock clock(rate);
-    embedded::EditBuilder builder(describe(sequence, clock));
+    embedded::EditBuilder builder(describe(sequence, index, clock));
     builder.set_unrender(copies(bytes));
     timeline::Sources sources(builder);
     const fcp7::Context context{index, clock, options_.all_effects, teller_, sources};
@@ -173,7 +186,8 @@ void Reading::read(const fcp7::Index& index, const Element& sequence, const embe
     int tracks_off = 0;
     for (const int kind : {picture_channel, sound_channel})
         tracks_off += add_channels(sequence, kind, flattener, builder);
-    add_cues(sequence, clock, builder);
+    add_cues(sequence, fcp7::rate_of_sequence(sequence, index), clock, builder);
+    tell_what_is_unreadable(index);
     tell_what_is_off(sequence, tracks_off, flattener.items_off());
     if (teller_.untold() > 0)
         warnings_.push_back("there are " + std::to_string(teller_.untold()) + " things more to tell of it");
@@ -191,7 +205,7 @@ ReadResult Reading::run(std::string_view bytes) {
         if (!sequence) return std::move(result_);
         if (fcp7::tracks_of(*sequence, picture_channel).empty() && fcp7::tracks_of(*sequence, sound_channel).empty())
             throw fcp7::ReadError{fcp7::place_of(*sequence) + ": holds no track"};
-        if (const embedded::RateInfo* rate = find_rate(*sequence)) read(index, *sequence, *rate, bytes);
+        if (const embedded::RateInfo* rate = find_rate(*sequence, index)) read(index, *sequence, *rate, bytes);
     } catch (const fcp7::ReadError& error) {
         result_.error = path_ + ": " + error.message;
     }

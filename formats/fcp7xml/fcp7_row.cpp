@@ -89,7 +89,7 @@ void Row::place(std::size_t i) {
     placed.element = thing.element;
     placed.in = place_in(thing.element, "in", teller_);
     placed.out = place_in(thing.element, "out", teller_);
-    placed.rate = rate_of(thing.element).value_or(sequence_);
+    placed.rate = context_.index.rate_of(thing.element).value_or(sequence_);
     placed.own_frames = context_.clock.rate(placed.rate) / context_.clock.rate(sequence_);
     std::optional<Fraction> start = thing.start, end = thing.end;
     if (!start)

@@ -45,9 +45,7 @@ std::string extension_of(const Media& media) {
     return {};
 }
 
-std::string reel_of(const Element& object) {
-    return std::string(object.child("timecode").child("reel").text_of("name"));
-}
+std::string reel_of(const Element& object) { return std::string(timecode_in(object).child("reel").text_of("name")); }
 
 /// The reel that is given; without one the name of the file, by which its log calls it, and at last that of the clip.
 std::string reel_of(const Media& media) {
@@ -57,9 +55,10 @@ std::string reel_of(const Media& media) {
     return name_of(media);
 }
 
-std::optional<Timecode> timecode_of_media(const Media& media, Teller& teller) {
+std::optional<Timecode> timecode_of_media(const Media& media, const Context& context) {
     for (const Element& object : {media.file, media.clip, media.item})
-        if (std::optional<Timecode> found = object ? timecode_of(object, teller) : std::nullopt) return found;
+        if (std::optional<Timecode> found = object ? timecode_of(object, context.index, context.teller) : std::nullopt)
+            return found;
     return std::nullopt;
 }
 
@@ -81,10 +80,10 @@ LabelDescription label_of(const Timecode& timecode, const Media& media, const Co
 }
 
 void add_timecode(const Media& media, const Context& context, SourceDescription& source) {
-    const Rate rate = rate_of(media.file).value_or(media.rate);
+    const Rate rate = context.index.rate_of(media.file).value_or(media.rate);
     const RateInfo* listed = context.clock.listed(rate);
     source.rate = listed ? listed : &context.clock.edit();
-    const auto timecode = timecode_of_media(media, context.teller).value_or(Timecode{0, rate, false});
+    const auto timecode = timecode_of_media(media, context).value_or(Timecode{0, rate, false});
     source.video_timecode = label_of(timecode, media, context);
     const std::optional<Fraction> length = number_in(media.file, "duration", context.teller);
     if (length && Fraction(0) < *length) source.length = context.clock.seconds(*length, rate);
@@ -104,7 +103,7 @@ Media media_of(const Element& item, const Element& clip, const Rate& otherwise, 
     media.file = context.index.full(file);
     media.master = context.index.master_clip(media.told_by());
     if (!media.master && clip) media.master = context.index.master_clip(item);
-    media.rate = rate_of(item).value_or(otherwise);
+    media.rate = context.index.rate_of(item).value_or(otherwise);
     return media;
 }
 

@@ -1,5 +1,6 @@
 #include "formats/fcp7xml/fcp7_values.h"
 
+#include "formats/fcp7xml/fcp7_index.h"
 #include "host/ascii_text.h"
 
 #include <algorithm>
@@ -52,15 +53,6 @@ Fraction without_noise(const Fraction& value) {
     return off <= Fraction(1, 10000) ? whole : value;
 }
 
-std::optional<Rate> own_rate_of(const Element& object) {
-    const Element rate = object.child("rate");
-    const std::optional<Fraction> timebase = number_from(rate.text_of("timebase"));
-    if (!timebase || *timebase < Fraction(1) || *timebase > Fraction(highest_timebase) || timebase->den() != 1)
-        return std::nullopt;
-    const int counted = static_cast<int>(timebase->floor());
-    return Rate{counted, counted % 25 != 0 && truth_in(rate, "ntsc", false)}; // nothing runs at 24.975
-}
-
 /// The four parts of "01:00:00;00" or " 01:00:00.00".
 std::optional<std::array<int, 4>> parts_of_timecode(std::string_view text) {
     std::array<int, 4> parts{};
@@ -76,14 +68,29 @@ std::optional<std::array<int, 4>> parts_of_timecode(std::string_view text) {
 }
 
 /// Drop-frame leaves out two numbers of 30, four of 60, each minute but the tenth.
+int left_out(int minutes, int timebase, bool drop) { return drop && minutes % 10 != 0 ? timebase / 15 : 0; }
+
+/// Whether it is a number that drop-frame leaves out.
+bool is_left_out(const std::array<int, 4>& parts, int timebase, bool drop) {
+    return parts[2] == 0 && parts[3] < left_out(parts[1], timebase, drop);
+}
+
+/// A number that is left out is the next that exists.
 std::optional<std::int64_t> frame_of_text(std::string_view text, int timebase, bool drop) {
     const auto parts = parts_of_timecode(text);
     if (!parts) return std::nullopt;
     const auto [hours, minutes, seconds, frames] = *parts;
     if (minutes > 59 || seconds > 59 || frames >= timebase) return std::nullopt;
+    const int shown = is_left_out(*parts, timebase, drop) ? left_out(minutes, timebase, drop) : frames;
     const std::int64_t total_minutes = std::int64_t{hours} * 60 + minutes;
-    const std::int64_t counted = (total_minutes * 60 + seconds) * timebase + frames;
+    const std::int64_t counted = (total_minutes * 60 + seconds) * timebase + shown;
     return drop ? counted - (total_minutes - total_minutes / 10) * (timebase / 15) : counted;
+}
+
+/// There may be others beside it, of the tracks that a tape has for them.
+bool is_of_source(const Element& timecode) {
+    const std::string_view source = timecode.text_of("source");
+    return source.empty() || ascii::same(source, "source");
 }
 
 bool can_drop(const Rate& rate) { return rate.timebase == 30 || rate.timebase == 60; }
@@ -92,6 +99,15 @@ bool is_drop(const Element& timecode) {
     const std::string_view format = timecode.text_of("displayformat");
     if (!format.empty()) return ascii::same(format, "DF");
     return timecode.text_of("string").find(';') != std::string_view::npos;
+}
+
+void doubt_text(const Element& object, std::string_view text, const Timecode& timecode, Teller& teller) {
+    const auto parts = parts_of_timecode(text);
+    if (!parts) return;
+    if (is_left_out(*parts, timecode.rate.timebase, timecode.drop))
+        teller.doubt(object, "its timecode is \"" + std::string(text) +
+                                 "\", which drop-frame leaves out; it counts as the next that there is");
+    if ((*parts)[0] > 23) teller.doubt(object, "its timecode is \"" + std::string(text) + "\", but a day has 24 hours");
 }
 
 /// Film and its video at 24, 30, 48, 60 and so on; 25 and 50 stand apart.
@@ -158,10 +174,12 @@ bool truth_in(const Element& object, std::string_view child, bool otherwise) {
     return ascii::same(text, "TRUE") || text == "1";
 }
 
-std::optional<Rate> rate_of(Element object) {
-    for (; object; object = object.parent())
-        if (const std::optional<Rate> own = own_rate_of(object)) return own;
-    return std::nullopt;
+std::optional<Rate> rate_in(const Element& rate) {
+    const std::optional<Fraction> timebase = number_from(rate.text_of("timebase"));
+    if (!timebase || *timebase < Fraction(1) || *timebase > Fraction(highest_timebase) || timebase->den() != 1)
+        return std::nullopt;
+    const int counted = static_cast<int>(timebase->floor());
+    return Rate{counted, counted % 25 != 0 && truth_in(rate, "ntsc", false)}; // nothing runs at 24.975
 }
 
 Fraction Clock::rate(const Rate& rate) const {
@@ -176,9 +194,16 @@ const RateInfo* Clock::listed(const Rate& written) const {
     return near && near->rate() == exact ? near : nullptr;
 }
 
-std::optional<Timecode> timecode_of(const Element& object, Teller& teller) {
-    const Element element = object.child("timecode");
-    const std::optional<Rate> rate = rate_of(element);
+Element timecode_in(const Element& object) {
+    const Element first = object.child("timecode");
+    for (Element element = first; element; element = element.next_of_name())
+        if (is_of_source(element)) return element;
+    return first;
+}
+
+std::optional<Timecode> timecode_of(const Element& object, const Index& index, Teller& teller) {
+    const Element element = timecode_in(object);
+    const std::optional<Rate> rate = index.rate_of(element);
     if (!element || !rate) return std::nullopt;
     Timecode timecode{0, *rate, is_drop(element)};
     if (timecode.drop && !can_drop(*rate)) {
@@ -196,6 +221,10 @@ std::optional<Timecode> timecode_of(const Element& object, Teller& teller) {
         teller.dropped(object, "\"" + std::string(text) + "\" can't be read as its timecode");
     if (!frame && !counted) return std::nullopt;
     timecode.frame = frame ? frame->nearest() : *counted;
+    if (!frame) doubt_text(object, text, timecode, teller);
+    if (!is_of_source(element))
+        teller.doubt(object,
+                     "has no timecode of its own but \"" + std::string(element.text_of("source")) + "\", which counts");
     return timecode;
 }
 

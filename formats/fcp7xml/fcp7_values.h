@@ -19,6 +19,8 @@ using embedded::Fraction;
 using embedded::RateInfo;
 using xml::Element;
 
+class Index;
+
 /// What stops the reading, in words that name the object.
 struct ReadError {
     std::string message;
@@ -82,8 +84,8 @@ struct Rate {
     friend bool operator==(const Rate& a, const Rate& b) = default;
 };
 
-/// That of the object, else of what it stands in; nothing where nothing says.
-std::optional<Rate> rate_of(Element object);
+/// That of an element "rate"; nothing where it is none that is known.
+std::optional<Rate> rate_in(const Element& rate);
 
 /// Turns frames of any rate into seconds on an edit. What the edit's rate goes into, or goes into it, keeps step with
 /// it: 24 frames are as long as 30 at 29.97 in an edit at 23.976, and as 30 at 30 in one at 24, for film and video that
@@ -110,7 +112,9 @@ struct Timecode {
     bool drop = false;
 };
 
-/// That of the object's child `timecode`; nothing without one that says anything.
-std::optional<Timecode> timecode_of(const Element& object, Teller& teller);
+/// The object's child `timecode`; of several that of the source.
+Element timecode_in(const Element& object);
+/// What that says; nothing where it says nothing.
+std::optional<Timecode> timecode_of(const Element& object, const Index& index, Teller& teller);
 
 } // namespace formats::fcp7

@@ -96,6 +96,8 @@ TEST(Fcp7Documents, ABinOfClipsOnlyAndSequencesWithoutTracksAreRefused) {
     EXPECT_EQ(
         read_document(document(tag("bin", tag("children", "<clip id=\"c\">" + tag("name", "A") + "</clip>")))).error,
         "a.xml: holds no sequence");
+    const auto beside = read_document(document("<sequence id=\"lost\"/>" + sequence(track(""))));
+    EXPECT_EQ(told(beside), "line 4: sequence: isn't in the document, but for its id");
     EXPECT_EQ(read_document(document(sequence(""))).error, "a.xml: line 4: sequence \"Reel 1\": holds no track");
     EXPECT_EQ(read_document("<xmem/>").error, "a.xml: line 1: isn't FCP 7 XML, but <xmem>");
     EXPECT_EQ(read_document("<xmeml>").error, "a.xml: line 1: the text breaks off");

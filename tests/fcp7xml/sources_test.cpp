@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
+
 using namespace fcp7_texts;
 using testing::HasSubstr;
 
@@ -57,6 +59,39 @@ TEST(Fcp7Timecode, TheFrameCountsWhereTheTextIsAtOdds) {
               "line 4: file \"a.mov\": its timecode says frame 240 but \"01:00:00:00\"; the frame counts");
 }
 
+TEST(Fcp7Timecode, ANumberThatDropFrameLeavesOutIsTheNextThatThereIs) {
+    const auto at = [](int timebase, const std::string& text) {
+        const auto result = read(one(file("a.mov", rate(timebase, true) + timecode("", text))), rate(timebase, true));
+        return start_timecode(result.edit) + (told(result).empty() ? "" : " !");
+    };
+    EXPECT_EQ(at(30, "01:01:00;00"), "01:01:00;02 !");
+    EXPECT_EQ(at(30, "01:01:00;01"), "01:01:00;02 !");
+    EXPECT_EQ(at(30, "01:10:00;00"), "01:10:00;00");
+    EXPECT_EQ(at(30, "01:01:01;00"), "01:01:01;00");
+    EXPECT_EQ(at(60, "01:01:00;03"), "01:01:00;04 !");
+    const auto whole = read(clip({"A", 0, 10, 0, 10}), rate(30, true) + timecode("", "01:01:00;00"));
+    EXPECT_THAT(told(whole), HasSubstr("sequence \"Reel 1\": its timecode is \"01:01:00;00\", which drop-frame leaves "
+                                       "out; it counts as the next that there is"));
+    EXPECT_STREQ(LabelPoint(model(whole).timecode.point).get_string(), "01:01:00;02");
+}
+
+TEST(Fcp7Timecode, OneBeyondADayIsDoubted) {
+    const auto result = read(one(file("a.mov", timecode("", "25:00:00:00"))));
+    EXPECT_EQ(start_timecode(result.edit), "01:00:00:00");
+    EXPECT_EQ(told(result), "line 4: file \"a.mov\": its timecode is \"25:00:00:00\", but a day has 24 hours");
+}
+
+TEST(Fcp7Timecode, OfSeveralThatOfTheSourceCounts) {
+    const std::string other = timecode("240", "", tag("source", "aux1") + reel("AUX"));
+    const auto both = read(one(file("a.mov", other + timecode("48", "", tag("source", "source") + reel("TK01")))));
+    EXPECT_EQ(start_timecode(both.edit), "00:00:02:00");
+    EXPECT_EQ(reel_at(both.edit, 0, 0), "TK01");
+    EXPECT_EQ(told(both), "");
+    const auto alone = read(one(file("a.mov", other)));
+    EXPECT_EQ(start_timecode(alone.edit), "00:00:10:00");
+    EXPECT_EQ(told(alone), "line 4: file \"a.mov\": has no timecode of its own but \"aux1\", which counts");
+}
+
 TEST(Fcp7Timecode, WithoutAnyItBeginsAtNothing) {
     EXPECT_EQ(start_timecode(read(one(file("a.mov", ""), "", 24)).edit), "00:00:01:00");
     const auto item = read(one(file("a.mov", ""), timecode("48")));
@@ -108,6 +143,25 @@ TEST(Fcp7Rates, ATimecodeThatNoLabelCountsIsTakenAtTheEdits) {
     EXPECT_THAT(told(result), HasSubstr("no timecode counts 15 frames a second; counted in 30"));
 }
 
+TEST(Fcp7Rates, OneThatCannotBeReadIsTold) {
+    for (const char* timebase : {"0", "23.976"}) {
+        const std::string odd = tag("rate", tag("timebase", timebase));
+        const auto result = read(one(file(), odd, 24));
+        EXPECT_EQ(start_timecode(result.edit), "01:00:01:00");
+        EXPECT_THAT(told(result), HasSubstr("isn't a rate that is known; that of what it stands in counts"));
+        EXPECT_EQ(told(read(one(file(), tag("filter", tag("effect", tag("parameter", odd))), 24))), "");
+    }
+}
+
+TEST(Fcp7Rates, AreFoundAtOnceHoweverManyItemsHaveNone) {
+    std::string items;
+    for (int i = 0; i < 20'000; ++i)
+        items += clip({"A", i, i + 1, 0, 1, "<file id=\"lost\"/>"});
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(read(items).edit->getNumChans(), 1);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
+}
+
 TEST(Fcp7Rates, SecondsCountBetweenPalAndFilm) {
     const auto result = read(one(file("a.mov", rate(25) + timecode("0")), rate(25), 50), rate(24));
     EXPECT_EQ(start_timecode(result.edit), "00:00:02:00");
@@ -123,6 +177,14 @@ TEST(Fcp7Rates, TheTicksOfSomeStillsSayThatTheirInCountsAsTheirFileDoes) {
     const auto other = read(clip({"A", 0, 24, 86313, 86337, titles, rate(24, true) + ticks}), rate(24, true));
     EXPECT_EQ(start_timecode(other.edit), "00:59:56:11");
     EXPECT_EQ(told(other), "");
+}
+
+TEST(Fcp7Rates, TheTicksOfAStillSayItNearItsStartToo) {
+    // 5 frames of 30; at 24 they would be 4.
+    const std::string ticks = tag("pproTicksIn", "42336000000");
+    const auto still = read(clip({"A", 0, 24, 5, 29, file("a.mov", rate(30) + timecode("0")), rate(24) + ticks}));
+    EXPECT_EQ(start_timecode(still.edit), "00:00:00:05");
+    EXPECT_THAT(told(still), HasSubstr("its in counts frames of its file, not its own"));
 }
 
 TEST(Fcp7Rates, OffsetsOfMixedRatesAndSubclipsMoveTheIn) {
