@@ -72,8 +72,7 @@ Items Flattener::clip(const Placed& placed, const Stretch& own, const Element& a
     const Media media = media_of(element, angle.child("clip") ? context_.index.full(angle.child("clip")) : Element(),
                                  placed.rate, context_);
     if (is_generated(media)) {
-        const std::string name = name_of(media);
-        return made_up(placed, own, name, is_named_black(name));
+        return made_up(placed, own, name_of(media), is_black(media));
     }
     if (!media.file) context_.teller.doubt(element, "its file isn't in the document");
     Pieces pieces = pieces_of(placed, own, media);
@@ -118,7 +117,7 @@ Pieces Flattener::pieces_of(const Placed& placed, const Stretch& own, const Medi
         return {{own.to - own.from, frame, 0}};
     }
     const Retime retime(element, length_of(media, context_), context_.teller);
-    if (!retime.counts() && is_still(media, own.from)) return {{own.to - own.from, Fraction(0), 0}};
+    if (!retime.counts() && is_still(media, own.from, context_.teller)) return {{own.to - own.from, Fraction(0), 0}};
     if (retime.counts()) return retime.pieces(own.from, own.to);
     const Rate file = context_.index.rate_of(media.file).value_or(media.rate);
     if (!counts_as_file(element, media, file)) return retime.pieces(own.from, own.to);

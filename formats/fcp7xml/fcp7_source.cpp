@@ -109,16 +109,36 @@ Media media_of(const Element& item, const Element& clip, const Rate& otherwise, 
 
 bool is_generated(const Media& media) { return !media.file.text_of("mediaSource").empty(); }
 
-bool is_still(const Media& media, const Fraction& in) {
+/// As "a.0001.dpx", one of many.
+bool is_numbered(const Media& media) {
+    const std::string stem = stem_of_file(media);
+    return !stem.empty() && (ascii::is_digit(stem.back()) || stem.back() == ']');
+}
+
+bool is_still(const Media& media, const Fraction& in, Teller& teller) {
     static constexpr std::string_view pictures[] = {".png", ".psd", ".jpg", ".jpeg", ".tif", ".tiff",
                                                     ".tga", ".bmp", ".gif", ".exr",  ".dpx", ".ai"};
     const std::string extension = extension_of(media);
     if (std::find(std::begin(pictures), std::end(pictures), extension) == std::end(pictures)) return false;
     const std::optional<Fraction> length = number_from(media.file.text_of("duration"));
-    return !length || *length <= Fraction(1) || *length <= in;
+    if (!length || *length <= Fraction(1) || *length <= in) return true;
+    if (!is_numbered(media))
+        teller.doubt(media.item, "its file is a picture, but " + std::to_string(length->floor()) +
+                                     " frames long; it is read as a series of pictures that move");
+    return false;
 }
 
-bool is_named_black(std::string_view name) { return ascii::same(name, "Slug") || ascii::begins(name, "Black"); }
+bool is_named_black(std::string_view name) {
+    while (!name.empty() && (ascii::is_digit(name.back()) || ascii::is_white(name.back())))
+        name.remove_suffix(1);
+    static constexpr std::string_view names[] = {"Slug", "Black", "Black Video"};
+    return std::any_of(std::begin(names), std::end(names),
+                       [&](std::string_view one) { return ascii::same(one, name); });
+}
+
+bool is_black(const Media& media) {
+    return ascii::same(media.file.text_of("mediaSource"), "Slug") && is_named_black(name_of(media));
+}
 
 std::string name_of(const Media& media) {
     for (const Element& object : {media.clip, media.item, media.file})

@@ -35,9 +35,12 @@ struct Media {
 Media media_of(const Element& item, const Element& clip, const Rate& otherwise, const Context& context);
 /// What came from no medium: black, titles, mattes.
 bool is_generated(const Media& media);
-/// A still picture, which any frame of it shows.
-bool is_still(const Media& media, const Fraction& in);
+/// A still picture, which any frame of it shows. One that might be but is read as a series is told.
+bool is_still(const Media& media, const Fraction& in, Teller& teller);
+/// What editing programs call black: "Slug", "Black", "Black Video", also with a number.
 bool is_named_black(std::string_view name);
+/// Black, of what came from no medium: titles may have any name.
+bool is_black(const Media& media);
 /// The item's, else the file's.
 std::string name_of(const Media& media);
 

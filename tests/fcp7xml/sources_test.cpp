@@ -359,12 +359,27 @@ TEST(Fcp7Generated, SlugIsBlackAndOthersAreRenderedUnderTheirName) {
     EXPECT_EQ(told(result), "");
 }
 
+TEST(Fcp7Generated, ATitleIsNotBlackForItsName) {
+    const auto made = [](const std::string& name, const std::string& source) {
+        return shown(read(clip({name, 0, 10, 0, 10, file("d", tag("mediaSource", source))})));
+    };
+    for (const char* name : {"Slug", "black", "BLACK VIDEO", "Black Video 2"})
+        EXPECT_EQ(made(name, "Slug"), "0-10 black") << name;
+    for (const std::string name : {"Blackmail", "Black Rain main title", "Blackout"})
+        EXPECT_EQ(made(name, "Slug"), "0-10 " + name + "@");
+    EXPECT_EQ(made("Black", "GraphicAndType"), "0-10 Black@");
+}
+
 TEST(Fcp7Generated, StillsAreHeld) {
     const auto marked = read(one(file(), tag("stillframe", "TRUE") + tag("stillframeoffset", "48")));
     EXPECT_EQ(shown(marked), "0-10 A@01:00:02:00*0");
     EXPECT_EQ(shown(read(one(file("a.png", timecode("0"), "1"), "", 86400))), "0-10 A@00:00:00:00*0");
     // Pictures in a row are no still.
-    EXPECT_EQ(shown(read(one(file("a.png", timecode("0"), "500"), "", 24))), "0-10 A@00:00:01:00");
+    const auto row = read(one(file("a.0001.png", timecode("0"), "500"), "", 24));
+    EXPECT_EQ(shown(row) + told(row), "0-10 A@00:00:01:00");
+    const auto doubted = read(one(file("a.png", timecode("0"), "500"), "", 24));
+    EXPECT_EQ(shown(doubted), "0-10 A@00:00:01:00");
+    EXPECT_THAT(told(doubted), HasSubstr("its file is a picture, but 500 frames long; it is read as a series"));
 }
 
 TEST(Fcp7Effects, FiltersAreEffectsUnlessTheyDoNothing) {
