@@ -137,7 +137,8 @@ bool Flattener::stand_apart(const Pieces& pieces, const Placed& placed) const {
 void Flattener::add_events(Pieces pieces, const Fraction& moved, const Placed& placed, const Media& media,
                            embedded::SourceId source, Items& items) {
     std::vector<embedded::EffectDescription> effects = effects_of(placed.element, context_);
-    std::erase_if(pieces, [](const Piece& piece) { return piece.length <= Fraction(0); });
+    if (Fraction(0) < placed.length())
+        std::erase_if(pieces, [](const Piece& piece) { return piece.length <= Fraction(0); });
     if (pieces.size() > 1) {
         const bool apart = stand_apart(pieces, placed);
         context_.teller.replaced(placed.element, apart ? "plays at a variable speed; each of its " +

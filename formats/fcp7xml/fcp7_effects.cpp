@@ -111,7 +111,8 @@ TransitionDescription describe_transition(const Element& transition, int kind, c
     return result;
 }
 
-Fraction cut_of(const Element& transition, const Fraction& start, const Fraction& end, const Rate& rate) {
+Fraction cut_of(const Element& transition, const Fraction& start, const Fraction& end, const Rate& rate,
+                Teller& teller) {
     if (const std::optional<Fraction> seconds = seconds_of_ticks(transition.text_of("cutPointTicks"))) {
         const Fraction cut = start + Fraction((*seconds * rate.frames_a_second()).nearest());
         if (cut <= end) return cut;
@@ -119,6 +120,10 @@ Fraction cut_of(const Element& transition, const Fraction& start, const Fraction
     const std::string_view alignment = transition.text_of("alignment");
     if (ascii::begins(alignment, "start")) return start;
     if (ascii::begins(alignment, "end")) return end;
+    if (!ascii::same(alignment, "center"))
+        teller.doubt(transition, alignment.empty() ? "doesn't say where it cuts; the middle counts"
+                                                   : "is aligned to \"" + std::string(alignment) +
+                                                         "\", which isn't known; it cuts in the middle");
     return Fraction(((start + end) / Fraction(2)).floor());
 }
 

@@ -14,6 +14,7 @@ std::vector<embedded::EffectDescription> effects_of(const Element& item, const C
 embedded::TransitionDescription describe_transition(const Element& transition, int kind, const Context& context);
 
 /// Where a transition that joins two items cuts, between its start and end: frames of the sequence.
-Fraction cut_of(const Element& transition, const Fraction& start, const Fraction& end, const Rate& rate);
+Fraction cut_of(const Element& transition, const Fraction& start, const Fraction& end, const Rate& rate,
+                Teller& teller);
 
 } // namespace formats::fcp7

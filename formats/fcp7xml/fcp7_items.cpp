@@ -60,6 +60,13 @@ Item Flattener::item_like(const Placed& placed, const Fraction& length) const {
     return item;
 }
 
+/// What a fade comes from or goes to where the next item follows at once: without it the two would dissolve.
+Item Flattener::no_black(const Placed& placed) const {
+    Item black = item_like(placed, Fraction(0));
+    black.kind = Item::Kind::black;
+    return black;
+}
+
 Items Flattener::track(const Element& track, const Element& sequence, int kind) {
     kind_ = kind;
     open_.assign(1, sequence.number());
@@ -75,7 +82,7 @@ Items Flattener::track(const Element& track, const Element& sequence, int kind) 
 Items Flattener::items_of(const Element& track, const Rate& rate, int kind) {
     Items items;
     Fraction now;
-    bool nests = false;
+    bool nests = false, faded = false;
     const auto add_transition = [&](std::unique_ptr<embedded::TransitionDescription>& transition) {
         if (!transition) return;
         Item& added = items.emplace_back();
@@ -84,11 +91,16 @@ Items Flattener::items_of(const Element& track, const Rate& rate, int kind) {
         added.transition = std::move(transition);
     };
     for (Placed& placed : place_items(track, rate, kind, context_)) {
-        if (now < placed.from) items.push_back(item_like(placed, context_.clock.seconds(placed.from - now, rate)));
+        const bool fades_in = placed.head && !placed.joined && !items.empty() && items.back().kind == Item::Kind::event;
+        if (now < placed.from)
+            items.push_back(item_like(placed, context_.clock.seconds(placed.from - now, rate)));
+        else if (fades_in || (faded && is_enabled(placed.element)))
+            items.push_back(no_black(placed));
         add_transition(placed.head);
         Items content = content_of(placed);
         if (depth_ > 0) count(content.size(), placed.element);
         std::move(content.begin(), content.end(), std::back_inserter(items));
+        faded = static_cast<bool>(placed.tail);
         add_transition(placed.tail);
         nests = nests || placed.element.child("sequence");
         now = placed.to;
@@ -167,6 +179,10 @@ Items Flattener::nest(const Placed& placed, const Stretch& own) {
         context_.teller.dropped(element, "is a sequence whose markers are left out");
     const std::vector<Element> tracks = shown_tracks(nested, element);
     if (tracks.empty()) return gap_for(placed, own);
+    if (own.from == own.to) {
+        context_.teller.replaced(element, "is a sequence that transitions show all of; it is rendered material");
+        return rendered_nest(nested, placed, pieces);
+    }
     const bool plain = pieces.size() == 1 && pieces.front().speed == Fraction(1);
     if (plain && tracks.size() == 1) return spliced_nest(nested, tracks.front(), placed, pieces.front());
     if (plain)
@@ -187,7 +203,8 @@ Items Flattener::spliced_nest(const Element& nested, const Element& track, const
     open_.pop_back();
     const Clock& clock = context_.clock;
     const Stretch stretch{clock.seconds(taken.media, placed.rate), clock.seconds(taken.media_end(), placed.rate)};
-    return timeline::spliced(std::move(content), stretch, item_like(placed, Fraction(0)).event, depth_ + 1);
+    return timeline::spliced(std::move(content), stretch, item_like(placed, Fraction(0)).event, depth_ + 1,
+                             &context_.teller.warnings());
 }
 
 Items Flattener::rendered_nest(const Element& nested, const Placed& placed, const Pieces& pieces) {

@@ -39,6 +39,7 @@ private:
     Items rendered_nest(const Element& nested, const Placed& placed, const Pieces& pieces);
     std::vector<Element> shown_tracks(const Element& sequence, const Element& item) const;
     Item item_like(const Placed& placed, const Fraction& length) const;
+    Item no_black(const Placed& placed) const;
     void count(std::size_t more, const Element& where);
 
     // Clips with a medium.

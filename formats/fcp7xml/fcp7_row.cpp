@@ -40,9 +40,12 @@ private:
     const Thing* transition_at(std::size_t i) const;
     Placed* item_at(std::size_t i, const Thing& transition, bool behind);
     Fraction cut_between(const Placed* before, const Placed* behind, const Thing& transition) const;
+    void doubt_reach(const Placed* before, const Placed* behind, const Thing& transition);
     void join(std::size_t i);
     void put_in_order();
     void keep(Placed placed, std::vector<Placed>& kept);
+    void cut_under(const Placed& placed, std::vector<Placed>& kept);
+    void drop(std::unique_ptr<embedded::TransitionDescription>& transition);
     Fraction seconds(const Fraction& frames) const { return context_.clock.seconds(frames, sequence_); }
 
     const Rate sequence_;
@@ -137,7 +140,20 @@ Placed* Row::item_at(std::size_t i, const Thing& transition, bool behind) {
 Fraction Row::cut_between(const Placed* before, const Placed* behind, const Thing& transition) const {
     if (!before) return behind->start;
     if (!behind || before->end == behind->start) return before->end;
-    return cut_of(transition.element, *transition.start, *transition.end, sequence_);
+    return cut_of(transition.element, *transition.start, *transition.end, sequence_, teller_);
+}
+
+/// A transition shows its items from its start to its end; one that begins or ends under it has no frames there.
+void Row::doubt_reach(const Placed* before, const Placed* behind, const Thing& transition) {
+    const bool short_before = before && before->end < *transition.end;
+    const bool short_behind = behind && *transition.start < behind->start;
+    if (!short_before && !short_behind) return;
+    if (!before || !behind)
+        teller_.doubt(transition.element, "is longer than what its one item has under it; it is cut to that");
+    else if (before->end != behind->start)
+        teller_.doubt(transition.element,
+                      "begins ahead of the item behind it, or ends behind the one before it: what it shows of them "
+                      "lies beyond their own frames");
 }
 
 void Row::join(std::size_t i) {
@@ -151,14 +167,18 @@ void Row::join(std::size_t i) {
     }
     auto transition =
         std::make_unique<embedded::TransitionDescription>(describe_transition(thing.element, kind_, context_));
+    doubt_reach(before, behind, thing);
     const Fraction cut = cut_between(before, behind, thing);
     if (before) {
         before->to = cut;
         before->tail_taken = cut - start;
+        before->in_transition = true;
     }
     if (behind) {
         behind->from = cut;
         behind->head_taken = end - cut;
+        behind->in_transition = true;
+        if (before) behind->joined = before->element;
     }
     transition->in_offset = before ? seconds(cut - start) : Fraction(0);
     transition->out_offset = behind ? seconds(end - cut) : Fraction(0);
@@ -171,19 +191,34 @@ void Row::keep(Placed placed, std::vector<Placed>& kept) {
                                             " frames ahead of the sequence; what lies there is left out");
         placed.from = 0;
     }
-    if (!kept.empty() && placed.from < kept.back().to) {
-        Placed& before = kept.back();
-        teller_.dropped(before.element, "lies under the item behind it, on the same track, from frame " +
-                                            std::to_string(placed.from.nearest()) + " on; it is cut there");
-        before.to = std::max(before.from, placed.from);
-        before.tail.reset();
-        if (before.length() == Fraction(0)) kept.pop_back();
-    }
-    if (placed.to <= placed.from) {
+    if (placed.to < placed.from || (placed.to == placed.from && !placed.in_transition)) {
         teller_.dropped(placed.element, "has no length and is left out");
+        drop(placed.head);
+        drop(placed.tail);
         return;
     }
+    if (!kept.empty() && placed.from < kept.back().to) cut_under(placed, kept);
+    // It would show whatever has come to stand before it instead.
+    if (placed.joined && (kept.empty() || kept.back().element != placed.joined)) drop(placed.head);
     kept.push_back(std::move(placed));
+}
+
+void Row::cut_under(const Placed& placed, std::vector<Placed>& kept) {
+    Placed& before = kept.back();
+    teller_.dropped(before.element, "lies under the item behind it, on the same track, from frame " +
+                                        std::to_string(placed.from.nearest()) + " on; it is cut there");
+    before.to = std::max(before.from, placed.from);
+    drop(before.tail);
+    if (before.length() > Fraction(0)) return;
+    drop(before.head);
+    kept.pop_back();
+}
+
+void Row::drop(std::unique_ptr<embedded::TransitionDescription>& transition) {
+    if (!transition) return;
+    teller_.warnings().push_back(
+        {embedded::WarningKind::dropped, transition->label + ": left out with an item that it belongs to"});
+    transition.reset();
 }
 
 void Row::put_in_order() {

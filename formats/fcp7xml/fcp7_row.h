@@ -23,6 +23,8 @@ struct Placed {
     std::unique_ptr<embedded::TransitionDescription> head; ///< into it
     std::unique_ptr<embedded::TransitionDescription> tail; ///< out of it, where nothing follows
     Fraction head_taken, tail_taken;                       ///< frames between the cuts that transitions show too
+    Element joined;                                        ///< what `head` comes from; none where it fades in
+    bool in_transition = false;                            ///< it stays, though transitions may show all of it
 
     Fraction own_frames; ///< of its own frames, how many go into one of the sequence
 

@@ -17,6 +17,10 @@ bool keeps_cut(const Stretch& stretch, const Fraction& cut, const Fraction& tota
     return at_head || at_tail;
 }
 
+bool is_seen(const embedded::TransitionDescription& transition, const Fraction& cut, const Stretch& stretch) {
+    return stretch.from < cut + transition.out_offset && cut - transition.in_offset < stretch.to;
+}
+
 void hand_over(Item& item, const Channel& channel, embedded::EditBuilder& builder) {
     embedded::EventDescription& event = item.event;
     if (item.is_transition()) {
@@ -62,14 +66,18 @@ void cut(Item& item, const Fraction& head, const Fraction& tail) {
     item.marks = std::move(kept);
 }
 
-Items trimmed(Items items, const Stretch& stretch) {
+Items trimmed(Items items, const Stretch& stretch, embedded::Warnings* warnings) {
     const Fraction total = length_of(items);
     if (stretch.from <= Fraction(0) && total <= stretch.to) return items;
     Items kept;
     Fraction start;
     for (Item& item : items) {
         if (item.is_transition()) {
-            if (keeps_cut(stretch, start, total)) kept.push_back(std::move(item));
+            if (keeps_cut(stretch, start, total))
+                kept.push_back(std::move(item));
+            else if (warnings && is_seen(*item.transition, start, stretch))
+                warnings->push_back({embedded::WarningKind::dropped,
+                                     item.transition->label + ": left out, as its nest begins or ends inside it"});
             continue;
         }
         const Fraction end = start + item.length();
@@ -84,9 +92,10 @@ Items trimmed(Items items, const Stretch& stretch) {
     return kept;
 }
 
-Items spliced(Items content, const Stretch& taken, const embedded::EventDescription& gap, int depth) {
+Items spliced(Items content, const Stretch& taken, const embedded::EventDescription& gap, int depth,
+              embedded::Warnings* warnings) {
     const Fraction length = taken.to - taken.from;
-    content = trimmed(std::move(content), taken);
+    content = trimmed(std::move(content), taken, warnings);
 
     // What follows must not move: where content lacks there is a gap.
     const Fraction before = std::min(std::max(-taken.from, Fraction(0)), length);

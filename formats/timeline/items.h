@@ -50,10 +50,11 @@ Fraction length_of(const Items& items);
 /// as much times the speed; played backward, what comes off the head is the end of the medium's stretch.
 void cut(Item& item, const Fraction& head, const Fraction& tail);
 /// The items between two times, cut at both. A transition stays where its cut lies inside, or at an end of the items
-/// that is left alone.
-Items trimmed(Items items, const Stretch& stretch);
+/// that is left alone; one of which something would still be seen is told, if anybody listens.
+Items trimmed(Items items, const Stretch& stretch, embedded::Warnings* warnings = nullptr);
 /// What a nest shows of its content: exactly as long as it is taken, with gaps like `gap` where the content lacks.
-Items spliced(Items content, const Stretch& taken, const embedded::EventDescription& gap, int depth);
+Items spliced(Items content, const Stretch& taken, const embedded::EventDescription& gap, int depth,
+              embedded::Warnings* warnings = nullptr);
 /// Of transitions at one cut those of the outermost composition stay; the others are told of.
 void drop_inner_transitions(Items& items, embedded::Warnings& warnings);
 

@@ -90,6 +90,72 @@ TEST(Fcp7Places, MinusOneWithoutATransitionTakesTheLengthOfTheMedia) {
                                         "length is that of its media\nline 4: clip item \"B\": has"));
 }
 
+TEST(Fcp7Places, AnItemThatTransitionsShowAllOfStaysBetweenThem) {
+    const std::string a = clip({"A", 0, 30, 0, 30}), c = clip({"C", -1, 80, 0, 50});
+    const auto into = read(a + clip({"B", 30, -1, 10, 30}) + transition(30, 50, "start") + c);
+    EXPECT_EQ(shown(into), "0-30 A@01:00:00:00 | 30-30 B@01:00:00:10 | 30-50 diss | 50-80 C@01:00:00:20");
+    const auto out = read(clip({"A", 0, -1, 0, 50}) + transition(30, 50, "end") + clip({"B", -1, 50, 10, 30}) +
+                          clip({"C", 50, 80, 0, 30}));
+    EXPECT_EQ(shown(out), "0-30 A@01:00:00:00 | 30-50 diss | 50-50 B@01:00:01:06 | 50-80 C@01:00:00:00");
+    const auto both = read(clip({"A", 0, -1, 0, 40}) + transition(30, 40, "end") + clip({"B", -1, -1, 5, 25}) +
+                           transition(40, 50, "start") + clip({"C", -1, 80, 0, 40}));
+    EXPECT_EQ(shown(both), "0-30 A@01:00:00:00 | 30-40 diss | 40-40 B@01:00:00:15 | 40-50 diss | 50-80 C@01:00:00:10");
+    EXPECT_EQ(told(into) + told(out) + told(both), "");
+}
+
+TEST(Fcp7Places, ANestThatTransitionsShowAllOfIsRenderedMaterial) {
+    const std::string nest = sequence(track(clip({"X", 0, 40, 0, 40})), rate(24), "", "N");
+    const auto result = read(clip({"A", 0, 30, 0, 30}) + clip({"B", 30, -1, 10, 30, nest}) +
+                             transition(30, 50, "start") + clip({"C", -1, 80, 0, 50}));
+    EXPECT_EQ(shown(result), "0-30 A@01:00:00:00 | 30-30 N@ | 30-50 diss | 50-80 C@01:00:00:20");
+    EXPECT_THAT(told(result), HasSubstr("is a sequence that transitions show all of; it is rendered material"));
+}
+
+TEST(Fcp7Places, AFadeOutAndAFadeInAtOneCutAreNoDissolve) {
+    const auto result = read(clip({"A", 0, 30, 0, 30}) + transition(20, 30, "end-black") +
+                             transition(30, 40, "start-black") + clip({"B", 30, 60, 0, 30}));
+    EXPECT_EQ(shown(result), "0-20 A@01:00:00:00 | 20-30 diss | 30-30 black | 30-40 diss | 40-60 B@01:00:00:10");
+    EXPECT_EQ(told(result), "");
+}
+
+TEST(Fcp7Places, ATransitionGoesWithTheItemThatItCameFrom) {
+    const auto result = read(clip({"A", 0, -1, 0, 30}) + transition(10, 50) + clip({"B", -1, -1, 0, 20}) +
+                             transition(12, 20) + clip({"C", -1, 80, 0, 68}));
+    EXPECT_EQ(shown(result), "0-16 A@01:00:00:00 | 16-80 C@01:00:00:04");
+    EXPECT_THAT(told(result), HasSubstr("line 4: clip item \"B\": has no length and is left out\nline 4 \"Cross "
+                                        "Dissolve\": left out with an item that it belongs to"));
+}
+
+TEST(Fcp7Places, AFadeOfAnItemThatIsCutUnderTheNextIsTold) {
+    const auto result =
+        read(clip({"A", 0, -1, 0, 50}) + transition(30, 50) + transition(40, 60) + clip({"B", -1, 80, 0, 40}));
+    EXPECT_EQ(shown(result), "0-40 A@01:00:00:00 | 40-40 black | 40-60 diss | 60-80 B@01:00:00:20");
+    EXPECT_THAT(told(result), HasSubstr("it is cut there\nline 4 \"Cross Dissolve\": left out with an item"));
+}
+
+TEST(Fcp7Places, ATransitionBeyondItsItemsOwnFramesIsDoubted) {
+    const std::string beyond = "what it shows of them lies beyond their own frames";
+    const auto apart = read(clip({"A", 0, 30, 0, 30}) + transition(30, 50) + clip({"B", 50, 80, 10, 40}));
+    EXPECT_EQ(shown(apart), "0-30 A@01:00:00:00 | 30-50 diss | 50-80 B@01:00:00:10");
+    EXPECT_THAT(told(apart), HasSubstr(beyond));
+    EXPECT_THAT(told(read(clip({"A", 0, 35, 0, 35}) + transition(30, 50) + clip({"B", -1, 80, 10, 60}))),
+                HasSubstr(beyond));
+    EXPECT_EQ(told(read(clip({"A", 0, 40, 0, 40}) + transition(30, 50) + clip({"B", 40, 80, 10, 50}))), "");
+    const auto fade = read(clip({"A", 0, 40, 0, 40}) + transition(30, 50));
+    EXPECT_EQ(shown(fade), "0-30 A@01:00:00:00 | 30-40 diss | 40-40 black");
+    EXPECT_EQ(told(fade), "line 4: transition: is longer than what its one item has under it; it is cut to that");
+}
+
+TEST(Fcp7Places, AnAlignmentThatIsNotKnownIsDoubted) {
+    const auto told_of = [](const std::string& alignment) {
+        return told(read(clip({"A", 0, -1, 0, 50}) + transition(30, 50, alignment) + clip({"B", -1, 80, 0, 50})));
+    };
+    EXPECT_EQ(told_of("weird"),
+              "line 4: transition: is aligned to \"weird\", which isn't known; it cuts in the middle");
+    EXPECT_EQ(told_of(""), "line 4: transition: doesn't say where it cuts; the middle counts");
+    EXPECT_EQ(told_of("center"), "");
+}
+
 TEST(Fcp7Places, ATransitionThatTouchesNothingIsLeftOutWithAWord) {
     const auto result = read(clip(plain) + transition(20, 30) + clip({"B", 40, 50, 0, 10}));
     EXPECT_EQ(shown(result), "0-10 A@01:00:04:04 | 10-40 black | 40-50 B@01:00:00:00");
@@ -109,6 +175,13 @@ TEST(Fcp7Places, ItemsAreReadInOrderOfTimeAndCutWhereTheyOverlap) {
     EXPECT_EQ(shown(result), "0-20 A@01:00:00:00 | 20-30 B@01:00:00:00");
     EXPECT_EQ(told(result), "line 4: clip item \"A\": lies under the item behind it, on the same track, from frame 20 "
                             "on; it is cut there");
+}
+
+TEST(Fcp7Places, OneWithoutLengthCutsNothing) {
+    const auto result = read(clip({"A", 0, 30, 0, 30}) + clip({"B", 10, 10, 0, 0}) + clip({"C", 20, 15, 0, 0}));
+    EXPECT_EQ(shown(result), "0-30 A@01:00:00:00");
+    EXPECT_EQ(told(result), "line 4: clip item \"B\": has no length and is left out\n"
+                            "line 4: clip item \"C\": has no length and is left out");
 }
 
 TEST(Fcp7Places, OfTwoThatBeginTogetherTheLaterStays) {

@@ -224,6 +224,23 @@ TEST(Fcp7Nests, MarkersAreLeftOutWithAWarning) {
     EXPECT_EQ(told("<marker><name>look</name><in>3</in><out>-1</out></marker>"), 1);
 }
 
+TEST(Fcp7Nests, MarkersOfTheirClipsStay) {
+    const std::string marked =
+        track(clip({"X", 0, 30, 0, 30, file(), tag("marker", tag("name", "look") + tag("in", "12"))}));
+    EXPECT_EQ(cues(read(clip({"N", 0, 20, 5, 25, nest(marked)})).edit), "7 look");
+}
+
+TEST(Fcp7Nests, ATransitionThatANestIsCutInIsToldWhereItWouldBeSeen) {
+    const std::string inner = nest(track(clip({"X", 0, -1, 0, 25}) + transition(15, 25) + clip({"Y", -1, 50, 0, 35})));
+    const auto told_from = [&](int in) { return told(read(clip({"N", 0, 20, in, in + 20, inner}))); };
+    const std::string left_out = "line 4 \"Cross Dissolve\": left out, as its nest begins or ends inside it";
+    EXPECT_EQ(told_from(22), left_out);
+    EXPECT_EQ(told_from(20), left_out);
+    EXPECT_EQ(told_from(25), "");
+    EXPECT_EQ(told(read(clip({"N", 0, 18, 0, 18, inner}))), left_out);
+    EXPECT_EQ(told(read(clip({"N", 0, 15, 0, 15, inner}))), "");
+}
+
 TEST(Fcp7Nests, SeveralTracksOrAnotherSpeedAreRenderedMaterial) {
     const auto several = read(clip({"item", 0, 20, 5, 25, nest(two + two)}));
     EXPECT_EQ(shown(several), "0-20 N@");
