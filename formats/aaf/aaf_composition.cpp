@@ -214,6 +214,16 @@ const embedded::RateInfo* rate_of(const File& file, const Mob& composition) {
     return nullptr;
 }
 
+std::string why_no_rate(const Mob& composition) {
+    if (composition.slots.empty()) return {};
+    const Slot& slot = composition.slots.front();
+    const bool other = slot.kind == Kind::other || slot.kind == Kind::markers;
+    return "slot " + std::to_string(slot.id) +
+           (!slot.segment ? " holds nothing"
+            : other       ? " holds neither pictures nor timecode"
+                          : " has no rate that is listed");
+}
+
 embedded::EditDescription describe_edit(const Mob& composition, const Context& context, const std::string& name,
                                         std::int64_t file_time) {
     embedded::EditDescription edit;

@@ -12,6 +12,8 @@ std::vector<const Mob*> top_compositions(const File& file);
 
 /// The rate of its pictures, else of its timecode; null where neither tells one that is listed.
 const embedded::RateInfo* rate_of(const File& file, const Mob& composition);
+/// Why its first track tells none, as "slot 1 holds nothing"; empty where it has no tracks.
+std::string why_no_rate(const Mob& composition);
 embedded::EditDescription describe_edit(const Mob& composition, const Context& context, const std::string& name,
                                         std::int64_t file_time);
 /// Adds pictures from the lowest track, then sound, and the cues of both. Refuses what the items refuse.

@@ -73,7 +73,9 @@ const aaf::Mob* Reading::choose_composition() {
 const embedded::RateInfo* Reading::rate_for(const aaf::Mob& composition) {
     const embedded::RateInfo* rate = options_.rate ? options_.rate : aaf::rate_of(file_, composition);
     if (rate) return rate;
-    fail(composition.title() + ": neither pictures nor timecode tell its rate");
+    const std::vector<std::string> damage = file_.damage();
+    const std::string why = !damage.empty() ? damage.front() : aaf::why_no_rate(composition);
+    fail(composition.title() + ": neither pictures nor timecode tell its rate" + (why.empty() ? "" : " (" + why + ")"));
     result_.rate_missing = true;
     return nullptr;
 }

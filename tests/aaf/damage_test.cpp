@@ -118,7 +118,8 @@ TEST(AafDamage, WhatAReferenceNamesAndTheFileLacksIsToldOf) {
     const Object lost = slot(1, {24}, clip(1, 0, 10)).without(pid::slot_segment).text(pid::slot_segment, "p-9999");
     const Made made = reel({lost});
     const auto result = read(made);
-    EXPECT_THAT(result.error, HasSubstr("neither pictures nor timecode tell its rate"));
+    EXPECT_EQ(result.error, "reel.aaf: composition \"Reel\": neither pictures nor timecode tell its rate (composition "
+                            "\"Reel\", p-4403{0}: p-9999 isn't in the file)");
     EXPECT_TRUE(warns_of(result, "composition \"Reel\", p-4403{0}: p-9999 isn't in the file"));
 }
 
@@ -140,6 +141,15 @@ TEST(AafDamage, APlaceThatNothingTellsIsToldOf) {
     EXPECT_TRUE(
         warns_of(read(track(sequence({clip(1, 0, 10), transition(4, 2).without(pid::cut_point), clip(2, 0, 10)}))),
                  "component 2: nothing tells its cut point: it counts as 0"));
+}
+
+TEST(AafDamage, AnEditWithoutRateNamesTheTrackThatLacksIt) {
+    const auto why = [](const Object& only) { return read(reel({only})).error; };
+    EXPECT_THAT(why(slot(1, {24}, clip(1, 0, 10)).without(pid::slot_segment)),
+                HasSubstr("its rate (slot 1 holds nothing)"));
+    EXPECT_THAT(why(slot(7, {0}, clip(1, 0, 10))), HasSubstr("its rate (slot 7 has no rate that is listed)"));
+    EXPECT_THAT(why(slot(1, {24}, clip(1, 0, 10).without(pid::data_definition))),
+                HasSubstr("its rate (slot 1 holds neither pictures nor timecode)"));
 }
 
 } // namespace
