@@ -1,5 +1,7 @@
 #include "formats/aaf/aaf_items.h"
 
+#include "formats/aaf/aaf_retiming.h"
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -49,69 +51,6 @@ public:
 private:
     int& depth_;
 };
-
-/// `items` at another speed: as long as they are divided by its magnitude, backward in turned order. A marker stands
-/// where its frame begins, which backward is where that ended; `frame` is that long.
-Items at_speed(Items items, const Fraction& speed, const Fraction& frame) {
-    const bool backward = speed < nothing;
-    const Fraction faster = backward ? -speed : speed;
-    for (Item& item : items) {
-        if (item.is_transition()) {
-            embedded::TransitionDescription& transition = *item.transition;
-            transition.in_offset = transition.in_offset / faster;
-            transition.out_offset = transition.out_offset / faster;
-            if (backward) std::swap(transition.in_offset, transition.out_offset);
-            continue;
-        }
-        const Fraction length = item.event.duration;
-        item.event.duration = length / faster;
-        item.event.speed = item.event.speed * speed;
-        for (timeline::Mark& mark : item.marks)
-            mark.time = (backward ? std::max(nothing, length - mark.time - frame) : mark.time) / faster;
-        std::erase_if(item.marks, [&](const timeline::Mark& mark) { return item.event.duration <= mark.time; });
-    }
-    if (backward) std::reverse(items.begin(), items.end());
-    return items;
-}
-
-/// The first frame of `items`, held; its markers stand at its start.
-Items frozen(Items items, const Fraction& duration) {
-    std::erase_if(items, [](const Item& item) { return item.is_transition(); });
-    if (items.empty()) return items;
-    items.resize(1);
-    items.front().event.duration = duration;
-    items.front().event.speed = 0;
-    for (timeline::Mark& mark : items.front().marks)
-        mark.time = nothing;
-    return items;
-}
-
-/// With each cut that a speed put between two frames moved to where the next one begins, which is the first to show
-/// what is behind:
-///
-///     frame    8     9     10        the cut comes to 10, and what is behind it begins half a frame later
-///     items    . . . . . | . . .
-Items on_whole_frames(Items items, const Fraction& from, const Fraction& step) {
-    const Fraction end = from + timeline::length_of(items) * step;
-    Fraction at = from, moved;
-    Items kept;
-    for (Item& item : items) {
-        if (item.is_transition()) {
-            item.transition->in_offset = item.transition->in_offset + moved;
-            item.transition->out_offset = std::max(nothing, item.transition->out_offset - moved);
-            kept.push_back(std::move(item));
-            continue;
-        }
-        at = at + item.length() * step;
-        const Fraction next = std::min(end, Fraction(-(-at).floor()));
-        const Fraction later = (next - at) / step;
-        const bool shown = item.length() == nothing || moved < item.length() + later;
-        timeline::cut(item, moved, -later);
-        if (shown) kept.push_back(std::move(item));
-        moved = later;
-    }
-    return kept;
-}
 
 void add_effect(Items& items, const embedded::EffectDescription& effect) {
     for (Item& item : items)

@@ -1,0 +1,73 @@
+#include "formats/aaf/aaf_retiming.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace formats::aaf {
+
+using timeline::Fraction;
+using timeline::Item;
+using timeline::Items;
+
+namespace {
+
+const Fraction nothing;
+
+} // namespace
+
+Items at_speed(Items items, const Fraction& speed, const Fraction& frame) {
+    const bool backward = speed < nothing;
+    const Fraction faster = backward ? -speed : speed;
+    for (Item& item : items) {
+        if (item.is_transition()) {
+            embedded::TransitionDescription& transition = *item.transition;
+            transition.in_offset = transition.in_offset / faster;
+            transition.out_offset = transition.out_offset / faster;
+            if (backward) std::swap(transition.in_offset, transition.out_offset);
+            continue;
+        }
+        const Fraction length = item.event.duration;
+        item.event.duration = length / faster;
+        item.event.speed = item.event.speed * speed;
+        for (timeline::Mark& mark : item.marks)
+            mark.time = (backward ? std::max(nothing, length - mark.time - frame) : mark.time) / faster;
+        std::erase_if(item.marks, [&](const timeline::Mark& mark) { return item.event.duration <= mark.time; });
+    }
+    if (backward) std::reverse(items.begin(), items.end());
+    return items;
+}
+
+Items frozen(Items items, const Fraction& duration) {
+    std::erase_if(items, [](const Item& item) { return item.is_transition(); });
+    if (items.empty()) return items;
+    items.resize(1);
+    items.front().event.duration = duration;
+    items.front().event.speed = 0;
+    for (timeline::Mark& mark : items.front().marks)
+        mark.time = nothing;
+    return items;
+}
+
+Items on_whole_frames(Items items, const Fraction& from, const Fraction& step) {
+    const Fraction end = from + timeline::length_of(items) * step;
+    Fraction at = from, moved;
+    Items kept;
+    for (Item& item : items) {
+        if (item.is_transition()) {
+            item.transition->in_offset = item.transition->in_offset + moved;
+            item.transition->out_offset = std::max(nothing, item.transition->out_offset - moved);
+            kept.push_back(std::move(item));
+            continue;
+        }
+        at = at + item.length() * step;
+        const Fraction next = std::min(end, Fraction(-(-at).floor()));
+        const Fraction later = (next - at) / step;
+        const bool shown = item.length() == nothing || moved < item.length() + later;
+        timeline::cut(item, moved, -later);
+        if (shown) kept.push_back(std::move(item));
+        moved = later;
+    }
+    return kept;
+}
+
+} // namespace formats::aaf
