@@ -35,7 +35,8 @@ struct FilmEvent {
 };
 
 struct EditFilm {
-    Strips strips; ///< `Strip::item` is a place in `events`
+    Strips strips;  ///< `Strip::item` is a place in `events`
+    Strips slivers; ///< shown for less than a frame of film between two of them; told as one frame long
     std::vector<FilmEvent> events;
     std::vector<Optical> opticals;
     std::vector<int> effects; ///< numbers of the opticals that effects make, in order; the others chain transitions

@@ -55,7 +55,7 @@ public:
             add_sound();
         sort_strips(strips_);
         std::vector<int> effects = effects_among(opticals_);
-        return {std::move(strips_), std::move(events_), std::move(opticals_), std::move(effects)};
+        return {std::move(strips_), std::move(slivers_), std::move(events_), std::move(opticals_), std::move(effects)};
     }
 
 private:
@@ -84,7 +84,7 @@ private:
     std::vector<FilmEvent> events_;
     Fraction begins_;                 ///< where the event at hand does, seconds of the edit
     const LogRow* holding_ = nullptr; ///< the row that holds all frames of the event at hand
-    Strips strips_;
+    Strips strips_, slivers_;
 };
 
 bool is_whole(const Fraction& value) { return value.den() == 1; }
@@ -300,11 +300,16 @@ SourcePlace EditUses::place_in_source(const Stretch& stretch, const SourceFacts&
 
 void EditUses::add(const Stretch& stretch) {
     Strip strip = strip_of(stretch);
-    if (strip.start >= strip.end) return;
+    const bool sliver = strip.start >= strip.end;
+    if (sliver && (strip.black || stretch.to <= stretch.from)) return;
+    if (sliver) strip.end = strip.start + 1;
     if (strip.black)
         strips_.push_back(std::move(strip));
     else
         add_material(stretch, std::move(strip));
+    if (!sliver) return;
+    slivers_.push_back(std::move(strips_.back()));
+    strips_.pop_back();
 }
 
 void EditUses::add_material(const Stretch& stretch, Strip strip) {

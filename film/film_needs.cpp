@@ -113,6 +113,15 @@ LabelPoint FilmRun::point_at(std::int64_t frame) const {
 
 std::string FilmRun::text_at(std::int64_t frame) const { return point_at(frame).get_string(); }
 
+void add_slivers(const EditFilm& film, const LogRows* log, int reel, ReelNeeds& all) {
+    for (const Strip& strip : film.slivers) {
+        if (told_by(strip))
+            all.needs.push_back({run_of(strip), frames_of(strip), take_of(strip, film, log), reel, strip});
+        else
+            all.unknown.push_back({reel, strip});
+    }
+}
+
 void add_needs(const EditFilm& film, const LogRows* log, int reel, ReelNeeds& all) {
     Passes passes(all.needs);
     for (const Strip& strip : film.strips) {

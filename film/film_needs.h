@@ -67,5 +67,7 @@ struct ReelNeeds {
 
 /// Adds what a reel needs. `log` is the table that its numbers came from; null without one.
 void add_needs(const EditFilm& film, const LogRows* log, int reel, ReelNeeds& all);
+/// The same of what it shows for less than a frame of film, to which lists give none.
+void add_slivers(const EditFilm& film, const LogRows* log, int reel, ReelNeeds& all);
 
 } // namespace film

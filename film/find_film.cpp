@@ -127,6 +127,9 @@ void Finder::find_media(std::size_t i) {
 
 void Finder::find_speed(std::size_t i) {
     const FilmEvent& event = film_.events[i];
+    if (strips_of(i).empty())
+        find(Code::inexact, Severity::note, event, event.start,
+             "it is shown for less than a frame of film, and the lists give it none");
     int off = 0;
     for (const Strip* strip : strips_of(i))
         off = std::max(off, strip->off);

@@ -73,6 +73,7 @@ void add_reels(const OrderJob& job, film::OrderToTell& order) {
         ReelFilm reel = reader.read(path);
         if (reel.sound) throw JobError(path + ": is a table of sound, and only picture film is ordered");
         film::add_needs(reel.film, reel.log, static_cast<int>(order.reels.size()), all);
+        film::add_slivers(reel.film, reel.log, static_cast<int>(order.reels.size()), all);
         order.reels.push_back(std::move(reel.input));
     }
     order.all_needs = std::move(all.needs);

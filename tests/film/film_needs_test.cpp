@@ -118,6 +118,22 @@ TEST(FilmNeeds, EventsThatGoOnWithEachOtherLeaveNoFrameBetweenThem) {
     }
 }
 
+// A frame of video between two frames of film is in no list; it is ordered all the same.
+TEST(FilmNeeds, AnEventOfLessThanAFrameIsNeeded) {
+    EditBuilder builder(edit_30());
+    const int v1 = builder.add_channel(picture);
+    const SourceId a = builder.add_source(shot_30("a"));
+    builder.add_event(v1, video_event(a, 0, 5));
+    builder.add_event(v1, video_event(builder.add_source(shot_30("b")), 21, 1));
+    builder.add_event(v1, video_event(a, 40, 9));
+    const film::EditFilm edit = film::film_of_edit(builder.finish(), {}, nullptr);
+    EXPECT_THAT(edit.strips, SizeIs(2));
+    film::ReelNeeds all;
+    film::add_slivers(edit, nullptr, 0, all);
+    EXPECT_THAT(ranges_of(all.needs), ElementsAre(shown(21, 1)));
+    EXPECT_EQ(all.needs.at(0).strip.event, 2);
+}
+
 TEST(FilmNeeds, FilmThatGoesFrameForFrameIsNeededToTheFrame) {
     EditBuilder builder(plain_edit());
     const int v1 = builder.add_channel(picture);

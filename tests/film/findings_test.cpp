@@ -367,4 +367,12 @@ TEST_F(FilmFindings, ASpeedThatAFileHoldsAsADecimalNumberIsToldAsThat) {
     EXPECT_EQ(only(run()), "its film may be off by 1 frame, as it runs at 1.004 times play-speed");
 }
 
+TEST_F(FilmFindings, AnEventOfLessThanAFrameIsTold) {
+    EventDescription event = event_of(builder.add_source(keyed("b", "KJ1111110100+00")), 0, 1);
+    builder.add_event(v1, event_of(builder.add_source(keyed("a", "KJ2222220100+00")), 0, 10));
+    event.duration = Fraction(1, 48);
+    builder.add_event(v1, event);
+    EXPECT_EQ(only(run()), "it is shown for less than a frame of film, and the lists give it none");
+}
+
 } // namespace
