@@ -203,7 +203,12 @@ embedded::SourceId Moving::piece_as_source(int source, const SourceFilm& film, c
     made.take = old.take;
     made.description = old.description;
     made.length = Fraction(piece.frames.length()) / film.rate;
-    made.key = LabelDescription{film.run.kind, film.run.text_at(piece.frames.first), std::nullopt, std::nullopt};
+    // Below 0 a number would be read again as the one that lies as far above.
+    if (piece.frames.first >= 0)
+        made.key = LabelDescription{film.run.kind, film.run.text_at(piece.frames.first), std::nullopt, std::nullopt};
+    else
+        warnings_.push_back({embedded::WarningKind::dropped,
+                             "\"" + old.name + "\": its key numbers begin below 0000+00, and are left out"});
     made.video_timecode = LabelDescription{piece.timecode, "", static_cast<int>(piece.first), std::nullopt};
     const embedded::RateInfo& own = *(old.rate ? old.rate : recipe_.edit.rate);
     if (own.timecode != piece.timecode || !(own.rate() == film.rate)) {

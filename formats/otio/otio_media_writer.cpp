@@ -146,8 +146,7 @@ void add_last_key(const Values& values, const SourceDescription& source, const R
 
 void add_film_numbers(const Values& values, const SourceDescription& source, const RateInfo& edit_rate,
                       const KeySpelling& keys, JsonValue& own) {
-    // Below 0 a number would be read again as the one that lies as far above.
-    if (source.key && point_of(*source.key).sample >= 0) {
+    if (source.key) {
         values.add(own, "film", label_type_to_edlstr(source.key->type));
         values.add(own, "keycode", key_text(*source.key, keys));
         add_last_key(values, source, edit_rate, keys, own);

@@ -145,4 +145,17 @@ TEST_F(Export, WritesALogThatGivesTheEditItsNumbers) {
     EXPECT_EQ(run({"export", "reel.otio", "-o", "a9.ale", "--channel", "A9"}).status, 1);
 }
 
+// The second frame of tape shows the second frame of film, as the lists say.
+TEST_F(Export, KeyNumbersOfALogWithPulldownAreThoseOfTheLists) {
+    write("a.edl", "TITLE: A\nFCM: NON-DROP FRAME\n"
+                   "001  VT1 V C 01:00:00:01 01:00:00:11 10:00:00:00 10:00:00:10\n");
+    write("log.csv", "reel,start time,end time,cam reel,start keycode,film label_std\n"
+                     "VT1,01:00:00:00,01:01:00:00,A001,KJ1234560100+00,35mm-4p\n");
+    EXPECT_EQ(run({"log", "import", "log.csv", "-o", "log.RDB", "--rate", "29.97"}).status, 0);
+    EXPECT_EQ(run({"export", "a.edl", "--rate", "29.97", "--log", "log.RDB", "-o", "b.edl"}).status, 0);
+    EXPECT_NE(read("b.edl").find("* KEY NUMBER: KJ1234560100+01 35mm-4p"), std::string::npos) << read("b.edl");
+    EXPECT_EQ(run({"cutlist", "a.edl", "--rate", "29.97", "--log", "log.RDB", "-o", "l.txt", "--prove"}).status, 0);
+    EXPECT_NE(read("l.cdb").find("\tKJ1234560100+01\t"), std::string::npos);
+}
+
 } // namespace

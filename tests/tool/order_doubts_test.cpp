@@ -142,6 +142,14 @@ TEST_F(RollDoubts, AnEventOfARollThatTheOrderLacksIsTold) {
     EXPECT_THAT(result.err, HasSubstr("the order has its numbers on roll A012, and it is of roll C1"));
 }
 
+TEST_F(RollDoubts, NumbersBelowTheFirstAreLeftOut) {
+    order(track(clip("a", -5, 20, film("KJ1234560000+00", "A1"))), {"--json", "o.json", "--build-rolls", "400"});
+    const ToolResult result = run({"export", "r.otio", "-o", "x.otio", "--on-rolls", "o.json", "--prove"});
+    EXPECT_EQ(result.status, 0) << result.err << result.out;
+    EXPECT_THAT(result.err, HasSubstr("\"a\": its key numbers begin below 0000+00, and are left out"));
+    EXPECT_THAT(read("x.otio"), Not(HasSubstr("keycode")));
+}
+
 // At -1/2 a single frame shows the one ahead of the point that the clip names.
 TEST_F(RollDoubts, ASingleFrameAtHalfSpeedInReverseLiesOnTheRollThatWasOrderedForIt) {
     const ToolResult result = on_rolls(track(clip("a", 10, 1, film("KJ1234560100+00", "A1"), speed(-0.5)) + "," +
