@@ -46,14 +46,15 @@ SourceFilm film_from(const LabelPoint& key, const Fraction& seconds, const Fract
     return film;
 }
 
-/// Backwards an event shows first the last frame of its stretch.
+/// Those that it shows and what lies between them. Backwards an event shows first the last frame of its stretch.
 FrameRange frames_of(const EventDescription& event, const SourceFilm& film) {
     const Fraction in = film.frame_at(event.source_in);
     const Fraction speed = event.speed < Fraction(0) ? -event.speed : event.speed;
     const Fraction behind = in + event.duration * film.rate * speed;
+    const Fraction behind_shown = std::min(behind, behind - speed + 1);
     const FrameRange frames = event.speed < Fraction(0)
                                   ? FrameRange{film::whole_frame(in + speed - 1), film::whole_frame(behind - 1)}
-                                  : FrameRange{film::whole_frame(in), -film::whole_frame(-behind) - 1};
+                                  : FrameRange{film::whole_frame(in), -film::whole_frame(-behind_shown) - 1};
     return {frames.first, std::max(frames.last, frames.first)};
 }
 

@@ -142,6 +142,14 @@ TEST_F(RollDoubts, AnEventOfARollThatTheOrderLacksIsTold) {
     EXPECT_THAT(result.err, HasSubstr("the order has its numbers on roll A012, and it is of roll C1"));
 }
 
+// A single frame at three times play-speed shows the first of the three that it runs over.
+TEST_F(RollDoubts, WhatAFastEventRunsOverBehindItsLastFrameIsNotWanted) {
+    const ToolResult result = on_rolls(track(clip("a", 10, 1, film("KJ1234560100+00", "A1"), speed(3)) + "," +
+                                             clip("b", 60, 5, film("KJ1234560100+00", "A1"))));
+    EXPECT_EQ(result.status, 0) << result.err << result.out;
+    EXPECT_THAT(result.err, Not(HasSubstr("lies on no new roll")));
+}
+
 TEST_F(RollDoubts, NumbersBelowTheFirstAreLeftOut) {
     order(track(clip("a", -5, 20, film("KJ1234560000+00", "A1"))), {"--json", "o.json", "--build-rolls", "400"});
     const ToolResult result = run({"export", "r.otio", "-o", "x.otio", "--on-rolls", "o.json", "--prove"});
