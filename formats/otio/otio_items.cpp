@@ -105,8 +105,7 @@ void Flattener::add_gap(const Place& gap, Items& items) {
     items.push_back(std::move(item));
 }
 
-void Flattener::add_marks(const Place& object, const std::optional<Time>& start, Item& item) {
-    const Fraction from = start ? start->seconds_on(*context_.rate) : Fraction(0);
+void Flattener::add_marks(const Place& object, const Fraction& from, Item& item) {
     for (Mark& mark : read_markers(object, context_)) {
         mark.time = exact_or(mark.offset, mark.time - from);
         if (Fraction(0) <= mark.time && mark.time < item.length()) item.marks.push_back(std::move(mark));
@@ -118,8 +117,7 @@ void Flattener::add_clip(const Place& clip, Items& items) {
     Item item = gap_of(clip, length_of_clip(clip, media, context_));
     if (is_enabled(clip)) {
         Effects effects = read_effects(clip, context_);
-        const auto* range = media.source_range ? &media.source_range : &media.available;
-        add_marks(clip, *range ? (*range)->start : std::nullopt, item);
+        add_marks(clip, start_of(media, context_), item);
         item.event.effects = std::move(effects.graph);
         item.event.effect_tracks = read_tracks(clip, context_);
         item.kind = media.black() ? Item::Kind::black : Item::Kind::event;

@@ -64,7 +64,7 @@ private:
     void add_rendered(const Place& nest, const Effects& effects, Items& items);
     void splice(const Place& nest, const Place& track, Items& items);
     Items track_in_nest(const Place& nest, const Place& track);
-    void add_marks(const Place& object, const std::optional<Time>& start, Item& item);
+    void add_marks(const Place& object, const Fraction& from, Item& item);
     Item gap_of(const Place& object, const Fraction& length) const;
 
     const Context& context_;

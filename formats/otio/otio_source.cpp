@@ -215,12 +215,23 @@ Fraction length_of_clip(const Place& clip, const Media& media, const Context& co
     return exact_or(media.own, "length", length->seconds_on(*context.rate));
 }
 
+namespace {
+
+Fraction first_of(const Media& media, const Context& context) {
+    return media.available && media.available->start ? media.available->start->seconds_on(*context.rate) : Fraction(0);
+}
+
+} // namespace
+
 Fraction source_in_of(const Media& media, const Context& context) {
     if (!media.source_range || !media.source_range->start) return {};
     const Fraction start = media.source_range->start->seconds_on(*context.rate);
-    const Fraction first =
-        media.available && media.available->start ? media.available->start->seconds_on(*context.rate) : Fraction(0);
-    return exact_or(media.own, "source_in", start - first);
+    return exact_or(media.own, "source_in", start - first_of(media, context));
+}
+
+Fraction start_of(const Media& media, const Context& context) {
+    if (media.source_range && !media.source_range->start) return {};
+    return first_of(media, context) + source_in_of(media, context);
 }
 
 bool is_rendered(const JsonValue& clip) { return json_truth(json_member(own_metadata_of(&clip), "rendered")); }

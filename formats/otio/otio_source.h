@@ -48,6 +48,8 @@ Media media_of(const Place& clip, const Context& context);
 Fraction length_of_clip(const Place& clip, const Media& media, const Context& context);
 /// Seconds from the medium's first frame to the clip's.
 Fraction source_in_of(const Media& media, const Context& context);
+/// Where the clip begins on the clock of its media, in seconds, from which its markers count.
+Fraction start_of(const Media& media, const Context& context);
 bool is_rendered(const JsonValue& clip);
 embedded::SourceDescription describe_source(const Place& clip, const Media& media, const Context& context);
 /// The label for a text, or a warning and none when it isn't one of that kind.

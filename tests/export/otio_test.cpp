@@ -150,6 +150,19 @@ TEST_F(OtioExport, IsTheSameWhenItIsExportedAgain) {
     }));
 }
 
+// The cue stands a whole second behind the start of the media, which a number can say, and its clip doesn't.
+TEST(OtioCues, StandExactlyInAClipWhoseStartNoNumberSays) {
+    embedded::EditBuilder builder(generator_test::plain_edit());
+    const int channel = builder.add_channel(generator_test::picture);
+    embedded::EventDescription event = generator_test::event_of(builder.add_source(generator_test::shot("A")), 48);
+    event.source_in = embedded::Fraction(1, 7000000000003);
+    builder.add_event(channel, event);
+    builder.add_cue(channel, embedded::EditBuilder::CueLevel::clip,
+                    {embedded::Fraction(1) - event.source_in, "One", 4});
+    const Written first = formats::write_otio(builder.finish());
+    EXPECT_EQ(formats::write_otio(read_again(first).edit).text, first.text);
+}
+
 TEST(OtioSources, NameTheStandardThatStepsAsTheirSoundDoes) {
     for (const char* name : {"23.976fps", "24fps", "25fps", "29.97fps", "30fps", "59.94fps", "60fps"}) {
         const embedded::RateInfo& rate = *embedded::rate_info(edlstr_to_tv_standard(name).rate);
