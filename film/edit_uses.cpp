@@ -385,8 +385,7 @@ void take_row(const LogRow& row, const SourceFacts& source, int film_reel, Strip
     piece.rolls = rolls_of(row, source.rolls.tape, film_reel);
     const Fraction share = source.film_rate / source.timecode_rate;
     const Fraction film = (piece.timecode.first - Fraction(row.start)) * share;
-    // As the lists do, so that what a tape frame shows with pulldown doesn't fall back a frame.
-    if (!(share == Fraction(1))) piece.pushed = Fraction(3, 5) * share;
+    piece.pushed = inside_frame(share) * share;
     piece.key = count_from(row.key, film + piece.pushed, piece.source.step);
     piece.ink = count_from(row.ink, film + piece.pushed, piece.source.step);
     if (!is_whole(film) && piece.sureness == Sureness::exact) {

@@ -325,6 +325,10 @@ RowAt LogRows::at(const std::string& reel, std::int64_t frame) const {
     return answer;
 }
 
+embedded::Fraction inside_frame(const embedded::Fraction& share) {
+    return share == embedded::Fraction(1) ? embedded::Fraction(0) : embedded::Fraction(3, 5);
+}
+
 const LogRow* LogRows::nearest(const std::string& reel, std::int64_t frame, int slack) const {
     for (const Group* group : groups_of(reel))
         if (const LogRow* row = group->nearest(frame, slack)) return row;

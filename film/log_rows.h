@@ -37,6 +37,10 @@ struct RowAt {
     std::int64_t from = 0, to = 0;
 };
 
+/// How far into a frame of tape the lists look up its film, in frames of tape: with pulldown behind its middle, so that
+/// what it shows doesn't fall back a frame. `share` is the frames of film for one of tape.
+embedded::Fraction inside_frame(const embedded::Fraction& share);
+
 class LogRows {
 public:
     /// Reads a logging table; rows without a length or a time are left out. `first_line` is that of its first record

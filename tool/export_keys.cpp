@@ -12,9 +12,7 @@ formats::KeyOfFrame keys_of_log(const film::LogRows* log) {
         if (!row) row = log->nearest(reel, frame, most_overrun);
         if (!row || !row->key.is_useful()) return std::nullopt;
         LabelPoint key = row->key;
-        // As lists do, so that what a tape frame shows with pulldown doesn't fall back a frame.
-        const Fraction inside = share == Fraction(1) ? Fraction(0) : Fraction(3, 5);
-        const std::int64_t film_frames = ((Fraction(frame - row->start) + inside) * share).floor();
+        const std::int64_t film_frames = ((Fraction(frame - row->start) + film::inside_frame(share)) * share).floor();
         key += static_cast<int>(film_frames * key.cvt()->samples_per_frame());
         return key;
     };
