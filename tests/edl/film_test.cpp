@@ -10,20 +10,9 @@ using testing::IsEmpty;
 
 namespace {
 
-std::vector<std::string> told(const formats::ReadResult& result) {
-    std::vector<std::string> texts;
-    for (const embedded::Warning& warning : result.warnings)
-        texts.push_back(warning.text);
-    return texts;
-}
-
 /// The key number of the first frame that an event shows; transitions count as events.
 std::string first_key(const EditPtr& edit, int channel, int event) {
-    const Qb::Ptr<Cel> cel = edit->get_edit_cel_p(channel);
-    ce_handle at = cel->get_start_ceh();
-    for (int i = 0; i < 2 * event; ++i)
-        at.increment(ce_all);
-    const ChannelEvent in = at.get_channel_event();
+    const ChannelEvent in = event_at(edit, channel, event);
     return key_at(source_of(in.cookie), in.source_time);
 }
 

@@ -21,6 +21,14 @@ inline formats::ReadResult read(const std::vector<std::string>& lists, double ra
 
 inline formats::ReadResult read(const std::string& list, double rate = 24) { return read(std::vector{list}, rate); }
 
+/// What was told of a list.
+inline std::vector<std::string> told(const formats::ReadResult& result) {
+    std::vector<std::string> texts;
+    for (const embedded::Warning& warning : result.warnings)
+        texts.push_back(warning.text);
+    return texts;
+}
+
 inline EditPtr source_of(const Cookie& cookie) {
     EditPtr source;
     source.i_open(cookie, edit_open_default);
@@ -76,13 +84,17 @@ inline std::string drawn(const EditPtr& edit, int channel, double rate = 24) {
     return text;
 }
 
-/// The source of a channel's event, the first being 0; transitions count.
-inline EditPtr source_at(const EditPtr& edit, int channel, int event) {
+/// Where a channel's event begins, the first being 0; transitions count.
+inline ChannelEvent event_at(const EditPtr& edit, int channel, int event) {
     const Qb::Ptr<Cel> cel = edit->get_edit_cel_p(channel);
     ce_handle at = cel->get_start_ceh();
     for (int i = 0; i < 2 * event; ++i)
         at.increment(ce_all);
-    return source_of(at.get_channel_event().cookie);
+    return at.get_channel_event();
+}
+
+inline EditPtr source_at(const EditPtr& edit, int channel, int event) {
+    return source_of(event_at(edit, channel, event).cookie);
 }
 
 inline std::string reel_at(const EditPtr& edit, int channel, int event) {
