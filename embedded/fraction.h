@@ -47,4 +47,6 @@ private:
     wide den_ = 1;
 };
 
+inline Fraction magnitude(const Fraction& value) { return value < Fraction(0) ? -value : value; }
+
 } // namespace embedded

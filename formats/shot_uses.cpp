@@ -95,7 +95,7 @@ private:
         const Fraction& speed = item.event.speed;
         const Fraction start = end - item.event.duration;
         const Fraction low = item.event.source_in + (speed < Fraction(0) ? to - end : from - start) * speed;
-        const Fraction length = (to - from) * (speed < Fraction(0) ? -speed : speed);
+        const Fraction length = (to - from) * magnitude(speed);
         add(source, low, low + length);
     }
 

@@ -49,7 +49,7 @@ SourceFilm film_from(const LabelPoint& key, const Fraction& seconds, const Fract
 /// Those that it shows and what lies between them. Backwards an event shows first the last frame of its stretch.
 FrameRange frames_of(const EventDescription& event, const SourceFilm& film) {
     const Fraction in = film.frame_at(event.source_in);
-    const Fraction speed = event.speed < Fraction(0) ? -event.speed : event.speed;
+    const Fraction speed = magnitude(event.speed);
     const Fraction behind = in + event.duration * film.rate * speed;
     const Fraction behind_shown = std::min(behind, behind - speed + 1);
     const FrameRange frames = event.speed < Fraction(0)

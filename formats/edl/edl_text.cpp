@@ -66,7 +66,7 @@ std::string speed_text(const std::string& reel, const std::string& speed, std::i
 
 std::optional<std::string> exact_speed(const Fraction& speed, const RateInfo& rate) {
     const Fraction wanted = frames_a_second(speed, rate);
-    const Fraction size = wanted < Fraction(0) ? -wanted : wanted;
+    const Fraction size = magnitude(wanted);
     if (size > Fraction(9999)) return std::nullopt;
     const bool unit = speed == Fraction(1) || speed == Fraction(-1);
     if (!unit && is_normal_speed(size, rate)) return std::nullopt;

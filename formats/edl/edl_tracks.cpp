@@ -11,8 +11,6 @@ namespace {
 constexpr std::int64_t seconds_of_day = 86400;
 constexpr const char* without_transition = "an event without length that no transition follows";
 
-Fraction magnitude(const Fraction& value) { return value < Fraction() ? -value : value; }
-
 Fraction ratio_of(const Fraction& speed, const RateInfo& rate) {
     if (is_normal_speed(magnitude(speed), rate)) return speed < Fraction() ? -1 : 1;
     return speed / Fraction(rate.nominal);

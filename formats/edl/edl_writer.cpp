@@ -244,7 +244,7 @@ void ListWriter::write_line(const Side& side, const Fraction& to, const std::str
     line.source_in = source_frame(side, to);
     const Fraction length(line.record_out - line.record_in);
     const Fraction speed = source ? side.item->event.speed : Fraction(1);
-    const Fraction used = speed < Fraction(0) ? -speed * length : speed * length;
+    const Fraction used = magnitude(speed) * length;
     line.source_out = line.source_in + (speed == Fraction(0) ? std::min(length, Fraction(1)) : used).nearest();
     if (frame_code_is_drop_ && !line.source_drop) {
         written_.text += "FCM: NON-DROP FRAME\n";
@@ -311,8 +311,8 @@ std::optional<LabelPoint> ListWriter::key_of(const Side& side, const Fraction& t
 }
 
 std::string ListWriter::last_key_comment(const Side& side, const Fraction& to, LabelPoint key) {
-    const Fraction speed = side.item->event.speed, magnitude = speed < Fraction(0) ? -speed : speed;
-    const Fraction frames = Fraction(record_frame(to) - record_frame(side.from) - 1) * magnitude;
+    const Fraction frames =
+        Fraction(record_frame(to) - record_frame(side.from) - 1) * magnitude(side.item->event.speed);
     const Fraction film = frames * film_rate_of(*source_of(side), rate_) / rate_.rate();
     const std::optional<LabelPoint> last = moved(key, film.floor());
     return last ? "* KEY OUT: " + spelled(*last, *writing_.keys) + "\n" : "";

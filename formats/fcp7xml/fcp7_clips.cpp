@@ -48,10 +48,7 @@ bool counts_as_file(const Element& item, const Media& media, const Rate& file) {
     const std::optional<Fraction> in = number_from(item.text_of("in"));
     const std::optional<Fraction> seconds = seconds_of_ticks(item.text_of("pproTicksIn"));
     if (!in || !seconds || file.timebase == media.rate.timebase) return false;
-    const auto off = [&](const Rate& rate) {
-        const Fraction frames = *seconds * rate.frames_a_second() - *in;
-        return frames < Fraction(0) ? -frames : frames;
-    };
+    const auto off = [&](const Rate& rate) { return magnitude(*seconds * rate.frames_a_second() - *in); };
     return off(file) <= Fraction(1) && std::max(off(file), Fraction(1, 2)) < off(media.rate);
 }
 

@@ -27,8 +27,6 @@ Element parameter_of(const Element& effect, std::string_view id) {
     return {};
 }
 
-Fraction magnitude(const Fraction& value) { return value < Fraction(0) ? -value : value; }
-
 /// How long the subclip is that an item may be of. What its end offset counts from is nowhere written down: the
 /// medium's end, as its start offset does from the start, or the start. The item's own length may tell.
 std::optional<Fraction> length_of_subclip(const Element& item, const std::optional<Fraction>& media_length,

@@ -10,8 +10,6 @@ namespace {
 
 using timeline::Stretch;
 
-Fraction magnitude(const Fraction& value) { return value < Fraction(0) ? -value : value; }
-
 /// What stands next to each other without a gap.
 struct Segment {
     Fraction start, end;

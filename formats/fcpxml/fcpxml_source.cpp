@@ -23,8 +23,6 @@ constexpr ReelField reel_fields[] = {
     {embedded::lab_reel, Field::lab_reel}, {embedded::composite_reel, Field::comp_reel},
 };
 
-Fraction magnitude(const Fraction& value) { return value < Fraction(0) ? -value : value; }
-
 /// Where no metadata names the reel: what the medium is called, else its file.
 std::string reel_of(const Shot& shot, const Fields& fields) {
     if (!fields[Field::reel].empty()) return std::string(fields[Field::reel]);
