@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <set>
 #include <utility>
 
 namespace formats::aaf {
@@ -68,6 +69,16 @@ bool has_markers(const Mob& mob) {
     });
 }
 
+/// A transition that one piece of a speed cuts off may stay whole in another, or be cut off in each.
+embedded::Warnings cut_off_in_all(embedded::Warnings cut_off, const Items& items) {
+    if (cut_off.empty()) return cut_off;
+    std::set<std::string> told;
+    for (const Item& item : items)
+        if (item.is_transition()) told.insert(timeline::cut_off(*item.transition).text);
+    std::erase_if(cut_off, [&](const embedded::Warning& warning) { return !told.insert(warning.text).second; });
+    return cut_off;
+}
+
 } // namespace
 
 /// A component of a sequence with what transitions take of it, or a transition with what it has to both sides.
@@ -91,6 +102,13 @@ struct Flattener::Part {
     }
 };
 
+Fraction Flattener::Grid::from(const Fraction& frame) const {
+    const Fraction place = (frame - zero) / step;
+    const bool back = around && around->turns();
+    const Fraction own(back ? place.floor() : -(-place).floor());
+    return zero + step * (around ? around->from(own) : own);
+}
+
 Items Flattener::track(const Object& segment, const Fraction& rate, const Mob& composition, const Place& place) {
     const bool alike = counting_of(rate) == context_.rate->nominal;
     const Around around{place, rate, alike ? context_.rate->rate() : rate, nullptr, {}, {}};
@@ -98,7 +116,10 @@ Items Flattener::track(const Object& segment, const Fraction& rate, const Mob& c
     const bool parts = segment.what() == Class::sequence;
     Items items =
         parts ? sequence(segment, std::nullopt, around) : range(segment, {nothing, length_of(segment, place)}, around);
-    timeline::drop_inner_transitions(items, *context_.warnings);
+    embedded::Warnings& told = *context_.warnings;
+    told.insert(told.end(), cut_off_.begin(), cut_off_.end());
+    cut_off_.clear();
+    timeline::drop_inner_transitions(items, told);
     return items;
 }
 
@@ -244,7 +265,7 @@ Items Flattener::sequence(const Object& sequence, const std::optional<Stretch>& 
     tell_of_what_lacks(*frames, length, around);
     const Stretch taken{frames->from / around.step, frames->to / around.step};
     return timeline::spliced(std::move(items), taken, item_for(*frames, around).event,
-                             static_cast<int>(open_.size()) - 1);
+                             static_cast<int>(open_.size()) - 1, looking_ ? nullptr : &cut_off_);
 }
 
 // What a nest doesn't show isn't looked at, so that nests in nests cost no more than what they show, and numbers are
@@ -325,7 +346,9 @@ Items Flattener::nest(const Object& clip, const Mob& mob, const Stretch& frames,
     Around inside{inner, slot->rate, around.step * ratio, nullptr, {}, {}};
     inside.backward = around.backward;
     if (around.clear) inside.clear = (start + *around.clear) * ratio + slot->origin;
-    if (around.grid) inside.grid = Grid{(start + around.grid->zero) * ratio + slot->origin, around.grid->step * ratio};
+    if (around.grid)
+        inside.grid =
+            Grid{(start + around.grid->zero) * ratio + slot->origin, around.grid->step * ratio, around.grid->around};
     if (is_way_to_a_clip(mob)) {
         inside.others = around.others;
         inside.others.insert(inside.others.begin(), &mob);
@@ -476,6 +499,7 @@ Items Flattener::retimed(const Object& group, const Stretch& frames, const Aroun
     const std::string name = effect_name(context_.file, group);
     const Speed speed = speed_of(context_.file, group, length_of(group, around.place));
     if (speed.doubt) warn(WarningKind::doubt, around, "the effect \"" + name + "\": " + speed.doubt);
+    embedded::Warnings cut_off_elsewhere = std::exchange(cut_off_, {});
     Items items;
     for (std::size_t i = 0; i < speed.pieces.size(); ++i) {
         const SpeedPiece& each = speed.pieces[i];
@@ -484,6 +508,8 @@ Items Flattener::retimed(const Object& group, const Stretch& frames, const Aroun
                             last ? frames.to : std::min(frames.to, each.to)};
         if (shown.from < shown.to) append(items, piece(input, each, shown, around));
     }
+    for (embedded::Warning& warning : cut_off_in_all(std::exchange(cut_off_, std::move(cut_off_elsewhere)), items))
+        cut_off_.push_back(std::move(warning));
     if (context_.file.kind_of(group) == Kind::picture)
         items = on_whole_frames(std::move(items), frames.from, around.step);
     if (!speed.curve) return items;
@@ -502,8 +528,9 @@ Items Flattener::piece(const Object& input, const SpeedPiece& piece, const Stret
     if (around.clear) inside.clear = piece.source_at(*around.clear);
     inside.grid.reset();
     inside.sub_clip.reset();
-    if (!(speed == nothing) && !around.backward && context_.file.kind_of(input) == Kind::picture)
-        inside.grid = Grid{piece.source_at(nothing), speed};
+    const bool known = around.grid || !around.backward;
+    if (!(speed == nothing) && known && context_.file.kind_of(input) == Kind::picture)
+        inside.grid = Grid{piece.source_at(nothing), speed, around.grid ? &*around.grid : nullptr};
     if (speed == nothing)
         return frozen(range(input, {from, from + frame}, inside), (frames.to - frames.from) / around.step);
     const Stretch used = speed < nothing ? Stretch{to + frame, from + frame} : Stretch{from, to};

@@ -38,13 +38,16 @@ public:
     Items track(const Object& segment, const Fraction& rate, const Mob& composition, const Place& place);
 
 private:
-    /// Frames that a speed shows: `zero` and those each `step` behind it.
+    /// Frames that a speed shows: `zero` as its frame 0, and those each `step` behind it. Of its frames another speed
+    /// around it may show some alone, or in turned order.
     struct Grid {
         Fraction zero, step;
+        const Grid* around = nullptr;
 
-        /// The first from `frame` on, in the direction of the step.
-        Fraction from(const Fraction& frame) const { return zero - step * Fraction((-(frame - zero) / step).floor()); }
-        Grid seen_from(const Fraction& start) const { return {zero - start, step}; }
+        bool turns() const { return (step < Fraction(0)) != (around && around->turns()); }
+        /// The first from `frame` on, in the direction in which all of the speeds play.
+        Fraction from(const Fraction& frame) const;
+        Grid seen_from(const Fraction& start) const { return {zero - start, step, around}; }
     };
     /// Where a segment is read.
     struct Around {
@@ -98,7 +101,8 @@ private:
     timeline::Sources& sources_;
     std::vector<const Mob*> open_; ///< compositions that are being read, from the outermost
     int depth_ = 0;
-    bool looking_ = false; ///< at what lies under a transition: nothing is told or made of it
+    embedded::Warnings cut_off_; ///< of transitions that what is taken of a nest begins or ends inside
+    bool looking_ = false;       ///< at what lies under a transition: nothing is told or made of it
     std::size_t made_ = 0;
 };
 

@@ -221,7 +221,7 @@ Fraction SpeedPiece::speed() const {
 Fraction simple_speed(const Fraction& speed) {
     constexpr std::int64_t most = 10000;
     const bool backward = speed < Fraction(0);
-    const Fraction wanted = backward ? -speed : speed;
+    const Fraction wanted = magnitude(speed);
     const Fraction allowed = wanted / Fraction(1000000);
     Fraction rest = wanted;
     std::int64_t num = 1, den = 0, last_num = 0, last_den = 1;
@@ -232,8 +232,7 @@ Fraction simple_speed(const Fraction& speed) {
         if (next_den > most || next_num > most * most) break;
         last_num = num, last_den = den, num = next_num, den = next_den;
         const Fraction found(num, den);
-        const Fraction error = found < wanted ? wanted - found : found - wanted;
-        if (error <= allowed) return backward ? -found : found;
+        if (magnitude(found - wanted) <= allowed) return backward ? -found : found;
         rest = Fraction(1) / (rest - Fraction(whole));
     }
     return speed;

@@ -17,7 +17,7 @@ const Fraction nothing;
 
 Items at_speed(Items items, const Fraction& speed, const Fraction& frame) {
     const bool backward = speed < nothing;
-    const Fraction faster = backward ? -speed : speed;
+    const Fraction faster = magnitude(speed);
     for (Item& item : items) {
         if (item.is_transition()) {
             embedded::TransitionDescription& transition = *item.transition;
@@ -27,6 +27,7 @@ Items at_speed(Items items, const Fraction& speed, const Fraction& frame) {
             continue;
         }
         const Fraction length = item.event.duration;
+        if (backward) timeline::turn(item, frame);
         item.event.duration = length / faster;
         item.event.speed = item.event.speed * speed;
         for (timeline::Mark& mark : item.marks)
@@ -41,8 +42,10 @@ Items frozen(Items items, const Fraction& duration) {
     std::erase_if(items, [](const Item& item) { return item.is_transition(); });
     if (items.empty()) return items;
     items.resize(1);
-    items.front().event.duration = duration;
-    items.front().event.speed = 0;
+    embedded::EventDescription& held = items.front().event;
+    if (held.speed < nothing) timeline::turn(items.front(), held.duration);
+    held.duration = duration;
+    held.speed = 0;
     for (timeline::Mark& mark : items.front().marks)
         mark.time = nothing;
     return items;

@@ -8,7 +8,7 @@ namespace formats::aaf {
 /// `items` at another speed: as long as they are divided by its magnitude, backward in turned order. A marker stands
 /// where its frame begins, which backward is where that ended; `frame` is that long.
 timeline::Items at_speed(timeline::Items items, const timeline::Fraction& speed, const timeline::Fraction& frame);
-/// The first frame of `items`, held; its markers stand at its start.
+/// What `items`, which are one frame long, begin with, held; its markers stand at its start.
 timeline::Items frozen(timeline::Items items, const timeline::Fraction& duration);
 /// With each cut that a speed put between two frames moved to where the next one begins, which is the first to show
 /// what is behind:

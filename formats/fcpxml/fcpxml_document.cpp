@@ -123,6 +123,11 @@ std::string place_of(const Element& element) {
     return name.empty() ? text : text + " \"" + std::string(name) + "\"";
 }
 
+std::string name_or(const Element& element, std::string_view other) {
+    const std::string_view own = element.attribute("name");
+    return std::string(own.empty() ? other : own);
+}
+
 void refuse(const Element& element, const std::string& reason) { throw ReadError{place_of(element) + ": " + reason}; }
 
 Story story_of(const Element& element) {

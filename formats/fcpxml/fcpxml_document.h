@@ -25,6 +25,8 @@ struct ReadError {
 
 /// `line 12: asset-clip "A012"`.
 std::string place_of(const Element& element);
+/// What an element is called, or else that.
+std::string name_or(const Element& element, std::string_view other);
 [[noreturn]] void refuse(const Element& element, const std::string& reason);
 
 /// The elements that can stand in time.

@@ -179,8 +179,7 @@ Items at_speed(Items items, const Fraction& slope) {
     return items;
 }
 
-// At the very end of the items the last frame is held, not the one behind it.
-Item frozen(const Items& items, const Fraction& at, const Fraction& length) {
+Item frozen(const Items& items, const Fraction& at, const Fraction& length, const Fraction& frame) {
     Item held = gap_of(length);
     Fraction start;
     for (const Item& item : items) {
@@ -189,9 +188,9 @@ Item frozen(const Items& items, const Fraction& at, const Fraction& length) {
         if (start <= at && at <= end) {
             held = copy_of(item);
             held.marks.clear();
-            const Fraction into = item.event.speed < Fraction(0) ? at - end : at - start;
-            held.event.source_in = held.event.source_in + into * held.event.speed;
-            if (at == end && Fraction(0) < held.event.speed) held.event.source_in = in_last_frame(held.event.source_in);
+            const Fraction begins = at < end ? at : end - frame;
+            const Fraction into = item.event.speed < Fraction(0) ? end - frame - begins : begins - start;
+            held.event.source_in = held.event.source_in + into * magnitude(held.event.speed);
             held.event.speed = 0;
             held.event.duration = length;
             if (at < end) break;

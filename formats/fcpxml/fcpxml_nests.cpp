@@ -1,4 +1,4 @@
-// What items show: media, what was made in the edit, and the content of clips, compound clips and angles.
+// What items show: media, what was made in the edit, and what clips, compound clips and angles hold.
 
 #include "formats/fcpxml/fcpxml_details.h"
 #include "formats/fcpxml/fcpxml_story.h"
@@ -12,16 +12,10 @@ namespace formats::fcpxml {
 namespace {
 
 using embedded::WarningKind;
-using timeline::Stretch;
 
 /// Items that come of compound clips in compound clips; one that is used ten times in one that is used ten times, and
 /// so on, is refused before it fills the memory.
 constexpr std::size_t most_work = 100'000;
-
-std::string name_or(const Element& element, std::string_view other) {
-    const std::string_view own = element.attribute("name");
-    return std::string(own.empty() ? other : own);
-}
 
 /// Whether all roles of one side of a synchronised clip are switched off.
 bool is_silent(const Element& sync_clip, std::string_view side) {
@@ -71,40 +65,15 @@ Fraction end_of(const Runs& runs, const Fraction& start) {
     return end;
 }
 
-Stretch stretch_of(const Span& span) {
-    const Fraction a = span.value, b = span.value_at(span.to);
-    return {std::min(a, b), std::max(a, b)};
-}
-
 /// Where a span begins in its medium. What is held at the medium's end is its last frame.
 Fraction start_in(const Asset* asset, const Span& span, const Fraction& half_frame) {
-    const Fraction from = stretch_of(span).from;
+    const Fraction from = span.lowest();
     if (!asset || !asset->duration || !(span.slope == Fraction(0))) return from;
     const Fraction end = asset->start + *asset->duration;
     return end - half_frame < from && from < end + half_frame ? in_last_frame(end) : from;
 }
 
-/// Whether there are pictures, but all before or behind what is taken.
-bool misses(const std::vector<Span>& spans, const Runs& runs) {
-    const auto meets = [&](const Run& run) {
-        return std::any_of(spans.begin(), spans.end(), [&](const Span& span) {
-            const Stretch taken = stretch_of(span);
-            if (taken.from == taken.to) return run.start <= taken.from && taken.from <= run.end();
-            return taken.from < run.end() && run.start < taken.to;
-        });
-    };
-    return std::any_of(runs.begin(), runs.end(), [](const Run& run) { return has_picture(run.items); }) &&
-           std::none_of(runs.begin(), runs.end(), meets);
-}
-
 } // namespace
-
-// A stretch that begins a hair before a cut must not show a piece of what lies before that.
-Stretch StoryReader::Content::settled(const Stretch& stretch) const {
-    if (!frames) return stretch;
-    const Stretch whole{frames->settled(stretch.from), frames->settled(stretch.to)};
-    return whole.from < whole.to ? whole : stretch;
-}
 
 int StoryReader::add_shot(Shot shot) {
     shots_.push_back(std::move(shot));
@@ -472,86 +441,6 @@ const StoryReader::Content* StoryReader::angle(const Element& mc_clip, const Lev
                           "\": nothing is shown",
                       WarningKind::replaced);
     return &nothing;
-}
-
-std::optional<Items> StoryReader::one_row(const Element& element, const Content& content, const Stretch& stretch) {
-    const auto same = [this](int a, int b) {
-        const Shot &x = shots_[static_cast<std::size_t>(a)], &y = shots_[static_cast<std::size_t>(b)];
-        return x.asset && x.asset == y.asset;
-    };
-    std::optional<Items> row = merged(content.runs, stretch, same, work_);
-    check_work(element);
-    if (row)
-        for (Item& item : *row)
-            ++item.depth;
-    return row;
-}
-
-Items StoryReader::rendered(const Element& element, const Content& content, const Span& span, const Fraction& pace) {
-    const Element media = context_.resources.find(element.attribute("ref"));
-    const std::string name = name_or(element, media.attribute("name"));
-    context_.warn(element,
-                  sound_ ? "several sounds lie beside each other in it, so it is one event without numbers"
-                         : "several pictures lie above each other in it, so it is one event of rendered material",
-                  sound_ ? WarningKind::note : WarningKind::replaced);
-    Shot shot;
-    shot.element = element;
-    shot.name = name;
-    shot.made = "comp:" + name;
-    Items items(1);
-    Item& item = items[0];
-    item.kind = Item::Kind::event;
-    item.event.label = place_of(element);
-    item.event.source = add_shot(std::move(shot));
-    item.event.duration = (span.to - span.from) * pace;
-    item.event.source_in = stretch_of(span).from - content.start;
-    item.event.speed = span.slope / pace;
-    return items;
-}
-
-Items StoryReader::frozen_nest(const Element& element, const Content& content, const Span& span, const Fraction& pace,
-                               const Level& level) {
-    const Fraction length = (span.to - span.from) * pace;
-    const Fraction a_bit = half_frame(level);
-    const Fraction value = content.frames ? content.frames->settled(span.value) : span.value;
-    std::optional<Items> row = one_row(element, content, {value, value + a_bit});
-    Fraction at;
-    if (row && !has_picture(*row)) {
-        row = one_row(element, content, {value - a_bit, value});
-        at = a_bit;
-    }
-    if (!row) return rendered(element, content, span, pace);
-    Items items;
-    items.push_back(frozen(*row, at, length));
-    return items;
-}
-
-Items StoryReader::piece_of_nest(const Element& element, const Content& content, const Span& span, const Fraction& pace,
-                                 const Level& level) {
-    if (span.slope == Fraction(0)) return frozen_nest(element, content, span, pace, level);
-    std::optional<Items> row = one_row(element, content, content.settled(stretch_of(span)));
-    if (!row) return rendered(element, content, span, pace);
-    const Fraction slope = span.slope / pace;
-    Items items = slope == Fraction(1) ? std::move(*row) : at_speed(std::move(*row), slope);
-    fit(items, (span.to - span.from) * pace);
-    return items;
-}
-
-Items StoryReader::nest(const Element& element, const Content& content, const Clock& clock, const Fraction& length,
-                        const Level& level) {
-    Items items;
-    const std::vector<Span> spans = spans_of(element, clock, length, level);
-    for (const Span& span : spans) {
-        Items piece = piece_of_nest(element, content, span, clock.pace, level);
-        for (Item& item : piece) {
-            if (span.curved && item.kind == Item::Kind::event)
-                item.event.effects.push_back({"Variable speed", true, {}});
-            items.push_back(std::move(item));
-        }
-    }
-    if (!sound_ && !has_picture(items) && misses(spans, content.runs))
-        context_.warn(element, "shows nothing: all that it holds lies elsewhere on its clock", WarningKind::replaced);
-    return items;
 }
 
 } // namespace formats::fcpxml

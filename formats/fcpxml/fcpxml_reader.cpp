@@ -84,7 +84,7 @@ void ChannelMaker::cut_before_start(Runs& runs, bool tell) {
             context_.warnings.push_back(
                 {WarningKind::dropped, item->event.label + ": what begins before the edit is cut off"});
         const timeline::Stretch kept{zero_ - run.start, run.end() - run.start};
-        run.items = trimmed(std::move(run.items), kept);
+        run.items = trimmed(std::move(run.items), kept, tell ? &context_.warnings : nullptr);
         run.start = zero_;
     }
 }

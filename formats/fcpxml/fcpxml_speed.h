@@ -7,6 +7,7 @@
 #include "formats/fcpxml/fcpxml_time.h"
 #include "formats/xml/xml_document.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,8 @@ struct Span {
     bool curved = false; ///< it eases in or out in between: only its ends are exact
 
     Fraction value_at(const Fraction& time) const { return value + (time - from) * slope; }
+    Fraction lowest() const { return std::min(value, value_at(to)); }
+    Fraction highest() const { return std::max(value, value_at(to)); }
 };
 
 /// A point of a speed map.

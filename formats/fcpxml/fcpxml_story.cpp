@@ -327,7 +327,7 @@ void StoryReader::add_contained(const Element& parent, const Clock& clock, const
         add_connected(child, offset ? clock.at(*offset) : clock.place, level.in(1), inner);
         for (Run& run : inner) {
             const Fraction from = clock.place - run.start;
-            run.items = trimmed(std::move(run.items), {from, from + length});
+            run.items = trimmed(std::move(run.items), {from, from + length}, sound_ ? nullptr : &context_.warnings);
             run.start = std::max(run.start, clock.place);
             runs.push_back(std::move(run));
         }

@@ -110,10 +110,13 @@ private:
     Items made(const Element& element, const Fraction& length, const std::string& identity);
     Items nest(const Element& element, const Content& content, const Clock& clock, const Fraction& length,
                const Level& level);
-    Items piece_of_nest(const Element& element, const Content& content, const Span& span, const Fraction& pace,
-                        const Level& level);
-    Items frozen_nest(const Element& element, const Content& content, const Span& span, const Fraction& pace,
-                      const Level& level);
+    /// None where several pictures lie above each other.
+    std::optional<Items> piece_of_nest(const Element& element, const Content& content, const Span& span,
+                                       const Fraction& pace, const Level& level);
+    std::optional<Items> frozen_nest(const Element& element, const Content& content, const Span& span,
+                                     const Fraction& pace, const Level& level);
+    static Fraction frame_of(const Content& content, const Level& level);
+    Fraction normal_speed(const Item& item, const Fraction& frame) const;
     Items rendered(const Element& element, const Content& content, const Span& span, const Fraction& pace);
     std::optional<Items> one_row(const Element& element, const Content& content, const timeline::Stretch& stretch);
     Items missing(const Element& element, const Fraction& length);

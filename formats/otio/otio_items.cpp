@@ -186,7 +186,7 @@ Items Flattener::track_in_nest(const Place& nest, const Place& track) {
     if (!inner) return content;
     warn_of_effects(track, context_);
     const Stretch stretch = stretch_of_track(track, length_of(content), context_);
-    return trimmed(std::move(content), stretch);
+    return trimmed(std::move(content), stretch, context_.warnings);
 }
 
 void Flattener::splice(const Place& nest, const Place& track, Items& items) {
@@ -204,7 +204,8 @@ void Flattener::splice(const Place& nest, const Place& track, Items& items) {
                           embedded::WarningKind::replaced);
         from = 0;
     }
-    for (Item& item : spliced(std::move(content), {from, from + taken}, gap_of(nest, taken).event, depth_))
+    for (Item& item :
+         spliced(std::move(content), {from, from + taken}, gap_of(nest, taken).event, depth_, context_.warnings))
         items.push_back(std::move(item));
 }
 

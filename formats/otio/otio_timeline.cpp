@@ -129,7 +129,7 @@ void ChannelAdder::add_all() {
 
 void ChannelAdder::add(const Place& place, Channel channel) {
     Items items = items_of(place, channel);
-    if (!window_.open) items = trimmed(std::move(items), window_.stretch);
+    if (!window_.open) items = trimmed(std::move(items), window_.stretch, context_.warnings);
     timeline::hand_over(std::move(items), {channel.number, channel.subtype == fx_subtype, channel.lowest_listed},
                         builder_);
 }
@@ -148,7 +148,7 @@ Items ChannelAdder::items_of(const Place& place, const Channel& channel) {
     const Stretch stretch = stretch_of_track(place, length_of(items), context_);
     warn_of_effects(place, context_);
     add_marks_of_track(place, channel, stretch);
-    return trimmed(std::move(items), stretch);
+    return trimmed(std::move(items), stretch, context_.warnings);
 }
 
 void ChannelAdder::add_marks_of_track(const Place& track, const Channel& channel, const Stretch& stretch) {

@@ -6,21 +6,6 @@
 namespace formats::timeline {
 namespace {
 
-/// Whether a transition whose cut lies there stays: inside, or at an end of the content that isn't trimmed.
-///
-///     |x A . . |x| B . . x|      the one in the middle stays, and so does that at the tail;
-///          [ - - - - - - - ]     that at the head has lost its place
-bool keeps_cut(const Stretch& stretch, const Fraction& cut, const Fraction& total) {
-    if (stretch.from < cut && cut < stretch.to) return true;
-    const bool at_head = cut == Fraction(0) && stretch.from <= cut && cut < stretch.to;
-    const bool at_tail = cut == total && stretch.from < cut && cut <= stretch.to;
-    return at_head || at_tail;
-}
-
-bool is_seen(const embedded::TransitionDescription& transition, const Fraction& cut, const Stretch& stretch) {
-    return stretch.from < cut + transition.out_offset && cut - transition.in_offset < stretch.to;
-}
-
 void hand_over(Item& item, const Channel& channel, embedded::EditBuilder& builder) {
     embedded::EventDescription& event = item.event;
     if (item.is_transition()) {
@@ -66,6 +51,29 @@ void cut(Item& item, const Fraction& head, const Fraction& tail) {
     item.marks = std::move(kept);
 }
 
+void turn(Item& item, const Fraction& frame, const Fraction& normal) {
+    embedded::EventDescription& event = item.event;
+    const Fraction skipped = frame * (magnitude(event.speed) - normal);
+    if (Fraction(0) < event.speed) event.source_in = event.source_in - skipped;
+    if (event.speed < Fraction(0)) event.source_in = event.source_in + skipped;
+}
+
+bool keeps_cut(const Stretch& stretch, const Fraction& cut, const Fraction& total) {
+    if (stretch.from < cut && cut < stretch.to) return true;
+    const bool at_head = cut == Fraction(0) && stretch.from <= cut && cut < stretch.to;
+    const bool at_tail = cut == total && stretch.from < cut && cut <= stretch.to;
+    return at_head || at_tail;
+}
+
+bool is_seen(const embedded::TransitionDescription& transition, const Fraction& cut, const Stretch& stretch) {
+    return stretch.from < cut + transition.out_offset && cut - transition.in_offset < stretch.to;
+}
+
+embedded::Warning cut_off(const embedded::TransitionDescription& transition) {
+    return {embedded::WarningKind::dropped,
+            transition.label + ": left out, as what is taken of its track begins or ends inside it"};
+}
+
 Items trimmed(Items items, const Stretch& stretch, embedded::Warnings* warnings) {
     const Fraction total = length_of(items);
     if (stretch.from <= Fraction(0) && total <= stretch.to) return items;
@@ -76,8 +84,7 @@ Items trimmed(Items items, const Stretch& stretch, embedded::Warnings* warnings)
             if (keeps_cut(stretch, start, total))
                 kept.push_back(std::move(item));
             else if (warnings && is_seen(*item.transition, start, stretch))
-                warnings->push_back({embedded::WarningKind::dropped,
-                                     item.transition->label + ": left out, as its nest begins or ends inside it"});
+                warnings->push_back(cut_off(*item.transition));
             continue;
         }
         const Fraction end = start + item.length();

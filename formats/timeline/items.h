@@ -46,6 +46,21 @@ struct Stretch {
 };
 
 Fraction length_of(const Items& items);
+/// Moves the stretch of an item that is going to play the other way round: the frame that came last comes first. At
+/// another speed than `normal` that isn't the one at the stretch's end. `frame` is what one lasts in the item's time.
+///
+///     stretch of 6 at twice the speed    |0 . 2 . 4 .|
+///     turned                            |. 0 . 2 . 4|      a frame sooner, to end with what it showed last
+void turn(Item& item, const Fraction& frame, const Fraction& normal = 1);
+/// Whether a transition stays, whose cut lies there in items `total` seconds long: inside of what is taken of them, or
+/// at an end of theirs that isn't trimmed.
+///
+///     |x A . . |x| B . . x|      the one in the middle stays, and so does that at the tail;
+///          [ - - - - - - - ]     that at the head has lost its place
+bool keeps_cut(const Stretch& taken, const Fraction& cut, const Fraction& total);
+bool is_seen(const embedded::TransitionDescription& transition, const Fraction& cut, const Stretch& taken);
+/// That a transition is seen in what is taken, but its cut isn't.
+embedded::Warning cut_off(const embedded::TransitionDescription& transition);
 /// Takes `head` seconds off the start and `tail` off the end, or adds them where they are below 0. The medium moves by
 /// as much times the speed; played backward, what comes off the head is the end of the medium's stretch.
 void cut(Item& item, const Fraction& head, const Fraction& tail);

@@ -131,4 +131,12 @@ inline std::string label_at(const formats::ReadResult& result, UserLabelType kin
     return label->get_label_point(place).get_string();
 }
 
+/// `frames` frames at a whole speed, below 0 from their end.
+inline Object played(int speed, int frames, Object shown) {
+    return effect(speed_control, frames / std::abs(speed), {sequence({std::move(shown)})},
+                  {constant(speed_ratio, speed < 0 ? -1 : 1, std::abs(speed))});
+}
+/// Which of them a frame of the effect shows.
+inline int frame_played(int speed, int frames, int frame) { return speed * frame + (speed < 0 ? frames - 1 : 0); }
+
 } // namespace aaf_edits

@@ -147,6 +147,25 @@ TEST(AafChains, TapesCutAsTheyAreAreExactAtTheFirstFrameThatASpeedShows) {
     }
 }
 
+TEST(AafChains, TapesCutAsTheyAreAreExactAtTheFirstFrameThatASpeedInASpeedShows) {
+    for (const int inner : {2, 3, 5, -1, -3})
+        for (const int outer : {2, -1, -2})
+            for (int first = 29; first < 34; ++first) {
+                const int of_inner = 60 / std::abs(inner);
+                const auto place = [&](int frame) {
+                    return frame_played(inner, 60, frame_played(outer, of_inner, frame));
+                };
+                int second = 1; // the frame with which the second event begins
+                while ((place(second) < first) == (place(0) < first))
+                    ++second;
+                const int in_clip = place(second) - (place(second) < first ? 0 : first);
+                const Object nest = sequence({clip(1, 40, first), clip(1, 40, 60 - first)});
+                const auto result = read(tape_cut(played(outer, of_inner, played(inner, 60, nest))));
+                EXPECT_EQ(label_at(result, user_label_key, 1), key_of_tape(40 + in_clip))
+                    << inner << " " << outer << " " << first;
+            }
+}
+
 TEST(AafChains, WhatATransitionCoversOfAPartedEventMovesNoNumberBehindIt) {
     Made made = tape_cut(sequence({clip(1, 500, 30), transition(20, 2), clip(1, 20, 40)}));
     made.mobs[1] = master(1, "A", {slot(1, ntsc, sequence({clip(3, 0, 26), clip(3, 101, 900)}))});

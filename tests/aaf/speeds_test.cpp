@@ -181,4 +181,61 @@ TEST(AafSpeeds, ATransitionInANestPlaysAtTheSpeedOfItsEffect) {
     EXPECT_EQ(drawn(backward), "B 0-6 @69*-2 | x 6-10 | A 10-16 @11*-2");
 }
 
+// The same nest: its transition stays with the piece of a speed that has its cut, or is left out.
+TEST(AafSpeeds, ATransitionInANestThatNoPieceOfASpeedHasTheCutOfIsToldOnce) {
+    const Object nest = sequence({clip(1, 0, 20), transition(8, 2), clip(2, 50, 20)});
+    const auto told = [&](std::int64_t length, const std::vector<ControlPoint>& map) {
+        const auto result = read(track(motion(length, nest, varying(speed_offset_map, map))));
+        return std::count_if(result.warnings.begin(), result.warnings.end(), [](const embedded::Warning& warning) {
+            return warning.text.find("left out, as what is taken of its track begins or ends inside it") !=
+                   std::string::npos;
+        });
+    };
+    EXPECT_EQ(told(16, {{0, 0}, {16, 32}}), 0);
+    EXPECT_EQ(told(24, {{0, 0}, {8, 16}, {24, 32}}), 0) << "the cut lies in the first piece";
+    EXPECT_EQ(told(20, {{0, 0}, {7, 14}, {20, 27}}), 1) << "the speed changes at the cut";
+    EXPECT_EQ(told(10, {{0, 16}, {10, 16}}), 1) << "a frame of it is held";
+    EXPECT_EQ(told(8, {{0, 16}, {4, 20}, {8, 28}}), 1) << "it begins behind the cut";
+}
+
+/// What each frame shows, as "A100 A102".
+std::string shown_frames(const formats::ReadResult& result, int frames) {
+    const std::vector<ChannelEvent> events = material(result);
+    std::string text;
+    for (int frame = 0; frame < frames; ++frame) {
+        std::size_t at = events.size() - 1;
+        while (at > 0 && frame < std::lround(events[at].edit_time * 24))
+            --at;
+        const double since = frame / 24.0 - events[at].edit_time;
+        const double time = events[at].source_time + since * static_cast<double>(events[at].speed);
+        text += toUTF8(source_of(result, at)->getName()).c_str() + std::to_string(std::lround(time * 24)) + " ";
+    }
+    return text;
+}
+
+// Frames that the inner speed leaves out are never shown, whichever way the other one plays what is left.
+TEST(AafSpeeds, ASpeedInASpeedShowsFramesOfTheInnerOne) {
+    for (const int inner : {1, 2, 3, -1, -3})
+        for (const int outer : {1, 2, -1, -2}) {
+            const int of_inner = 60 / std::abs(inner), frames = of_inner / std::abs(outer);
+            const Object nest = sequence({clip(1, 100, 29), clip(2, 200, 31)});
+            std::string expected;
+            for (int frame = 0; frame < frames; ++frame) {
+                const int place = frame_played(inner, 60, frame_played(outer, of_inner, frame));
+                expected += place < 29 ? "A" + std::to_string(100 + place) : "B" + std::to_string(171 + place);
+                expected += " ";
+            }
+            EXPECT_EQ(shown_frames(read(track(played(outer, of_inner, played(inner, 60, nest)))), frames), expected)
+                << inner << " " << outer;
+        }
+}
+
+TEST(AafSpeeds, AFreezeOfASpeedHoldsAFrameOfIt) {
+    for (const int inner : {1, 2, 3, -1, -3}) {
+        const Object nest = played(inner, 60, sequence({clip(1, 100, 60)}));
+        const auto result = read(track(motion(10, nest, varying(speed_offset_map, {{0, 5}, {10, 5}}))));
+        EXPECT_EQ(drawn(result), "A 0-10 @" + std::to_string(100 + frame_played(inner, 60, 5)) + "*0") << inner;
+    }
+}
+
 } // namespace

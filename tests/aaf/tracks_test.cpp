@@ -177,6 +177,25 @@ TEST(AafTracks, ANestedCompositionIsSplicedInTrimmed) {
     EXPECT_EQ(drawn(made), "A 0-10 @0 | C 10-13 @5 | x 13-17 | D 17-30 @54 | B 30-40 @0");
 }
 
+// C ends and D begins at frame 10 of the nest, under a transition from 8 to 12.
+TEST(AafTracks, ATransitionThatANestIsCutInIsTold) {
+    const auto told = [](std::int64_t start, std::int64_t length) {
+        Made made = track(sequence({clip(50, start, length)}));
+        made.mobs.push_back(composition(
+            50, "Nest", {slot(1, {24}, sequence({clip(3, 0, 12), transition(4, 2), clip(4, 50, 30)}))}, false));
+        return warns_of(read(made),
+                        "component 1, composition \"Nest\", slot 1, component 2: left out, as what is taken "
+                        "of its track begins or ends inside it");
+    };
+    EXPECT_TRUE(told(10, 20));
+    EXPECT_TRUE(told(11, 20));
+    EXPECT_TRUE(told(0, 10));
+    EXPECT_TRUE(told(0, 9));
+    EXPECT_FALSE(told(9, 20)) << "it stays";
+    EXPECT_FALSE(told(12, 20)) << "nothing of it is seen";
+    EXPECT_FALSE(told(0, 8));
+}
+
 TEST(AafTracks, WhatIsTakenBeyondANestIsToldOf) {
     const auto result_of = [](std::int64_t start, std::int64_t length) {
         Made made = track(sequence({clip(1, 0, 5), clip(50, start, length), clip(2, 0, 5)}));

@@ -233,7 +233,8 @@ TEST(Fcp7Nests, MarkersOfTheirClipsStay) {
 TEST(Fcp7Nests, ATransitionThatANestIsCutInIsToldWhereItWouldBeSeen) {
     const std::string inner = nest(track(clip({"X", 0, -1, 0, 25}) + transition(15, 25) + clip({"Y", -1, 50, 0, 35})));
     const auto told_from = [&](int in) { return told(read(clip({"N", 0, 20, in, in + 20, inner}))); };
-    const std::string left_out = "line 4 \"Cross Dissolve\": left out, as its nest begins or ends inside it";
+    const std::string left_out =
+        "line 4 \"Cross Dissolve\": left out, as what is taken of its track begins or ends inside it";
     EXPECT_EQ(told_from(22), left_out);
     EXPECT_EQ(told_from(20), left_out);
     EXPECT_EQ(told_from(25), "");

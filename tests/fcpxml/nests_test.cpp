@@ -142,6 +142,30 @@ TEST(FcpxmlCompounds, KeepTheirTransitionsWhereTheCutIsUsed) {
     EXPECT_EQ(drawn_ref(ref("c", R"(start="2s" duration="2s")"), media), "0-48 B@00:00:09:00");
 }
 
+// Seen from 7/4 s to 9/4 s, with the cut at 2 s.
+TEST(FcpxmlCompounds, ATransitionThatTheyAreCutInIsTold) {
+    const std::string media =
+        compound("c", clip("A", R"(duration="2s")") + dissolve(R"(offset="7/4s" duration="1/2s")") +
+                          clip("B", R"(start="9s" offset="2s" duration="2s")"));
+    const auto told = [&](const std::string& attributes, const std::string& inside = {}) {
+        const auto result = read(with_spine(ref("c", attributes, inside), R"(format="r24")", media));
+        return std::count_if(result.warnings.begin(), result.warnings.end(), [](const embedded::Warning& warning) {
+            return warning.kind == WarningKind::dropped &&
+                   warning.text.find("\"X\": left out, as what is taken of its track begins or ends inside it") !=
+                       std::string::npos;
+        });
+    };
+    EXPECT_EQ(told(R"(start="2s" duration="2s")"), 1);
+    EXPECT_EQ(told(R"(start="17/8s" duration="1s")"), 1) << "it begins behind the cut";
+    EXPECT_EQ(told(R"(start="0s" duration="15/8s")"), 1) << "it ends ahead of the cut";
+    EXPECT_EQ(told(R"(start="1s" duration="2s")"), 0) << "it stays";
+    EXPECT_EQ(told(R"(start="0s" duration="7/4s")"), 0) << "nothing of it is seen";
+    EXPECT_EQ(told(R"(start="9/4s" duration="1s")"), 0);
+    EXPECT_EQ(told(R"(duration="3s")", speed("0s 17/8s, 9s 17/8s")), 1) << "a frame of it is held";
+    EXPECT_EQ(told(R"(duration="3s")", speed("0s 1s, 1s 17/8s, 2s 4s")), 0) << "it stays with the span of its cut";
+    EXPECT_EQ(told(R"(duration="3s")", speed("0s 1s, 1s 2s, 2s 4s")), 1) << "the speed changes at its cut";
+}
+
 TEST(FcpxmlCompounds, AtDoubleSpeedAndInReverse) {
     const std::string media = compound("c", clip("A", R"(duration="2s")") + clip("B", R"(start="9s" duration="2s")"));
     EXPECT_EQ(drawn_ref(ref("c", R"(duration="2s")", speed("0s 0s, 2s 4s")), media),
@@ -155,6 +179,32 @@ TEST(FcpxmlCompounds, FrozenShowOneFrameOfWhatLiesThere) {
     EXPECT_EQ(drawn_ref(ref("c", R"(duration="3s")", speed("0s 3s, 9s 3s")), media), "0-72 B@00:00:10:00*0");
     EXPECT_EQ(drawn_ref(ref("c", R"(duration="3s")", speed("0s 4s, 9s 4s")), media), "0-72 B@00:00:10:23*0")
         << "at its very end the last frame is held, not the one behind it";
+}
+
+// Of A at twice the speed a compound of 2 s shows frames 0, 2, ..., 94; of A backward 95, 93, ..., 1.
+TEST(FcpxmlCompounds, OfARetimedClipShowFramesThatItShows) {
+    const auto played = [](const std::string& inner, const std::string& outer, const std::string& length = "2s") {
+        const std::string media = compound("c", clip("A", R"(duration="2s")", speed(inner)));
+        return drawn_ref(ref("c", "duration=\"" + length + "\"", speed(outer)), media);
+    };
+    const std::string twice = "0s 0s, 2s 4s", twice_back = "0s 4s, 2s 0s";
+    EXPECT_EQ(played(twice, "0s 2s, 2s 0s"), "0-48 A@00:00:03:22*-2");
+    EXPECT_EQ(played(twice, "0s 2s, 1s 0s", "1s"), "0-24 A@00:00:03:22*-4");
+    EXPECT_EQ(played(twice_back, "0s 2s, 2s 0s"), "0-48 A@00:00:00:01*2");
+    EXPECT_EQ(played(twice_back, "0s 0s, 1s 2s", "1s"), "0-24 A@00:00:03:23*-4");
+    EXPECT_EQ(played(twice, "0s 1s, 2s 1s"), "0-48 A@00:00:02:00*0");
+    EXPECT_EQ(played(twice, "0s 2s, 2s 2s"), "0-48 A@00:00:03:22*0") << "at its end the last one";
+    EXPECT_EQ(played(twice_back, "0s 1s, 2s 1s"), "0-48 A@00:00:01:23*0");
+    EXPECT_EQ(played(twice_back, "0s 2s, 2s 2s"), "0-48 A@00:00:00:01*0");
+    EXPECT_EQ(played("0s 2s, 2s 0s", "0s 0s, 2s 0s"), "0-48 A@00:00:01:23*0");
+}
+
+// 25 in 24, frame for frame: backward at normal speed nothing is left out.
+TEST(FcpxmlCompounds, OfConformedMediaPlayBackwardFrameForFrame) {
+    const std::string conformed = R"(<conform-rate srcFrameRate="25"/>)";
+    const std::string media = compound("c", clip("A", R"(duration="2s")", conformed, "m25"));
+    EXPECT_EQ(drawn_ref(ref("c", R"(duration="2s")", speed("0s 2s, 2s 0s")), media), "0-48 A@00:00:01:22*-1");
+    EXPECT_EQ(drawn_ref(ref("c", R"(duration="2s")", speed("0s 0s, 2s 0s")), media), "0-48 A@00:00:00:00*0");
 }
 
 TEST(FcpxmlCompounds, TheirClipsKeepTheirMarkersAndTheyHaveTheirOwn) {

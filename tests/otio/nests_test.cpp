@@ -106,6 +106,29 @@ TEST(OtioNest, KeepsATransitionOnlyIfItsCutLiesInsideTheTrim) {
     EXPECT_EQ(ranged(0, 2), "B 0-2");
 }
 
+//     |B . .|x|x|. . C|     seen from 1.5 to 2.5; its cut at 2 lies in what is taken, or doesn't
+TEST(OtioNest, ATransitionThatARangeCutsOffIsTold) {
+    const auto part = [](const Extra& range) {
+        return track({clip("B", 9, 2), transition(0.5, 0.5), clip("C", 9, 2)}, range);
+    };
+    const auto told = [&](double start, double length) {
+        const Extra range = source_range(start, length);
+        int count = 0;
+        for (const std::string& file :
+             {timeline({track({stack({part({})}, range)})}), timeline({track({stack({part(range)})})}),
+              timeline({part(range)}), timeline({part({})}, {}, range)})
+            count += warns_of(read(file), "left out, as what is taken of its track begins or ends inside it");
+        return count;
+    };
+    EXPECT_EQ(told(2, 2), 4);
+    EXPECT_EQ(told(2.25, 1), 4);
+    EXPECT_EQ(told(0, 2), 4);
+    EXPECT_EQ(told(1.75, 0.125), 4);
+    EXPECT_EQ(told(1, 2), 0) << "it stays";
+    EXPECT_EQ(told(0, 1.5), 0) << "nothing of it is seen";
+    EXPECT_EQ(told(2.5, 1), 0);
+}
+
 //     |x B . . |x| C . . x|     fades at both ends stay where the range leaves their end alone
 TEST(OtioNest, KeepsTheFadeOfAnEndThatTheRangeLeavesAlone) {
     const std::string inner =
