@@ -79,6 +79,14 @@ embedded::Warnings cut_off_in_all(embedded::Warnings cut_off, const Items& items
     return cut_off;
 }
 
+/// Of items at a speed, whether their own is another one.
+bool plays_unevenly(const Items& items, const Fraction& speed) {
+    return std::any_of(items.begin(), items.end(), [&](const Item& item) {
+        return item.kind == Item::Kind::event && !(speed == nothing) &&
+               timeline::plays_unevenly(item.event.speed / speed, speed);
+    });
+}
+
 } // namespace
 
 /// A component of a sequence with what transitions take of it, or a transition with what it has to both sides.
@@ -500,14 +508,23 @@ Items Flattener::retimed(const Object& group, const Stretch& frames, const Aroun
     const Speed speed = speed_of(context_.file, group, length_of(group, around.place));
     if (speed.doubt) warn(WarningKind::doubt, around, "the effect \"" + name + "\": " + speed.doubt);
     embedded::Warnings cut_off_elsewhere = std::exchange(cut_off_, {});
+    bool uneven = false;
     Items items;
     for (std::size_t i = 0; i < speed.pieces.size(); ++i) {
         const SpeedPiece& each = speed.pieces[i];
         const bool first = i == 0, last = i + 1 == speed.pieces.size();
         const Stretch shown{first ? frames.from : std::max(frames.from, each.from),
                             last ? frames.to : std::min(frames.to, each.to)};
-        if (shown.from < shown.to) append(items, piece(input, each, shown, around));
+        if (!(shown.from < shown.to)) continue;
+        Items part = piece(input, each, shown, around);
+        uneven = uneven || plays_unevenly(part, each.speed());
+        append(items, std::move(part));
     }
+    if (uneven && context_.file.kind_of(group) == Kind::picture)
+        warn(WarningKind::doubt, around,
+             "the effect \"" + name +
+                 "\": it plays what has a speed already, and one speed that stands for both shows " +
+                 "single frames beside those that were seen");
     for (embedded::Warning& warning : cut_off_in_all(std::exchange(cut_off_, std::move(cut_off_elsewhere)), items))
         cut_off_.push_back(std::move(warning));
     if (context_.file.kind_of(group) == Kind::picture)

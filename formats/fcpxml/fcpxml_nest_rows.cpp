@@ -106,6 +106,19 @@ Fraction StoryReader::normal_speed(const Item& item, const Fraction& frame) cons
     return Fraction(1) / (frame * context_.true_rate(shot.format.info->rate()));
 }
 
+void StoryReader::tell_if_uneven(const Element& element, const Items& row, const Fraction& speed,
+                                 const Fraction& frame) {
+    const auto uneven = [&](const Item& item) {
+        return item.kind == Item::Kind::event &&
+               timeline::plays_unevenly(item.event.speed / normal_speed(item, frame), speed);
+    };
+    if (!sound_ && std::any_of(row.begin(), row.end(), uneven))
+        context_.warn_once(element,
+                           "plays what has a speed already, and one speed that stands for both shows single frames "
+                           "beside those that were seen",
+                           WarningKind::doubt);
+}
+
 std::optional<Items> StoryReader::frozen_nest(const Element& element, const Content& content, const Span& span,
                                               const Fraction& pace, const Level& level) {
     const Fraction length = (span.to - span.from) * pace;
@@ -132,6 +145,7 @@ std::optional<Items> StoryReader::piece_of_nest(const Element& element, const Co
     std::optional<Items> row = one_row(element, content, content.settled(stretch_of(span)));
     if (!row) return std::nullopt;
     const Fraction slope = span.slope / pace, frame = frame_of(content, level);
+    if (content.frames) tell_if_uneven(element, *row, slope / (frame * level.rate), frame);
     if (slope < Fraction(0))
         for (Item& item : *row)
             timeline::turn(item, frame, normal_speed(item, frame));

@@ -117,6 +117,8 @@ private:
                                      const Fraction& pace, const Level& level);
     static Fraction frame_of(const Content& content, const Level& level);
     Fraction normal_speed(const Item& item, const Fraction& frame) const;
+    /// `speed` in frames of the row for one of what shows it.
+    void tell_if_uneven(const Element& element, const Items& row, const Fraction& speed, const Fraction& frame);
     Items rendered(const Element& element, const Content& content, const Span& span, const Fraction& pace);
     std::optional<Items> one_row(const Element& element, const Content& content, const timeline::Stretch& stretch);
     Items missing(const Element& element, const Fraction& length);

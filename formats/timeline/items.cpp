@@ -58,6 +58,13 @@ void turn(Item& item, const Fraction& frame, const Fraction& normal) {
     if (event.speed < Fraction(0)) event.source_in = event.source_in + skipped;
 }
 
+bool plays_unevenly(const Fraction& inner, const Fraction& outer) {
+    const auto is_whole = [](const Fraction& speed) {
+        return magnitude(speed - Fraction(speed.nearest())) <= Fraction(1, 1000);
+    };
+    return !(inner == Fraction(0)) && !is_whole(outer) && !is_whole(Fraction(1) / inner);
+}
+
 bool keeps_cut(const Stretch& stretch, const Fraction& cut, const Fraction& total) {
     if (stretch.from < cut && cut < stretch.to) return true;
     const bool at_head = cut == Fraction(0) && stretch.from <= cut && cut < stretch.to;

@@ -52,6 +52,12 @@ Fraction length_of(const Items& items);
 ///     stretch of 6 at twice the speed    |0 . 2 . 4 .|
 ///     turned                            |. 0 . 2 . 4|      a frame sooner, to end with what it showed last
 void turn(Item& item, const Fraction& frame, const Fraction& normal = 1);
+/// Whether a speed over another shows other frames than one speed of both, as it holds or leaves out frames that the
+/// inner one chose. Both are frames for one frame of what shows them, but for rounding.
+///
+///     inner 2       0   2   4   6   8   10
+///     outer 1/2     0 0 2 2 4 4 6 6 8 8 10 10      not 0 1 2 3 4 5 6 ...
+bool plays_unevenly(const Fraction& inner, const Fraction& outer);
 /// Whether a transition stays, whose cut lies there in items `total` seconds long: inside of what is taken of them, or
 /// at an end of theirs that isn't trimmed.
 ///

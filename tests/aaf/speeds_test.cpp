@@ -230,6 +230,26 @@ TEST(AafSpeeds, ASpeedInASpeedShowsFramesOfTheInnerOne) {
         }
 }
 
+// Half of twice the speed holds frames that the inner speed chose; half of half is a quarter.
+TEST(AafSpeeds, ASpeedInASpeedThatNoneOfBothShowsIsToldOf) {
+    const auto told = [](int inner_out, int inner_in, int outer_out, int outer_in) {
+        const Object inner = effect(speed_control, 24 * inner_out / inner_in, {clip(1, 100, 24)},
+                                    {constant(speed_ratio, inner_out, inner_in)});
+        const int length = 24 * inner_out * outer_out / inner_in / outer_in;
+        return warns_of(read(track(effect(speed_control, length, {sequence({inner})},
+                                          {constant(speed_ratio, outer_out, outer_in)}))),
+                        "it plays what has a speed already");
+    };
+    EXPECT_TRUE(told(1, 2, 2, 1));
+    EXPECT_TRUE(told(1, 2, 2, 3));
+    EXPECT_TRUE(told(2, 3, 2, 1));
+    EXPECT_FALSE(told(2, 1, 2, 1));
+    EXPECT_FALSE(told(2, 1, 1, 3));
+    EXPECT_FALSE(told(1, 2, 1, 3));
+    EXPECT_FALSE(told(1, 1, 2, 3));
+    EXPECT_FALSE(told(1, 2, 1, 1));
+}
+
 TEST(AafSpeeds, AFreezeOfASpeedHoldsAFrameOfIt) {
     for (const int inner : {1, 2, 3, -1, -3}) {
         const Object nest = played(inner, 60, sequence({clip(1, 100, 60)}));

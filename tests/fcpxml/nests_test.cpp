@@ -199,6 +199,22 @@ TEST(FcpxmlCompounds, OfARetimedClipShowFramesThatItShows) {
     EXPECT_EQ(played("0s 2s, 2s 0s", "0s 0s, 2s 0s"), "0-48 A@00:00:01:23*0");
 }
 
+TEST(FcpxmlCompounds, OfARetimedClipAtASpeedThatNoneOfBothShowsAreToldOf) {
+    const auto told = [](const std::string& inner, const std::string& outer, const std::string& more = {}) {
+        const std::string media = compound("c", clip("A", R"(duration="2s")", more + speed(inner), "m25"));
+        const auto result = read(with_spine(ref("c", R"(duration="2s")", speed(outer)), R"(format="r24")", media));
+        return warns(result, "\"c\": plays what has a speed already");
+    };
+    const std::string conformed = R"(<conform-rate srcFrameRate="25"/>)";
+    EXPECT_TRUE(told("0s 0s, 2s 4s", "0s 0s, 2s 1s"));
+    EXPECT_TRUE(told("0s 0s, 2s 4s", "0s 1s, 2s 0s"));
+    EXPECT_FALSE(told("0s 0s, 2s 4s", "0s 2s, 1s 0s"));
+    EXPECT_FALSE(told("0s 0s, 2s 1s", "0s 0s, 2s 1s"));
+    EXPECT_FALSE(told("0s 0s, 2s 2s", "0s 0s, 2s 1s"));
+    EXPECT_FALSE(told("0s 0s, 2s 2s", "0s 0s, 2s 1s", conformed)) << "frame for frame";
+    EXPECT_TRUE(told("0s 0s, 2s 4s", "0s 0s, 2s 1s", conformed));
+}
+
 // 25 in 24, frame for frame: backward at normal speed nothing is left out.
 TEST(FcpxmlCompounds, OfConformedMediaPlayBackwardFrameForFrame) {
     const std::string conformed = R"(<conform-rate srcFrameRate="25"/>)";
