@@ -179,7 +179,7 @@ Items at_speed(Items items, const Fraction& slope) {
     return items;
 }
 
-Item frozen(const Items& items, const Fraction& at, const Fraction& length, const Fraction& frame) {
+Item frozen(const Items& items, const Fraction& at, const Fraction& length, const Fraction& frame, bool has_frames) {
     Item held = gap_of(length);
     Fraction start;
     for (const Item& item : items) {
@@ -188,8 +188,10 @@ Item frozen(const Items& items, const Fraction& at, const Fraction& length, cons
         if (start <= at && at <= end) {
             held = copy_of(item);
             held.marks.clear();
-            const Fraction begins = at < end ? at : end - frame;
-            const Fraction into = item.event.speed < Fraction(0) ? end - frame - begins : begins - start;
+            const bool backward = item.event.speed < Fraction(0);
+            const Fraction last = has_frames || backward ? end - frame : in_last_frame(end);
+            const Fraction shown = at < end ? at : last;
+            const Fraction into = backward ? last - shown : shown - start;
             held.event.source_in = held.event.source_in + into * magnitude(held.event.speed);
             held.event.speed = 0;
             held.event.duration = length;

@@ -45,8 +45,9 @@ Fraction in_last_frame(const Fraction& end);
 /// The items with their content running `slope` times as fast, so that they take less time; below 0 backward. Not 0.
 Items at_speed(Items items, const Fraction& slope);
 /// One item of a length that holds what is shown at a time of the items, counted from their start; at their very end
-/// the last frame, not the one behind it. `frame` is what one lasts; items that play backward are to be turned.
-Item frozen(const Items& items, const Fraction& at, const Fraction& length, const Fraction& frame);
+/// the last frame, not the one behind it: of what has no frames of its own, of `frame` seconds, that of the medium.
+/// Items that play backward are to be turned.
+Item frozen(const Items& items, const Fraction& at, const Fraction& length, const Fraction& frame, bool has_frames);
 /// Puts a mark on the item on which a time lies, counted from the start of the items; false if it lies on none.
 bool add_mark(Items& items, timeline::Mark mark);
 

@@ -135,7 +135,7 @@ std::optional<Items> StoryReader::frozen_nest(const Element& element, const Cont
     for (Item& item : *row)
         if (item.event.speed < Fraction(0)) timeline::turn(item, frame, normal_speed(item, frame));
     Items items;
-    items.push_back(frozen(*row, at, length, frame));
+    items.push_back(frozen(*row, at, length, frame, content.frames.has_value()));
     return items;
 }
 

@@ -215,6 +215,15 @@ TEST(FcpxmlCompounds, OfARetimedClipAtASpeedThatNoneOfBothShowsAreToldOf) {
     EXPECT_TRUE(told("0s 0s, 2s 4s", "0s 0s, 2s 1s", conformed));
 }
 
+// The 60 frames of a second are those of the medium; a compound at 24 shows the one at its own last frame.
+TEST(FcpxmlClips, HeldAtTheirEndShowTheLastFrameOfTheirMedium) {
+    const std::string held = speed("0s 0s, 2s 2s, 4s 2s"), media = clip("A", R"(duration="2s")", {}, "m60");
+    const std::string plain = R"(<clip name="C" duration="4s">)" + held + R"(<video ref="m60" duration="2s"/></clip>)";
+    EXPECT_EQ(drawn_spine(plain, R"(format="r24")"), "0-48 C@00:00:00:00 | 48-96 C@00:00:01:59*0");
+    EXPECT_EQ(drawn_ref(ref("c", R"(duration="4s")", held), compound("c", media)),
+              "0-48 A@00:00:00:00 | 48-96 A@00:00:01:57*0");
+}
+
 // 25 in 24, frame for frame: backward at normal speed nothing is left out.
 TEST(FcpxmlCompounds, OfConformedMediaPlayBackwardFrameForFrame) {
     const std::string conformed = R"(<conform-rate srcFrameRate="25"/>)";
