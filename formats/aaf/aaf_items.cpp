@@ -528,7 +528,7 @@ Items Flattener::retimed(const Object& group, const Stretch& frames, const Aroun
     for (embedded::Warning& warning : cut_off_in_all(std::exchange(cut_off_, std::move(cut_off_elsewhere)), items))
         cut_off_.push_back(std::move(warning));
     if (context_.file.kind_of(group) == Kind::picture)
-        items = on_whole_frames(std::move(items), frames.from, around.step);
+        items = timeline::on_whole_frames(std::move(items), frames.from, around.step);
     if (!speed.curve) return items;
     warn(WarningKind::replaced, around,
          "the curve of \"" + name + "\" has no exact speed: its mean stands for it, and it is an effect for the lab");

@@ -51,26 +51,4 @@ Items frozen(Items items, const Fraction& duration) {
     return items;
 }
 
-Items on_whole_frames(Items items, const Fraction& from, const Fraction& step) {
-    const Fraction end = from + timeline::length_of(items) * step;
-    Fraction at = from, moved;
-    Items kept;
-    for (Item& item : items) {
-        if (item.is_transition()) {
-            item.transition->in_offset = item.transition->in_offset + moved;
-            item.transition->out_offset = std::max(nothing, item.transition->out_offset - moved);
-            kept.push_back(std::move(item));
-            continue;
-        }
-        at = at + item.length() * step;
-        const Fraction next = std::min(end, Fraction(-(-at).floor()));
-        const Fraction later = (next - at) / step;
-        const bool shown = item.length() == nothing || moved < item.length() + later;
-        timeline::cut(item, moved, -later);
-        if (shown) kept.push_back(std::move(item));
-        moved = later;
-    }
-    return kept;
-}
-
 } // namespace formats::aaf

@@ -7,6 +7,10 @@
 namespace formats::fcpxml {
 namespace {
 
+// Times in 1/2400 s are at most half of that beside what is meant, and two of them add up in a nest; times in 1/1000 s
+// are as far beside it by themselves.
+const Fraction rounding(1, 2000);
+
 /// The transition at a cut that was at `before` and is at `now`.
 void settle(embedded::TransitionDescription& transition, const Fraction& before, const Fraction& now,
             const Frames& frames) {
@@ -17,10 +21,7 @@ void settle(embedded::TransitionDescription& transition, const Fraction& before,
 
 } // namespace
 
-// Times in 1/2400 s are at most half of that beside what is meant, and two of them add up in a nest; times in 1/1000 s
-// are as far beside it by themselves.
 Fraction Frames::settled(const Fraction& time) const {
-    static const Fraction rounding(1, 2000);
     const Fraction whole = zero + Fraction(((time - zero) * rate).nearest()) / rate;
     return time - rounding <= whole && whole <= time + rounding ? whole : time;
 }
@@ -52,6 +53,10 @@ void settle_on_frames(Run& run, const Frames& frames) {
         now = settled_end;
     }
     run.items = std::move(kept);
+}
+
+Items with_cuts_on_frames(Items items, const Fraction& rate) {
+    return items.size() < 2 ? std::move(items) : timeline::on_whole_frames(std::move(items), 0, rate, rounding * rate);
 }
 
 void fit(Items& items, const Fraction& length) {

@@ -22,6 +22,10 @@ struct Frames {
 /// over where a rounded time met a cut: it goes.
 void settle_on_frames(Run& run, const Frames& frames);
 
+/// What an item shows, which begins on a frame: a cut that speeds or another rate put truly between frames lies where
+/// the next one begins, the first that shows what is behind.
+Items with_cuts_on_frames(Items items, const Fraction& rate);
+
 /// Makes the items that long, at their tail; for differences as small as rounding.
 void fit(Items& items, const Fraction& length);
 

@@ -273,8 +273,10 @@ Items StoryReader::item(const Element& element, const Fraction& place, const Fra
     if (enabled && split && !level.own_sound_off) add_split_sound(pick, clock, level, runs);
     if (!enabled || split || (sound_ && level.own_sound_off))
         items.push_back(fcpxml::gap_of(length, place_of(pick)));
-    else
+    else if (sound_)
         items = content_of(pick, clock, length, level);
+    else
+        items = with_cuts_on_frames(content_of(pick, clock, length, level), level.rate);
     const bool no_item = level.nested && story_of(pick) == Story::gap;
     if (enabled && !no_item)
         add_marks(pick, clock, items);

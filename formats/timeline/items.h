@@ -58,6 +58,15 @@ void turn(Item& item, const Fraction& frame, const Fraction& normal = 1);
 ///     inner 2       0   2   4   6   8   10
 ///     outer 1/2     0 0 2 2 4 4 6 6 8 8 10 10      not 0 1 2 3 4 5 6 ...
 bool plays_unevenly(const Fraction& inner, const Fraction& outer);
+/// With each cut that a speed put between two frames moved to where the next one begins, which is the first to show
+/// what is behind:
+///
+///     frame    8     9     10        the cut comes to 10, and what is behind it begins half a frame later
+///     items    . . . . . | . . .
+///
+/// `from` is where the items start, in frames, of which `rate` pass in a second. A cut less than `rounding` behind the
+/// start of a frame is meant to lie there.
+Items on_whole_frames(Items items, const Fraction& from, const Fraction& rate, const Fraction& rounding = 0);
 /// Whether a transition stays, whose cut lies there in items `total` seconds long: inside of what is taken of them, or
 /// at an end of theirs that isn't trimmed.
 ///

@@ -199,6 +199,29 @@ TEST(FcpxmlCompounds, OfARetimedClipShowFramesThatItShows) {
     EXPECT_EQ(played("0s 2s, 2s 0s", "0s 0s, 2s 0s"), "0-48 A@00:00:01:23*0");
 }
 
+// Frames 0 to 15 show 0 to 45 of the compound, frame 16 its 48, the second of B.
+TEST(FcpxmlCompounds, ACutBetweenTwoFramesLiesWhereTheNextBegins) {
+    const auto of = [](const std::string& a, const std::string& b) {
+        return compound("c", clip("A", "duration=\"" + a + "\"") +
+                                 clip("B", R"(start="9s" duration=")" + b + "\"", R"(<marker start="9s" value="m"/>)"));
+    };
+    const std::string thrice = ref("c", R"(duration="4/3s")", speed("0s 0s, 4/3s 4s"));
+    const auto result = read(with_spine(thrice, R"(format="r24")", of("47/24s", "49/24s")));
+    EXPECT_EQ(drawn(result.edit, 0), "0-16 A@00:00:00:00*3 | 16-32 B@00:00:09:01*3");
+    EXPECT_EQ(cues_of(result.edit, 0), "16 m");
+    const std::string rounded = ref("c", R"(duration="4/3s")", speed("0s 0s, 3200/2400s 4s"));
+    EXPECT_EQ(drawn_ref(rounded, of("4801/2400s", "4799/2400s")), "0-16 A@00:00:00:00*3 | 16-32 B@00:00:09:00*3");
+    const std::string backward = ref("c", R"(duration="4/3s")", speed("0s 4s, 4/3s 0s"));
+    EXPECT_EQ(drawn_ref(backward, of("47/24s", "49/24s")), "0-17 B@00:00:11:00*-3 | 17-32 A@00:00:01:20*-3")
+        << "95, 92, ... 47 of the compound, then 44";
+}
+
+// At 12 and a half frames the speed goes from 2 to 4: frame 12 shows 24, frame 13 two frames behind 25.
+TEST(FcpxmlSpeeds, ASpeedThatBeginsBetweenTwoFramesShowsFromTheNext) {
+    EXPECT_EQ(drawn_spine(clip("A", R"(duration="2s")", speed("0s 0s, 25/48s 25/24s, 121/48s 217/24s"))),
+              "0-13 A@00:00:00:00*2 | 13-48 A@00:00:01:03*4");
+}
+
 TEST(FcpxmlCompounds, OfARetimedClipAtASpeedThatNoneOfBothShowsAreToldOf) {
     const auto told = [](const std::string& inner, const std::string& outer, const std::string& more = {}) {
         const std::string media = compound("c", clip("A", R"(duration="2s")", more + speed(inner), "m25"));
