@@ -98,6 +98,8 @@ Items Flattener::items_of(const Element& track, const Rate& rate, int kind) {
             items.push_back(no_black(placed));
         add_transition(placed.head);
         Items content = content_of(placed);
+        if (kind == picture_channel && content.size() > 1)
+            content = timeline::on_whole_frames(std::move(content), placed.from, context_.clock.rate(rate));
         if (depth_ > 0) count(content.size(), placed.element);
         std::move(content.begin(), content.end(), std::back_inserter(items));
         faded = static_cast<bool>(placed.tail);

@@ -7,7 +7,9 @@
 #include <algorithm>
 
 using namespace fcp7_texts;
+using testing::AllOf;
 using testing::HasSubstr;
+using testing::StartsWith;
 
 namespace {
 
@@ -210,6 +212,13 @@ TEST(Fcp7Nests, OneTrackIsSplicedInAndTrimmed) {
 TEST(Fcp7Nests, WhatLacksIsAGap) {
     EXPECT_EQ(shown(read(clip({"N", 0, 20, 20, 40, nest(two)}))), "0-10 Y@01:00:04:14 | 10-20 black");
     EXPECT_EQ(shown(read(clip({"N", 0, 20, 20, 40, nest(track(""))}))), "0-20 black");
+}
+
+// At 30 in 24: X ends at 8.8 frames, and frame 9 is the first to show Y; frame 8 is frame 10 of the nest.
+TEST(Fcp7Nests, ACutBetweenTwoFramesLiesWhereTheNextBegins) {
+    const std::string thirty = track(clip({"X", 0, 11, 0, 11}) + clip({"Y", 11, 30, 100, 119}));
+    const auto result = read(clip({"N", 0, 16, 0, 20, rate(30) + nest(thirty, "N", rate(30))}));
+    EXPECT_THAT(shown(result), AllOf(StartsWith("0-9 X@"), HasSubstr(" | 9-16 Y@")));
 }
 
 TEST(Fcp7Nests, MarkersAreLeftOutWithAWarning) {
