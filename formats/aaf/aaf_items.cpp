@@ -354,9 +354,10 @@ Items Flattener::nest(const Object& clip, const Mob& mob, const Stretch& frames,
     Around inside{inner, slot->rate, around.step * ratio, nullptr, {}, {}};
     inside.backward = around.backward;
     if (around.clear) inside.clear = (start + *around.clear) * ratio + slot->origin;
-    if (around.grid)
-        inside.grid =
-            Grid{(start + around.grid->zero) * ratio + slot->origin, around.grid->step * ratio, around.grid->around};
+    const bool between_frames = !(ratio == Fraction(1)) && context_.file.kind_of(*slot->segment) == Kind::picture;
+    if (!between_frames && around.grid) inside.grid = around.grid->seen_from(-start - slot->origin);
+    if (between_frames && (around.grid || !around.backward))
+        inside.grid = Grid{start * ratio + slot->origin, ratio, around.grid ? &*around.grid : nullptr};
     if (is_way_to_a_clip(mob)) {
         inside.others = around.others;
         inside.others.insert(inside.others.begin(), &mob);
@@ -367,7 +368,7 @@ Items Flattener::nest(const Object& clip, const Mob& mob, const Stretch& frames,
     open_.push_back(&mob);
     Items items = range(*slot->segment, taken, inside);
     open_.pop_back();
-    return items;
+    return between_frames ? timeline::on_whole_frames(std::move(items), frames.from, around.step) : std::move(items);
 }
 
 Traced Flattener::traced(const Object& clip, const Fraction& frame, const Around& around) const {

@@ -6,6 +6,7 @@
 
 using namespace aaf_edits;
 using testing::HasSubstr;
+using testing::MatchesRegex;
 
 namespace {
 
@@ -175,6 +176,13 @@ TEST(AafTracks, ANestedCompositionIsSplicedInTrimmed) {
     made.mobs.push_back(
         composition(50, "Nest", {slot(1, {24}, sequence({clip(3, 0, 12), transition(4, 2), clip(4, 50, 30)}))}, false));
     EXPECT_EQ(drawn(made), "A 0-10 @0 | C 10-13 @5 | x 13-17 | D 17-30 @54 | B 30-40 @0");
+}
+
+// 30 frames in 24: D begins at 8.8 frames of the edit, and frame 9 is the first to show it.
+TEST(AafTracks, ACutOfANestBetweenTwoFramesLiesWhereTheNextBegins) {
+    Made made = track(sequence({clip(1, 0, 10), clip(50, 0, 16)}));
+    made.mobs.push_back(composition(50, "Nest", {slot(1, {30}, sequence({clip(3, 0, 11), clip(4, 100, 30)}))}, false));
+    EXPECT_THAT(drawn(made), MatchesRegex("A 0-10 @0 . C 10-19 @[^|]* . D 19-26 @.*"));
 }
 
 // C ends and D begins at frame 10 of the nest, under a transition from 8 to 12.
