@@ -35,6 +35,14 @@ void write_start(ChangeRecord& film, dbrecord& row) {
     if (film.inkcode_in.is_valid()) row.set_field(hf_inkcode_in, film.inkcode_in.get_string(), true);
 }
 
+/// Of a text only so much is read as a timecode has. A longer one, of film in the place of timecode, changes each time
+/// that its row is read and written back.
+void write_timecodes(dbrecord& row) {
+    for (const chgdb_field field : {hf_prim_tc_in, hf_prim_tc_out})
+        if (std::strlen(text_field(row, field)) > timecode_chars)
+            row.set_field(field, RowLabels::timecode(row, field).get_string(), true);
+}
+
 /// At the last frame of the piece's own film.
 PieceEnd own_end(ChangeRecord& film) {
     film.set_outs();
@@ -102,6 +110,7 @@ private:
         const RowKind kind(row);
         if (kind.is("FX")) return;
         ChangeRecord& film = reader_.read(row);
+        write_timecodes(row);
         if (kind.is("DU") || kind.is("I")) {
             write_start(film, row);
             own_end(film).write(row);
@@ -186,6 +195,7 @@ private:
         row.set_field(hf_prim_tc_out, text_field(*changes_.get_record(gap.last), hf_prim_tc_out), true);
         if (!gap.has_ink) row.set_field(hf_inkcode_in, "", true);
         row.set_field(hf_inkcode_out, "", true);
+        write_timecodes(row);
         gap.end.write(row);
     }
 

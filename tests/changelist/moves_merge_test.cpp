@@ -1,6 +1,7 @@
 #include "tests/changelist/moves_fixture.h"
 
 #include <algorithm>
+#include <map>
 
 namespace {
 
@@ -56,6 +57,31 @@ TEST_F(MergeRowsTest, WhatIsGoneOrNewDoesntPartARun) {
     add(kept({1, 20}, {1, 20}, 20, "KJ1234560101+04"));
     merge();
     EXPECT_EQ(kinds(), (Lines{"DU 1:5>1:0", "MO 1:0>1:0", "DC 1:5>1:0"}));
+}
+
+// What is read of it ends behind 14 letters, each time that a row is read and written back.
+TEST_F(MergeRowsTest, ATimecodeThatIsLongerThanWhatIsReadOfItChanges) {
+    const auto add_as = [&](const ChangeRecord& row) {
+        add(row);
+        dbrecord& added = *changes.get_record(changes.get_num_records() - 1);
+        added.set_field(hf_prim_tc_std, "35mm-4p", true);
+        added.set_field(hf_prim_tc_in, "KJ______0001+03", true);
+        added.set_field(hf_prim_tc_out, "KJ______0001+10.4", true);
+    };
+    add_as(kept({1, 0}, {1, 10}, 20, "KJ1234560100+00"));
+    add_as(kept({1, 20}, {1, 30}, 12, "KJ1234560101+04"));
+    add_as(gone({1, 40}, 10, "KJ1234560200+00"));
+    add_as(inserted({1, 50}, 10, "KJ1234560300+00"));
+    merge();
+    ASSERT_EQ(changes.get_num_records(), 4U);
+    std::map<std::string, std::string> codes;
+    for (unsigned row = 0; row < 4; ++row)
+        codes[field(changes, row, hf_record_type)] =
+            field(changes, row, hf_prim_tc_in) + " " + field(changes, row, hf_prim_tc_out);
+    EXPECT_EQ(codes["MO"], "KJ______0001+00 KJ______0001+01");
+    EXPECT_EQ(codes["I"], "KJ______0001+00 KJ______0001+01");
+    EXPECT_EQ(codes["DU"], "KJ______0001+00 KJ______0001+01");
+    EXPECT_EQ(codes["DC"], "KJ______0001+00 KJ______0001+00");
 }
 
 // Rows come from cuts whose film counts in other digits; what follows sorts them by their texts.
