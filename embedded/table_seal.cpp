@@ -58,10 +58,12 @@ std::string fault_behind(const TableSeal& seal, std::size_t rows) {
     return text;
 }
 
-/// True where a line further up is a seal of what lies ahead of it.
+/// True where a whole line further up is a seal of what lies ahead of it.
 bool goes_on_behind_seal(std::string_view bytes, std::size_t first_row) {
     for (std::size_t at = bytes.find(mark, first_row); at != std::string_view::npos; at = bytes.find(mark, at + 1)) {
-        const std::string_view line = bytes.substr(at, bytes.find('\n', at) - at);
+        const std::size_t end = bytes.find('\n', at);
+        if (end == std::string_view::npos) return false;
+        const std::string_view line = bytes.substr(at, end - at);
         const std::optional<TableSeal> seal = bytes[at - 1] == '\n' ? seal_of_line(line) : std::nullopt;
         if (seal && fits(*seal, bytes.substr(0, at), first_row)) return true;
     }
@@ -113,7 +115,10 @@ SealedBytes::SealedBytes(std::string_view bytes) : ahead(bytes) {
 
 std::string fault_of_seal(std::string_view bytes, std::size_t first_row) {
     const SealedBytes parts(bytes);
-    if (first_row > parts.ahead.size()) return parts.seal ? std::string(changed) : "cut off in its head";
+    if (first_row > parts.ahead.size()) {
+        if (!parts.seal) return "cut off in its head";
+        return crc32(parts.ahead) == parts.seal->sum ? "" : std::string(changed);
+    }
     if (!parts.seal) return fault_without_seal(bytes, first_row);
     if (fits(*parts.seal, parts.ahead, first_row)) return "";
     if (goes_on_behind_seal(parts.ahead, first_row)) return std::string(goes_on);

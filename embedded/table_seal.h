@@ -32,7 +32,7 @@ struct SealedBytes {
 };
 
 /// Why a table of the present version doesn't fit its seal, as in "cut off behind row 148 of 168"; empty where it
-/// fits. The rows begin at `first_row` bytes, which is `npos` where the head ahead of them is no longer one.
+/// fits. The rows begin at `first_row` bytes, which is `npos` where the head ahead of them isn't one.
 std::string fault_of_seal(std::string_view bytes, std::size_t first_row);
 
 } // namespace embedded

@@ -31,9 +31,10 @@ Cause unreadable(const std::string& path) {
     return table.is_empty() ? Cause(": holds no event") : std::nullopt;
 }
 
-/// Of a table that has nothing else wrong with it.
 Cause other_version(const std::string& path) {
-    return ": is a cutlist of another version, \"" + CutlistTable(path).parameter("CUTDB") + '"';
+    const std::string version = CutlistTable(path).parameter("CUTDB");
+    if (version == CutlistTable::own_version) return std::nullopt;
+    return ": is a cutlist of another version, \"" + version + '"';
 }
 
 Cause no_film(const std::string& path) { return if_true(CutlistTable(path).film() == label_none); }

@@ -14,6 +14,9 @@ namespace tool {
 
 class CutlistTable {
 public:
+    /// The parameter "CUTDB" of the tables that are read and written.
+    static constexpr const char* own_version = "Rev 22";
+
     /// Reads at most `records` records; a table of which only the head is wanted needs one.
     explicit CutlistTable(const std::string& path, int records = INT_MAX)
         : own_(std::make_unique<const recdb>(wide_path(path), records, false)), table_(*own_) {}

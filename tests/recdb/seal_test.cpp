@@ -3,6 +3,7 @@
 #include "embedded/crc32.h"
 #include "embedded/services.h"
 #include "embedded/table_file.h"
+#include "embedded/table_seal.h"
 #include "tests/recdb/tables.h"
 #include "tests/support/scratch_directory.h"
 
@@ -146,6 +147,9 @@ TEST(Seal, TheErrorSaysHowATableParts) {
     EXPECT_EQ(fault_of(with(sealed, seal, "")), "cut off behind row 2");
     EXPECT_EQ(fault_of(with(sealed, seal, "%end 2 31D0")), "cut off behind row 2 of 2");
     EXPECT_EQ(fault_of(with(sealed, seal, "%end 2")), "cut off behind row 2");
+    EXPECT_EQ(fault_of(sealed.substr(0, sealed.size() - 1)), "cut off behind row 2 of 2");
+    const std::string odd = "%recdb 2\n\na\tb\nno types\n";
+    EXPECT_EQ(fault_of(odd + embedded::seal_line(odd, 0)), "isn't a whole record table");
     EXPECT_EQ(fault_of("%recdb 2\n\na\tb\na\ta\n1\t2\n3"), "cut off behind row 1");
     EXPECT_EQ(fault_of("%recdb 2\n\na\tb\na\ta"), "cut off behind row 0");
     EXPECT_EQ(fault_of("%recdb 2\n\na\tb\n"), "cut off in its head");

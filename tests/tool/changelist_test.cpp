@@ -310,6 +310,9 @@ TEST_F(Changelist, LongPathsLeaveRoomForTheCause) {
     expect_failure(with("5.cdb"), "error: CUTDB <" + name + "5.cdb> has an invalid film label standard\n");
     expect_failure(with("6.cdb"),
                    "error: Unable to read CUTDB database " + name + "6.cdb: No such file or directory\n");
+    write(name + "7.cdb", cut_table({lamp}, {{"CUTDB", "Rev 21"}}));
+    expect_failure(with("7.cdb"), "error: Unable to read CUTDB database " + name +
+                                      "7.cdb: is a cutlist of another version, \"Rev 21\"\n");
 }
 
 TEST_F(Changelist, DevicesThatAreNoTablesAreNamed) {
