@@ -35,9 +35,9 @@ dictionary_of() {
     esac || true
 }
 
-# What the lines of the log say of reached code: the first, or the last.
+# What the lines of the log say of reached code: once all inputs are read, or the last.
 reached() { # log, line
-    awk -v wanted="$2" '{ for (i = 1; i < NF; i++) if ($i == "cov:") { last = $(i + 1); if (first == "") first = last } }
+    awk -v wanted="$2" '{ for (i = 1; i < NF; i++) if ($i == "cov:") { last = $(i + 1); if (first == "" && /INITED/) first = last } }
                         END { print (wanted == "first" ? first : last) + 0 }' "$1"
 }
 
