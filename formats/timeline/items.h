@@ -49,8 +49,8 @@ Fraction length_of(const Items& items);
 /// Moves the stretch of an item that is going to play the other way round: the frame that came last comes first. At
 /// another speed than `normal` that isn't the one at the stretch's end. `frame` is what one lasts in the item's time.
 ///
-///     stretch of 6 at twice the speed    |0 . 2 . 4 .|
-///     turned                            |. 0 . 2 . 4|      a frame sooner, to end with what it showed last
+///     stretch of 6 at twice the speed      |0 . 2 . 4 .|
+///     turned                             |. 0 . 2 . 4|      a frame sooner, to end with what it showed last
 void turn(Item& item, const Fraction& frame, const Fraction& normal = 1);
 /// Whether a speed over another shows other frames than one speed of both, as it holds or leaves out frames that the
 /// inner one chose. Both are frames for one frame of what shows them, but for rounding.
