@@ -1,6 +1,6 @@
 #include "formats/aaf/aaf_items.h"
 
-#include "formats/aaf/aaf_retiming.h"
+#include "formats/timeline/retiming.h"
 
 #include <algorithm>
 #include <iterator>
@@ -523,9 +523,7 @@ Items Flattener::retimed(const Object& group, const Stretch& frames, const Aroun
     }
     if (uneven && context_.file.kind_of(group) == Kind::picture)
         warn(WarningKind::doubt, around,
-             "the effect \"" + name +
-                 "\": it plays what has a speed already, and one speed that stands for both shows " +
-                 "single frames beside those that were seen");
+             "the effect \"" + name + "\": it " + std::string(timeline::plays_unevenly_text));
     for (embedded::Warning& warning : cut_off_in_all(std::exchange(cut_off_, std::move(cut_off_elsewhere)), items))
         cut_off_.push_back(std::move(warning));
     if (context_.file.kind_of(group) == Kind::picture)
@@ -550,9 +548,13 @@ Items Flattener::piece(const Object& input, const SpeedPiece& piece, const Stret
     if (!(speed == nothing) && known && context_.file.kind_of(input) == Kind::picture)
         inside.grid = Grid{piece.source_at(nothing), speed, around.grid ? &*around.grid : nullptr};
     if (speed == nothing)
-        return frozen(range(input, {from, from + frame}, inside), (frames.to - frames.from) / around.step);
+        return timeline::held(range(input, {from, from + frame}, inside), (frames.to - frames.from) / around.step);
     const Stretch used = speed < nothing ? Stretch{to + frame, from + frame} : Stretch{from, to};
-    return at_speed(range(input, used, inside), speed, frame / around.step);
+    Items items = range(input, used, inside);
+    if (speed < nothing)
+        for (Item& item : items)
+            timeline::turn(item, frame / around.step);
+    return timeline::at_speed(std::move(items), speed, frame / around.step);
 }
 
 Items Flattener::scope(const Object& nested, const Stretch& frames, const Around& around) {

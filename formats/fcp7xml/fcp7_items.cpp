@@ -1,5 +1,6 @@
 #include "formats/fcp7xml/fcp7_items.h"
 
+#include "formats/timeline/retiming.h"
 #include "host/ascii_text.h"
 
 #include <algorithm>

@@ -1,5 +1,7 @@
 #include "formats/fcpxml/fcpxml_frames.h"
 
+#include "formats/timeline/retiming.h"
+
 #include <algorithm>
 #include <iterator>
 #include <utility>

@@ -159,26 +159,6 @@ Item gap_of(const Fraction& length, const std::string& label) {
     return gap;
 }
 
-Items at_speed(Items items, const Fraction& slope) {
-    const Fraction pace = magnitude(slope);
-    const bool backward = slope < Fraction(0);
-    for (Item& item : items) {
-        if (item.is_transition()) {
-            embedded::TransitionDescription& transition = *item.transition;
-            if (backward) std::swap(transition.in_offset, transition.out_offset);
-            transition.in_offset = transition.in_offset / pace;
-            transition.out_offset = transition.out_offset / pace;
-            continue;
-        }
-        for (timeline::Mark& mark : item.marks)
-            mark.time = (backward ? item.length() - mark.time : mark.time) / pace;
-        item.event.duration = item.event.duration / pace;
-        item.event.speed = item.event.speed * slope;
-    }
-    if (backward) std::reverse(items.begin(), items.end());
-    return items;
-}
-
 Item frozen(const Items& items, const Fraction& at, const Fraction& length, const Fraction& frame, bool has_frames) {
     Item held = gap_of(length);
     Fraction start;

@@ -42,8 +42,6 @@ Item gap_of(const Fraction& length, const std::string& label = {});
 /// A time in the frame that ends there: before it by more than times are rounded, but by less than any frame.
 Fraction in_last_frame(const Fraction& end);
 
-/// The items with their content running `slope` times as fast, so that they take less time; below 0 backward. Not 0.
-Items at_speed(Items items, const Fraction& slope);
 /// One item of a length that holds what is shown at a time of the items, counted from their start; at their very end
 /// the last frame, not the one behind it: of what has no frames of its own, of `frame` seconds, that of the medium.
 /// Items that play backward are to be turned.

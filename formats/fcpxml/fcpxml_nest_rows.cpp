@@ -2,6 +2,8 @@
 
 #include "formats/fcpxml/fcpxml_story.h"
 
+#include "formats/timeline/retiming.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -113,10 +115,7 @@ void StoryReader::tell_if_uneven(const Element& element, const Items& row, const
                timeline::plays_unevenly(item.event.speed / normal_speed(item, frame), speed);
     };
     if (!sound_ && std::any_of(row.begin(), row.end(), uneven))
-        context_.warn_once(element,
-                           "plays what has a speed already, and one speed that stands for both shows single frames "
-                           "beside those that were seen",
-                           WarningKind::doubt);
+        context_.warn_once(element, std::string(timeline::plays_unevenly_text), WarningKind::doubt);
 }
 
 std::optional<Items> StoryReader::frozen_nest(const Element& element, const Content& content, const Span& span,
@@ -149,7 +148,7 @@ std::optional<Items> StoryReader::piece_of_nest(const Element& element, const Co
     if (slope < Fraction(0))
         for (Item& item : *row)
             timeline::turn(item, frame, normal_speed(item, frame));
-    Items items = slope == Fraction(1) ? std::move(*row) : at_speed(std::move(*row), slope);
+    Items items = slope == Fraction(1) ? std::move(*row) : timeline::at_speed(std::move(*row), slope, frame);
     fit(items, (span.to - span.from) * pace);
     return items;
 }

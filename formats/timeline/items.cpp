@@ -51,51 +51,6 @@ void cut(Item& item, const Fraction& head, const Fraction& tail) {
     item.marks = std::move(kept);
 }
 
-void turn(Item& item, const Fraction& frame, const Fraction& normal) {
-    embedded::EventDescription& event = item.event;
-    const Fraction skipped = frame * (magnitude(event.speed) - normal);
-    if (Fraction(0) < event.speed) event.source_in = event.source_in - skipped;
-    if (event.speed < Fraction(0)) event.source_in = event.source_in + skipped;
-}
-
-bool plays_unevenly(const Fraction& inner, const Fraction& outer) {
-    const auto is_whole = [](const Fraction& speed) {
-        return magnitude(speed - Fraction(speed.nearest())) <= Fraction(1, 1000);
-    };
-    return !(inner == Fraction(0)) && !is_whole(outer) && !is_whole(Fraction(1) / inner);
-}
-
-Items on_whole_frames(Items items, const Fraction& from, const Fraction& rate, const Fraction& rounding) {
-    const Fraction end = from + length_of(items) * rate;
-    Fraction at = from, moved;
-    std::vector<Mark> waiting; // of what no frame shows
-    Items kept;
-    for (Item& item : items) {
-        if (item.is_transition()) {
-            item.transition->in_offset = item.transition->in_offset + moved;
-            item.transition->out_offset = std::max(Fraction(0), item.transition->out_offset - moved);
-            kept.push_back(std::move(item));
-            continue;
-        }
-        at = at + item.length() * rate;
-        const Fraction next = std::min(end, Fraction(-(rounding - at).floor()));
-        const Fraction later = (next - at) / rate;
-        const bool shown = item.length() == Fraction(0) || moved < item.length() + later;
-        item.marks.insert(item.marks.begin(), waiting.begin(), waiting.end());
-        for (Mark& mark : item.marks)
-            mark.time = shown ? std::max(mark.time, moved) : Fraction(0);
-        waiting.clear();
-        if (shown) {
-            cut(item, moved, -later);
-            kept.push_back(std::move(item));
-        } else {
-            waiting = std::move(item.marks);
-        }
-        moved = later;
-    }
-    return kept;
-}
-
 bool keeps_cut(const Stretch& stretch, const Fraction& cut, const Fraction& total) {
     if (stretch.from < cut && cut < stretch.to) return true;
     const bool at_head = cut == Fraction(0) && stretch.from <= cut && cut < stretch.to;

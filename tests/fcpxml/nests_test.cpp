@@ -430,7 +430,20 @@ TEST(FcpxmlCompounds, TheirTransitionsAndMarkersPlayAtTheirSpeed) {
     EXPECT_EQ(cues_of(twice.edit, 0), "6 m");
     const auto backward = at(R"(duration="4s")", "0s 4s, 4s 0s");
     EXPECT_EQ(drawn(backward.edit, 0), "0-42 B@00:00:10:23*-1 | 42-54 diss | 54-96 A@00:00:01:17*-1");
-    EXPECT_EQ(cues_of(backward.edit, 0), "84 m");
+    EXPECT_EQ(cues_of(backward.edit, 0), "83 m");
+}
+
+TEST(FcpxmlCompounds, MarkersStayOnTheirFramesBackward) {
+    const auto at = [&](const std::string& marks, const std::string& attributes, const std::string& points) {
+        const std::string spine = ref("c", attributes, speed(points)) + clip("Behind", R"(duration="1s")");
+        return read(with_spine(spine, R"(format="r24")", compound("c", clip("A", R"(duration="4s")", marks))));
+    };
+    const std::string odd = R"(<marker start="13/24s" value="odd"/><marker start="95/24s" value="last"/>)";
+    const auto backward = at(R"(<marker start="0s" value="first"/>)" + odd, R"(duration="4s")", "0s 4s, 4s 0s");
+    EXPECT_EQ(cues_of(backward.edit, 0), "0 last, 82 odd, 95 first");
+    const auto twice = at(R"(<marker start="1/24s" value="second"/>)" + odd, R"(duration="2s")", "0s 4s, 2s 0s");
+    EXPECT_EQ(drawn(twice.edit, 0), "0-48 A@00:00:03:23*-2 | 48-72 Behind@00:00:00:00");
+    EXPECT_EQ(cues_of(twice.edit, 0), "0 last, 41 odd, 47 second");
 }
 
 TEST(FcpxmlMulticam, WithoutAStartItIsShownFromItsTimecodeOn) {
