@@ -124,12 +124,26 @@ std::string track_list(const Vector<int>& tracks) {
     return text;
 }
 
+void add_cues(Walk& walk, const std::string& event, const ChannelEvent& in, const ChannelEvent& out) {
+    if (!walk.cues) return;
+    const std::unique_ptr<CueList> cues(walk.cues->extract(in.edit_time, out.edit_time, walk.edit->getId(walk.chan)));
+    if (!cues) return;
+    cues->sort();
+    for (unsigned i = 0; i < cues->getNumCuePoints(0); ++i) {
+        const Cue* cue = cues->getCuePoint(i, 0);
+        const double time = embedded::EditBuilder::time_of_cue(*cues, i);
+        walk.notes.add_row({event, frames(walk, time), edit_timecode(walk, time), "cue", one_line(narrow(cue->text)),
+                            cue->flags & printed_cue ? "printed" : "not printed"});
+    }
+}
+
 void add_transition(Walk& walk, const ce_handle& handle, const ChannelEvent& in, const ChannelEvent& out) {
     const Qb::Ptr<FXGraphNodeBase> node = walk.edit->getVideoNode(handle.getEffectGraph());
     const std::string length = std::to_string(frames_of(out.edit_time - in.edit_time, walk.frame));
     walk.events.add_row({"", frames(walk, in.edit_time), frames(walk, out.edit_time), edit_timecode(walk, in.edit_time),
                          kind_of_transition(walk, handle), "", "", "",
                          (node ? one_line(narrow(node->getName())) : "") + " (" + length + " frames)"});
+    add_cues(walk, "", in, out);
 }
 
 void add_effects(Walk& walk, const ChannelEvent& in) {
@@ -143,19 +157,6 @@ void add_effects(Walk& walk, const ChannelEvent& in) {
         const auto* instance = dynamic_cast<const EffectInstance_opu4h5a4j*>(node.get());
         walk.notes.add_row({std::to_string(walk.number), "", "", "effect", one_line(narrow(node->getName())),
                             instance && instance->flag ? "for the lab" : "", track_list(tracks)});
-    }
-}
-
-void add_cues(Walk& walk, const ChannelEvent& in, const ChannelEvent& out) {
-    if (!walk.cues) return;
-    const std::unique_ptr<CueList> cues(walk.cues->extract(in.edit_time, out.edit_time, walk.edit->getId(walk.chan)));
-    if (!cues) return;
-    cues->sort();
-    for (unsigned i = 0; i < cues->getNumCuePoints(0); ++i) {
-        const Cue* cue = cues->getCuePoint(i, 0);
-        const double time = embedded::EditBuilder::time_of_cue(*cues, i);
-        walk.notes.add_row({std::to_string(walk.number), frames(walk, time), edit_timecode(walk, time), "cue",
-                            one_line(narrow(cue->text)), cue->flags & printed_cue ? "printed" : "not printed"});
     }
 }
 
@@ -175,7 +176,7 @@ void add_event(Walk& walk, const ChannelEvent& in, const ChannelEvent& out) {
     }
     walk.events.add_row(std::move(row));
     add_effects(walk, in);
-    add_cues(walk, in, out);
+    add_cues(walk, std::to_string(walk.number), in, out);
 }
 
 } // namespace

@@ -31,7 +31,8 @@ const std::string transition = R"({"OTIO_SCHEMA":"Transition.1","transition_type
                                R"("in_offset":{"OTIO_SCHEMA":"RationalTime.1","rate":24,"value":4},)"
                                R"("out_offset":{"OTIO_SCHEMA":"RationalTime.1","rate":24,"value":8}})";
 
-/// 48 frames with every number and reel, effects and marks; a dissolve into 24 backward at half speed; black.
+/// 48 frames with every number and reel, effects and marks, one of these in a dissolve into 24 backward at half speed;
+/// black.
 std::string pictures() {
     const std::string numbers = own(R"("reel":"VT1","snd_reel":"SR1","reel_24p":"P1","cam_reel":"A1",)"
                                     R"("keycode":"KJ1234560100+00","ink":"35mm-4p-ink","inkcode":"001K1000+00",)"
@@ -39,8 +40,8 @@ std::string pictures() {
                                     R"("timecode_24p":"03:00:00:00")");
     const std::string effects = R"(,"effects":[{"OTIO_SCHEMA":"Effect.1","name":"Blow-up")" + own(R"("optical":true)") +
                                 R"(},{"OTIO_SCHEMA":"Effect.1","name":"Flop")" + own(R"("optical":true)") + "}]";
-    const std::string marks =
-        R"(,"markers":[)" + marker("Slow here", 30, "") + "," + marker("Ask Jo", 40, own(R"("flags":0)")) + "]";
+    const std::string marks = R"(,"markers":[)" + marker("Slow here", 30, "") + "," +
+                              marker("Ask Jo", 40, own(R"("flags":0)")) + "," + marker("Blend", 70, "") + "]";
     const std::string backward = R"(,"effects":[{"OTIO_SCHEMA":"LinearTimeWarp.1","time_scalar":-0.5}])";
     return clip("1-1", 24, 48, numbers + effects + marks) + "," + transition + "," +
            clip("1-2", 100, 24, backward + own(R"("reel":"VT2")")) + R"(,{"OTIO_SCHEMA":"Gap.1","source_range":)" +
@@ -84,6 +85,7 @@ TEST_F(EditShow, HasEveryNumberReelEffectAndCue) {
                        "      1                   effect  Flop                    0\n"
                        "      1   6  01:00:00:06  cue     Slow here  printed\n"
                        "      1  16  01:00:00:16  cue     Ask Jo     not printed\n"
+                       "         46  01:00:01:22  cue     Blend      printed\n"
                        "\n"
                        "A1: sound, track 1, not listed\n"
                        "  event  in  out  timecode in  kind  source in  source out  speed  name  sound reel  timecode\n"
