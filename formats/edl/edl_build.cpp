@@ -1,6 +1,7 @@
 #include "formats/edl/edl_build.h"
 #include "embedded/warning.h"
 #include "formats/file_names.h"
+#include "formats/source_labels.h"
 #include "host/ascii_text.h"
 
 #include <algorithm>
@@ -36,7 +37,7 @@ public:
         : builder_(builder), rate_(rate), warnings_(warnings) {}
 
     void note(const PlacedLine& placed, std::string_view name) {
-        if (placed.line->black() || placed.key) return;
+        if (placed.line->black() || placed.key.number) return;
         const std::int64_t first = placed.source_in.floor();
         const auto [known, fresh] = first_frames_.try_emplace(key_of(placed, name), Known{first, {}});
         if (!fresh) known->second.first = std::min(known->second.first, first);
@@ -47,7 +48,7 @@ public:
         Fraction first; ///< frames since midnight
     };
     Found find(const PlacedLine& placed, std::string_view name, const std::string& path) {
-        if (placed.key) return {add(placed, name, placed.key_at, path), placed.key_at};
+        if (placed.key.number) return {add(placed, name, placed.key.start, path), placed.key.start};
         Known& known = first_frames_[key_of(placed, name)];
         if (!known.id) known.id = add(placed, name, known.first, path);
         return {*known.id, known.first};
@@ -86,17 +87,23 @@ private:
         if (!reel.empty()) source.reels[embedded::tape_reel] = reel;
         source.video_timecode = LabelDescription{
             placed.source_drop ? rate_.drop_timecode : rate_.timecode, {}, static_cast<int>(first), rate_.rate()};
-        if (placed.key) source.key = key_label(*placed.key, place_of(path, line.line));
+        if (placed.key.number) source.key = key_label(placed.key, place_of(path, line.line));
         return builder_.add_source(std::move(source));
     }
 
-    std::optional<LabelDescription> key_label(const KeyNumber& key, const std::string& place) {
-        const label_t type = edlstr_to_label_type(key.film.c_str(), user_label_key);
+    std::optional<LabelDescription> key_label(const PlacedKey& key, const std::string& place) {
+        const KeyNumber& number = *key.number;
+        const label_t type = edlstr_to_label_type(number.film.c_str(), user_label_key);
         LabelPoint point(0, type);
-        point.set_sample(key.text.c_str());
-        if (point.is_useful()) return LabelDescription{type, key.text, {}, {}};
-        warnings_.push_back({embedded::WarningKind::dropped,
-                             place + ": " + quoted(key.text) + " can't be read as a key number of " + key.film});
+        point.set_sample(number.text.c_str());
+        const bool useful = point.is_useful();
+        if (useful && key.ahead == 0) return LabelDescription{type, number.text, {}, {}};
+        if (std::optional<LabelPoint> start = useful ? moved(point, -key.ahead) : std::nullopt)
+            return LabelDescription{type, start->get_string(), {}, {}};
+        warnings_.push_back(
+            {embedded::WarningKind::dropped, place + ": " + quoted(number.text) +
+                                                 (useful ? " has a cycle that begins below 0000+00"
+                                                         : " can't be read as a key number of " + number.film)});
         return std::nullopt;
     }
 

@@ -74,6 +74,8 @@ enum class EditType { cut, dissolve, wipe, key_background, key, key_out };
 struct KeyNumber {
     std::string text; ///< plain form
     std::string film; ///< text of the film kind
+    /// A frame of tape with which one of film begins; without one the number's own is such.
+    std::optional<Timecode> cycle = {};
 };
 
 /// One line of an event with what the lines below it say of its clip.

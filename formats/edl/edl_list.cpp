@@ -36,7 +36,7 @@ std::optional<Fraction> parse_speed(std::string_view text) {
 enum class Part { from, to, key };
 
 /// What a comment says of a clip by the words that it begins with.
-enum class Note { clip_name, file, effect, locator, freeze, reel, rate };
+enum class Note { clip_name, file, effect, locator, freeze, reel, rate, key };
 
 struct NoteHead {
     std::string_view text;
@@ -52,7 +52,7 @@ constexpr NoteHead note_heads[] = {
     {"EFFECT NAME:", Note::effect, std::nullopt},     {"EFFECTS NAME IS", Note::effect, std::nullopt},
     {"AVX2 EFFECT,", Note::effect, std::nullopt},     {"LOC:", Note::locator, std::nullopt},
     {"FREEZE FRAME", Note::freeze, std::nullopt},     {"FINAL CUT PRO REEL:", Note::reel, std::nullopt},
-    {"FRAME RATE:", Note::rate, std::nullopt},
+    {"FRAME RATE:", Note::rate, std::nullopt},        {"KEY NUMBER:", Note::key, std::nullopt},
 };
 
 std::string_view without_stars(std::string_view text) {
@@ -109,6 +109,8 @@ private:
     void take_real_reel(std::string_view text, const Line& line);
     void take_rate(std::string_view text, const Line& line);
     void take_key_number(std::string_view text, bool strict);
+    void take_cycled_key(std::string_view text, const Line& line);
+    void take_key(const KeyNumber& key);
 
     EventList& list_;
     Words words_;           ///< of the event's line in hand
@@ -325,6 +327,8 @@ void ListParser::take_note(const NoteHead& head, std::string_view text, const Li
         return;
     case Note::reel:
         return take_real_reel(text, line);
+    case Note::key:
+        return take_cycled_key(text, line);
     case Note::rate:
         return;
     }
@@ -390,9 +394,25 @@ void ListParser::take_rate(std::string_view text, const Line& line) {
 }
 
 void ListParser::take_key_number(std::string_view text, bool strict) {
-    if (!event()) return;
-    const std::optional<KeyNumber> key = find_key_number(text, strict);
+    if (const std::optional<KeyNumber> key = find_key_number(text, strict)) take_key(*key);
+}
+
+// "KJ1234560100+05 35mm-4p CYCLE FROM 01:00:02:08"
+void ListParser::take_cycled_key(std::string_view text, const Line& line) {
+    std::optional<KeyNumber> key = find_key_number(text, false);
     if (!key) return;
+    const Words words = words_of(text);
+    const std::size_t count = words.size();
+    if (count > 3 && ascii::same(words[count - 3], "CYCLE") && ascii::same(words[count - 2], "FROM")) {
+        key->cycle = parse_timecode(words.back());
+        if (!key->cycle) return not_understood(line);
+        list_.largest_frames = std::max(list_.largest_frames, key->cycle->frames);
+    }
+    take_key(*key);
+}
+
+void ListParser::take_key(const KeyNumber& key) {
+    if (!event()) return;
     for (EventLine* line : spoken_of(std::nullopt))
         if (!line->key) line->key = key;
 }

@@ -83,8 +83,9 @@ std::string nearest_speed(const Fraction& speed, const RateInfo& rate) {
     return speed_digits((frames_a_second(speed, rate) * Fraction(scale)).nearest(), most_decimals);
 }
 
-std::optional<std::string> key_comment(LabelPoint key, const KeySpelling& spelling) {
-    const std::string text = "* KEY NUMBER: " + spelled(key, spelling) + " " + label_type_to_edlstr(key.type());
+std::optional<std::string> key_comment(LabelPoint key, const KeySpelling& spelling, const std::string& cycle) {
+    std::string text = "* KEY NUMBER: " + spelled(key, spelling) + " " + label_type_to_edlstr(key.type());
+    if (!cycle.empty()) text += " CYCLE FROM " + cycle;
     const std::optional<KeyNumber> found = find_key_number(text, true);
     if (!found) return std::nullopt;
     LabelPoint read(0, edlstr_to_label_type(found->film.c_str(), user_label_key));

@@ -43,8 +43,9 @@ std::optional<std::string> exact_speed(const embedded::Fraction& speed, const em
 /// The nearest that can be written.
 std::string nearest_speed(const embedded::Fraction& speed, const embedded::RateInfo& rate);
 
-/// "* KEY NUMBER: KJ1234560100+05 35mm-4p"; nothing where it wouldn't be read again as that.
-std::optional<std::string> key_comment(LabelPoint key, const KeySpelling& spelling = plain_spelling());
+/// "* KEY NUMBER: KJ1234560100+05 35mm-4p CYCLE FROM 01:00:02:08"; nothing where it wouldn't be read again as that. The
+/// timecode is that of a frame of tape with which one of film begins, where the source in isn't such.
+std::optional<std::string> key_comment(LabelPoint key, const KeySpelling& spelling, const std::string& cycle = {});
 
 /// The text in one line, its blanks as a list's fields keep them.
 std::string field_text(const std::string& text);

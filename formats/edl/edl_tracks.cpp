@@ -73,6 +73,7 @@ private:
     void end_event();
     bool sound_is_taken(int channel);
 
+    PlacedKey key_of(const EventLine& line, bool drop, std::int64_t source_in);
     PlacedLine place(const Event& event, const EventLine& line);
     std::int64_t frames(const Timecode& time, bool drop, const EventLine& line);
     bool ends_behind_midnight(const EventLine& line, std::int64_t out, std::int64_t wrapped, std::int64_t source) const;
@@ -137,6 +138,16 @@ void Layout::check_source_length(const PlacedLine& placed, std::int64_t source) 
                                     std::to_string(record) + "; the record counts");
 }
 
+PlacedKey Layout::key_of(const EventLine& line, bool drop, std::int64_t source_in) {
+    if (!line.key) return {};
+    if (!line.key->cycle) return {&*line.key, source_in, 0};
+    const std::int64_t start = frames(*line.key->cycle, drop, line);
+    const Fraction share = film_rate_of(rate_) / rate_.rate();
+    if (start <= source_in) return {&*line.key, start, (Fraction(source_in - start) * share).floor()};
+    warn(line.line, "a key number whose cycle begins behind it isn't read", embedded::WarningKind::doubt);
+    return {};
+}
+
 PlacedLine Layout::place(const Event& event, const EventLine& line) {
     PlacedLine placed;
     placed.line = &line;
@@ -146,8 +157,7 @@ PlacedLine Layout::place(const Event& event, const EventLine& line) {
     std::int64_t source = frames(line.source_out, placed.source_drop, line) - source_in;
     if (source < 0) source += frames_of_day(rate_, placed.source_drop);
     placed.source_in = source_in;
-    placed.key = line.key ? &*line.key : nullptr;
-    placed.key_at = source_in;
+    placed.key = key_of(line, placed.source_drop, source_in);
     placed.in = frames(line.record_in, tracks_.drop, line);
     placed.out = placed.in + record_length(line, placed.in, frames(line.record_out, tracks_.drop, line), source);
     if (line.speed)
@@ -336,9 +346,7 @@ void Layout::join(Clip& before, Clip& clip) {
     clip.joined = !from || goes_on(before, clip, *from);
     if (!clip.joined || !clip.from) return;
     if (before.name.empty()) before.name = from->line->name;
-    if (before.placed.key || !from->key) return;
-    before.placed.key = from->key;
-    before.placed.key_at = from->key_at;
+    if (!before.placed.key.number && from->key.number) before.placed.key = from->key;
 }
 
 void Layout::settle(std::vector<Clip>& clips) {

@@ -28,6 +28,13 @@ std::int64_t frames_of_day(const RateInfo& rate, bool drop);
 /// Whether frames a second, without their sign, are read as normal speed.
 bool is_normal_speed(const Fraction& frames, const RateInfo& rate);
 
+/// The key number of a source, which begins with the frame of tape that it is of, or up to a cycle before that.
+struct PlacedKey {
+    const KeyNumber* number = nullptr;
+    std::int64_t start = 0; ///< of the source, in frames since midnight, whatever is shown of it
+    std::int64_t ahead = 0; ///< frames of film from there to the number
+};
+
 /// One line's stretch of the record and of its source.
 struct PlacedLine {
     const EventLine* line = nullptr;
@@ -36,8 +43,7 @@ struct PlacedLine {
     Fraction source_in;           ///< frames of the source since midnight, where its stretch of media begins
     Fraction speed = 1;
     bool source_drop = false;
-    const KeyNumber* key = nullptr; ///< of one frame of the source
-    std::int64_t key_at = 0;        ///< that frame, since midnight, whatever is shown of the source
+    PlacedKey key;
 };
 
 /// A clip on a track:

@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <deque>
-#include <limits>
 #include <map>
 #include <set>
 
@@ -48,6 +47,13 @@ struct Side {
     Fraction start, end;               ///< of the item
 };
 
+/// The key number of a line's first source frame, and the frame of tape since midnight, at or before that, with which
+/// one of film begins.
+struct CountedKey {
+    LabelPoint number;
+    std::int64_t cycle = 0;
+};
+
 /// Writes one channel.
 ///
 ///     | A . . . . . . |\B . . . . |     the edit: the transition lies around the cut
@@ -76,9 +82,10 @@ private:
     void write_speed(const Side& side, const Fraction& to, bool normal_too = false);
     bool have_speeds_at_one_place(const Side& from, const Side& to, const Fraction& end);
     void write_comments(const Side& side, const Fraction& to, const char* part);
-    std::optional<LabelPoint> key_of(const Side& side, const Fraction& to) const;
+    std::optional<LabelPoint> key_at(const SourceDescription& source, std::int64_t frame, const Fraction& first) const;
+    std::optional<CountedKey> key_of(const Side& side, const Fraction& to);
     void write_key(const Side& side, const Fraction& to);
-    std::string last_key_comment(const Side& side, const Fraction& to, LabelPoint key);
+    std::string last_key_comment(const Side& side, const Fraction& to, const CountedKey& key);
     void write_effects(const Side& side, bool with_transition);
     void write_transition_name(const TransitionDescription& transition);
     /// Those before a time, or all that are left.
@@ -285,45 +292,69 @@ void ListWriter::write_comments(const Side& side, const Fraction& to, const char
     tell_of_source(*source);
 }
 
-/// So many frames on; nothing where no label counts that far.
-std::optional<LabelPoint> moved(LabelPoint key, std::int64_t frames) {
-    constexpr std::int64_t most = std::numeric_limits<int>::max();
-    if (frames < -most || frames > most) return std::nullopt;
-    const std::int64_t sample = key.sample + frames * key.cvt()->samples_per_frame();
-    if (sample < 0 || sample > most) return std::nullopt;
-    key.sample = static_cast<int>(sample);
-    return key;
+/// The key number of a frame since midnight, that of the log where there is one.
+std::optional<LabelPoint> ListWriter::key_at(const SourceDescription& source, std::int64_t frame,
+                                             const Fraction& first) const {
+    const Fraction film_rate = film_rate_of(source, rate_);
+    if (writing_.key_of_frame)
+        return writing_.key_of_frame(source.reel(embedded::tape_reel), frame, film_rate / rate_.rate());
+    if (!source.key) return std::nullopt;
+    const Fraction seconds = (Fraction(frame) - first) / rate_.rate() - source.start_strip;
+    return moved(point_of(*source.key), (seconds * film_rate).floor());
 }
 
-/// The key number of the line's first source frame, that of the log where there is one.
-std::optional<LabelPoint> ListWriter::key_of(const Side& side, const Fraction& to) const {
+/// The key number of the line's first source frame. Readers count on from there as if its frame of film began with that
+/// of tape; where it doesn't they need to know a frame that does:
+///
+///     tape at 30    |0 |1 |2 |3 |4 |5 |6 |     3 is of 2, in a cycle from 0
+///     film at 24    |0  |1  |2  |3  |4  |
+std::optional<CountedKey> ListWriter::key_of(const Side& side, const Fraction& to) {
     const SourceDescription& source = *source_of(side);
     const std::int64_t frame = source_frame(side, to);
-    if (writing_.key_of_frame) {
-        return writing_.key_of_frame(source.reel(embedded::tape_reel), frame,
-                                     film_rate_of(source, rate_) / rate_.rate());
-    }
-    if (!source.key) return std::nullopt;
     const Fraction first = source_frames(side, to) - source_seconds(side, to) * rate_.rate();
-    const Fraction seconds = (Fraction(frame) - first) / rate_.rate() - source.start_strip;
-    LabelPoint key = point_of(*source.key);
-    return moved(key, (seconds * film_rate_of(source, rate_)).floor());
+    const Fraction share = film_rate_of(source, rate_) / rate_.rate();
+    const std::optional<LabelPoint> key = key_at(source, frame, first);
+    if (!key) return std::nullopt;
+    if (share.den() == 1) return CountedKey{*key, frame};
+    const auto begins_cycle = [&](std::int64_t start) {
+        const std::optional<LabelPoint> begun = key_at(source, start, first);
+        for (std::int64_t on = 1; begun && on < share.den(); ++on) {
+            const std::optional<LabelPoint> counted = moved(*begun, (Fraction(on) * share).floor());
+            const std::optional<LabelPoint> there = key_at(source, start + on, first);
+            if (!counted || !there || !(*counted == *there)) return false;
+        }
+        return begun && begun->sample >= 0;
+    };
+    constexpr std::int64_t longest_cycle = 25; // 24 frames of film in a second of tape
+    const std::int64_t of_day = frame_of_day(frame, {&rate_, source_drop(&source)});
+    for (std::int64_t back = 0; share.den() <= longest_cycle && back < share.den() && back <= of_day; ++back)
+        if (begins_cycle(frame - back)) return CountedKey{*key, frame - back};
+    tell(name_of(side) +
+             ": where the cycle of its film begins can't be told, so numbers counted from its first key number "
+             "may be one off",
+         WarningKind::replaced);
+    return CountedKey{*key, frame};
 }
 
-std::string ListWriter::last_key_comment(const Side& side, const Fraction& to, LabelPoint key) {
+std::string ListWriter::last_key_comment(const Side& side, const Fraction& to, const CountedKey& key) {
+    const Fraction share = film_rate_of(*source_of(side), rate_) / rate_.rate();
+    const Fraction first(source_frame(side, to) - key.cycle);
     const Fraction frames =
         Fraction(record_frame(to) - record_frame(side.from) - 1) * magnitude(side.item->event.speed);
-    const Fraction film = frames * film_rate_of(*source_of(side), rate_) / rate_.rate();
-    const std::optional<LabelPoint> last = moved(key, film.floor());
+    const std::int64_t film = ((first + frames) * share).floor() - (first * share).floor();
+    const std::optional<LabelPoint> last = moved(key.number, film);
     return last ? "* KEY OUT: " + spelled(*last, *writing_.keys) + "\n" : "";
 }
 
 void ListWriter::write_key(const Side& side, const Fraction& to) {
-    const std::optional<LabelPoint> key = key_of(side, to);
-    const std::optional<std::string> comment = key ? key_comment(*key, *writing_.keys) : std::nullopt;
+    const SourceDescription* source = source_of(side);
+    const std::optional<CountedKey> key = key_of(side, to);
+    std::string cycle;
+    if (key && key->cycle != source_frame(side, to)) cycle = timecode_text(key->cycle, {&rate_, source_drop(source)});
+    const std::optional<std::string> comment = key ? key_comment(key->number, *writing_.keys, cycle) : std::nullopt;
     if (comment) written_.text += *comment;
     if (comment && writing_.last_keys) written_.text += last_key_comment(side, to, *key);
-    if (!comment && (key || (!writing_.key_of_frame && source_of(side)->key)))
+    if (!comment && (key || (!writing_.key_of_frame && source->key)))
         tell(name_of(side) + ": its key number isn't kept");
 }
 

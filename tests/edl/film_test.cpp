@@ -219,6 +219,44 @@ TEST(EdlFilm, AKeyNumberInAMarkIsOfTheFrameThere) {
                 ElementsAre("a.edl: line 2: a key number of a frame inside of the event isn't read"));
 }
 
+//     tape at 30    |10 |11 |12 |13 |14 |15 |     the event begins at 11, whose film began with 10
+//     film at 24    |100+00|+01 |+02 |+03 |+04 |
+TEST(EdlFilm, AKeyNumberMayTellWhereTheCycleOfItsFilmBegins) {
+    const auto list = [](const std::string& number) {
+        return "* FRAME RATE: 30\n001  A V C 01:00:02:11 01:00:03:11 10:00:00:00 10:00:01:00\n* KEY NUMBER: " + number +
+               "\n";
+    };
+    const auto keys = [](const formats::ReadResult& result) {
+        const ChannelEvent in = event_at(result.edit, 0, 0);
+        const EditPtr source = source_of(in.cookie);
+        return key_at(source, in.source_time) + " - " + key_at(source, in.source_time + 29.0 / 30);
+    };
+    const formats::ReadResult from_10 = read(list("KJ1234560100+00 35mm-4p CYCLE FROM 01:00:02:10"), 30);
+    EXPECT_THAT(told(from_10), IsEmpty());
+    EXPECT_EQ(drawn(from_10.edit, 0, 30), "0-30 A@01:00:02:11");
+    EXPECT_EQ(keys(from_10), "KJ1234560100+00 - KJ1234560101+08") << "30 frames are 24 of film";
+    EXPECT_EQ(keys(read(list("KJ1234560100+00"), 30)), "KJ1234560100+00 - KJ1234560101+07") << "29 are 23.2";
+    EXPECT_EQ(keys(read(list("KJ1234560100+00 cycle from 01:00:02:08"), 30)), "KJ1234560100+00 - KJ1234560101+07")
+        << "2.4 to 25.6";
+    EXPECT_EQ(keys(read(list("KJ1234560100+00 CYCLE FROM 01:00:00:00"), 30)), "KJ1234560100+00 - KJ1234560101+08")
+        << "56.8 to 80";
+}
+
+TEST(EdlFilm, ACycleThatCantBeIsTold) {
+    const auto told_of = [](const std::string& number) {
+        const formats::ReadResult result =
+            read("001  A V C 01:00:02:11 01:00:03:11 10:00:00:00 10:00:01:00\n* KEY NUMBER: " + number + "\n", 30);
+        EXPECT_EQ(first_key(result.edit, 0, 0), "");
+        return told(result);
+    };
+    EXPECT_THAT(told_of("KJ1234560100+00 CYCLE FROM 01:00:02:12"),
+                ElementsAre("a.edl: line 1: a key number whose cycle begins behind it isn't read"));
+    EXPECT_THAT(told_of("KJ1234560100+00 CYCLE FROM NOON"),
+                ElementsAre("a.edl: line 2: not understood: \"* KEY NUMBER: KJ1234560100+00 CYCLE FROM NOON\""));
+    EXPECT_THAT(told_of("KJ1234560000+01 CYCLE FROM 01:00:02:08"),
+                ElementsAre("a.edl: line 1: \"KJ1234560000+01\" has a cycle that begins below 0000+00"));
+}
+
 TEST(EdlFilm, AFullNameOfAReelThatIsNoneOfTheEventsIsTold) {
     EXPECT_THAT(told(read("001  A V C 01:00:00:00 01:00:02:00 10:00:00:00 10:00:02:00\n"
                           "FINAL CUT PRO REEL: A001C002_long REPLACED BY: B\n")),

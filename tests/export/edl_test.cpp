@@ -5,6 +5,7 @@
 #include "formats/edl/edl_list.h"
 #include "formats/edl/edl_reader.h"
 #include "formats/edl/edl_writer.h"
+#include "tests/edl/listed_edit.h"
 #include "tests/export/plain_edit.h"
 
 #include <gmock/gmock.h>
@@ -25,7 +26,7 @@ std::string lines_of(const embedded::Warnings& warnings) {
     return text;
 }
 
-/// Events on one track at a rate of film, of which a list can say all: whole frames, reels, speeds of few digits.
+/// Events on one track, of which a list can say all: whole frames, reels, speeds of few digits.
 class ListableEdit {
 public:
     EditPtr finish() {
@@ -83,9 +84,28 @@ private:
         }
     }
 
-    const embedded::RateInfo* rate_ = embedded::nearest_rate(*rc::gen::element(24.0, 23.976, 25.0));
+    const embedded::RateInfo* rate_ =
+        embedded::nearest_rate(*rc::gen::element(24.0, 23.976, 25.0, 29.97, 30.0, 48.0, 60.0));
     int serial_ = 0;
 };
+
+/// The key number at each frame of the tape, event by event.
+std::vector<std::string> keys_of(const EditPtr& edit) {
+    std::vector<std::string> keys;
+    const double frame = edit->getCelResolution();
+    const Qb::Ptr<Cel> cel = edit->get_edit_cel_p(0);
+    for (ce_handle at = cel->get_start_ceh(); at.valid(); at.increment(ce_all)) {
+        const ChannelEvent in = at.get_channel_event();
+        at.increment(ce_all);
+        if (in.cookie.isEffect() || in.cookie.isBlack()) continue;
+        const EditPtr source = edl_tests::source_of(in.cookie);
+        const double first = in.source_time - source->getStartStripTime();
+        const int length = static_cast<int>((at.get_channel_event().edit_time - in.edit_time) / frame + 0.5);
+        for (int k = 0; k < length; ++k)
+            keys.push_back(edl_tests::key_at(source, first + k * frame * static_cast<double>(in.speed)));
+    }
+    return keys;
+}
 
 TEST(EdlExport, MeansTheSameFilmWhereAListCanSayIt) {
     EXPECT_TRUE(rc::check([] {
@@ -95,6 +115,7 @@ TEST(EdlExport, MeansTheSameFilmWhereAListCanSayIt) {
         const formats::ReadResult again = read_again(written);
         RC_ASSERT(lines_of(again.warnings) + again.error == "");
         RC_ASSERT(lines_of(film::film_differences(edit, nullptr, again.edit, {})) == "");
+        RC_ASSERT(keys_of(again.edit) == keys_of(edit));
         RC_ASSERT(again.edit->getFrameRate() == edit->getFrameRate());
     }));
 }
@@ -168,6 +189,23 @@ M2   RB       -012.0                02:00:02:00
 * TO CLIP NAME: B
 003  BL       V     C        00:00:00:00 00:00:01:00 01:00:03:00 01:00:04:00
 )");
+}
+
+// Frames 71 to 140 of a tape at 30 are 56.8 to 112 of film, and 70 is the last ahead of these that begins a frame of
+// it.
+TEST(EdlLines, TellWhereACycleOfFilmBegins) {
+    OneTrack track(30.0);
+    EditBuilder builder(track.description);
+    SourceDescription source = track.reel("A");
+    source.key = label(label_key_35mm_4p, "KJ1234560100+05");
+    builder.add_channel(picture);
+    EventDescription event = event_of(builder.add_source(source), 0, 0);
+    event.source_in = Fraction(71, 30);
+    event.duration = Fraction(70, 30);
+    builder.add_event(0, event);
+    EXPECT_THAT(list_of(builder), testing::HasSubstr("02:00:02:11 02:00:04:21 01:00:00:00 01:00:02:10\n"
+                                                     "* FROM CLIP NAME: A\n"
+                                                     "* KEY NUMBER: KJ1234560103+13 35mm-4p CYCLE FROM 02:00:02:10\n"));
 }
 
 TEST(EdlLines, MarkDropFrameOfTheRecordAndOfEachSource) {
@@ -337,6 +375,47 @@ TEST(EdlExport, TakesKeyNumbersFromALogInPlaceOfItsOwn) {
     EXPECT_THAT(asked, testing::ElementsAre("RA 172812 1.000000"));
     EXPECT_NE(written.text.find("* KEY NUMBER: EA1100010003+01 35mm-4p"), std::string::npos);
     EXPECT_EQ(written.text.find("KJ12"), std::string::npos);
+}
+
+// Logs look up film 3/5 of a frame of tape further on: frames 0 to 5 of the tape show 0, 1, 2, 2, 3 and 4 of film.
+TEST(EdlExport, TellsWhereTheCycleOfALogBegins) {
+    OneTrack track(30.0);
+    EditBuilder builder(track.description);
+    builder.add_channel(picture);
+    EventDescription event = event_of(builder.add_source(track.reel("A")), 0, 0);
+    event.source_in = Fraction(3, 30);
+    event.duration = Fraction(1);
+    builder.add_event(0, event);
+    formats::EdlWriting writing;
+    writing.key_of_frame = [](const std::string&, std::int64_t frame, const Fraction& share) {
+        const Fraction film = (Fraction(frame - 2 * 3600 * 30) + Fraction(3, 5)) * share;
+        LabelPoint key(0, label_key_35mm_4p);
+        key.set_sample("KJ1234560100+00");
+        key += static_cast<int>(film.floor()) * key.cvt()->samples_per_frame();
+        return std::optional(key);
+    };
+    const Written written = formats::write_edl(builder.finish(), writing);
+    EXPECT_THAT(written.text, testing::HasSubstr("02:00:00:03 02:00:01:03 01:00:00:00 01:00:01:00\n"
+                                                 "* FROM CLIP NAME: A\n"
+                                                 "* KEY NUMBER: KJ1234560100+02 35mm-4p CYCLE FROM 02:00:00:02\n"));
+    EXPECT_EQ(lines_of(written.warnings), "");
+}
+
+// Film a thousandth slower than the tape: once in 1001 frames both begin one.
+TEST(EdlExport, TellsWhereNoCycleOfFilmBeginsNearby) {
+    OneTrack track;
+    EditBuilder builder(track.description);
+    builder.add_channel(picture);
+    SourceDescription source = track.reel("A");
+    source.film_rate = Fraction(24000, 1001);
+    source.key = label(label_key_35mm_4p, "KJ1234560100+00");
+    builder.add_event(0, event_of(builder.add_source(source), 24, 24));
+    const Written written = formats::write_edl(builder.finish(), {0, {}});
+    EXPECT_THAT(written.text, testing::HasSubstr("* KEY NUMBER: KJ1234560101+07 35mm-4p\n"));
+    EXPECT_THAT(
+        lines_of(written.warnings),
+        testing::HasSubstr("V1 at 01:00:00:00, \"A\": where the cycle of its film begins can't be told, so numbers "
+                           "counted from its first key number may be one off\n"));
 }
 
 /// One event for each source, at 24 frames.
