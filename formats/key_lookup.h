@@ -11,9 +11,16 @@
 
 namespace formats {
 
-/// The key number of a frame of a reel, by its timecode's frames since midnight, each of which is `share` frames of
-/// film. Nothing where it isn't known.
-using KeyOfFrame = std::function<std::optional<LabelPoint>(const std::string& reel, std::int64_t frame,
+/// What a log says of one frame of tape. Frames are those of its timecode since midnight.
+struct LoggedFrame {
+    LabelPoint key;         ///< of the frame
+    std::size_t row = 0;    ///< tells the log's rows apart
+    std::int64_t cycle = 0; ///< the last frame up to this with which the row begins a cycle of pulldown
+    LabelPoint cycle_key;   ///< of that frame
+};
+
+/// Of a frame of a reel, where each is `share` frames of film. Nothing where the log holds no number for it.
+using LogLookup = std::function<std::optional<LoggedFrame>(const std::string& reel, std::int64_t frame,
                                                            const embedded::Fraction& share)>;
 
 } // namespace formats

@@ -40,8 +40,10 @@ void append_anchor(std::string& key, const std::optional<LabelDescription>& labe
 
 class UseFinder {
 public:
-    UseFinder(const EditRecipe& recipe, std::vector<const SourceDescription*>& left_out)
-        : recipe_(recipe), left_out_(left_out) {}
+    using PartOf = std::function<ShotUse::Part(const ShotUse&)>;
+
+    UseFinder(const EditRecipe& recipe, std::vector<const SourceDescription*>& left_out, const PartOf& part_of)
+        : recipe_(recipe), left_out_(left_out), part_of_(part_of) {}
 
     void add(const RecipeChannel& channel) {
         if (channel.fx()) return;
@@ -111,7 +113,7 @@ private:
         const int first = point_of(*source.video_timecode).sample;
         use.from = first + (low * use.rate->rate()).floor();
         use.to = std::max(first + ceiling(high * use.rate->rate()), use.from + 1);
-        const auto [known, fresh] = uses_.try_emplace(key_of(use), use);
+        const auto [known, fresh] = uses_.try_emplace({key_of(use), part_of_(use)}, use);
         if (fresh) return;
         known->second.from = std::min(known->second.from, use.from);
         known->second.to = std::max(known->second.to, use.to);
@@ -141,7 +143,8 @@ private:
     const EditRecipe& recipe_;
     std::vector<const SourceDescription*>& left_out_;
     std::vector<Fraction> before_, behind_;
-    std::map<std::string, ShotUse> uses_;
+    const PartOf& part_of_;
+    std::map<std::pair<std::string, ShotUse::Part>, ShotUse> uses_;
 };
 
 } // namespace
@@ -151,8 +154,9 @@ Fraction ShotUse::seconds_at(std::int64_t frame) const {
 }
 
 std::vector<ShotUse> shot_uses(const EditRecipe& recipe, const std::vector<int>& channels,
-                               std::vector<const SourceDescription*>& left_out) {
-    UseFinder finder(recipe, left_out);
+                               std::vector<const SourceDescription*>& left_out,
+                               const std::function<ShotUse::Part(const ShotUse&)>& part_of) {
+    UseFinder finder(recipe, left_out, part_of);
     for (const int channel : channels)
         finder.add(recipe.channels.at(static_cast<std::size_t>(channel)));
     return finder.uses();

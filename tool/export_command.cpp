@@ -112,7 +112,7 @@ bool is_listed(const ChannelName& channel) { return channel.kind == sound_kind |
 formats::Written written_as_edl(const ExportJob& job, const Subject& subject) {
     const auto& [edit, log] = subject;
     const ChannelName channel = job.channel.value_or(ChannelName());
-    formats::Written written = formats::write_edl(edit, {number_of(edit, channel), keys_of_log(log)});
+    formats::Written written = formats::write_edl(edit, {number_of(edit, channel), lookup_in(log)});
     if (!written.error.empty() || !is_listed(channel)) return written;
     const formats::ReadResult again = formats::read_edl_texts({{written.text, "the written list", 0}}, {});
     if (!again.edit) throw JobError(job.output.report + ": what was written can't be read again: " + again.error);
@@ -128,7 +128,7 @@ formats::Written written_as_edl(const ExportJob& job, const Subject& subject) {
 formats::Written written_as_ale(const ExportJob& job, const Subject& subject) {
     const auto& [edit, log] = subject;
     formats::AleWriting writing;
-    writing.key_of_frame = keys_of_log(log);
+    writing.log = lookup_in(log);
     if (job.channel) {
         writing.channels.push_back(number_of(edit, *job.channel));
         return formats::write_ale(edit, writing);
@@ -229,8 +229,8 @@ int prove(Format format, const ExportJob& job, const Subject& subject, const fil
 /// Gives what was written, and the exit status.
 int deliver_on_rolls(Format format, const ExportJob& job, const Subject& subject, embedded::Warnings& warnings) {
     const NewRolls rolls(read_pieces_on_rolls(*job.on_rolls));
-    const Subject moved{
-        on_new_rolls(subject.edit, rolls, keys_of_log(subject.log), rolls_of_log(subject.log), warnings), nullptr};
+    const Subject moved{on_new_rolls(subject.edit, rolls, lookup_in(subject.log), rolls_of_log(subject.log), warnings),
+                        nullptr};
     const formats::Written written = written_as(format, job, moved);
     deliver_written(job, written, warnings);
     return job.prove ? prove(format, job, subject, strips_of_written(format, written.text, moved, rolls)) : exit_done;

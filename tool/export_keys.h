@@ -7,6 +7,6 @@
 namespace tool {
 
 /// By the rows of a log; null where there is none. `log` outlives it.
-formats::KeyOfFrame keys_of_log(const film::LogRows* log);
+formats::LogLookup lookup_in(const film::LogRows* log);
 
 } // namespace tool

@@ -65,7 +65,7 @@ std::int64_t frames_beside(const PieceOnRoll& piece, const FrameRange& frames) {
 
 class Moving {
 public:
-    Moving(const EditRecipe& recipe, const NewRolls& rolls, const formats::KeyOfFrame& keys, const RollOfFrame& roll_of,
+    Moving(const EditRecipe& recipe, const NewRolls& rolls, const formats::LogLookup& keys, const RollOfFrame& roll_of,
            embedded::Warnings& warnings)
         : recipe_(recipe), rolls_(rolls), keys_(keys), roll_of_(roll_of), warnings_(warnings), builder_(recipe.edit) {}
 
@@ -87,7 +87,7 @@ private:
 
     const EditRecipe& recipe_;
     const NewRolls& rolls_;
-    const formats::KeyOfFrame& keys_;
+    const formats::LogLookup& keys_;
     const RollOfFrame& roll_of_;
     embedded::Warnings& warnings_;
     EditBuilder builder_;
@@ -183,9 +183,9 @@ void Moving::find_logged(const SourceDescription& source, const Fraction& second
     const std::int64_t first = formats::point_of(*source.video_timecode).sample;
     const std::int64_t frame = first + (seconds * rate).floor();
     const std::string reel = source.reel(embedded::tape_reel);
-    const std::optional<LabelPoint> key = keys_(reel, frame, film_rate_of(source) / rate);
-    if (!key || !key->is_useful()) return;
-    film = film_from(*key, Fraction(frame - first) / rate, film_rate_of(source));
+    const std::optional<formats::LoggedFrame> logged = keys_(reel, frame, film_rate_of(source) / rate);
+    if (!logged || !logged->key.is_useful()) return;
+    film = film_from(logged->key, Fraction(frame - first) / rate, film_rate_of(source));
     film->run.roll = ascii::upper_case(roll_of_(reel, frame));
 }
 
@@ -281,7 +281,7 @@ RollOfFrame rolls_of_log(const film::LogRows* log) {
     };
 }
 
-EditPtr on_new_rolls(const EditPtr& edit, const NewRolls& rolls, const formats::KeyOfFrame& keys,
+EditPtr on_new_rolls(const EditPtr& edit, const NewRolls& rolls, const formats::LogLookup& keys,
                      const RollOfFrame& roll_of, embedded::Warnings& warnings) {
     const EditRecipe* recipe = embedded::recipe_of(edit);
     if (!recipe) throw JobError("the edit holds nothing that could be moved to new rolls");

@@ -52,7 +52,7 @@ RollOfFrame rolls_of_log(const film::LogRows* log);
 
 /// The same edit with the pieces as the sources of its pictures. `keys` and `roll_of` tell what the edit itself
 /// doesn't. What has none stays as it is, and is told. Throws `JobError` where film lies on no new roll.
-EditPtr on_new_rolls(const EditPtr& edit, const NewRolls& rolls, const formats::KeyOfFrame& keys,
+EditPtr on_new_rolls(const EditPtr& edit, const NewRolls& rolls, const formats::LogLookup& keys,
                      const RollOfFrame& roll_of, embedded::Warnings& warnings);
 
 } // namespace tool

@@ -296,8 +296,10 @@ void ListWriter::write_comments(const Side& side, const Fraction& to, const char
 std::optional<LabelPoint> ListWriter::key_at(const SourceDescription& source, std::int64_t frame,
                                              const Fraction& first) const {
     const Fraction film_rate = film_rate_of(source, rate_);
-    if (writing_.key_of_frame)
-        return writing_.key_of_frame(source.reel(embedded::tape_reel), frame, film_rate / rate_.rate());
+    if (writing_.log) {
+        const auto logged = writing_.log(source.reel(embedded::tape_reel), frame, film_rate / rate_.rate());
+        return logged ? std::optional(logged->key) : std::nullopt;
+    }
     if (!source.key) return std::nullopt;
     const Fraction seconds = (Fraction(frame) - first) / rate_.rate() - source.start_strip;
     return moved(point_of(*source.key), (seconds * film_rate).floor());
@@ -354,8 +356,7 @@ void ListWriter::write_key(const Side& side, const Fraction& to) {
     const std::optional<std::string> comment = key ? key_comment(key->number, *writing_.keys, cycle) : std::nullopt;
     if (comment) written_.text += *comment;
     if (comment && writing_.last_keys) written_.text += last_key_comment(side, to, *key);
-    if (!comment && (key || (!writing_.key_of_frame && source->key)))
-        tell(name_of(side) + ": its key number isn't kept");
+    if (!comment && (key || (!writing_.log && source->key))) tell(name_of(side) + ": its key number isn't kept");
 }
 
 // In an event with a transition the comment would name that.

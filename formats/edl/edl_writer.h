@@ -11,7 +11,7 @@ namespace formats {
 struct EdlWriting {
     int channel = 0; ///< absolute
     /// Unset: the edit's own key numbers.
-    KeyOfFrame key_of_frame = {};
+    LogLookup log = {};
     const KeySpelling* keys = &plain_spelling();
     bool last_keys = false; ///< the number of the last frame too, in a comment behind that of the first
 };

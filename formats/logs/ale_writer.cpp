@@ -115,7 +115,8 @@ const Column columns[] = {
 class AleWriter {
 public:
     AleWriter(const embedded::EditRecipe& recipe, const AleWriting& writing)
-        : writing_(writing), uses_(shot_uses(recipe, writing.channels, left_out_)) {}
+        : writing_(writing),
+          uses_(shot_uses(recipe, writing.channels, left_out_, [this](const ShotUse& use) { return part_of(use); })) {}
 
     Written run() {
         tell_of_sources();
@@ -130,6 +131,8 @@ public:
     }
 
 private:
+    static constexpr int longest_cycle = 5;
+
     void tell(const SourceDescription& source, const char* what, WarningKind kind = WarningKind::dropped) {
         written_.warnings.push_back({kind, "source \"" + source.name + "\": " + what});
     }
@@ -163,8 +166,20 @@ private:
 
     /// Rows begin with a frame of film: up to a cycle of pulldown before the first that is used.
     AleRow row_of(const ShotUse& use) {
-        constexpr int longest_cycle = 5;
         AleRow row{&use, use.from, {}, &writing_};
+        if (writing_.log)
+            number_by_log(row);
+        else
+            number_by_source(row);
+        if (row.key && row.key->sample < 0) {
+            tell(*use.source, "its key number lies before the first of its roll, and is left out");
+            row.key.reset();
+        }
+        return row;
+    }
+
+    void number_by_source(AleRow& row) {
+        const ShotUse& use = *row.use;
         const auto film = [&](std::int64_t frame) {
             return (use.seconds_at(frame) - use.source->start_strip) * use.film_rate;
         };
@@ -173,16 +188,27 @@ private:
                 row.from = use.from - back;
                 break;
             }
-        if (writing_.key_of_frame)
-            row.key = writing_.key_of_frame(row.use->source->reel(embedded::tape_reel), row.from,
-                                            use.film_rate / use.rate->rate());
-        else if (use.source->key)
+        if (use.source->key)
             row.key = point_at(*use.source->key, use.seconds_at(row.from) - use.source->start_strip, use.film_rate);
-        if (row.key && row.key->sample < 0) {
-            tell(*use.source, "its key number lies before the first of its roll, and is left out");
-            row.key.reset();
-        }
-        return row;
+    }
+
+    void number_by_log(AleRow& row) {
+        const std::optional<LoggedFrame> logged = logged_at(*row.use);
+        if (!logged) return;
+        const bool begins = writing_.cycles && logged->cycle >= 0 && row.from - logged->cycle < longest_cycle;
+        row.from = begins ? logged->cycle : row.from;
+        row.key = begins ? logged->cycle_key : logged->key;
+    }
+
+    std::optional<LoggedFrame> logged_at(const ShotUse& use) const {
+        return writing_.log(use.source->reel(embedded::tape_reel), use.from, use.film_rate / use.rate->rate());
+    }
+
+    /// What a log tells of one of its rows is no shot with what it tells of another, nor is what it doesn't know.
+    ShotUse::Part part_of(const ShotUse& use) const {
+        if (!writing_.log) return {};
+        const std::optional<LoggedFrame> logged = logged_at(use);
+        return logged ? ShotUse::Part{1, static_cast<std::int64_t>(logged->row)} : ShotUse::Part{2, use.from};
     }
 
     void write_row(const AleRow& row) {

@@ -13,7 +13,7 @@ namespace formats {
 struct AleWriting {
     std::vector<int> channels; ///< absolute; FX channels are passed over
     /// Unset: the edit's own key numbers.
-    KeyOfFrame key_of_frame = {};
+    LogLookup log = {};
     const KeySpelling* keys = &plain_spelling();
     /// Rows begin with a cycle of pulldown and say so, and end with a frame of film that they begin; else the first
     /// frame that is used begins one, and the last one ends with the row.

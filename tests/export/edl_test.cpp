@@ -369,7 +369,7 @@ TEST(EdlExport, TakesKeyNumbersFromALogInPlaceOfItsOwn) {
         asked.push_back(reel + " " + std::to_string(frame) + " " + std::to_string(share.to_double()));
         LabelPoint key(0, label_key_35mm_4p);
         key.set_sample("EA1100010003+01");
-        return std::optional<LabelPoint>(key);
+        return std::optional(formats::LoggedFrame{key, 0, frame, key});
     };
     const Written written = formats::write_edl(builder.finish(), {0, keys});
     EXPECT_THAT(asked, testing::ElementsAre("RA 172812 1.000000"));
@@ -387,12 +387,12 @@ TEST(EdlExport, TellsWhereTheCycleOfALogBegins) {
     event.duration = Fraction(1);
     builder.add_event(0, event);
     formats::EdlWriting writing;
-    writing.key_of_frame = [](const std::string&, std::int64_t frame, const Fraction& share) {
+    writing.log = [](const std::string&, std::int64_t frame, const Fraction& share) {
         const Fraction film = (Fraction(frame - 2 * 3600 * 30) + Fraction(3, 5)) * share;
         LabelPoint key(0, label_key_35mm_4p);
         key.set_sample("KJ1234560100+00");
         key += static_cast<int>(film.floor()) * key.cvt()->samples_per_frame();
-        return std::optional(key);
+        return std::optional(formats::LoggedFrame{key, 0, 0, {}});
     };
     const Written written = formats::write_edl(builder.finish(), writing);
     EXPECT_THAT(written.text, testing::HasSubstr("02:00:00:03 02:00:01:03 01:00:00:00 01:00:01:00\n"

@@ -2,6 +2,10 @@
 
 #include "tests/tool/tool_process.h"
 
+#include <gmock/gmock.h>
+
+using testing::HasSubstr;
+
 namespace {
 
 class Export : public ToolTest {
@@ -156,6 +160,42 @@ TEST_F(Export, KeyNumbersOfALogWithPulldownAreThoseOfTheLists) {
     EXPECT_NE(read("b.edl").find("* KEY NUMBER: KJ1234560100+01 35mm-4p"), std::string::npos) << read("b.edl");
     EXPECT_EQ(run({"cutlist", "a.edl", "--rate", "29.97", "--log", "log.RDB", "-o", "l.txt", "--prove"}).status, 0);
     EXPECT_NE(read("l.cdb").find("\tKJ1234560100+01\t"), std::string::npos);
+}
+
+// The clips of a list without names are all one medium of their tape, whatever was spliced onto that.
+TEST_F(Export, ALogOfALogKeepsItsRowsApart) {
+    write("a.edl", "TITLE: A\nFCM: NON-DROP FRAME\n"
+                   "001  VT1 V C 01:00:01:00 01:00:02:00 10:00:00:00 10:00:01:00\n"
+                   "002  VT1 V C 01:05:01:00 01:05:02:00 10:00:01:00 10:00:02:00\n"
+                   "003  VT1 V C 01:00:05:00 01:00:06:00 10:00:02:00 10:00:03:00\n"
+                   "004  VT1 V C 02:00:00:00 02:00:01:00 10:00:03:00 10:00:04:00\n");
+    write("log.csv", "reel,start time,end time,cam reel,start keycode,film label_std\n"
+                     "VT1,01:00:00:00,01:01:00:00,A001,KJ1234560100+00,35mm-4p\n"
+                     "VT1,01:05:00:00,01:06:00:00,A001,KJ7654320100+00,35mm-4p\n");
+    EXPECT_EQ(run({"log", "import", "log.csv", "-o", "log.RDB", "--rate", "24"}).status, 0);
+    EXPECT_EQ(run({"export", "a.edl", "--rate", "24", "--log", "log.RDB", "-o", "b.ale"}).status, 0);
+    const std::string log = read("b.ale");
+    const std::string row = "VT1\tVT1\tV\t";
+    EXPECT_THAT(log, HasSubstr(row + "01:00:01:00\t01:00:06:00\t00:00:05:00\t24\tKJ1234560101+08\tKJ1234560109+00\t"));
+    EXPECT_THAT(log, HasSubstr(row + "01:05:01:00\t01:05:02:00\t00:00:01:00\t24\tKJ7654320101+08\tKJ7654320103+00\t"));
+    EXPECT_THAT(log, HasSubstr(row + "02:00:00:00\t02:00:01:00\t00:00:01:00\t24\t\t\t"));
+}
+
+// From a cycle's third frame, which shows the third of film: the list's own source begins there, the log's row doesn't.
+TEST_F(Export, ALogOfALogBeginsWithACycleOfIt) {
+    write("a.edl", "TITLE: A\nFCM: NON-DROP FRAME\n"
+                   "001  VT1 V C 01:00:00:07 01:00:00:17 10:00:00:00 10:00:00:10\n");
+    write("log.csv", "reel,start time,end time,cam reel,start keycode,film label_std\n"
+                     "VT1,01:00:00:00,01:01:00:00,A001,KJ1234560100+00,35mm-4p\n");
+    EXPECT_EQ(run({"log", "import", "log.csv", "-o", "log.RDB", "--rate", "29.97"}).status, 0);
+    EXPECT_EQ(run({"export", "a.edl", "--rate", "29.97", "--log", "log.RDB", "-o", "b.ale"}).status, 0);
+    EXPECT_THAT(read("b.ale"), HasSubstr("\t01:00:00:05\t01:00:00:17\t00:00:00:12\t29.97\tKJ1234560100+04\t"
+                                         "KJ1234560100+14\t35mm,4perf\tA\t"));
+    EXPECT_EQ(run({"log", "import", "b.ale", "-o", "b.RDB"}).status, 0);
+    for (const std::string rows : {"log", "b"})
+        EXPECT_EQ(run({"cutlist", "a.edl", "--rate", "29.97", "--log", rows + ".RDB", "-o", rows + ".txt"}).status, 0);
+    EXPECT_THAT(read("b.txt"), HasSubstr("KJ1234560100+06"));
+    EXPECT_THAT(read("log.txt"), HasSubstr("KJ1234560100+06"));
 }
 
 } // namespace
