@@ -13,10 +13,11 @@ namespace formats {
 
 /// What a log says of one frame of tape. Frames are those of its timecode since midnight.
 struct LoggedFrame {
-    LabelPoint key;         ///< of the frame
-    std::size_t row = 0;    ///< tells the log's rows apart
-    std::int64_t cycle = 0; ///< the last frame up to this with which the row begins a cycle of pulldown
-    LabelPoint cycle_key;   ///< of that frame
+    LabelPoint key;          ///< of the frame
+    embedded::Fraction into; ///< how far into that frame of film it looks, of one
+    std::size_t row = 0;     ///< tells the log's rows apart
+    std::int64_t cycle = 0;  ///< the last frame up to this with which the row begins a cycle of pulldown
+    LabelPoint cycle_key;    ///< of that frame
 };
 
 /// Of a frame of a reel, where each is `share` frames of film. Nothing where the log holds no number for it.

@@ -12,15 +12,22 @@ formats::LogLookup lookup_in(const film::LogRows* log) {
         const film::LogRow* row = log->at(reel, frame).row;
         if (!row) row = log->nearest(reel, frame, most_overrun);
         if (!row || !row->key.is_useful()) return std::nullopt;
+        const auto film_at = [&](std::int64_t at) {
+            return (Fraction(at - row->start) + film::inside_frame(share)) * share;
+        };
         const auto key_at = [&](std::int64_t at) {
-            const Fraction film = (Fraction(at - row->start) + film::inside_frame(share)) * share;
             LabelPoint key = row->key;
-            key += static_cast<int>(film.floor() * key.cvt()->samples_per_frame());
+            key += static_cast<int>(film_at(at).floor() * key.cvt()->samples_per_frame());
             return key;
         };
+        LoggedFrame logged;
+        logged.key = key_at(frame);
+        logged.into = film_at(frame) - Fraction(film_at(frame).floor());
+        logged.row = static_cast<std::size_t>(row - log->rows().data());
         const auto length = static_cast<std::int64_t>(share.den());
-        const std::int64_t cycle = row->start + Fraction(frame - row->start, length).floor() * length;
-        return LoggedFrame{key_at(frame), static_cast<std::size_t>(row - log->rows().data()), cycle, key_at(cycle)};
+        logged.cycle = row->start + Fraction(frame - row->start, length).floor() * length;
+        logged.cycle_key = key_at(logged.cycle);
+        return logged;
     };
 }
 

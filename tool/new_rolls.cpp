@@ -30,6 +30,7 @@ struct SourceFilm {
     FilmRun run;
     Fraction first; ///< frame of the run at the source's first frame
     Fraction rate;  ///< frames a second
+    Fraction ahead; ///< frames that a log with pulldown is asked for ahead of the time
 
     Fraction frame_at(const Fraction& seconds) const { return first + seconds * rate; }
     Fraction seconds_at(const Fraction& frame) const { return (frame - first) / rate; }
@@ -51,7 +52,7 @@ FrameRange frames_of(const EventDescription& event, const SourceFilm& film) {
     const Fraction in = film.frame_at(event.source_in);
     const Fraction speed = magnitude(event.speed);
     const Fraction behind = in + event.duration * film.rate * speed;
-    const Fraction behind_shown = std::min(behind, behind - speed + 1);
+    const Fraction behind_shown = std::min(behind, behind - speed + 1) - film.ahead;
     const FrameRange frames = event.speed < Fraction(0)
                                   ? FrameRange{film::whole_frame(in + speed - 1), film::whole_frame(behind - 1)}
                                   : FrameRange{film::whole_frame(in), -film::whole_frame(-behind_shown) - 1};
@@ -185,7 +186,9 @@ void Moving::find_logged(const SourceDescription& source, const Fraction& second
     const std::string reel = source.reel(embedded::tape_reel);
     const std::optional<formats::LoggedFrame> logged = keys_(reel, frame, film_rate_of(source) / rate);
     if (!logged || !logged->key.is_useful()) return;
-    film = film_from(logged->key, Fraction(frame - first) / rate, film_rate_of(source));
+    const Fraction film_rate = film_rate_of(source), share = film_rate / rate;
+    film = film_from(logged->key, Fraction(frame - first) / rate - logged->into / film_rate, film_rate);
+    film->ahead = film::inside_frame(share) * share;
     film->run.roll = ascii::upper_case(roll_of_(reel, frame));
 }
 

@@ -369,7 +369,7 @@ TEST(EdlExport, TakesKeyNumbersFromALogInPlaceOfItsOwn) {
         asked.push_back(reel + " " + std::to_string(frame) + " " + std::to_string(share.to_double()));
         LabelPoint key(0, label_key_35mm_4p);
         key.set_sample("EA1100010003+01");
-        return std::optional(formats::LoggedFrame{key, 0, frame, key});
+        return std::optional(formats::LoggedFrame{key, 0, 0, frame, key});
     };
     const Written written = formats::write_edl(builder.finish(), {0, keys});
     EXPECT_THAT(asked, testing::ElementsAre("RA 172812 1.000000"));
@@ -392,7 +392,7 @@ TEST(EdlExport, TellsWhereTheCycleOfALogBegins) {
         LabelPoint key(0, label_key_35mm_4p);
         key.set_sample("KJ1234560100+00");
         key += static_cast<int>(film.floor()) * key.cvt()->samples_per_frame();
-        return std::optional(formats::LoggedFrame{key, 0, 0, {}});
+        return std::optional(formats::LoggedFrame{key, 0, 0, 0, {}});
     };
     const Written written = formats::write_edl(builder.finish(), writing);
     EXPECT_THAT(written.text, testing::HasSubstr("02:00:00:03 02:00:01:03 01:00:00:00 01:00:01:00\n"

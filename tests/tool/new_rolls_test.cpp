@@ -1,5 +1,6 @@
 // Rolls of selects from outside: an order lays its pieces on new rolls, and edits go by those.
 
+#include "embedded/rates.h"
 #include "tests/support/project_paths.h"
 #include "tests/tool/tool_process.h"
 #include "tool/new_rolls.h"
@@ -141,6 +142,41 @@ TEST_F(OnRolls, EditsTakeKeyNumbersFromALog) {
         EXPECT_EQ(result.status, 0) << file << '\n' << result.err;
         EXPECT_EQ(result.out, "proved: 4188 frames on new rolls\n");
     }
+}
+
+// Dissolves from one tape to the other, from each frame of a cycle on.
+TEST_F(OnRolls, EditsFollowThePulldownOfALog) {
+    const auto places = [](int source, int record, int length) {
+        std::string text;
+        for (const int frame : {source, source + length, record, record + length})
+            text += " " + std::string(LabelPoint(frame, embedded::nearest_rate(30.0)->timecode).get_string());
+        return text + "\n";
+    };
+    std::string list = "TITLE: A\nFCM: NON-DROP FRAME\n";
+    int sources[] = {108000, 108000}, record = 1080000;
+    for (int event = 0; event < 30; ++event) {
+        int &source = sources[event % 2], &before = sources[(event + 1) % 2];
+        const std::string number = std::to_string(event + 1), tape = event % 2 == 0 ? " VT1 V " : " VT2 V ";
+        const int length = 25 + 7 * event % 37;
+        if (event > 0) list += number + (event % 2 == 0 ? " VT2 V C" : " VT1 V C") + places(before, record, 0);
+        list += number + tape + (event == 0 ? "C" : "D 008") + places(source, record, length);
+        before += 60 + event % 5;
+        source += length;
+        record += length;
+    }
+    write("cut.edl", list);
+    write("log.csv", "reel,start time,end time,cam reel,start keycode,film label_std\n"
+                     "VT1,01:00:00:00,01:10:00:00,A001,KJ1234560100+00,35mm-4p\n"
+                     "VT2,01:00:00:00,01:10:00:00,A002,KJ7654320100+00,35mm-4p\n");
+    ASSERT_EQ(run({"log", "import", "log.csv", "-o", "log.RDB", "--rate", "30"}).status, 0);
+    ASSERT_EQ(run({"order", "cut.edl", "--rate", "30", "--log", "log.RDB", "-o", "order.txt", "--json", "order.json",
+                   "--build-rolls", "200"})
+                  .status,
+              0);
+    const ToolResult moved = run({"export", "cut.edl", "--rate", "30", "--log", "log.RDB", "-o", "moved.otio",
+                                  "--on-rolls", "order.json", "--prove"});
+    EXPECT_EQ(moved.status, 0) << moved.out << moved.err;
+    EXPECT_EQ(moved.err, "");
 }
 
 TEST_F(OnRolls, AnEditListThatCountsOtherwiseThanTheRollsIsntProved) {
