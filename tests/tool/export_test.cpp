@@ -17,6 +17,14 @@ protected:
         EXPECT_EQ(made.status, 0) << made.err;
         return read("lists.cdb");
     }
+
+    /// An event of tape at 29.97, and a log whose only row begins with an hour and a cycle.
+    void write_pulled_down(const std::string& places) {
+        write("a.edl", "TITLE: A\nFCM: NON-DROP FRAME\n001  VT1 V C " + places + "\n");
+        write("log.csv", "reel,start time,end time,cam reel,start keycode,film label_std\n"
+                         "VT1,01:00:00:00,01:01:00:00,A001,KJ1234560100+00,35mm-4p\n");
+        EXPECT_EQ(run({"log", "import", "log.csv", "-o", "log.RDB", "--rate", "29.97"}).status, 0);
+    }
 };
 
 TEST_F(Export, WritesAnEditWhoseTableIsTheSame) {
@@ -151,11 +159,7 @@ TEST_F(Export, WritesALogThatGivesTheEditItsNumbers) {
 
 // The second frame of tape shows the second frame of film, as the lists say.
 TEST_F(Export, KeyNumbersOfALogWithPulldownAreThoseOfTheLists) {
-    write("a.edl", "TITLE: A\nFCM: NON-DROP FRAME\n"
-                   "001  VT1 V C 01:00:00:01 01:00:00:11 10:00:00:00 10:00:00:10\n");
-    write("log.csv", "reel,start time,end time,cam reel,start keycode,film label_std\n"
-                     "VT1,01:00:00:00,01:01:00:00,A001,KJ1234560100+00,35mm-4p\n");
-    EXPECT_EQ(run({"log", "import", "log.csv", "-o", "log.RDB", "--rate", "29.97"}).status, 0);
+    write_pulled_down("01:00:00:01 01:00:00:11 10:00:00:00 10:00:00:10");
     EXPECT_EQ(run({"export", "a.edl", "--rate", "29.97", "--log", "log.RDB", "-o", "b.edl"}).status, 0);
     EXPECT_NE(read("b.edl").find("* KEY NUMBER: KJ1234560100+01 35mm-4p"), std::string::npos) << read("b.edl");
     EXPECT_EQ(run({"cutlist", "a.edl", "--rate", "29.97", "--log", "log.RDB", "-o", "l.txt", "--prove"}).status, 0);
@@ -183,11 +187,7 @@ TEST_F(Export, ALogOfALogKeepsItsRowsApart) {
 
 // From a cycle's third frame, which shows the third of film: the list's own source begins there, the log's row doesn't.
 TEST_F(Export, ALogOfALogBeginsWithACycleOfIt) {
-    write("a.edl", "TITLE: A\nFCM: NON-DROP FRAME\n"
-                   "001  VT1 V C 01:00:00:07 01:00:00:17 10:00:00:00 10:00:00:10\n");
-    write("log.csv", "reel,start time,end time,cam reel,start keycode,film label_std\n"
-                     "VT1,01:00:00:00,01:01:00:00,A001,KJ1234560100+00,35mm-4p\n");
-    EXPECT_EQ(run({"log", "import", "log.csv", "-o", "log.RDB", "--rate", "29.97"}).status, 0);
+    write_pulled_down("01:00:00:07 01:00:00:17 10:00:00:00 10:00:00:10");
     EXPECT_EQ(run({"export", "a.edl", "--rate", "29.97", "--log", "log.RDB", "-o", "b.ale"}).status, 0);
     EXPECT_THAT(read("b.ale"), HasSubstr("\t01:00:00:05\t01:00:00:17\t00:00:00:12\t29.97\tKJ1234560100+04\t"
                                          "KJ1234560100+14\t35mm,4perf\tA\t"));
