@@ -5,6 +5,7 @@
 #include "formats/edl/edl_list.h"
 #include "formats/edl/edl_text.h"
 #include "formats/edl/edl_tracks.h"
+#include "formats/log_doubts.h"
 #include "formats/source_labels.h"
 #include "host/ascii_text.h"
 #include "host/channel_kinds.h"
@@ -129,6 +130,7 @@ private:
     std::deque<const RecipeCue*> cues_; ///< those that are still to be written, by time
     std::vector<std::string> told_;
     std::map<std::string, std::set<std::string>> losses_; ///< what sources lose, and their names
+    LogDoubts doubts_{writing_.log};
     Written written_;
 };
 
@@ -253,6 +255,9 @@ void ListWriter::write_line(const Side& side, const Fraction& to, const std::str
     const Fraction speed = source ? side.item->event.speed : Fraction(1);
     const Fraction used = magnitude(speed) * length;
     line.source_out = line.source_in + (speed == Fraction(0) ? std::min(length, Fraction(1)) : used).nearest();
+    if (source && channel_.kind == picture_channel && Fraction(0) < length)
+        doubts_.note(name_of(side), source->reel(embedded::tape_reel), line.source_in,
+                     std::max(line.source_in, line.source_out - 1), film_rate_of(*source, rate_) / rate_.rate());
     if (frame_code_is_drop_ && !line.source_drop) {
         written_.text += "FCM: NON-DROP FRAME\n";
         frame_code_is_drop_ = false;
@@ -549,6 +554,7 @@ Written ListWriter::run() {
         write_item(i);
     write_end();
     tell_of_losses();
+    doubts_.tell(written_.warnings);
     if (number_ == 0) {
         written_ = {};
         written_.error =

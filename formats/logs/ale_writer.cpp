@@ -1,5 +1,6 @@
 #include "formats/logs/ale_writer.h"
 
+#include "formats/log_doubts.h"
 #include "formats/shot_uses.h"
 #include "formats/source_labels.h"
 #include "formats/text_lines.h"
@@ -127,6 +128,7 @@ public:
         write_heading();
         for (const ShotUse& use : uses_)
             write_row(row_of(use));
+        tell_of_log();
         return std::move(written_);
     }
 
@@ -149,6 +151,14 @@ private:
             if (other_count)
                 tell(*use.source, "its sound timecode counts otherwise than its rows are read", WarningKind::rate);
         }
+    }
+
+    void tell_of_log() {
+        LogDoubts doubts(writing_.log);
+        for (const ShotUse& use : uses_)
+            doubts.note("source \"" + use.source->name + "\"", use.source->reel(embedded::tape_reel), use.from,
+                        use.to - 1, use.film_rate / use.rate->rate());
+        doubts.tell(written_.warnings);
     }
 
     /// Where all rows have one rate it stands in the heading, else only with each row.

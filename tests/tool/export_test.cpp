@@ -185,6 +185,31 @@ TEST_F(Export, ALogOfALogKeepsItsRowsApart) {
     EXPECT_THAT(log, HasSubstr(row + "02:00:00:00\t02:00:01:00\t00:00:01:00\t24\t\t\t"));
 }
 
+// Rows of 01:00:00:00 to 01:01:00:00 and, of other film, from 01:00:50:00 to 01:02:00:00.
+TEST_F(Export, WhatALogDoesntSaySurelyIsToldOnceAKind) {
+    write("a.edl", "TITLE: A\nFCM: NON-DROP FRAME\n"
+                   "001  VT1 V C 01:00:01:00 01:00:02:00 10:00:00:00 10:00:01:00\n* FROM CLIP NAME: SURE\n"
+                   "002  VT1 V C 01:00:55:00 01:00:56:00 10:00:01:00 10:00:02:00\n* FROM CLIP NAME: EITHER\n"
+                   "003  VT1 V C 01:01:59:12 01:02:00:12 10:00:02:00 10:00:03:00\n* FROM CLIP NAME: OVER\n"
+                   "004  VT2 V C 01:00:00:00 01:00:01:00 10:00:03:00 10:00:04:00\n* FROM CLIP NAME: NONE\n"
+                   "005  VT3 V C 01:00:00:00 01:00:01:00 10:00:04:00 10:00:05:00\n* FROM CLIP NAME: NEITHER\n");
+    write("log.csv", "reel,start time,end time,cam reel,start keycode,film label_std\n"
+                     "VT1,01:00:00:00,01:01:00:00,A001,KJ1234560100+00,35mm-4p\n"
+                     "VT1,01:00:50:00,01:02:00:00,A001,KJ7654320100+00,35mm-4p\n");
+    EXPECT_EQ(run({"log", "import", "log.csv", "-o", "log.RDB", "--rate", "24"}).status, 0);
+    EXPECT_EQ(
+        run({"export", "a.edl", "--rate", "24", "--log", "log.RDB", "-o", "b.edl"}).err,
+        "warning: b.edl: V1 at 10:00:03:00, \"NONE\": the log has no key number for it (1 more)\n"
+        "warning: b.edl: V1 at 10:00:02:00, \"OVER\": it reaches beyond its row of the log\n"
+        "warning: b.edl: V1 at 10:00:01:00, \"EITHER\": rows of the log name different film for it, and the first "
+        "of them counts\n");
+    EXPECT_EQ(run({"export", "a.edl", "--rate", "24", "--log", "log.RDB", "-o", "b.ale"}).err,
+              "warning: b.ale: source \"NONE\": the log has no key number for it (1 more)\n"
+              "warning: b.ale: source \"OVER\": it reaches beyond its row of the log\n"
+              "warning: b.ale: source \"EITHER\": rows of the log name different film for it, and the first of them "
+              "counts\n");
+}
+
 // From a cycle's third frame, which shows the third of film: the list's own source begins there, the log's row doesn't.
 TEST_F(Export, ALogOfALogBeginsWithACycleOfIt) {
     write_pulled_down("01:00:00:07 01:00:00:17 10:00:00:00 10:00:00:10");
