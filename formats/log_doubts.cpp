@@ -1,6 +1,17 @@
 #include "formats/log_doubts.h"
 
+#include "formats/source_labels.h"
+
 namespace formats {
+namespace {
+
+/// Whether the row of a last frame goes on with the film of the first one's.
+bool goes_on(const LoggedFrame& begins, const LoggedFrame& ends, std::int64_t last, const embedded::Fraction& film) {
+    const std::optional<LabelPoint> counted = moved(begins.key, (begins.into + film).floor());
+    return counted && ends.start <= last && last < ends.end && *counted == ends.key;
+}
+
+} // namespace
 
 void LogDoubts::note(const std::string& where, const std::string& reel, std::int64_t first, std::int64_t last,
                      const embedded::Fraction& share) {
@@ -10,7 +21,8 @@ void LogDoubts::note(const std::string& where, const std::string& reel, std::int
         if (!reel.empty()) add(missing, where);
         return;
     }
-    if (first < begins->start || begins->end <= last) add(beyond, where);
+    const embedded::Fraction film = embedded::Fraction(last - first) * share;
+    if (first < begins->start || !ends || !goes_on(*begins, *ends, last, film)) add(beyond, where);
     if (begins->ambiguous || (ends && ends->ambiguous)) add(ambiguous, where);
 }
 

@@ -397,6 +397,7 @@ TEST(EdlExport, TellsWhereTheCycleOfALogBegins) {
         key += static_cast<int>(film.floor()) * key.cvt()->samples_per_frame();
         formats::LoggedFrame logged;
         logged.key = key;
+        logged.into = film - Fraction(film.floor());
         logged.end = frame + 60;
         return std::optional(logged);
     };
