@@ -185,17 +185,20 @@ TEST_F(Export, ALogOfALogKeepsItsRowsApart) {
     EXPECT_THAT(log, HasSubstr(row + "02:00:00:00\t02:00:01:00\t00:00:01:00\t24\t\t\t"));
 }
 
-// Rows of 01:00:00:00 to 01:01:00:00 and, of other film, from 01:00:50:00 to 01:02:00:00.
+// Rows of 01:00:00:00 to 01:01:00:00 and, of other film, from 01:00:50:00 to 01:02:00:00; and a shot in two rows.
 TEST_F(Export, WhatALogDoesntSaySurelyIsToldOnceAKind) {
     write("a.edl", "TITLE: A\nFCM: NON-DROP FRAME\n"
                    "001  VT1 V C 01:00:01:00 01:00:02:00 10:00:00:00 10:00:01:00\n* FROM CLIP NAME: SURE\n"
                    "002  VT1 V C 01:00:55:00 01:00:56:00 10:00:01:00 10:00:02:00\n* FROM CLIP NAME: EITHER\n"
                    "003  VT1 V C 01:01:59:12 01:02:00:12 10:00:02:00 10:00:03:00\n* FROM CLIP NAME: OVER\n"
                    "004  VT2 V C 01:00:00:00 01:00:01:00 10:00:03:00 10:00:04:00\n* FROM CLIP NAME: NONE\n"
-                   "005  VT3 V C 01:00:00:00 01:00:01:00 10:00:04:00 10:00:05:00\n* FROM CLIP NAME: NEITHER\n");
+                   "005  VT3 V C 01:00:00:00 01:00:01:00 10:00:04:00 10:00:05:00\n* FROM CLIP NAME: NEITHER\n"
+                   "006  VT4 V C 01:00:09:00 01:00:11:00 10:00:05:00 10:00:07:00\n* FROM CLIP NAME: ON\n");
     write("log.csv", "reel,start time,end time,cam reel,start keycode,film label_std\n"
                      "VT1,01:00:00:00,01:01:00:00,A001,KJ1234560100+00,35mm-4p\n"
-                     "VT1,01:00:50:00,01:02:00:00,A001,KJ7654320100+00,35mm-4p\n");
+                     "VT1,01:00:50:00,01:02:00:00,A001,KJ7654320100+00,35mm-4p\n"
+                     "VT4,01:00:00:00,01:00:10:00,A002,KJ1111110100+00,35mm-4p\n"
+                     "VT4,01:00:10:00,01:01:00:00,A002,KJ1111110115+00,35mm-4p\n");
     EXPECT_EQ(run({"log", "import", "log.csv", "-o", "log.RDB", "--rate", "24"}).status, 0);
     EXPECT_EQ(
         run({"export", "a.edl", "--rate", "24", "--log", "log.RDB", "-o", "b.edl"}).err,
