@@ -388,7 +388,9 @@ void take_row(const LogRow& row, const SourceFacts& source, int film_reel, Strip
     piece.pushed = inside_frame(share) * share;
     piece.key = count_from(row.key, film + piece.pushed, piece.source.step);
     piece.ink = count_from(row.ink, film + piece.pushed, piece.source.step);
-    if (!is_whole(film) && piece.sureness == Sureness::exact) {
+    // Film that goes to tape by pulldown can show one frame more at an end between two of them.
+    const bool even = is_whole(film) && (is_whole(share) || is_whole(piece.tail));
+    if (!even && piece.sureness == Sureness::exact) {
         piece.sureness = Sureness::within;
         piece.off = 1;
     }

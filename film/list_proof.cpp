@@ -141,6 +141,7 @@ const std::vector<ListRule>& list_rules() {
         {"undrawn-gap", "a gap ahead of a shot that begins a chain of transitions isn't drawn"},
         {"upper-layers", "a cutting copy pulls the main track alone"},
         {"name-cut", "a name with a bar or a control character isn't printed as it is"},
+        {"between-frames", "a transition between two frames of film is cut to whole frames, its length by itself"},
     };
     return rules;
 }
@@ -164,6 +165,7 @@ ListProof prove_report(std::string_view bytes, const Strips& strips, const Proof
     run.sound = report.heading()->sound_track >= 0;
     run.cutting_copy = report.heading()->cutting_copy || run.sound;
     count_up(run);
+    run.find_between();
     prove_all(run);
     return proof;
 }

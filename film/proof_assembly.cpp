@@ -63,8 +63,8 @@ private:
         if (range.from > at_ && run_.sound && is_silent(at_, range.from)) return;
         const std::string what =
             "begins at " + run_.units.text_of(range.from, "") + ", but frame " + std::to_string(at_) + " is the next";
-        run_.fail(name, std::min(range.from, at_), what,
-                  black_beside && range.from < at_ ? Rule::black_wipe : Rule::none);
+        run_.fail_place(name, std::min(range.from, at_), what,
+                        black_beside && range.from < at_ ? Rule::black_wipe : Rule::none);
     }
 
     /// A sound track needs no film where it has no event.
@@ -88,9 +88,9 @@ private:
 
     void prove_range(const EntryName& name, const Range& range, const Range& film) {
         if (range.from == film.from && range.to == film.to) return;
-        run_.fail(name, film.from,
-                  "frames " + std::to_string(range.from) + " to " + std::to_string(range.to) + ", should be " +
-                      std::to_string(film.from) + " to " + std::to_string(film.to));
+        run_.fail_place(name, film.from,
+                        "frames " + std::to_string(range.from) + " to " + std::to_string(range.to) + ", should be " +
+                            std::to_string(film.from) + " to " + std::to_string(film.to));
     }
 
     std::optional<Shares> shares_over(const Piece& piece, const Range& range) const {

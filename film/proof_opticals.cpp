@@ -129,9 +129,9 @@ private:
         run_.expect_number(name, "length", shot.length, ends.to - ends.from, ends.from);
         const Piece* const piece = take_piece(shot, ends);
         if (!piece)
-            return run_.fail(name, ends.from,
-                             "no shot of the optical lies at frames " + std::to_string(ends.from) + " to " +
-                                 std::to_string(ends.to - 1));
+            return run_.fail_place(name, ends.from,
+                                   "no shot of the optical lies at frames " + std::to_string(ends.from) + " to " +
+                                       std::to_string(ends.to - 1));
         run_.check_roll(name, shot.roll, *piece);
         run_.check_name(name, shot.name, *piece, name_bytes);
         prove_speed(name, shot, *piece);
@@ -233,7 +233,7 @@ private:
         const std::string what =
             "the roll is filled up to frame " + std::to_string(filled) + ", the shot begins at " + std::to_string(from);
         const bool gap = from > filled && begins_chain(shot);
-        run_.fail(at(shot.place), filled, what, gap ? Rule::undrawn_gap : Rule::none);
+        run_.fail_place(at(shot.place), filled, what, gap ? Rule::undrawn_gap : Rule::none);
     }
 
     // A roll ends with the layer, or with its last shot.
@@ -242,9 +242,9 @@ private:
         for (const DrawnShot& shot : layer.shots)
             end = std::max(end, ends_of(shot).to);
         if (filled > end)
-            run_.fail(at(layer.place), end,
-                      "a roll is filled up to frame " + std::to_string(filled) + ", the layer ends at " +
-                          std::to_string(end));
+            run_.fail_place(at(layer.place), end,
+                            "a roll is filled up to frame " + std::to_string(filled) + ", the layer ends at " +
+                                std::to_string(end));
     }
 
     void prove_transition(const DrawnTransition& transition, const Joints& out, const Joints& in) {
@@ -253,14 +253,14 @@ private:
         if (start < 0 || end < 0) return;
         run_.expect_number(name, "FX len", transition.length, end - start + 1, start);
         if (out.count({start, end}) == 0 || in.count({start, end}) == 0)
-            run_.fail(name, start, "no two shots overlap by this transition");
+            run_.fail_place(name, start, "no two shots overlap by this transition");
     }
 
     void tell_undrawn() {
         for (const auto& [ends, piece] : open_) {
             const Strip& last = *piece->strips.back();
             const Rule rule = last.layer == 0 && last.role == Role::outgoing ? Rule::undrawn : Rule::none;
-            run_.fail(name_, piece->start, "shot \"" + piece->first().name + "\" isn't drawn", rule);
+            run_.fail_place(name_, piece->start, "shot \"" + piece->first().name + "\" isn't drawn", rule);
         }
     }
 

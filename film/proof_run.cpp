@@ -45,6 +45,27 @@ void ProofRun::fail(const EntryName& entry, std::int64_t frame, std::string what
     proof.failures.push_back(finding_of(entry, frame, std::move(what), rule));
 }
 
+void ProofRun::fail_place(const EntryName& entry, std::int64_t frame, std::string what, Rule rule) {
+    const auto behind = between.upper_bound(frame);
+    const bool explained = behind != between.begin() && frame <= std::prev(behind)->second;
+    fail(entry, frame, std::move(what), explained ? Rule::between_frames : rule);
+}
+
+// A shot and the frame to either side of it, to which its neighbours may reach.
+void ProofRun::find_between() {
+    for (const Piece& piece : pieces) {
+        const bool lies_between = std::any_of(piece.strips.begin(), piece.strips.end(), [](const Strip* strip) {
+            return !(strip->lead == Fraction(0)) || !(strip->tail == Fraction(0));
+        });
+        if (!lies_between || piece.in_length() + piece.out_length() == 0) continue;
+        std::int64_t& furthest = between.try_emplace(piece.start - 1, piece.end + 1).first->second;
+        furthest = std::max(furthest, piece.end + 1);
+    }
+    std::int64_t furthest = -1;
+    for (auto& [from, to] : between)
+        to = furthest = std::max(furthest, to);
+}
+
 void ProofRun::except(const EntryName& entry, std::int64_t frame, std::string what, Rule rule) {
     proof.exceptions.push_back(finding_of(entry, frame, std::move(what), rule));
 }
@@ -64,7 +85,8 @@ std::int64_t ProofRun::length_in(const EntryName& entry, std::string_view text) 
 void ProofRun::expect_number(const EntryName& entry, const char* what, std::int64_t stands, std::int64_t should,
                              std::int64_t frame) {
     if (stands != should)
-        fail(entry, frame, std::string(what) + ' ' + std::to_string(stands) + ", should be " + std::to_string(should));
+        fail_place(entry, frame,
+                   std::string(what) + ' ' + std::to_string(stands) + ", should be " + std::to_string(should));
 }
 
 void ProofRun::check_roll(const EntryName& entry, std::string_view printed, const Piece& piece) {
@@ -125,9 +147,14 @@ void ProofRun::check_codes(const EntryName& entry, const Piece& piece, Count Str
     const Strip& strip = piece.at(piece.cut_in);
     const std::int64_t step = get_static_label_cvt(codes.kind)->samples_per_frame();
     const std::int64_t off = strip.sureness == Sureness::within ? strip.off * step : 0;
-    const bool near = first && last && std::abs(*first - codes.first) <= off && std::abs(*last - codes.last) <= off;
     const bool has_prefix = texts.first.substr(0, codes.prefix.size()) == codes.prefix;
-    if (!near || !has_prefix) return fail(entry, piece.start, stands + ", should be " + range_text(codes));
+    const auto lie_within = [&](std::int64_t samples) {
+        return has_prefix && first && last && std::abs(*first - codes.first) <= samples &&
+               std::abs(*last - codes.last) <= samples;
+    };
+    const std::string should = stands + ", should be " + range_text(codes);
+    if (!lie_within(off + 2 * step)) return fail(entry, piece.start, should);
+    if (!lie_within(off)) return fail_place(entry, piece.start, should);
     except(entry, piece.start, stands + ", by the frames " + range_text(codes), Rule::inexact);
 }
 

@@ -26,7 +26,8 @@ enum class Rule {
     undrawn,
     undrawn_gap,
     upper_layers,
-    name_cut
+    name_cut,
+    between_frames
 };
 
 /// An entry of any list, as messages name it.
@@ -46,9 +47,14 @@ struct ProofRun {
     std::multimap<int, const Piece*> main;                    ///< of the main track, by the number of their event
     std::map<int, std::vector<const Piece*>> in_optical = {}; ///< by the number of the optical
     std::map<const PullEntry*, const Piece*> pulled = {};     ///< what entries of pull lists were found to be
+    /// Frames of the edit from which on, up to a furthest so far, shots have transitions between two frames of film.
+    std::map<std::int64_t, std::int64_t> between = {};
 
     void fail(const EntryName& entry, std::int64_t frame, std::string what, Rule rule = Rule::none);
     void except(const EntryName& entry, std::int64_t frame, std::string what, Rule rule);
+    /// A failure of a place or a length, which a transition between two frames of film may explain.
+    void fail_place(const EntryName& entry, std::int64_t frame, std::string what, Rule rule = Rule::none);
+    void find_between();
 
     /// A position or length of the reel; -1 with a failure where it can't be read.
     std::int64_t frame_in(const EntryName& entry, std::string_view text);

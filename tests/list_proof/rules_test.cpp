@@ -60,6 +60,32 @@ TEST_F(Rules, FilmOfAnUpperTrackWithoutAnEffectStandsInNoList) {
     EXPECT_EQ(film::summary_of(made), "not proved: 1 failure in 1 event, 48 frames");
 }
 
+// The dissolve lies from frame 101 to 117 of tape, which are 80.8 to 93.6 of film: 80 to 93, and 12 frames long. With
+// half of these the first shot ends at 86, and the second begins at 87.
+TEST_F(Rules, ATransitionBetweenFramesOfFilmIsCutByItself) {
+    EditDescription at_30 = plain_edit();
+    at_30.rate = embedded::nearest_rate(30.0);
+    EditBuilder tape(at_30);
+    const int channel = tape.add_channel(picture);
+    const auto add_shot = [&](const char* name, int length) {
+        EventDescription event = event_of(tape.add_source(shot(name)), 0, 100);
+        event.duration = Fraction(length, 30);
+        tape.add_event(channel, event);
+    };
+    add_shot("a", 109);
+    TransitionDescription transition = dissolve(0, 0);
+    transition.in_offset = transition.out_offset = Fraction(8, 30);
+    tape.add_transition(channel, transition);
+    add_shot("b", 91);
+    edit_ = tape.finish();
+    const film::ListProof made = proof(copy);
+    EXPECT_THAT(rules_of(made.failures), testing::MatchesRegex("between-frames [0-9]+"));
+    std::string lines;
+    for (const film::ProofFinding& failure : made.failures)
+        lines += film::line_of(failure) + "\n";
+    EXPECT_THAT(lines, testing::HasSubstr("event 2, frame 86: begins at 000087, but frame 86 is the next (rule "));
+}
+
 TEST_F(Rules, ReversedShotsLoseFilmAtATransition) {
     add(v1, "a", 48, 400, -1);
     builder.add_transition(v1, wipe(10, 15, 22, false));
