@@ -41,6 +41,30 @@ TEST_F(LoggedUses, FilmIsCountedFromTheRow) {
     EXPECT_EQ(strips[0].sureness, Sureness::exact);
 }
 
+// Of 7 frames of tape by pulldown the last shows the sixth of film, of which only 5.6 go by.
+TEST_F(LoggedUses, AnEndBetweenFramesOfFilmIsUnsureByPulldown) {
+    const auto sureness = [](int length) {
+        const embedded::RateInfo* rate = embedded::nearest_rate(30.0);
+        EditDescription edit = edit_24();
+        edit.rate = rate;
+        EditBuilder builder(edit);
+        const int v1 = builder.add_channel(1);
+        SourceDescription source = transfer("VT1");
+        source.rate = rate;
+        source.video_timecode = LabelDescription{rate->timecode, "01:00:00:00", {}, Fraction(30)};
+        EventDescription event = event_of(builder.add_source(source), 0, 0);
+        event.duration = Fraction(length, 30);
+        builder.add_event(v1, event);
+        Params params = log_params();
+        params[1].second = "30fps";
+        const MadeTable table(params, log_columns(), {first_minute});
+        const LogRows log(table);
+        return film::uses_of_edit(builder.finish(), {}, &log).at(0).sureness;
+    };
+    EXPECT_EQ(sureness(10), Sureness::exact);
+    EXPECT_EQ(sureness(7), Sureness::within);
+}
+
 TEST_F(LoggedUses, InkIsCountedFromTheRowToo) {
     auto inked = first_minute;
     inked[8] = "AA121000+00";
