@@ -95,6 +95,32 @@ Codes listed_codes(const Piece& piece, Count Strip::*number, const Shares& share
     return codes;
 }
 
+std::string Unnamed::film(const Count& number) const {
+    return number.text_at(first - strip->start) + " to " + number.text_at(last - strip->start);
+}
+
+std::vector<Unnamed> unnamed_by(const Codes& codes, const Piece& piece, Count Strip::*number, const Shares& shares) {
+    const std::int64_t from = piece.cut_in - in_frames(piece, shares), to = piece.cut_out + out_frames(piece, shares);
+    const Count& own = piece.at(piece.cut_in).*number;
+    const std::int64_t low = frame_of_sample(own, std::min(codes.first, codes.last));
+    const std::int64_t high = frame_of_sample(own, std::max(codes.first, codes.last));
+    std::vector<Unnamed> unnamed;
+    for (const Strip* strip : piece.strips) {
+        const std::int64_t first = std::max(from, strip->start), last = std::min(to, strip->end) - 1;
+        const Count& count = strip->*number;
+        if (first > last || !count) continue;
+        const std::int64_t a = count.frame_at(first - strip->start), b = count.frame_at(last - strip->start);
+        const std::int64_t by = std::max(low - std::min(a, b), std::max(a, b) - high);
+        const bool elsewhere = count.prefix != own.prefix || strip->rolls.listed != piece.first().rolls.listed;
+        if (elsewhere || by > 0) unnamed.push_back({strip, first, last, by, elsewhere});
+    }
+    return unnamed;
+}
+
+std::string range_text(const Codes& codes) {
+    return code_of(codes.kind, codes.prefix, codes.first) + " to " + count_of(codes.kind, codes.prefix, codes.last);
+}
+
 std::string code_of(label_t kind, const std::string& prefix, std::int64_t sample) {
     return point_of(kind, prefix, sample).get_string();
 }

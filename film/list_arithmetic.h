@@ -40,9 +40,23 @@ std::int64_t listed_film_frames(double frames, double speed);
 /// The sample of the first frame of an event without its transitions.
 std::int64_t cut_in_sample(const Piece& piece, Count Strip::*number);
 
+/// A strip of which an entry doesn't name all the film that it should, and of what part of it.
+struct Unnamed {
+    const Strip* strip;
+    std::int64_t first, last; ///< frames of the edit, as far as the entry takes the strip in
+    std::int64_t by;          ///< frames of film beyond what the entry names; 0 or below where it names another strand
+    bool elsewhere;           ///< on another roll, or under another prefix
+
+    std::string film(const Count& number) const;
+};
+
+std::vector<Unnamed> unnamed_by(const Codes& codes, const Piece& piece, Count Strip::*number, const Shares& shares);
+
 std::string code_of(label_t kind, const std::string& prefix, std::int64_t sample);
 /// The same without its prefix.
 std::string count_of(label_t kind, const std::string& prefix, std::int64_t sample);
+/// "KE4312073306+08 to 3310+16".
+std::string range_text(const Codes& codes);
 /// The sample of a printed code, with its prefix or without; nothing where the text isn't as codes are written.
 std::optional<std::int64_t> sample_of(label_t kind, const std::string& prefix, std::string_view text);
 

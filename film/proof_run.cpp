@@ -27,14 +27,8 @@ bool prints_as_it_is(const std::string& name) {
     return std::none_of(name.begin(), name.end(), [](char c) { return c == '|' || (c >= 0 && c < 32); });
 }
 
-bool is_no_number(const Strip& strip, Count Strip::*number) { return !(strip.*number); }
-
 /// The text that stands for the last code of an entry: its count alone.
 std::string last_text(const Codes& codes) { return count_of(codes.kind, codes.prefix, codes.last); }
-
-std::string range_text(const Codes& codes) {
-    return code_of(codes.kind, codes.prefix, codes.first) + " to " + last_text(codes);
-}
 
 } // namespace
 
@@ -160,27 +154,16 @@ void ProofRun::check_codes(const EntryName& entry, const Piece& piece, Count Str
 
 void ProofRun::check_frames(const EntryName& entry, const Piece& piece, Count Strip::*number, const Shares& shares,
                             const Codes& codes) {
-    const std::int64_t from = piece.cut_in - in_frames(piece, shares), to = piece.cut_out + out_frames(piece, shares);
-    const Count& own = piece.at(piece.cut_in).*number;
-    const std::int64_t low = frame_of_sample(own, std::min(codes.first, codes.last));
-    const std::int64_t high = frame_of_sample(own, std::max(codes.first, codes.last));
-    for (const Strip* strip : piece.strips) {
-        const std::int64_t first = std::max(from, strip->start), last = std::min(to, strip->end) - 1;
-        if (first > last || is_no_number(*strip, number)) continue;
-        const Count& count = strip->*number;
-        const std::int64_t a = count.frame_at(first - strip->start), b = count.frame_at(last - strip->start);
-        const std::int64_t out_by = std::max(low - std::min(a, b), std::max(a, b) - high);
-        const bool other = count.prefix != own.prefix || strip->rolls.listed != piece.first().rolls.listed;
-        if (!other && out_by <= 0) continue;
-        const std::string film = count.text_at(first - strip->start) + " to " + count.text_at(last - strip->start);
-        const std::string what = "lists " + range_text(codes) + ", but the frames are " + film;
-        if (!other && strip->sureness == Sureness::within && out_by <= strip->off)
-            return except(entry, first, what, Rule::inexact);
-        const Rule rule = other || strip->log_row != piece.first().log_row ? Rule::log_row
-                          : codes.from_zero                                ? Rule::from_zero
-                          : piece.in_length() + piece.out_length() > 0     ? Rule::transition_at_speed
-                                                                           : Rule::none;
-        return fail(entry, first, what, rule);
+    for (const Unnamed& unnamed : unnamed_by(codes, piece, number, shares)) {
+        const Strip& strip = *unnamed.strip;
+        const std::string what = "lists " + range_text(codes) + ", but the frames are " + unnamed.film(strip.*number);
+        if (!unnamed.elsewhere && strip.sureness == Sureness::within && unnamed.by <= strip.off)
+            return except(entry, unnamed.first, what, Rule::inexact);
+        const Rule rule = unnamed.elsewhere || strip.log_row != piece.first().log_row ? Rule::log_row
+                          : codes.from_zero                                           ? Rule::from_zero
+                          : piece.in_length() + piece.out_length() > 0                ? Rule::transition_at_speed
+                                                                                      : Rule::none;
+        return fail(entry, unnamed.first, what, rule);
     }
 }
 
