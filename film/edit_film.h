@@ -31,6 +31,8 @@ struct FilmEvent {
     /// Timecode at the event's two points, as whole frames: the lists look up the log by these.
     std::int64_t timecode_in = 0, timecode_out = 0;
 
+    /// Lists show the lowest track, and of the others what opticals draw on.
+    bool listed() const { return layer == 0 || optical > 0; }
     bool material() const { return !black && opens && !rendered; }
 };
 

@@ -9,8 +9,6 @@ namespace {
 
 constexpr std::int64_t count_end = 10000; ///< counts of four digits
 
-bool is_listed(const FilmEvent& event) { return event.layer == 0 || event.optical > 0; }
-
 /// Frames of a strip for which `outside` holds at their source frame, counted without walking them: the source runs
 /// evenly, so they lie at the strip's ends.
 std::int64_t frames_outside(const Strip& strip, std::int64_t media) {
@@ -46,7 +44,7 @@ void Finder::look_at_film() {
     for (std::size_t i = 0; i < film_.events.size(); ++i) {
         const FilmEvent& event = film_.events[i];
         if (event.black) continue;
-        if (!is_listed(event)) {
+        if (!event.listed()) {
             find_not_listed(i);
             if (event.material()) find_media(i);
             continue;

@@ -78,6 +78,7 @@ Findings Finder::run(const embedded::Warnings& warnings) {
     take_warnings(warnings);
     if (log_) look_at_log();
     look_at_film();
+    find_lost_film();
     find_optical_errors();
     find_meetings();
     find_cut_names();

@@ -2,7 +2,9 @@
 // What all searches share: the film of the edit, and how a finding tells where it is.
 
 #include "film/edit_film.h"
+#include "film/film_pieces.h"
 #include "film/find.h"
+#include "film/list_arithmetic.h"
 #include "film/log_rows.h"
 
 #include <functional>
@@ -49,6 +51,13 @@ private:
     void find_key_range(std::size_t i);
     void find_not_listed(std::size_t i);
     void find_optical_errors();
+    // Film that lists leave out by the way they count transitions.
+    void find_lost_film();
+    void find_unnamed(const Piece& piece);
+    bool find_unnamed(const Piece& piece, Count Strip::*number, const Shares& shares);
+    /// A transition between two events is told of the one behind it, if that tells anything.
+    void find_between_frames(const Piece& piece, bool behind_too);
+    void find_cut_short(const FilmEvent& event, const Strip& first, const Strip& last);
     // The film of all events together.
     void find_meetings();
     void find_meetings(std::vector<FilmPiece>& pieces);
@@ -67,6 +76,9 @@ private:
     const Strip* strip_at(const FilmEvent& event, std::int64_t frame) const;
     FoundAt place_at(const FilmEvent& event, std::int64_t frame) const;
     void find(Code code, Severity severity, const FilmEvent& event, std::int64_t frame, std::string what);
+    const FilmEvent& event_of(const Piece& piece) const {
+        return film_.events[static_cast<std::size_t>(piece.first().item)];
+    }
     /// The strips of an event, in order.
     const std::vector<const Strip*>& strips_of(std::size_t event) const { return strips_of_[event]; }
 
