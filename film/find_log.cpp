@@ -33,7 +33,7 @@ std::string Finder::row_text(const LogRow& row) const {
 void Finder::look_at_log() {
     for (std::size_t i = 0; i < film_.events.size(); ++i) {
         const FilmEvent& event = film_.events[i];
-        if (event.material() && (event.layer == 0 || event.optical > 0)) look_at_row(i);
+        if (event.material() && event.listed()) look_at_row(i);
     }
 }
 

@@ -19,9 +19,7 @@ bool lists_ink(const Piece& piece) {
 
 /// Other rows of the log, other rolls and numbers that are unsure are found by themselves.
 bool is_lost(const Unnamed& unnamed, const Piece& piece) {
-    const Strip& strip = *unnamed.strip;
-    const bool unsure = strip.sureness == Sureness::within && unnamed.by <= strip.off;
-    return !unnamed.elsewhere && strip.log_row == piece.first().log_row && !unsure;
+    return !unnamed.elsewhere && unnamed.strip->log_row == piece.first().log_row && !unnamed.unsure();
 }
 
 /// What of an event is seen in a transition.

@@ -48,6 +48,8 @@ struct Unnamed {
     bool elsewhere;           ///< on another roll, or under another prefix
 
     std::string film(const Count& number) const;
+    /// The strip's numbers may be off by as much.
+    bool unsure() const { return strip->sureness == Sureness::within && by <= strip->off; }
 };
 
 std::vector<Unnamed> unnamed_by(const Codes& codes, const Piece& piece, Count Strip::*number, const Shares& shares);

@@ -157,8 +157,7 @@ void ProofRun::check_frames(const EntryName& entry, const Piece& piece, Count St
     for (const Unnamed& unnamed : unnamed_by(codes, piece, number, shares)) {
         const Strip& strip = *unnamed.strip;
         const std::string what = "lists " + range_text(codes) + ", but the frames are " + unnamed.film(strip.*number);
-        if (!unnamed.elsewhere && strip.sureness == Sureness::within && unnamed.by <= strip.off)
-            return except(entry, unnamed.first, what, Rule::inexact);
+        if (!unnamed.elsewhere && unnamed.unsure()) return except(entry, unnamed.first, what, Rule::inexact);
         const Rule rule = unnamed.elsewhere || strip.log_row != piece.first().log_row ? Rule::log_row
                           : codes.from_zero                                           ? Rule::from_zero
                           : piece.in_length() + piece.out_length() > 0                ? Rule::transition_at_speed
